@@ -1,0 +1,39 @@
+# What every target of the project is compiled and linked with.
+option(ZANDERMOLITE_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+
+add_library(project_options INTERFACE)
+target_include_directories(project_options INTERFACE ${PROJECT_SOURCE_DIR})
+# Doubles are IEEE doubles: a contracted a*b+c would give other pixels on some processors.
+# The prefix map keeps the builder's folders out of the binaries.
+target_compile_options(project_options INTERFACE
+  -ffp-contract=off -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=
+  -Wall -Wextra -Wpedantic -Werror -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast
+  -Wcast-qual -Wcast-align -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference
+  -Wduplicated-cond -Wlogical-op -Wformat=2 -Wextra-semi)
+if(WIN32)
+  target_compile_definitions(project_options INTERFACE
+    WIN32_LEAN_AND_MEAN NOMINMAX WINVER=0x0501 _WIN32_WINNT=0x0501 __USE_MINGW_ANSI_STDIO=1)
+  # The same file from the same source; addresses randomised, data not executable.
+  target_link_options(project_options INTERFACE
+    -Wl,--no-insert-timestamp -Wl,--dynamicbase -Wl,--nxcompat)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    target_link_options(project_options INTERFACE -Wl,--high-entropy-va)
+  endif()
+endif()
+if(ZANDERMOLITE_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+  # The sanitizers' own checks make GCC see null pointers that cannot be.
+  target_compile_options(project_options INTERFACE -Wno-null-dereference)
+endif()
+
+# Header-only libraries of the system, reached without /usr/include itself: a cross compiler must
+# never see that.
+file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/include)
+foreach(library CLI nlohmann)
+  file(CREATE_LINK /usr/include/${library} ${CMAKE_BINARY_DIR}/include/${library} SYMBOLIC)
+endforeach()
+add_library(system_headers INTERFACE)
+target_include_directories(system_headers SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/include
+                           /usr/include/stb)

@@ -1,0 +1,21 @@
+# GoogleTest from the system's source package, built with the flags of each preset.
+enable_testing()
+set(BUILD_GMOCK OFF CACHE INTERNAL "")
+set(INSTALL_GTEST OFF CACHE INTERNAL "")
+add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+
+# add_project_test(NAME SOURCES... LIBRARIES... [TIMEOUT seconds])
+# One program, one ctest entry; what ran in it is counted from the file it leaves in results/.
+function(add_project_test name)
+  cmake_parse_arguments(T "" "TIMEOUT" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
+  if(NOT T_TIMEOUT)
+    set(T_TIMEOUT 300)
+  endif()
+  add_executable(${name} ${T_SOURCES})
+  target_link_libraries(${name} PRIVATE ${T_LIBRARIES} project_options gtest_main)
+  add_test(NAME ${name}
+    COMMAND ${name} --gtest_brief=1 --gtest_output=xml:${CMAKE_BINARY_DIR}/results/${name}.xml
+            ${T_ARGUMENTS}
+    WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${T_TIMEOUT})
+endfunction()
