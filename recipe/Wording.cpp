@@ -1,0 +1,37 @@
+#include "recipe/Wording.h"
+
+#include <cstddef>
+
+namespace recipe {
+
+namespace {
+
+/// The bytes of one character that follow its first are 10xxxxxx.
+bool ContinuesCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+}  // namespace
+
+std::string Quoted(std::string_view text) {
+    constexpr std::size_t longest = 60;
+    if (text.size() <= longest) {
+        return "'" + std::string(text) + "'";
+    }
+    std::size_t length = longest;
+    while (length > 0 && ContinuesCharacter(text[length])) {
+        --length;
+    }
+    return "'" + std::string(text.substr(0, length)) + "...'";
+}
+
+std::string ListOf(const std::vector<std::string>& items) {
+    std::string list;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        const bool last = i + 1 == items.size();
+        list += (i == 0 ? "" : last ? " or " : ", ") + items[i];
+    }
+    return list;
+}
+
+}  // namespace recipe

@@ -1,0 +1,16 @@
+// How messages name things.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace recipe {
+
+/// A piece of a recipe in single quotes, cut when it is long.
+std::string Quoted(std::string_view text);
+
+/// "a", "a or b", "a, b or c".
+std::string ListOf(const std::vector<std::string>& items);
+
+}  // namespace recipe
