@@ -47,7 +47,7 @@ class CheckedBlock {
 /// Retired blocks, kept for a while so that late writes to them are found.
 class Quarantine {
   public:
-    explicit Quarantine(std::size_t capacity) : capacity(capacity) {}
+    explicit Quarantine(std::size_t capacityBytes) : capacity(capacityBytes) {}
     /// Takes a retired block. Checks and drops the oldest ones beyond the capacity in bytes.
     void Add(CheckedBlock block, Faults& faults);
     void Check(Faults& faults);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "host/CheckedBlock.h"
 #include "host/Faults.h"
@@ -83,7 +84,7 @@ class MemorySuites {
     };
     struct Callbacks;
 
-    bool TakeAllocation(std::int32_t size, const char* kind);
+    bool TakeAllocation(std::int64_t growth);
     std::int16_t AllocateBuffer(std::int32_t size, hostapi::BufferID* id);
     void* LockBuffer(hostapi::BufferID id);
     void UnlockBuffer(hostapi::BufferID id);
