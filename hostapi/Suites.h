@@ -48,7 +48,14 @@ struct PSPixelMap {
 };
 
 /// Values of PSPixelMap::imageMode and FilterRecord::imageMode.
-enum ImageMode : std::int16_t { imageModeGrey = 1, imageModeRGB = 3, imageModeCMYK = 4 };
+enum ImageMode : std::int16_t {
+    imageModeGrey = 1,
+    imageModeRGB = 3,
+    imageModeCMYK = 4,
+    imageModeHSL = 5,
+    imageModeHSB = 6,
+    imageModeLab = 9,
+};
 
 enum ColorServicesSelector : std::int16_t {
     colorServicesChooseColor = 0,

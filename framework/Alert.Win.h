@@ -1,0 +1,13 @@
+// Alerts: dialog resources with up to four text slots, a button or two and a stock icon.
+#pragma once
+
+#include <windows.h>
+
+#include "framework/AlertText.h"
+
+enum class AlertIcon { warning, stop };
+
+/// Runs the dialog resource `id` modally over `parent` (none, or no longer a window: over the
+/// desktop). Answers the control that ended it, 1 or 2; closing it in any other way gives 2. 0 if
+/// there is no such dialog.
+int RunAlert(HWND parent, int id, const AlertTexts& texts, AlertIcon icon);

@@ -1,0 +1,250 @@
+// Construction, the whole-raster fill, and Lines.
+#include <algorithm>
+
+#include "paint/EffectMath.h"
+#include "paint/PaintClass.h"
+#include "paint/Random.h"
+#include "raster/Truncation.h"
+#include "shell/PhotoshopUtilities.h"
+
+unsigned char productTable[256][256];
+
+namespace {
+
+void FillProductTable() {
+    if (productTable[255][255] != 0) {
+        return;
+    }
+    for (int a = 0; a < 256; ++a) {
+        for (int b = 0; b < 256; ++b) {
+            productTable[a][b] = static_cast<unsigned char>(a * b * (1.0 / 255.0));
+        }
+    }
+}
+
+}  // namespace
+
+PaintClass::PaintClass(short width, short height) : PicClass(width, height, true) {
+    FillProductTable();
+}
+
+PaintClass::~PaintClass() = default;
+
+void PaintClass::FillColor(const RGBColor16& color) {
+    AssertLocked(lockedAtSetRGB);
+    const unsigned char red = HighByte(color.red);
+    const unsigned char green = HighByte(color.green);
+    const unsigned char blue = HighByte(color.blue);
+    unsigned char* const end = Base() + grY * RowBytes();
+    for (unsigned char* pixel = Base(); pixel != end; pixel += bytesPerPixel) {
+        StoreRGB(pixel, red, green, blue);
+    }
+    Unlock();
+    SetDirty();
+}
+
+void PaintClass::FillWhite() {
+    FillColor(white16);
+}
+
+namespace {
+
+constexpr int stepsPerStroke = 350;
+constexpr RGBColor16 linesGround{0x7FFF, 0x7FFF, 0x7FFF};
+
+std::uint16_t RandomComponent(std::int32_t lo, std::int32_t hi) {
+    return static_cast<std::uint16_t>(RandomRange(lo, hi));
+}
+
+/// Red is drawn first, then green, then blue.
+RGBColor16 RandomColor(std::int32_t lo, std::int32_t hi) {
+    RGBColor16 color;
+    color.red = RandomComponent(lo, hi);
+    color.green = RandomComponent(lo, hi);
+    color.blue = RandomComponent(lo, hi);
+    return color;
+}
+
+/// A bright colour of which one draw in eight each darkens one channel or a pair.
+RGBColor16 BrightColor() {
+    RGBColor16 color = RandomColor(25000, 65535);
+    const std::int32_t k = RandomRange(0, 8);
+    if (k == 1 || k == 4 || k == 5) {
+        color.red = RandomComponent(0, 32000);
+    }
+    if (k == 2 || k == 4 || k == 6) {
+        color.green = RandomComponent(0, 32000);
+    }
+    if (k == 3 || k == 5 || k == 6) {
+        color.blue = RandomComponent(0, 32000);
+    }
+    return color;
+}
+
+std::uint16_t Scattered(std::uint16_t component, short spread) {
+    return static_cast<std::uint16_t>(std::clamp(component + spread, 0, 0xFFFF));
+}
+
+/// A colour around the given one. All three spreads are drawn before any is used.
+RGBColor16 ColorAround(const RGBColor16& color) {
+    constexpr short width = 16384;
+    const short red = RandomSpread(width);
+    const short green = RandomSpread(width);
+    const short blue = RandomSpread(width);
+    return {Scattered(color.red, red), Scattered(color.green, green), Scattered(color.blue, blue)};
+}
+
+/// A colour mode outside the table keeps the colour of the stroke before.
+void ChooseStrokeColor(const LinesParams& params, RGBColor16& color) {
+    switch (params.colorMode) {
+        case linesRandom:
+            color = RandomColor(0, 65535);
+            break;
+        case linesDark:
+            color = RandomColor(1000, 52000);
+            break;
+        case linesBright:
+            color = BrightColor();
+            break;
+        case linesAverage:
+            color = ColorAround(params.color);
+            break;
+        default:
+            break;
+    }
+}
+
+/// How far one drift can turn a stroke, for RandomSpread. Precision 0 counts as 1, and from 11 on
+/// nothing changes any more.
+short DriftWidth(std::int16_t precision) {
+    const double p = precision != 0 ? precision : 1.0;
+    return static_cast<short>(TruncateToShort(10.0 / p) + 4);
+}
+
+/// One coordinate of a walk that is never far from its last place: follows the torus by whole
+/// turns, which is cheaper than a remainder for each step.
+class WrappedWalk {
+  public:
+    explicit WrappedWalk(short newSize) : size(newSize) {}
+
+    /// The same as Wrap(coordinate, size).
+    int Place(short coordinate) {
+        int place = coordinate - turns;
+        while (place < 0) {
+            place += size;
+            turns -= size;
+        }
+        while (place >= size) {
+            place -= size;
+            turns += size;
+        }
+        return place;
+    }
+
+  private:
+    int size;
+    int turns = 0;
+};
+
+struct Direction {
+    double dx;
+    double dy;
+};
+
+/// Walks one stroke, overwriting what lies below it. The drift stays in the direction for the rest
+/// of the stroke, which may so speed up or slow down.
+void DrawStroke(PaintClass& pic, const RGBColor16& color, Direction direction, short driftWidth) {
+    const unsigned char rgb[3] = {HighByte(color.red), HighByte(color.green), HighByte(color.blue)};
+    double x = RandomRange(0, pic.grX);
+    double y = RandomRange(0, pic.grY);
+    WrappedWalk column(pic.grX);
+    WrappedWalk row(pic.grY);
+    for (int step = 0; step < stepsPerStroke; ++step) {
+        if (RandomRange(0, 8) == 4) {
+            direction.dx += RandomSpread(driftWidth) * 0.01;
+            direction.dy += RandomSpread(driftWidth) * 0.01;
+        }
+        x += direction.dx;
+        y += direction.dy;
+        const int place = row.Place(TruncateToShort(y)) * pic.RowBytes() +
+                          column.Place(TruncateToShort(x)) * bytesPerPixel;
+        std::memcpy(pic.Base() + place, rgb, sizeof rgb);
+    }
+}
+
+}  // namespace
+
+bool PaintClass::Lines(const LinesParams& params) {
+    const auto strokes = static_cast<short>(grY * grX / stepsPerStroke * 4);
+    const bool wax = params.appearance == linesWax;
+    FillColor(params.colorMode == linesAverage ? params.color : linesGround);
+    ShowClass progress(static_cast<short>(strokes / 4 + (wax ? grY / 5 : 0)));
+    bool abortFlag = false;
+    SeedRandom();
+    const double radians = DegreesToRadians(params.angle);
+    const Direction direction{ExactSin(radians), ExactCos(radians)};
+    const short driftWidth = DriftWidth(params.precision);
+    RGBColor16 color = black16;
+    for (short stroke = 0; stroke < strokes; ++stroke) {
+        if (stroke % 4 == 0 && progress.Report(static_cast<short>(stroke / 4))) {
+            SwapUndo();
+            return true;
+        }
+        ChooseStrokeColor(params, color);
+        DrawStroke(*this, color, direction, driftWidth);
+    }
+    if (wax && !Soften(static_cast<short>(strokes / 4), &progress, &abortFlag)) {
+        SwapUndo();
+        return abortFlag;
+    }
+    Unlock();
+    SetDirty();
+    return true;
+}
+
+namespace {
+
+unsigned char Softened(int neighbours, unsigned char centre) {
+    return static_cast<unsigned char>(neighbours / 8 + centre / 2);
+}
+
+/// One row of the wax pass, over all four bytes of each pixel: the alpha byte means nothing
+/// afterwards, and a loop that needs not leave it out runs several pixels at a time.
+void SoftenRow(const unsigned char* above, const unsigned char* row, const unsigned char* below,
+               unsigned char* __restrict out, int bytes) {
+    constexpr int step = bytesPerPixel;
+    for (int i = 0; i < std::min(step, bytes); ++i) {
+        const int right = row[(i + step) % bytes];
+        out[i] = Softened(above[i] + below[i] + row[bytes - step + i] + right, row[i]);
+    }
+    for (int i = step; i < bytes - step; ++i) {
+        out[i] = Softened(above[i] + below[i] + row[i - step] + row[i + step], row[i]);
+    }
+    for (int i = std::max(step, bytes - step); i < bytes; ++i) {
+        const int right = row[i + step - bytes];
+        out[i] = Softened(above[i] + below[i] + row[i - step] + right, row[i]);
+    }
+}
+
+}  // namespace
+
+bool PaintClass::Soften(short rowOffset, ShowClass* progress, bool* abortFlag) {
+    PicClass* const softened = GetClone();
+    if (softened == nullptr) {
+        return false;
+    }
+    for (short y = 0; y < grY; ++y) {
+        if (y % 5 == 0 && progress->Report(static_cast<short>(y / 5 + rowOffset))) {
+            *abortFlag = true;
+            DeleteClone();
+            return false;
+        }
+        SoftenRow(PixelAddressWrapped(0, static_cast<short>(y - 1)), PixelAddress(0, y),
+                  PixelAddressWrapped(0, static_cast<short>(y + 1)), softened->PixelAddress(0, y),
+                  RowBytes());
+    }
+    CopyFromClone();
+    DeleteClone();
+    SetDirty();
+    return true;
+}

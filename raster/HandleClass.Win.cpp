@@ -1,0 +1,24 @@
+#include "raster/HandleClass.h"
+
+#include <windows.h>
+
+#include "shell/FatalError.h"
+
+HandleClass::HandleClass(std::size_t size) : failed(false), handle(GlobalAlloc(0, size)) {
+    failed = handle == nullptr;
+}
+
+HandleClass::~HandleClass() {
+    if (handle != nullptr) {
+        GlobalFree(handle);
+    }
+}
+
+void* HandleClass::Lock() {
+    return handle != nullptr ? GlobalLock(handle) : nullptr;
+}
+
+void HandleClass::Unlock() {
+    Assert(handle != nullptr, "HandleClass / Zeile 58 !(handle != nil)");
+    GlobalUnlock(handle);
+}

@@ -1,0 +1,5 @@
+#include "raster/PicStorage.h"
+
+FilePointer OpenAnonymousFile() {
+    return FilePointer(std::tmpfile());
+}

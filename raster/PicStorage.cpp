@@ -1,0 +1,140 @@
+#include "raster/PicStorage.h"
+
+#include <cstring>
+#include <new>
+
+#include "raster/PicClass.h"
+#include "shell/FatalError.h"
+#include "shell/PhotoshopUtilities.h"
+
+namespace {
+
+constexpr std::size_t pixelBytes = sizeof(Pixel);
+
+/// Exchanges `size` bytes at the file's position with those at `pixels`, through `saved`, which
+/// has room for them. Leaves the position behind them. Where the disk fails the pixels stay.
+void ExchangeWithFile(std::FILE* file, unsigned char* pixels, unsigned char* saved,
+                      std::size_t size) {
+    const bool read = std::fread(saved, 1, size, file) == size;
+    if (!read || std::fseek(file, -static_cast<long>(size), SEEK_CUR) != 0 ||
+        std::fwrite(pixels, 1, size, file) != size) {
+        return;
+    }
+    // A stream that turns from writing to reading must be positioned in between.
+    std::fseek(file, 0, SEEK_CUR);
+    std::memcpy(pixels, saved, size);
+}
+
+}  // namespace
+
+PicStorage::PicStorage(PicClass* pic) : grX(pic->grX), grY(pic->grY) {
+    const std::int32_t size = grY * pic->RowBytes();
+    if (storage.Allocate(size) == 0) {
+        memory = static_cast<unsigned char*>(storage.Lock(false));
+    }
+    if (memory == nullptr) {
+        ReserveFile();
+    }
+    Store(pic);
+}
+
+PicStorage::~PicStorage() = default;
+
+std::size_t PicStorage::PixelCount() const {
+    return static_cast<std::size_t>(grX) * static_cast<std::size_t>(grY);
+}
+
+/// Takes the disk space at once, so that a later Store does not find the disk full.
+void PicStorage::ReserveFile() {
+    file = OpenAnonymousFile();
+    if (!file) {
+        return;
+    }
+    const Pixel blank = 0;
+    for (std::size_t i = 0; i < PixelCount(); ++i) {
+        if (std::fwrite(&blank, pixelBytes, 1, file.get()) != 1) {
+            file.reset();
+            return;
+        }
+    }
+    if (std::fflush(file.get()) != 0) {
+        file.reset();
+        return;
+    }
+    inFile = true;
+}
+
+bool PicStorage::Store(PicClass* pic) {
+    Assert(grX == pic->grX && grY == pic->grY,
+           "PicClass.Win / Zeile 450 !((grX == pic->grX) && (grY == pic->grY))");
+    if (inFile) {
+        return std::fseek(file.get(), 0, SEEK_SET) == 0 &&
+               std::fwrite(pic->Base(), pixelBytes, PixelCount(), file.get()) == PixelCount() &&
+               std::fflush(file.get()) == 0;
+    }
+    if (memory == nullptr) {
+        return false;
+    }
+    std::memcpy(memory, pic->Base(), PixelCount() * pixelBytes);
+    return true;
+}
+
+void PicStorage::Restore(PicClass* pic) {
+    Assert(grX == pic->grX && grY == pic->grY,
+           "PicClass.Win / Zeile 546 !((grX == pic->grX) && (grY == pic->grY))");
+    if (inFile) {
+        if (std::fseek(file.get(), 0, SEEK_SET) == 0 &&
+            std::fread(pic->Base(), pixelBytes, PixelCount(), file.get()) != PixelCount()) {
+            // What the disk no longer gives stays as it is in the picture.
+            std::clearerr(file.get());
+        }
+    } else if (memory != nullptr) {
+        std::memcpy(pic->Base(), memory, PixelCount() * pixelBytes);
+    }
+}
+
+void PicStorage::Swap(PicClass* pic) {
+    Assert(grX == pic->grX && grY == pic->grY,
+           "PicClass.Win / Zeile 483 !((grX == pic->grX) && (grY == pic->grY))");
+    if (inFile) {
+        SwapWithFile(pic);
+    } else if (memory != nullptr) {
+        SwapWithMemory(pic);
+    }
+}
+
+void PicStorage::SwapWithMemory(PicClass* pic) {
+    unsigned char* saved = memory;
+    for (short y = 0; y < grY; ++y) {
+        for (short x = 0; x < grX; ++x, saved += pixelBytes) {
+            Pixel earlier;
+            std::memcpy(&earlier, saved, pixelBytes);
+            const Pixel present = pic->GetPixel(x, y);
+            pic->SetPixel(x, y, earlier);
+            std::memcpy(saved, &present, pixelBytes);
+        }
+    }
+}
+
+void PicStorage::SwapWithFile(PicClass* pic) {
+    if (std::fseek(file.get(), 0, SEEK_SET) != 0) {
+        return;
+    }
+    const auto rowBytes = static_cast<std::size_t>(pic->RowBytes());
+    CursorClass cursor;
+    const std::unique_ptr<unsigned char[]> row(new (std::nothrow) unsigned char[rowBytes]);
+    if (row) {
+        for (short y = 0; y < grY; ++y) {
+            cursor.Tick();
+            ExchangeWithFile(file.get(), pic->PixelAddress(0, y), row.get(), rowBytes);
+        }
+        return;
+    }
+    unsigned char pixel[pixelBytes];
+    for (short y = 0; y < grY; ++y) {
+        for (short x = 0; x < grX; ++x) {
+            cursor.Tick();
+            ExchangeWithFile(file.get(), pic->PixelAddress(x, y), pixel, pixelBytes);
+        }
+    }
+}

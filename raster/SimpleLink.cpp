@@ -1,0 +1,95 @@
+#include "raster/SimpleLink.h"
+
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "raster/NameCompare.h"
+#include "resources/Strings.h"
+#include "shell/FatalError.h"
+
+struct SimpleLink::Node {
+    Node(void* record, const char* text);
+    Node(const Node&) = delete;
+    Node& operator=(const Node&) = delete;
+    ~Node();
+
+    std::unique_ptr<Node> next;
+    void* data;
+    char name[nameCapacity];
+};
+
+SimpleLink::Node::Node(void* record, const char* text) : data(record) {
+    Assert(record != nullptr, "SimpleLink / Zeile 25 !(ptr != NULL)");
+    std::strncpy(name, text, nameCapacity - 1);
+    name[nameCapacity - 1] = '\0';
+}
+
+SimpleLink::Node::~Node() {
+    ::operator delete(data);
+}
+
+SimpleLink::~SimpleLink() {
+    // One by one: letting the first node take the rest with it would go as deep as the list is
+    // long.
+    while (first) {
+        first = std::move(first->next);
+    }
+}
+
+void SimpleLink::Append(void* data, const char* name) {
+    std::unique_ptr<Node>* link = &first;
+    while (*link) {
+        link = &(*link)->next;
+    }
+    link->reset(new (std::nothrow) Node(data, name));
+    if (!*link) {
+        ::operator delete(data);
+    }
+}
+
+bool SimpleLink::Remove(short n) {
+    Assert(n != 0, "SimpleLink / Zeile 205 !(n != 0)");
+    std::unique_ptr<Node>* link = &first;
+    for (int i = 1; *link; ++i, link = &(*link)->next) {
+        if (i == n) {
+            Assert((*link)->data != nullptr, "SimpleLink / Zeile 39 !(data != NULL)");
+            *link = std::move((*link)->next);
+            return true;
+        }
+    }
+    return false;
+}
+
+const SimpleLink::Node* SimpleLink::At(short n) const {
+    const Node* node = first.get();
+    for (int i = 1; node != nullptr && i != n; ++i) {
+        node = node->next.get();
+    }
+    return node;
+}
+
+bool SimpleLink::NameAt(short n, char* name) const {
+    Assert(n != 0, "SimpleLink / Zeile 230 !(n != 0)");
+    const Node* node = At(n);
+    std::strcpy(name, node != nullptr ? node->name : "");
+    return node != nullptr;
+}
+
+bool SimpleLink::DataAt(short n, void** data) const {
+    const Node* node = At(n);
+    *data = node != nullptr ? node->data : nullptr;
+    return node != nullptr;
+}
+
+bool SimpleLink::IsUnique(const char* name) const {
+    if (NamesAreEqual(name, StringText(stringLastUsed))) {
+        return false;
+    }
+    for (const Node* node = first.get(); node != nullptr; node = node->next.get()) {
+        if (NamesAreEqual(name, node->name)) {
+            return false;
+        }
+    }
+    return true;
+}

@@ -1,0 +1,37 @@
+// The list of named records that also is the preset list.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+/// Room for a name with its terminating zero; a longer one is cut.
+constexpr std::size_t nameCapacity = 256;
+
+class SimpleLink {
+  public:
+    SimpleLink() = default;
+    SimpleLink(const SimpleLink&) = delete;
+    SimpleLink& operator=(const SimpleLink&) = delete;
+    ~SimpleLink();
+
+    /// Adds an entry at the tail. `data` is a plain record made by `operator new`; the list owns it
+    /// from here on. Without memory for the entry it is lost, and the record with it.
+    void Append(void* data, const char* name);
+    // Entries are counted from 1.
+    /// True if there was an entry `n`. Asserts that `n` is not 0.
+    bool Remove(short n);
+    /// Copies the name into `name`, which has room for nameCapacity bytes. At a missing entry false
+    /// and an empty text. Asserts that `n` is not 0.
+    bool NameAt(short n, char* name) const;
+    /// At a missing entry false and null.
+    bool DataAt(short n, void** data) const;
+    /// Whether no entry bears the name, without regard to case, and it is not the name that the
+    /// settings of the last run go by.
+    bool IsUnique(const char* name) const;
+
+  private:
+    struct Node;
+    const Node* At(short n) const;
+
+    std::unique_ptr<Node> first;
+};

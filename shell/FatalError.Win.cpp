@@ -1,0 +1,42 @@
+#include "shell/FatalError.Win.h"
+
+#include <windows.h>
+
+#include <cstring>
+#include <string>
+
+#include "framework/Alert.Win.h"
+#include "shell/Module.Win.h"
+#include "shell/Zandermolite.h"
+
+namespace {
+
+constexpr int generalDialog = 20900;
+constexpr int namedDialog = 20901;
+
+const char* BehindLastBackslash(const char* path) {
+    const char* const backslash = std::strrchr(path, '\\');
+    return backslash != nullptr ? backslash + 1 : path;
+}
+
+}  // namespace
+
+void ShowFatalError(std::int16_t id, const char* file, int line) {
+    if (instanceHandle == nullptr) {
+        return;
+    }
+    const HWND parent = static_cast<HWND>(hostWindow);
+    const std::string lineText = std::to_string(line);
+    const char* const place = BehindLastBackslash(file);
+    const AlertTexts plain{};
+    if (RunAlert(parent, id, plain, AlertIcon::stop) != 0) {
+        return;
+    }
+    char text[256];
+    if (LoadStringA(instanceHandle, static_cast<UINT>(id), text, sizeof text) > 0) {
+        RunAlert(parent, namedDialog, {text, place, lineText.c_str()}, AlertIcon::stop);
+    } else {
+        const std::string number = std::to_string(id);
+        RunAlert(parent, generalDialog, {number.c_str(), place, lineText.c_str()}, AlertIcon::stop);
+    }
+}

@@ -1,0 +1,39 @@
+#include "shell/PhotoshopUtilities.h"
+
+#include <windows.h>
+
+#include "shell/FatalError.h"
+
+namespace {
+
+/// A window's device context, given back on every path.
+class WindowContext {
+  public:
+    explicit WindowContext(HWND newWindow) : window(newWindow), context(GetDC(newWindow)) {}
+    WindowContext(const WindowContext&) = delete;
+    WindowContext& operator=(const WindowContext&) = delete;
+    ~WindowContext() {
+        if (context != nullptr) {
+            ReleaseDC(window, context);
+        }
+    }
+    HDC Get() const { return context; }
+
+  private:
+    HWND window;
+    HDC context;
+};
+
+}  // namespace
+
+std::int16_t DisplayPixels(const hostapi::PSPixelMap* map, const hostapi::VRect* rect,
+                           std::int32_t row, std::int32_t column, const ViewTarget* target) {
+    if (filterRecord == nullptr || filterRecord->displayPixels == nullptr) {
+        return faultHostService;
+    }
+    const hostapi::PSPixelMap covering = MapCovering(*map, *rect);
+    const WindowContext context(static_cast<HWND>(target->window));
+    CheckError(context.Get(), faultBadArgument, "PhotoshopUtilities.Win", __LINE__);
+    SelectClipRgn(context.Get(), static_cast<HRGN>(target->clipRegion));
+    return filterRecord->displayPixels(&covering, rect, row, column, context.Get());
+}

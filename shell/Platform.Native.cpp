@@ -1,0 +1,55 @@
+// For programs without windows: the recipe tool and the unit tests, on every system.
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+
+#include "shell/Platform.h"
+
+namespace {
+
+std::uint32_t ClockSeconds() {
+    return static_cast<std::uint32_t>(std::time(nullptr));
+}
+
+std::uint32_t TickCount() {
+    using namespace std::chrono;
+    return static_cast<std::uint32_t>(
+        duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+}
+
+void Nothing() {}
+
+/// The text of the fatal error dialog on one line.
+void ReportFault(std::int16_t id, const char* file, int line) {
+    std::fprintf(stderr, "A fatal error of type = %d occured. File: %s Line Number: %d\n", id, file,
+                 line);
+}
+
+int TemporaryPath(char* buffer, int size) {
+    const char* folder = std::getenv("TMPDIR");
+    if (folder == nullptr || *folder == '\0') {
+        folder = std::getenv("TEMP");
+    }
+    if (folder == nullptr || *folder == '\0') {
+        folder = "/tmp";
+    }
+    const std::size_t length = std::strlen(folder);
+    if (length >= static_cast<std::size_t>(size)) {
+        return static_cast<int>(length);
+    }
+    std::memcpy(buffer, folder, length + 1);
+    return static_cast<int>(length);
+}
+
+}  // namespace
+
+PlatformServices platformServices = {ClockSeconds, TickCount,   Nothing,       Nothing,
+                                     Nothing,      ReportFault, TemporaryPath, Nothing,
+#ifdef _WIN32
+                                     '\\'
+#else
+                                     '/'
+#endif
+};

@@ -1,0 +1,41 @@
+// The plug-in's platform: real cursors, dialogs and folders.
+#include "shell/Platform.h"
+
+#include <windows.h>
+
+#include <ctime>
+
+#include "framework/About.Win.h"
+#include "shell/FatalError.Win.h"
+
+namespace {
+
+std::uint32_t ClockSeconds() {
+    return static_cast<std::uint32_t>(std::time(nullptr));
+}
+
+std::uint32_t TickCount() {
+    return GetTickCount();
+}
+
+void ShowWaitCursor() {
+    SetCursor(LoadCursor(nullptr, IDC_WAIT));
+}
+
+void ShowArrowCursor() {
+    SetCursor(LoadCursor(nullptr, IDC_ARROW));
+}
+
+void Beep() {
+    MessageBeep(0);
+}
+
+int TemporaryPath(char* buffer, int size) {
+    return static_cast<int>(GetTempPathA(static_cast<DWORD>(size), buffer));
+}
+
+}  // namespace
+
+PlatformServices platformServices = {ClockSeconds,    TickCount, ShowWaitCursor,
+                                     ShowArrowCursor, Beep,      ShowFatalError,
+                                     TemporaryPath,   ShowAbout, '\\'};

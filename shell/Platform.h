@@ -1,0 +1,30 @@
+// The whole boundary between the neutral code and the system it runs on.
+//
+// One table of functions, filled at link time by the platform file that goes into a program:
+// Platform.Win.cpp for the plug-in, Platform.Native.cpp for the recipe tool and the unit tests.
+// Tests exchange single members (see PlatformOverride in tests/).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+struct PlatformServices {
+    /// The clock's time in seconds; what SeedRandom reads.
+    std::uint32_t (*clockSeconds)();
+    /// Milliseconds from an arbitrary start, wrapping at 2 to the 32nd; what BusyTick reads.
+    std::uint32_t (*tickCount)();
+    void (*showWaitCursor)();
+    void (*showArrowCursor)();
+    void (*beep)();
+    /// Tells the user of a fault before it is thrown. `file` is a source file or, for a failed
+    /// assertion, its text with -1 as the line. Never called for ids outside 1 to 32511.
+    void (*reportFault)(std::int16_t id, const char* file, int line);
+    /// Writes the system's temporary folder, zero-terminated, and answers its length. Less than 1
+    /// or not less than `size` is a failure.
+    int (*temporaryPath)(char* buffer, int size);
+    void (*showAbout)();
+    /// Between a folder and a file name.
+    char pathSeparator;
+};
+
+extern PlatformServices platformServices;

@@ -1,0 +1,31 @@
+// The two loops that move pixels between the host's selection and a raster, one row a host call.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "paint/PaintClass.h"
+#include "shell/FilterContext.h"
+
+/// What the writing loop needs of a raster.
+struct TileInfo {
+    std::int16_t width;
+    std::int16_t height;
+    std::int32_t rowBytes;
+    const unsigned char* base;
+};
+
+/// `pic` has a pixel map.
+TileInfo TileOf(const PicClass& pic);
+
+/// A new raster of the selection's full size with its pixels; what a selection mask leaves out
+/// becomes white. Null without memory or with an empty selection. After an abort or an error of the
+/// host (in the context's result) the rows that were not read stay white.
+std::unique_ptr<PaintClass> ReadSelection(FilterContext* context);
+
+/// Writes the tile, repeated, into the whole of filterRect: the pixel at (X, Y) from the
+/// selection's top left corner receives the tile's pixel (X mod width, Y mod height). Planes beyond
+/// the third keep what the host delivered. The context's result becomes 0, -128 after an abort, the
+/// error of advanceState, or filterBadParameters for fewer than three planes or a row that the host
+/// does not deliver; rows written before stay written.
+void WriteTileToSelection(FilterContext* context, const TileInfo& tile);

@@ -1,0 +1,19 @@
+// One interactive run of the plug-in.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "paint/PaintClass.h"
+#include "shell/FilterContext.h"
+
+/// A texture is never larger than this on either side.
+constexpr int maximalTextureSide = 512;
+
+/// The parent window of every dialog and alert (an HWND); null if the host gives none.
+extern void* hostWindow;
+
+/// Notes the host's window and makes a texture for the selection. Answers 0, memFullErr or
+/// userCanceledErr; `picOut` then holds the raster, from here on the caller's whatever the answer,
+/// or null.
+std::int16_t RunTexture(FilterContext* context, std::unique_ptr<PaintClass>& picOut);
