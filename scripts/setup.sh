@@ -2,7 +2,8 @@
 set -eu
 packages='build-essential cmake ninja-build g++-mingw-w64-i686 g++-mingw-w64-x86-64
   googletest libbenchmark-dev libjpeg62-turbo-dev libcli11-dev libstb-dev
-  wine wine32:i386 wine64 fonts-wine xvfb xdotool imagemagick clang-14 clang-tidy-14 libclang-rt-14-dev'
+  wine wine32:i386 wine64 fonts-wine xvfb xdotool imagemagick clang-format-14
+  nlohmann-json3-dev libmpfr-dev zip'
 todo=$(for p in $packages; do
   dpkg-query -W -f='${Status}\n' "$p" 2>/dev/null | grep -q '^install ok installed$' || echo "$p"; done)
 [ -n "$todo" ] || exit 0
