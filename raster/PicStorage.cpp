@@ -27,6 +27,8 @@ void ExchangeWithFile(std::FILE* file, unsigned char* pixels, unsigned char* sav
 
 }  // namespace
 
+FilePointer (*PicStorage::openFile)() = OpenAnonymousFile;
+
 PicStorage::PicStorage(PicClass* pic) : grX(pic->grX), grY(pic->grY) {
     const std::int32_t size = grY * pic->RowBytes();
     if (storage.Allocate(size) == 0) {
@@ -46,7 +48,7 @@ std::size_t PicStorage::PixelCount() const {
 
 /// Takes the disk space at once, so that a later Store does not find the disk full.
 void PicStorage::ReserveFile() {
-    file = OpenAnonymousFile();
+    file = openFile();
     if (!file) {
         return;
     }

@@ -39,6 +39,9 @@ class PicStorage {
 
     bool InFile() const { return inFile; }
 
+    /// Where the file comes from; tests put in files that fail.
+    static FilePointer (*openFile)();
+
   private:
     void ReserveFile();
     void SwapWithMemory(PicClass* pic);

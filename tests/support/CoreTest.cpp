@@ -1,0 +1,50 @@
+#include "tests/support/CoreTest.h"
+
+#include <cstring>
+
+namespace {
+
+PlatformLog log;
+
+void RecordFault(std::int16_t id, const char* file, int line) {
+    log.faults.push_back({id, file, line});
+}
+
+int TemporaryPath(char* buffer, int size) {
+    const auto length = static_cast<int>(log.temporaryPath.size());
+    if (length < size) {
+        std::memcpy(buffer, log.temporaryPath.c_str(), log.temporaryPath.size() + 1);
+    }
+    return length;
+}
+
+}  // namespace
+
+PlatformLog& Log() {
+    return log;
+}
+
+CoreTest::CoreTest(const host::MemorySettings& settings) : memory(settings) {
+    log = {};
+    log.temporaryPath = testing::TempDir();
+    platformServices.clockSeconds = [] { return log.clock; };
+    platformServices.tickCount = [] { return log.ticks; };
+    platformServices.showWaitCursor = [] { ++log.waitCursors; };
+    platformServices.showArrowCursor = [] { ++log.arrowCursors; };
+    platformServices.beep = [] { ++log.beeps; };
+    platformServices.reportFault = RecordFault;
+    platformServices.temporaryPath = TemporaryPath;
+    platformServices.showAbout = [] { ++log.abouts; };
+    record.bufferProcs = memory.Buffers();
+    record.handleProcs = memory.Handles();
+    filterRecord = &record;
+}
+
+CoreTest::~CoreTest() {
+    filterRecord = nullptr;
+}
+
+void CoreTest::TearDown() {
+    memory.CheckAtEnd();
+    EXPECT_EQ(memory.FoundFaults().Lines(), std::vector<std::string>{});
+}
