@@ -76,7 +76,7 @@ class FilterHost {
     /// std::bad_alloc.
     RunReport Run(EntryPoint entry, Picture& picture, const Selection& selection,
                   Execution execution = Execution::Interactive);
-    /// The About selector alone, with an AboutRecord that ends where the page ends for the filter.
+    /// The About selector alone, with an AboutRecord of its own.
     RunReport RunAbout(EntryPoint entry);
     /// Any one selector, alone, on a whole record; for tests. Changes no picture.
     RunReport RunSelector(EntryPoint entry, std::int16_t selector, const Picture& picture,
@@ -92,22 +92,29 @@ class FilterHost {
 
     MemorySuites& Memory() { return memory; }
     Faults& FoundFaults() { return memory.FoundFaults(); }
+    /// Since Begin().
     int RowsDelivered() const;
+    /// The row of the filter case table for a picture and a selection, 1 to 7.
+    std::int16_t FilterCaseOf(const Picture& picture, const Selection& selection) const;
 
   private:
     struct Callbacks;
 
-    void FillRecord(const Picture& picture, const Selection& selection);
+    void FillImageFields(const Picture& picture, const Selection& selection);
+    void FillPlaneFields(const Picture& picture);
     void FillServices();
-    std::int16_t Call(EntryPoint entry, std::int16_t selector, void* record, RunReport& report);
-    void RunSelectors(EntryPoint entry, Execution execution, RunReport& report);
+    void RequireFit(const Picture& picture, const Selection& selection) const;
+    hostapi::Point Origin() const;
+    LayerKind Layer(const Picture& picture) const;
+    std::int16_t Call(EntryPoint entry, std::int16_t selector, hostapi::FilterRecord* callRecord,
+                      RunReport& report);
+    void CallSelectors(EntryPoint entry, Execution execution, RunReport& report);
     void Continue(EntryPoint entry, RunReport& report);
-    RunReport Finished(RunReport report);
-    std::int16_t CaseOf(const Picture& picture, const Selection& selection) const;
+    void Complete(RunReport& report);
+    bool AsksForMore() const;
 
     HostSettings settings;
     MemorySuites memory;
-    ServiceCounts counts;
     std::array<Matte, 7> mattes;
     std::unique_ptr<hostapi::FilterRecord> record;
     std::unique_ptr<PixelExchange> exchange;

@@ -68,7 +68,8 @@ class MemorySuites {
     void DisposeKept(hostapi::Handle handle);
 
     Faults& FoundFaults() { return faults; }
-    const ServiceCounts& Counts() const { return counts; }
+    /// May be added to and reset.
+    ServiceCounts& Counts() { return counts; }
 
   private:
     struct Buffer {

@@ -1,0 +1,20 @@
+#include <windows.h>
+
+#include "host/DisplayPixels.h"
+
+namespace host {
+
+void DrawRows(const DisplayRows& rows, std::int32_t row, std::int32_t column, void* context) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(info.bmiHeader);
+    info.bmiHeader.biWidth = rows.width;
+    info.bmiHeader.biHeight = -rows.height;  // From the top.
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 24;
+    info.bmiHeader.biCompression = BI_RGB;
+    SetDIBitsToDevice(static_cast<HDC>(context), column, row, static_cast<DWORD>(rows.width),
+                      static_cast<DWORD>(rows.height), 0, 0, 0, static_cast<UINT>(rows.height),
+                      rows.bytes.data(), &info, DIB_RGB_COLORS);
+}
+
+}  // namespace host
