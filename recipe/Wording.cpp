@@ -15,14 +15,15 @@ bool ContinuesCharacter(char byte) {
 
 std::string Quoted(std::string_view text) {
     constexpr std::size_t longest = 60;
-    if (text.size() <= longest) {
-        return "'" + std::string(text) + "'";
-    }
-    std::size_t length = longest;
-    while (length > 0 && ContinuesCharacter(text[length])) {
+    const bool cut = text.size() > longest;
+    std::size_t length = cut ? longest : text.size();
+    while (cut && length > 0 && ContinuesCharacter(text[length])) {
         --length;
     }
-    return "'" + std::string(text.substr(0, length)) + "...'";
+    std::string quoted(1, '\'');
+    quoted += text.substr(0, length);
+    quoted += cut ? "...'" : "'";
+    return quoted;
 }
 
 std::string ListOf(const std::vector<std::string>& items) {

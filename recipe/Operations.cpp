@@ -1,0 +1,181 @@
+#include "recipe/Operations.h"
+
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "host/FilterHost.h"
+#include "host/Picture.h"
+#include "host/Selection.h"
+#include "paint/EffectRun.h"
+#include "paint/Random.h"
+#include "recipe/Session.h"
+#include "recipe/TextureFiles.h"
+#include "recipe/Wording.h"
+#include "shell/Transfer.h"
+#include "shell/Zandermolite.h"
+
+namespace recipe {
+
+namespace {
+
+constexpr std::int64_t highest32 = std::numeric_limits<std::uint32_t>::max();
+
+const LinesParams standardLines;
+
+RGBColor16 ColorOf(const Arguments& arguments, std::string_view key) {
+    const auto& color = arguments.Get<hostapi::RGBColor>(key);
+    return {color.red, color.green, color.blue};
+}
+
+Value ColorValue(const RGBColor16& color) {
+    return hostapi::RGBColor{.red = color.red, .green = color.green, .blue = color.blue};
+}
+
+void RunNew(Session& session, const Arguments& arguments) {
+    // The old one goes only when the new one stands: a failure leaves the session as it was.
+    session.SetTexture(
+        NewTexture(arguments.Number<short>("width"), arguments.Number<short>("height")));
+}
+
+void RunOpen(Session& session, const Arguments& arguments) {
+    session.SetTexture(LoadTexture(session.Places().FindInput(arguments.Get<std::string>("file"))));
+}
+
+void RunClock(Session&, const Arguments& arguments) {
+    CoreHost::SetClock(arguments.Number<std::uint32_t>("seconds"));
+}
+
+void RunSeed(Session&, const Arguments& arguments) {
+    SetSeed(arguments.Number<std::uint32_t>("value"));
+}
+
+void RunColors(Session& session, const Arguments& arguments) {
+    if (arguments.Has("foreground")) {
+        session.foreground = ColorOf(arguments, "foreground");
+    }
+    if (arguments.Has("background")) {
+        session.background = ColorOf(arguments, "background");
+    }
+}
+
+void RunLinesEffect(Session& session, const Arguments& arguments) {
+    LinesParams params;
+    params.precision = arguments.Number<std::int16_t>("precision");
+    params.appearance = arguments.Number<std::uint16_t>("appearance");
+    params.colorMode = arguments.Number<std::uint16_t>("colorMode");
+    params.angle = arguments.Number<std::int16_t>("angle");
+    params.color = ColorOf(arguments, "color");
+    if (!RunLines(session.Texture(), params)) {
+        throw std::bad_alloc();
+    }
+}
+
+void RunClear(Session& session, const Arguments&) {
+    session.Texture().FillWhite();
+}
+
+void RunUndo(Session& session, const Arguments&) {
+    session.Texture().SwapUndo();
+}
+
+void RunSave(Session& session, const Arguments& arguments) {
+    SaveTexture(session.Texture(), session.Places().Output(arguments.Get<std::string>("file")));
+}
+
+void RunRepeat(Session& session, const Arguments& arguments) {
+    SaveRepeated(session.Texture(), arguments.Number<int>("columns"), arguments.Number<int>("rows"),
+                 session.Places().Output(arguments.Get<std::string>("file")),
+                 [&](double share) { session.ReportProgress(share); });
+}
+
+// The tile that the entry below transfers. A host hands its filters no word of its caller's.
+const PaintClass* appliedTexture = nullptr;
+
+/// The plug-in's transfer as a filter of its own, without the editor before it.
+void HOST_CALL TransferEntry(std::int16_t selector, hostapi::FilterRecord* record, void* /*data*/,
+                             std::int16_t* result) {
+    if (selector != hostapi::filterSelectorStart) {
+        return;
+    }
+    const RecordInUse inUse(record);
+    FilterContext context{hostapi::noErr, record};
+    WriteTileToSelection(&context, TileOf(*appliedTexture));
+    *result = context.result;
+}
+
+host::Selection SelectionOf(const Arguments& arguments, const host::Picture& picture) {
+    return arguments.Has("selection")
+               ? host::SelectRectangle(host::Widened(arguments.Get<hostapi::Rect>("selection")))
+               : host::SelectNothing(picture);
+}
+
+void RunApply(Session& session, const Arguments& arguments) {
+    host::Picture picture =
+        host::LoadPicture(session.Places().FindInput(arguments.Get<std::string>("image")));
+    host::HostSettings settings;
+    settings.hooks.showProgress = [&](std::int32_t done, std::int32_t total) {
+        session.ReportProgress(static_cast<double>(done) / total);
+    };
+    host::FilterHost filterHost(settings);
+    appliedTexture = &session.Texture();
+    const host::RunReport report =
+        filterHost.Run(TransferEntry, picture, SelectionOf(arguments, picture));
+    if (!report.Succeeded()) {
+        throw std::runtime_error("the transfer to " + Quoted(arguments.Get<std::string>("image")) +
+                                 " ended with the result " + std::to_string(report.result));
+    }
+    host::SavePicture(picture, session.Places().Output(arguments.Get<std::string>("file")));
+}
+
+std::vector<OperationDefinition> MakeTable() {
+    using enum TextureUse;
+    const Whole side{1, maximalTextureSide};
+    const WhenMissing standardSide = Defaults(128);
+    const Whole repetitions{1, 64};
+    const FileName textureFile{{".png", ".tmp"}};
+    const FileName pngFile{{".png"}};
+    const FileName anyPicture{};
+    return {
+        {"new", begins, {{"width", side, standardSide}, {"height", side, standardSide}}, RunNew},
+        {"open", begins, {{"file", textureFile}}, RunOpen},
+        {"clock", keeps, {{"seconds", Whole{0, highest32}}}, RunClock},
+        {"seed", keeps, {{"value", Whole{0, highest32}}}, RunSeed},
+        {"colors",
+         keeps,
+         {{"foreground", ColorTriple{}, LeftOut{}}, {"background", ColorTriple{}, LeftOut{}}},
+         RunColors},
+        {"lines",
+         changes,
+         {{"precision", Whole{0, 100}, Defaults(standardLines.precision)},
+          {"appearance", Whole{linesWax, linesInk}, Defaults(standardLines.appearance)},
+          {"colorMode", Whole{linesRandom, linesAverage}, Defaults(standardLines.colorMode)},
+          {"angle", Whole{-180, 180}, Defaults(standardLines.angle)},
+          {"color", ColorTriple{}, ColorValue(standardLines.color)}},
+         RunLinesEffect},
+        {"clear", changes, {}, RunClear},
+        {"undo", keeps, {}, RunUndo},
+        {"save", keeps, {{"file", textureFile}}, RunSave},
+        {"repeat",
+         keeps,
+         {{"columns", repetitions, Defaults(3)},
+          {"rows", repetitions, Defaults(3)},
+          {"file", pngFile}},
+         RunRepeat},
+        {"apply",
+         keeps,
+         {{"image", anyPicture}, {"selection", Rectangle{}, LeftOut{}}, {"file", pngFile}},
+         RunApply},
+    };
+}
+
+}  // namespace
+
+std::span<const OperationDefinition> OperationTable() {
+    static const std::vector<OperationDefinition> table = MakeTable();
+    return table;
+}
+
+}  // namespace recipe

@@ -1,0 +1,52 @@
+// What the operations of one recipe work on.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "paint/PaintClass.h"
+#include "recipe/CoreHost.h"
+#include "recipe/Definitions.h"
+#include "recipe/FilePlaces.h"
+#include "recipe/TextureFiles.h"
+
+namespace recipe {
+
+/// The state of a run. One at a time in a process, as its CoreHost.
+class Session {
+  public:
+    explicit Session(FilePlaces filePlaces, ProgressHook progressHook = nullptr,
+                     const host::MemorySettings& memory = {});
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session();
+
+    /// Runs the operations in order. Throws RecipeError with the line of the first that fails.
+    void Run(const std::vector<Operation>& operations);
+
+    /// Valid from the first `new` or `open` on, which the parser sees to.
+    PaintClass& Texture() { return *texture; }
+    void SetTexture(std::unique_ptr<PaintClass> newTexture);
+
+    const FilePlaces& Places() const { return places; }
+    CoreHost& Core() { return core; }
+    /// The present operation has come so far: 0 to 1.
+    void ReportProgress(double share) const;
+
+    /// The editor's two colours.
+    RGBColor16 foreground = black16;
+    RGBColor16 background = white16;
+
+  private:
+    void RunOne(const Operation& operation);
+
+    FilePlaces places;
+    ProgressHook progress;
+    CoreHost core;
+    // Behind the host whose memory it lies in.
+    std::unique_ptr<PaintClass> texture;
+    std::size_t finishedOperations = 0;
+    std::size_t allOperations = 1;
+};
+
+}  // namespace recipe
