@@ -113,23 +113,23 @@ std::uint32_t PngChecksum(Bytes bytes) {
     return ~checksum;
 }
 
-void AppendBigEndian32(std::vector<std::uint8_t>& bytes, std::uint32_t value) {
-    for (int shift = 24; shift >= 0; shift -= 8)
-        bytes.push_back(static_cast<std::uint8_t>(value >> shift));
+void PutBigEndian32(std::span<std::uint8_t> bytes, std::size_t at, std::uint32_t value) {
+    for (std::size_t i = 0; i < 4; ++i)
+        bytes[at + i] = static_cast<std::uint8_t>(value >> (24 - 8 * i));
 }
 
-std::vector<std::uint8_t> ResolutionChunk(const Picture& picture) {
-    std::vector<std::uint8_t> typeAndData = {'p', 'H', 'Y', 's'};
+// Length, type, two resolutions, the unit (metres), checksum of what follows the length.
+std::array<std::uint8_t, 21> ResolutionChunk(const Picture& picture) {
     auto perMetre = [](double perInch) {
         return static_cast<std::uint32_t>(std::lround(perInch / metresPerInch));
     };
-    AppendBigEndian32(typeAndData, perMetre(picture.horizontalResolution));
-    AppendBigEndian32(typeAndData, perMetre(picture.verticalResolution));
-    typeAndData.push_back(1);
-    std::vector<std::uint8_t> chunk;
-    AppendBigEndian32(chunk, static_cast<std::uint32_t>(typeAndData.size() - 4));
-    chunk.insert(chunk.end(), typeAndData.begin(), typeAndData.end());
-    AppendBigEndian32(chunk, PngChecksum(typeAndData));
+    std::array<std::uint8_t, 21> chunk{};
+    PutBigEndian32(chunk, 0, 9);
+    std::memcpy(chunk.data() + 4, "pHYs", 4);
+    PutBigEndian32(chunk, 8, perMetre(picture.horizontalResolution));
+    PutBigEndian32(chunk, 12, perMetre(picture.verticalResolution));
+    chunk[16] = 1;
+    PutBigEndian32(chunk, 17, PngChecksum(Bytes(chunk).subspan(4, 13)));
     return chunk;
 }
 
@@ -200,7 +200,7 @@ std::vector<std::uint8_t> EncodePng(const Picture& picture) {
     if (stbi_write_png_to_func(AppendBytes, &bytes, picture.width, picture.height, picture.planes,
                                picture.pixels.data(), static_cast<int>(picture.RowBytes())) == 0)
         throw PictureError("picture: no memory to write it");
-    const std::vector<std::uint8_t> chunk = ResolutionChunk(picture);
+    const auto chunk = ResolutionChunk(picture);
     bytes.insert(bytes.begin() + pngHeaderEnd, chunk.begin(), chunk.end());
     return bytes;
 }
