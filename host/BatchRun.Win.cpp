@@ -1,0 +1,210 @@
+// zandermolite-run: the host as a command line program.
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+#include <shellapi.h>
+
+#include <csignal>
+#include <cstdio>
+#include <iostream>
+#include <new>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/BatchOptions.h"
+#include "host/BatchReport.h"
+#include "host/FilterHost.h"
+#include "host/Picture.h"
+#include "host/PluginFile.Win.h"
+#include "host/Selection.h"
+
+namespace host {
+
+namespace {
+
+std::string Utf8(const wchar_t* text) {
+    return Utf8Name(std::filesystem::path(text));
+}
+
+std::vector<std::string> Arguments() {
+    int count = 0;
+    wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i)
+        arguments.push_back(Utf8(words[i]));
+    LocalFree(words);
+    return arguments;
+}
+
+[[noreturn]] void EndCrashed(const char* what) {
+    std::cout.flush();
+    std::fprintf(stderr, "zandermolite-run: the filter crashed (%s)\n", what);
+    std::fflush(stderr);
+    TerminateProcess(GetCurrentProcess(), statusCrashed);
+    std::abort();
+}
+
+LONG WINAPI OnCrash(EXCEPTION_POINTERS* pointers) {
+    char text[64];
+    std::snprintf(text, sizeof(text), "exception 0x%08lX",
+                  static_cast<unsigned long>(pointers->ExceptionRecord->ExceptionCode));
+    EndCrashed(text);
+}
+
+void OnAbort(int) {
+    EndCrashed("it ended the program");
+}
+
+Selection MakeSelection(const BatchOptions& options, const Picture& picture) {
+    const bool isPlain = !options.selection && options.mask.empty() && !options.ellipseFeather;
+    if (isPlain)
+        return SelectNothing(picture);
+    const hostapi::VRect bounds = options.selection.value_or(picture.Bounds());
+    if (!options.mask.empty())
+        return SelectByMask(bounds, LoadPicture(options.mask), picture);
+    if (options.ellipseFeather)
+        return SelectEllipse(bounds, *options.ellipseFeather);
+    return SelectRectangle(bounds);
+}
+
+ListedFilter FindFilter(const BatchOptions& options) {
+    for (const ListedFilter& filter : ListFile(options.filter)) {
+        if (options.filterName.empty() || filter.description.name == options.filterName)
+            return filter;
+    }
+    throw PluginError(Utf8Name(options.filter) + ": has no filter named " + options.filterName);
+}
+
+int List(const BatchOptions& options) {
+    FilterList list;
+    std::error_code error;
+    if (std::filesystem::is_directory(options.list, error))
+        list = ListFolder(options.list);
+    else
+        list.filters = ListFile(options.list);
+    std::vector<FilterLine> lines;
+    for (const ListedFilter& filter : list.filters)
+        lines.push_back({Utf8Name(filter.file), filter.description});
+    std::cout << (options.json ? ListJson(lines) : ListLines(lines));
+    for (const std::string& problem : list.problems)
+        std::cerr << problem << "\n";
+    return statusDone;
+}
+
+/// The filter's runs on one picture, with the library loaded as the traits say.
+class Batch {
+  public:
+    Batch(const BatchOptions& options_, Picture picture_)
+        : options(options_),
+          picture(std::move(picture_)),
+          selection(MakeSelection(options, picture)),
+          filter(FindFilter(options)),
+          host(options.settings) {
+        host.SetMattes(filter.description.InputMattes());
+    }
+
+    void RunAll() {
+        RequireSupport();
+        for (int run = 0; run < options.times; ++run) {
+            const bool isRepeat = options.repeat && (run > 0 || options.times == 1);
+            RunOne([&](EntryPoint entry) {
+                return host.Run(entry, picture, selection,
+                                isRepeat ? Execution::Repeat : Execution::Interactive);
+            });
+            if (!reports.back().Succeeded())
+                return;
+        }
+    }
+
+    void RunAbout() {
+        RunOne([&](EntryPoint entry) { return host.RunAbout(entry); });
+    }
+
+    void RunSelector() {
+        RunOne([&](EntryPoint entry) {
+            return host.RunSelector(entry, *options.selector, picture, selection);
+        });
+    }
+
+    const std::vector<RunReport>& Reports() const { return reports; }
+    const Picture& Result() const { return picture; }
+
+  private:
+    void RequireSupport() const {
+        if (!filter.description.Handles(host.FilterCaseOf(picture, selection)))
+            throw PluginError(Utf8Name(filter.file) +
+                              ": the filter doesn't work on such a picture and selection");
+    }
+
+    template <typename Run>
+    void RunOne(Run run) {
+        if (!library)
+            library.emplace(filter);
+        reports.push_back(run(library->Entry()));
+        if (options.settings.traits.Has(Trait::FreeLibrary))
+            library.reset();
+    }
+
+    const BatchOptions& options;
+    Picture picture;
+    Selection selection;
+    ListedFilter filter;
+    FilterHost host;
+    std::optional<LoadedFilter> library;
+    std::vector<RunReport> reports;
+};
+
+// Selectors without an image, if none is given, get a small one.
+Picture InputPicture(const BatchOptions& options) {
+    return options.image.empty() ? MakePicture(64, 64, 3) : LoadPicture(options.image);
+}
+
+int Run(const BatchOptions& options) {
+    Batch batch(options, InputPicture(options));
+    std::string written;
+    if (options.about) {
+        batch.RunAbout();
+    } else if (options.selector) {
+        batch.RunSelector();
+    } else {
+        batch.RunAll();
+        if (!options.out.empty() && batch.Reports().back().Succeeded()) {
+            SavePicture(batch.Result(), options.out);
+            written = Utf8Name(options.out);
+        }
+    }
+    std::cout << (options.json ? ReportJson(batch.Reports(), written)
+                               : ReportLines(batch.Reports()));
+    return StatusOf(batch.Reports());
+}
+
+int Main() {
+    _setmode(_fileno(stdout), _O_BINARY);
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
+    SetUnhandledExceptionFilter(OnCrash);
+    std::signal(SIGABRT, OnAbort);
+    try {
+        const ParsedCommandLine commandLine = ParseBatchOptions(Arguments());
+        if (!commandLine.text.empty()) {
+            std::cout << commandLine.text;
+            return statusDone;
+        }
+        const BatchOptions& options = commandLine.options;
+        return options.list.empty() ? Run(options) : List(options);
+    } catch (const std::bad_alloc&) {
+        std::cerr << "zandermolite-run: not enough memory\n";
+    } catch (const std::exception& error) {
+        std::cerr << "zandermolite-run: " << error.what() << "\n";
+    }
+    return statusUnusable;
+}
+
+}  // namespace
+
+}  // namespace host
+
+int main() {
+    return host::Main();
+}
