@@ -29,6 +29,8 @@ SimpleLink::Node::~Node() {
     ::operator delete(data);
 }
 
+SimpleLink::SimpleLink() = default;
+
 SimpleLink::~SimpleLink() {
     // One by one: letting the first node take the rest with it would go as deep as the list is
     // long.

@@ -9,7 +9,7 @@ constexpr std::size_t nameCapacity = 256;
 
 class SimpleLink {
   public:
-    SimpleLink() = default;
+    SimpleLink();
     SimpleLink(const SimpleLink&) = delete;
     SimpleLink& operator=(const SimpleLink&) = delete;
     ~SimpleLink();

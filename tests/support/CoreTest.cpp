@@ -41,10 +41,8 @@ CoreTest::CoreTest(const host::MemorySettings& settings) : memory(settings) {
 }
 
 CoreTest::~CoreTest() {
-    filterRecord = nullptr;
-}
-
-void CoreTest::TearDown() {
+    // Only now, when what the test itself held is gone.
     memory.CheckAtEnd();
     EXPECT_EQ(memory.FoundFaults().Lines(), std::vector<std::string>{});
+    filterRecord = nullptr;
 }

@@ -51,7 +51,6 @@ class CoreTest : public testing::Test {
   protected:
     explicit CoreTest(const host::MemorySettings& settings = {});
     ~CoreTest() override;
-    void TearDown() override;
 
     host::MemorySuites memory;
     hostapi::FilterRecord record{};
