@@ -41,17 +41,17 @@ OutputFile::~OutputFile() {
 
 void OutputFile::Write(const void* bytes, std::size_t count) {
     if (std::fwrite(bytes, 1, count, stream.get()) != count) {
-        Fail(errno);
+        Fail();
     }
 }
 
 void OutputFile::Commit() {
     // A full disk may show at the last flush only.
     if (std::fflush(stream.get()) != 0 || std::ferror(stream.get()) != 0) {
-        Fail(errno);
+        Fail();
     }
     if (std::fclose(stream.release()) != 0) {
-        Fail(errno);
+        Fail();
     }
     std::error_code error;
     std::filesystem::rename(temporary, target, error);
@@ -60,8 +60,8 @@ void OutputFile::Commit() {
     }
 }
 
-void OutputFile::Fail(int error) const {
-    ThrowUnwritable(target, std::strerror(error));
+void OutputFile::Fail() const {
+    ThrowUnwritable(target, std::strerror(errno));
 }
 
 }  // namespace recipe

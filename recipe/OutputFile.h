@@ -22,10 +22,10 @@ class OutputFile {
     std::FILE* Stream() const { return stream.get(); }
     void Write(const void* bytes, std::size_t count);
     void Commit();
+    /// Throws for a write to Stream() that failed, with the reason in errno.
+    [[noreturn]] void Fail() const;
 
   private:
-    [[noreturn]] void Fail(int error) const;
-
     std::filesystem::path target;
     std::filesystem::path temporary;
     FileHandle stream;

@@ -125,7 +125,7 @@ void FillRepeatedRow(const PaintClass& texture, short y, std::vector<std::uint8_
 void SaveTmpTexture(const PaintClass& texture, const fs::path& file) {
     OutputFile output(file);
     if (!WriteTexture(output.Stream(), texture)) {
-        throw std::runtime_error(QuotedName(file) + " cannot be written");
+        output.Fail();
     }
     output.Commit();
 }
