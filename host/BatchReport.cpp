@@ -41,7 +41,7 @@ Json TextOrNull(const std::string& text) {
 
 // Text from a file may not be UTF-8; what isn't is replaced.
 std::string Dump(const Json& json) {
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 Json CasesJson(const FilterDescription& description) {

@@ -57,24 +57,13 @@ void OnAbort(int) {
     EndCrashed("it ended the program");
 }
 
-Selection MakeSelection(const BatchOptions& options, const Picture& picture) {
-    const bool isPlain = !options.selection && options.mask.empty() && !options.ellipseFeather;
-    if (isPlain)
-        return SelectNothing(picture);
-    const hostapi::VRect bounds = options.selection.value_or(picture.Bounds());
-    if (!options.mask.empty())
-        return SelectByMask(bounds, LoadPicture(options.mask), picture);
-    if (options.ellipseFeather)
-        return SelectEllipse(bounds, *options.ellipseFeather);
-    return SelectRectangle(bounds);
-}
-
 ListedFilter FindFilter(const BatchOptions& options) {
-    for (const ListedFilter& filter : ListFile(options.filter)) {
+    const std::filesystem::path& file = options.common.filters.front();
+    for (const ListedFilter& filter : ListFile(file)) {
         if (options.filterName.empty() || filter.description.name == options.filterName)
             return filter;
     }
-    throw PluginError(Utf8Name(options.filter) + ": has no filter named " + options.filterName);
+    throw PluginError(Utf8Name(file) + ": has no filter named " + options.filterName);
 }
 
 int List(const BatchOptions& options) {
@@ -99,9 +88,9 @@ class Batch {
     Batch(const BatchOptions& options_, Picture picture_)
         : options(options_),
           picture(std::move(picture_)),
-          selection(MakeSelection(options, picture)),
+          selection(SelectionFrom(options.common, picture)),
           filter(FindFilter(options)),
-          host(options.settings) {
+          host(options.common.settings) {
         host.SetMattes(filter.description.InputMattes());
     }
 
@@ -143,7 +132,7 @@ class Batch {
         if (!library)
             library.emplace(filter);
         reports.push_back(run(library->Entry()));
-        if (options.settings.traits.Has(Trait::FreeLibrary))
+        if (options.common.settings.traits.Has(Trait::FreeLibrary))
             library.reset();
     }
 
@@ -158,7 +147,8 @@ class Batch {
 
 // Selectors without an image, if none is given, get a small one.
 Picture InputPicture(const BatchOptions& options) {
-    return options.image.empty() ? MakePicture(64, 64, 3) : LoadPicture(options.image);
+    return options.common.image.empty() ? MakePicture(64, 64, 3)
+                                        : LoadPicture(options.common.image);
 }
 
 int Run(const BatchOptions& options) {
