@@ -15,15 +15,15 @@ bool ComesBefore(const std::string& a, const std::string& b) {
                                         [&](char x, char y) { return lower(x) < lower(y); });
 }
 
-bool IsSameFilter(const CatalogEntry& a, const CatalogEntry& b) {
+bool IsSameFilter(const ListedFilter& a, const ListedFilter& b) {
     return a.file == b.file && a.description.name == b.description.name &&
            a.description.category == b.description.category;
 }
 
 }  // namespace
 
-std::size_t FilterCatalog::Add(CatalogEntry entry) {
-    const auto known = std::find_if(entries.begin(), entries.end(), [&](const CatalogEntry& other) {
+std::size_t FilterCatalog::Add(ListedFilter entry) {
+    const auto known = std::find_if(entries.begin(), entries.end(), [&](const ListedFilter& other) {
         return IsSameFilter(entry, other);
     });
     if (known != entries.end())

@@ -2,18 +2,12 @@
 #pragma once
 
 #include <cstddef>
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "host/PluginFile.h"
 
 namespace host {
-
-struct CatalogEntry {
-    std::filesystem::path file;
-    FilterDescription description;
-};
 
 /// One category with its filters, by their positions in the catalog.
 struct CatalogGroup {
@@ -26,16 +20,16 @@ class FilterCatalog {
   public:
     /// Answers the entry's position. The same name and category in the same file comes in only
     /// once.
-    std::size_t Add(CatalogEntry entry);
+    std::size_t Add(ListedFilter entry);
     std::size_t Count() const { return entries.size(); }
     bool IsEmpty() const { return entries.empty(); }
-    const CatalogEntry& At(std::size_t position) const { return entries.at(position); }
+    const ListedFilter& At(std::size_t position) const { return entries.at(position); }
     /// Categories and, in each, filters by name, without regard to case. A filter without a
     /// category stands under "Other".
     std::vector<CatalogGroup> Groups() const;
 
   private:
-    std::vector<CatalogEntry> entries;
+    std::vector<ListedFilter> entries;
 };
 
 }  // namespace host

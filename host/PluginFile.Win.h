@@ -9,11 +9,6 @@
 
 namespace host {
 
-struct ListedFilter {
-    std::filesystem::path file;
-    FilterDescription description;
-};
-
 struct FilterList {
     /// In the order of the files' names.
     std::vector<ListedFilter> filters;

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <span>
 #include <stdexcept>
@@ -61,6 +62,12 @@ struct FilterDescription {
     std::string ModeNames() const;
     /// The input handling of each case, for FilterHost::SetMattes().
     std::array<Matte, 7> InputMattes() const;
+};
+
+/// A filter and the file that it was found in.
+struct ListedFilter {
+    std::filesystem::path file;
+    FilterDescription description;
 };
 
 /// Reads a PIPL resource's bytes. Strict: every length is a multiple of 4 and inside the resource,
