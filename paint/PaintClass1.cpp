@@ -155,21 +155,26 @@ struct Direction {
 /// of the stroke, which may so speed up or slow down.
 void DrawStroke(PaintClass& pic, const RGBColor16& color, Direction direction, short driftWidth) {
     const unsigned char rgb[3] = {HighByte(color.red), HighByte(color.green), HighByte(color.blue)};
-    double x = RandomRange(0, pic.grX);
-    double y = RandomRange(0, pic.grY);
+    // In a register for the length of the stroke, which is one long chain of draws.
+    RandomGenerator random(Seed());
+    double x = random.Range(0, pic.grX);
+    double y = random.Range(0, pic.grY);
+    unsigned char* const base = pic.Base();
+    const std::int32_t rowBytes = pic.RowBytes();
     WrappedWalk column(pic.grX);
     WrappedWalk row(pic.grY);
     for (int step = 0; step < stepsPerStroke; ++step) {
-        if (RandomRange(0, 8) == 4) {
-            direction.dx += RandomSpread(driftWidth) * 0.01;
-            direction.dy += RandomSpread(driftWidth) * 0.01;
+        if (random.Range(0, 8) == 4) {
+            direction.dx += random.Spread(driftWidth) * 0.01;
+            direction.dy += random.Spread(driftWidth) * 0.01;
         }
         x += direction.dx;
         y += direction.dy;
-        const int place = row.Place(TruncateToShort(y)) * pic.RowBytes() +
+        const int place = row.Place(TruncateToShort(y)) * rowBytes +
                           column.Place(TruncateToShort(x)) * bytesPerPixel;
-        std::memcpy(pic.Base() + place, rgb, sizeof rgb);
+        std::memcpy(base + place, rgb, sizeof rgb);
     }
+    SetSeed(random.State());
 }
 
 }  // namespace

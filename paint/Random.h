@@ -4,19 +4,45 @@
 
 #include <cstdint>
 
+/// The generator's arithmetic on a state that a loop may keep in a register.
+class RandomGenerator {
+  public:
+    explicit RandomGenerator(std::uint32_t newState) : state(newState) {}
+
+    std::uint32_t State() const { return state; }
+
+    /// Steps the state; 0 to 32767.
+    std::int32_t Rand() {
+        state = state * 1103515245u + 12345u;
+        return static_cast<std::int32_t>(state >> 16 & 0x7FFF);
+    }
+
+    /// Whole numbers from `lo` to `hi`, of which the low 16 bits count for their difference. `hi`
+    /// itself comes only when Rand() is exactly 32767: a coordinate drawn from 0 to W can be W,
+    /// which the wrapped accessors fold to 0.
+    std::int32_t Range(std::int32_t lo, std::int32_t hi) {
+        const std::uint32_t difference =
+            (static_cast<std::uint32_t>(hi) & 0xFFFF) - (static_cast<std::uint32_t>(lo) & 0xFFFF);
+        const std::uint32_t offset = static_cast<std::uint32_t>(Rand()) * difference / 32767;
+        return static_cast<std::int32_t>(offset + static_cast<std::uint32_t>(lo));
+    }
+
+    /// From -(n + 1) to n + 1, and one more from n = 16382 on. Keeps the low 16 bits.
+    short Spread(short n) { return static_cast<short>((n + 1) * Rand() / 16383 - n - 1); }
+
+  private:
+    std::uint32_t state;
+};
+
+// The program's one generator.
+
 /// The state becomes the clock's time in seconds.
 void SeedRandom();
 /// Sets the state directly.
 void SetSeed(std::uint32_t value);
 std::uint32_t Seed();
 
-/// Steps the state; 0 to 32767.
+// As the operations of the class.
 std::int32_t Rand();
-
-/// Whole numbers from `lo` to `hi`, of which the low 16 bits count for their difference. `hi`
-/// itself comes only when Rand() is exactly 32767: a coordinate drawn from 0 to W can be W, which
-/// the wrapped accessors fold to 0.
 std::int32_t RandomRange(std::int32_t lo, std::int32_t hi);
-
-/// From -(n + 1) to n + 1, and one more from n = 16382 on. Keeps the low 16 bits.
 short RandomSpread(short n);

@@ -1,0 +1,77 @@
+// Runs all measurements and prints, for each that has a reference, the ratio of the two.
+//
+// Names are "operation/variant" with the variants "fast", "plain" (the straightforward loop) and
+// "copy" (a plain memory copy of the same bytes).
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <map>
+#include <string>
+
+namespace {
+
+/// Prints the usual table and keeps the shortest time of each measurement.
+class RatioReporter : public benchmark::ConsoleReporter {
+  public:
+    void ReportRuns(const std::vector<Run>& runs) override {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run& run : runs) {
+            if (run.run_type == Run::RT_Iteration) {
+                Note(run.run_name.function_name, run.GetAdjustedRealTime());
+            }
+        }
+    }
+
+    void PrintRatios() const {
+        std::printf("\n%-32s %12s %14s %14s\n", "operation", "fast, ms", "plain / fast",
+                    "fast / copy");
+        for (const auto& [operation, times] : shortest) {
+            const auto fast = times.find("fast");
+            if (fast != times.end()) {
+                std::printf("%-32s %12.3f", operation.c_str(), fast->second);
+                PrintRatio(times, "plain", 1.0 / fast->second);
+                const auto copy = times.find("copy");
+                if (copy != times.end()) {
+                    std::printf(" %14.2f", fast->second / copy->second);
+                }
+                std::printf("\n");
+            }
+        }
+    }
+
+  private:
+    using Times = std::map<std::string, double>;
+
+    void Note(const std::string& name, double time) {
+        const std::size_t slash = name.rfind('/');
+        Times& times = shortest[name.substr(0, slash)];
+        const auto [entry, isNew] = times.emplace(name.substr(slash + 1), time);
+        if (!isNew && time < entry->second) {
+            entry->second = time;
+        }
+    }
+
+    static void PrintRatio(const Times& times, const char* variant, double factor) {
+        const auto found = times.find(variant);
+        if (found != times.end()) {
+            std::printf(" %14.2f", found->second * factor);
+        } else {
+            std::printf(" %14s", "");
+        }
+    }
+
+    std::map<std::string, Times> shortest;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 2;
+    }
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    reporter.PrintRatios();
+    return 0;
+}

@@ -1,0 +1,49 @@
+# Shared by ./run and ./test.
+
+heading() {
+  printf '\n== %s\n' "$1"
+}
+
+# Configures a preset when its folder is new (later changes are CMake's own to notice) and builds it.
+# build_preset PRESET [TARGET]...
+build_preset() {
+  preset=$1; shift
+  heading "Building $preset"
+  [ -e "build/$preset/build.ninja" ] || cmake --preset "$preset" > "build-$preset.log" 2>&1 || {
+    cat "build-$preset.log" >&2; rm -f "build-$preset.log"; return 1; }
+  rm -f "build-$preset.log"
+  if [ $# -gt 0 ]; then
+    cmake --build "build/$preset" --target "$@"
+  else
+    cmake --build "build/$preset"
+  fi
+}
+
+# Adds up the files that the test programs left, and prints the closing line.
+# count_results PRESETS FAILED_PRESETS
+count_results() {
+  total=0; failed=0; skipped=0
+  for preset in $1; do
+    for file in "build/$preset/results"/*.xml; do
+      [ -e "$file" ] || continue
+      total=$((total + $(sum_attribute testsuites tests "$file")))
+      failed=$((failed + $(sum_attribute testsuites failures "$file")))
+      skipped=$((skipped + $(sum_attribute testsuite skipped "$file")))
+    done
+  done
+  # A program that ended before it could write its file counts as one failure.
+  if [ -n "$2" ] && [ "$failed" -eq 0 ]; then
+    failed=1; total=$((total + 1))
+  fi
+  [ -z "$2" ] || printf '\nFailed:%s\n' "$2"
+  printf '\n%d passed, %d failed, %d skipped\n' $((total - failed - skipped)) "$failed" "$skipped"
+}
+
+# sum_attribute ELEMENT ATTRIBUTE FILE
+sum_attribute() {
+  sum=0
+  for number in $(sed -n "s/^ *<$1 .* $2=\"\([0-9]*\)\".*/\1/p" "$3"); do
+    sum=$((sum + number))
+  done
+  echo "$sum"
+}

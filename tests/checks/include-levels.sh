@@ -1,0 +1,38 @@
+#!/bin/sh
+# No module includes one that stands above it. The levels, from the bottom:
+#   hostapi; shell's lower half (faults, host wrappers, the seam to the system); raster; paint;
+#   files; framework; dialogs; editor; shell's upper half.
+# The host knows nothing but hostapi. The recipe tool and the tests stand above everything.
+set -eu
+lower='shell/(FatalError|Platform|PhotoshopUtilities)\.h'
+texts='resources/Strings\.(h|def)'
+failed=0
+
+# allow FILES PATTERN: each project include in FILES must match PATTERN.
+allow() {
+  files=$1; pattern=$2
+  # shellcheck disable=SC2086
+  wrong=$(grep -HnE '^#include "' $files | grep -vE "#include \"($pattern)" || true)
+  if [ -n "$wrong" ]; then
+    printf 'These includes point upwards:\n%s\n' "$wrong" >&2
+    failed=1
+  fi
+}
+
+allow 'hostapi/*.h' 'hostapi/'
+allow 'shell/FatalError.h shell/FatalError.cpp shell/Platform.h shell/Platform.Native.cpp
+  shell/PhotoshopUtilities.h shell/PhotoshopUtilities.cpp shell/PhotoshopUtilities.Win.cpp' \
+  "hostapi/|$lower"
+allow 'raster/*.h raster/*.cpp' "hostapi/|$lower|$texts|raster/"
+allow 'paint/*.h paint/*.cpp' "hostapi/|$lower|raster/|paint/"
+allow 'host/*.h host/*.cpp' 'hostapi/|host/'
+allow 'framework/*.h framework/*.cpp' "hostapi/|$lower|shell/Module.Win.h|$texts|framework/"
+
+# Windows' own headers stand in .Win files alone.
+wrong=$(grep -lE '#include <(windows|commctrl|commdlg|windowsx)\.h>' -r hostapi raster paint files \
+  framework shell editor dialogs host recipe 2> /dev/null | grep -vE '\.Win\.(h|cpp)$' || true)
+if [ -n "$wrong" ]; then
+  printf 'These files include Windows headers and are no .Win files:\n%s\n' "$wrong" >&2
+  failed=1
+fi
+exit $failed
