@@ -4,29 +4,41 @@ namespace {
 
 constexpr std::size_t maximalLength = 255;
 
+using LeadByteTest = bool (*)(unsigned char);
+
+/// 2 for a double-byte character, unless its second byte is missing.
+std::size_t CharacterLength(const char* at, LeadByteTest isLeadByte) {
+    return isLeadByte(static_cast<unsigned char>(*at)) && at[1] != '\0' ? 2 : 1;
+}
+
+/// Whole characters only, also of the inserted texts: half a character would spoil the last one.
+void CutToMaximalLength(std::string& text, LeadByteTest isLeadByte) {
+    std::size_t length = 0;
+    while (length < text.size()) {
+        const std::size_t next = length + CharacterLength(text.c_str() + length, isLeadByte);
+        if (next > maximalLength) {
+            break;
+        }
+        length = next;
+    }
+    text.resize(length);
+}
+
 }  // namespace
 
-std::string SubstituteTexts(const char* text, const AlertTexts& texts,
-                            bool (*isLeadByte)(unsigned char)) {
+std::string SubstituteTexts(const char* text, const AlertTexts& texts, LeadByteTest isLeadByte) {
     std::string result;
-    for (const char* at = text; *at != '\0'; ++at) {
-        if (isLeadByte(static_cast<unsigned char>(*at)) && at[1] != '\0') {
-            // Both bytes or none: half a character would spoil the rest.
-            if (result.size() + 2 > maximalLength) {
-                break;
-            }
-            result.append(at, 2);
-            ++at;
-        } else if (*at == '^' && at[1] >= '0' && at[1] <= '3') {
+    for (const char* at = text; *at != '\0';) {
+        if (*at == '^' && at[1] >= '0' && at[1] <= '3') {
             const char* const inserted = texts[static_cast<std::size_t>(at[1] - '0')];
             result += inserted != nullptr ? inserted : "";
-            ++at;
+            at += 2;
         } else {
-            result += *at;
+            const std::size_t length = CharacterLength(at, isLeadByte);
+            result.append(at, length);
+            at += length;
         }
     }
-    if (result.size() > maximalLength) {
-        result.resize(maximalLength);
-    }
+    CutToMaximalLength(result, isLeadByte);
     return result;
 }

@@ -8,6 +8,7 @@
 using AlertTexts = std::array<const char*, 4>;
 
 /// `text` with its markers replaced; any other "^" stays. Walked byte by byte, and a double-byte
-/// character, whose first byte `isLeadByte` knows, is kept whole. At most 255 bytes.
+/// character, whose first byte `isLeadByte` knows, is kept whole. At most 255 bytes, cut between
+/// two characters.
 std::string SubstituteTexts(const char* text, const AlertTexts& texts,
                             bool (*isLeadByte)(unsigned char));

@@ -64,8 +64,9 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
 #define REALIGN_STACK
 #endif
 
-extern "C" __declspec(dllexport) REALIGN_STACK void __cdecl ENTRYPOINT(
-    std::int16_t selector, hostapi::FilterRecord* record, void* /*data*/, std::int16_t* result) {
+extern "C" __declspec(dllexport) REALIGN_STACK
+    void __cdecl ENTRYPOINT(std::int16_t selector, hostapi::FilterRecord* record, void* /*data*/,
+                            std::int16_t* result) {
     try {
         const FloatingPointSettings settings;
         CheckInstanceHandle();

@@ -9,7 +9,9 @@ namespace {
 /// A window's device context, given back on every path.
 class WindowContext {
   public:
-    explicit WindowContext(HWND newWindow) : window(newWindow), context(GetDC(newWindow)) {}
+    // Without a window the system would give the context of the whole screen.
+    explicit WindowContext(HWND newWindow)
+        : window(newWindow), context(newWindow != nullptr ? GetDC(newWindow) : nullptr) {}
     WindowContext(const WindowContext&) = delete;
     WindowContext& operator=(const WindowContext&) = delete;
     ~WindowContext() {

@@ -27,5 +27,5 @@ std::unique_ptr<PaintClass> ReadSelection(FilterContext* context);
 /// selection's top left corner receives the tile's pixel (X mod width, Y mod height). Planes beyond
 /// the third keep what the host delivered. The context's result becomes 0, -128 after an abort, the
 /// error of advanceState, or filterBadParameters for fewer than three planes or a row that the host
-/// does not deliver; rows written before stay written.
+/// neither delivers nor shrinks to nothing; rows written before stay written.
 void WriteTileToSelection(FilterContext* context, const TileInfo& tile);
