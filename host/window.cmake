@@ -1,4 +1,26 @@
 # The window: what it decides and draws is neutral, how it appears is not.
 add_library(hostview STATIC
-  Document.cpp FilterCatalog.cpp SelectionDrag.cpp ViewImage.cpp Viewport.cpp WindowText.cpp)
-target_link_libraries(hostview PUBLIC hostcore PRIVATE project_options)
+  Document.cpp FilterCatalog.cpp SelectionDrag.cpp ViewImage.cpp Viewport.cpp WindowOptions.cpp
+  WindowText.cpp)
+target_include_directories(hostview PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/generated)
+target_link_libraries(hostview PUBLIC hostcommand PRIVATE project_options system_headers)
+
+if(WIN32)
+  configure_file(WindowVersion.h.in ${CMAKE_CURRENT_BINARY_DIR}/generated/host/WindowVersion.h @ONLY)
+  add_executable(zandermolite-host WIN32
+    FileDialogs.Win.cpp FilterMenu.Win.cpp FilterRunner.Win.cpp FilterSession.Win.cpp
+    HostDialogs.Win.cpp HostWindow.Win.cpp NativeWindow.Win.cpp PictureView.Win.cpp
+    StatusBar.Win.cpp WindowMain.Win.cpp Window.rc)
+  target_include_directories(zandermolite-host PRIVATE
+    ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_BINARY_DIR}/generated)
+  target_link_libraries(zandermolite-host PRIVATE
+    hostview project_options comctl32 comdlg32 ole32 shell32)
+  target_compile_definitions(zandermolite-host PRIVATE UNICODE _UNICODE)
+  target_link_options(zandermolite-host PRIVATE -municode -s)
+  set(window_icon ${PROJECT_SOURCE_DIR}/resources/zandermolite.ico)
+  set_source_files_properties(Window.rc PROPERTIES OBJECT_DEPENDS
+    "${CMAKE_CURRENT_SOURCE_DIR}/WindowResources.h;${CMAKE_CURRENT_SOURCE_DIR}/Window.manifest")
+  if(EXISTS ${window_icon})
+    target_compile_definitions(zandermolite-host PRIVATE WITH_ICON)
+  endif()
+endif()

@@ -1,0 +1,77 @@
+// zandermolite-host: the host with its window.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <shellapi.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "host/HostWindow.Win.h"
+#include "host/NativeWindow.Win.h"
+#include "host/WindowOptions.h"
+
+namespace host {
+
+namespace {
+
+// As those of the batch program.
+enum ExitStatus : int { statusDone = 0, statusUnusable = 2 };
+
+std::vector<std::string> Arguments() {
+    int count = 0;
+    wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i)
+        arguments.push_back(Utf8(words[i]));
+    LocalFree(words);
+    return arguments;
+}
+
+// To where the output goes, if it goes anywhere, else in a box.
+void Print(const std::string& text) {
+    HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+    DWORD written = 0;
+    if (output == nullptr || output == INVALID_HANDLE_VALUE ||
+        WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) == FALSE)
+        MessageBoxW(nullptr, Wide(text).c_str(), programTitle, MB_OK);
+}
+
+int RunMessageLoop(HostWindow& window) {
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (window.TranslateKey(message))
+            continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    return statusDone;
+}
+
+int Main(int show) {
+    INITCOMMONCONTROLSEX controls{sizeof controls, ICC_BAR_CLASSES | ICC_PROGRESS_CLASS};
+    InitCommonControlsEx(&controls);
+    try {
+        const ParsedWindowOptions commandLine = ParseWindowOptions(Arguments());
+        if (!commandLine.text.empty()) {
+            Print(commandLine.text);
+            return statusDone;
+        }
+        HostWindow window(commandLine.options);
+        window.Open(show);
+        window.CarryOutOptions();
+        return RunMessageLoop(window);
+    } catch (...) {
+        ShowError(nullptr, CurrentErrorText());
+        return statusUnusable;
+    }
+}
+
+}  // namespace
+
+}  // namespace host
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int show) {
+    return host::Main(show);
+}

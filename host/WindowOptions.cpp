@@ -1,0 +1,28 @@
+#include "host/WindowOptions.h"
+
+#include <CLI/CLI.hpp>
+
+#include "host/Picture.h"
+#include "host/Version.h"
+
+namespace host {
+
+ParsedWindowOptions ParseWindowOptions(const std::vector<std::string>& arguments) {
+    CLI::App app("Opens a picture and runs filter plug-ins on it.", "zandermolite-host");
+    app.set_version_flag("--version", "zandermolite-host " + std::string(versionText));
+    std::string picture;
+    app.add_option("PICTURE", picture, "The picture; as --image");
+    const CommonOptionReader common(app);
+
+    const std::string text = ParseCommandLine(app, arguments);
+    if (!text.empty())
+        return {{}, text};
+    CommonOptions options = common.Read();
+    if (!picture.empty() && !options.image.empty())
+        throw CommandLineError("--image: there is a picture without it, too");
+    if (!picture.empty())
+        options.image = PathFromUtf8(picture);
+    return {options, {}};
+}
+
+}  // namespace host

@@ -1,0 +1,48 @@
+// Numbers that the window's resources and its code share. Macros, because the resource compiler
+// reads this file too.
+#pragma once
+
+#define ICON_PROGRAM 1
+#define MENU_WINDOW 100
+#define ACCELERATORS_WINDOW 101
+
+// Positions in the menu bar.
+#define MENU_POSITION_FILTER 4
+#define MENU_POSITION_HELP 5
+
+#define COMMAND_OPEN 1001
+#define COMMAND_SAVE_AS 1002
+#define COMMAND_EXIT 1003
+#define COMMAND_UNDO 1011
+#define COMMAND_REDO 1012
+#define COMMAND_SELECT_ALL 1013
+#define COMMAND_DESELECT 1014
+#define COMMAND_RECTANGLE 1021
+#define COMMAND_ELLIPSE 1022
+#define COMMAND_BOUNDS 1023
+#define COMMAND_FEATHER 1024
+#define COMMAND_ZOOM_IN 1031
+#define COMMAND_ZOOM_OUT 1032
+#define COMMAND_ACTUAL_SIZE 1033
+#define COMMAND_FIT 1034
+#define COMMAND_LAST_FILTER 1041
+#define COMMAND_ADD_FOLDER 1042
+#define COMMAND_ABOUT 1051
+// The filters follow, by their positions in the catalog.
+#define COMMAND_FIRST_FILTER 0x2000
+#define COMMAND_FIRST_ABOUT_FILTER 0x4000
+#define COMMAND_LAST_ABOUT_FILTER 0x5FFF
+
+#define DIALOG_BOUNDS 200
+#define CONTROL_LEFT 2001
+#define CONTROL_TOP 2002
+#define CONTROL_WIDTH 2003
+#define CONTROL_HEIGHT 2004
+#define CONTROL_HINT 2005
+
+#define DIALOG_FEATHER 210
+#define CONTROL_FEATHER 2101
+
+#define DIALOG_FAULTS 220
+#define CONTROL_HEADING 2201
+#define CONTROL_FAULTS 2202
