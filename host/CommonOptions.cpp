@@ -218,6 +218,8 @@ CommonOptions CommonOptionReader::Read() const {
 }
 
 std::string ParseCommandLine(CLI::App& app, const std::vector<std::string>& arguments) {
+    // Paths may begin with a slash on Windows, too.
+    app.allow_windows_style_options(false);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
