@@ -8,7 +8,7 @@ target_include_directories(project_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(project_options INTERFACE
   -ffp-contract=off -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=
   -Wall -Wextra -Wpedantic -Werror -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast
-  -Wcast-qual -Wcast-align -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference
+  -Wcast-qual -Wcast-align -Wnon-virtual-dtor -Woverloaded-virtual
   -Wduplicated-cond -Wlogical-op -Wformat=2 -Wextra-semi
   # GCC 12 sees overlaps in its own library's string concatenation.
   -Wno-restrict)
@@ -26,8 +26,6 @@ if(ZANDERMOLITE_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
-  # The sanitizers' own checks make GCC see null pointers that cannot be.
-  target_compile_options(project_options INTERFACE -Wno-null-dereference)
 endif()
 
 # Header-only libraries of the system, reached without /usr/include itself: a cross compiler must

@@ -5,11 +5,24 @@
 // PaintClass6.cpp, by kind; paint/README.md tells which is where.
 #pragma once
 
+#include "hostapi/HostTypes.h"
 #include "paint/Color.h"
+#include "paint/EffectParams.h"
 #include "paint/LinesParams.h"
 #include "raster/PicClass.h"
 
 class ShowClass;
+class PaintClass;
+
+struct CombineRecord {
+    /// 0 to 100 percent.
+    std::int16_t amount;
+    /// 1 blends, 2 structures, 3 colours.
+    std::int32_t mode;
+    PaintClass* target;
+    /// Of the same size as the target.
+    PaintClass* other;
+};
 
 class PaintClass : public PicClass {
   public:
@@ -17,9 +30,29 @@ class PaintClass : public PicClass {
     PaintClass(short width, short height);
     ~PaintClass() override;
 
-    /// Bytes 0 to 2 of every pixel take the high bytes of the colour; the alpha byte stays.
-    void FillColor(const RGBColor16& color);
-    void FillWhite();
+    /// Stands at the end of every operation that has changed pixels.
+    void SetDirty() { changed = true; }
+    /// Borrows the editor's colours, which the tools paint with.
+    void SetColors(const RGBColor16* fore, const RGBColor16* back);
+
+    // PaintClass1: convolutions. Where a result is bool, false means that a block could not be
+    // had, and the colours are as they were. `progress` may be null in Blur alone; `abortFlag` is
+    // set if a progress object asks for the end of the work, which the program's own never does.
+
+    /// Mode 1: the colours of all pixels; 2: the alpha bytes below 255; 3: the colours of pixels
+    /// whose alpha byte is not 255. Any other mode does nothing and answers false. Reports rows
+    /// from `rowOffset` on.
+    bool Blur(double radius, short mode, ShowClass* progress, short rowOffset, bool* abortFlag);
+    /// A trail of `length` pixels with falling weights. Directions 0 to 7 go clockwise from the
+    /// top. A length below 1 changes nothing.
+    bool MotionBlur(short length, short direction);
+    bool Sharpen();
+    /// Lightens and darkens along one diagonal of the brightness.
+    bool AddBump();
+    /// Half of each alpha byte and an eighth of each of its four neighbours', truncating.
+    bool SmoothAlpha(short rowOffset, ShowClass* progress, bool* abortFlag);
+
+    // PaintClass2: generators.
 
     /// Fills the tile with thousands of thin random strokes; nothing of the old picture survives.
     /// `params.angle` is the handed-over angle, 180 - the user's. False without memory for the
@@ -28,18 +61,96 @@ class PaintClass : public PicClass {
     /// The wax pass of Lines: half of each pixel and an eighth of each of its four neighbours,
     /// truncating. Reports rows from `rowOffset` on. False without memory for the clone.
     bool Soften(short rowOffset, ShowClass* progress, bool* abortFlag);
+    /// Raised shapes, lit, over the texture. `params.angle` is the handed-over angle,
+    /// (180 - the user's) + 90. False without memory.
+    bool Shapes(const ShapesParams& params);
+    /// Water drops over the texture. False without memory.
+    bool Drops(const DropsParams& params);
+    /// Lines that run until they meet another.
+    void Dividers(const DividersParams& params);
 
-    /// Stands at the end of every operation that has changed pixels.
-    void SetDirty() { changed = true; }
+    // PaintClass3: distortions.
 
-    /// What a tool lifted from the texture.
+    void Waves(const WavesParams& params);
+    /// False without memory for the clone.
+    bool Twirls(const TwirlsParams& params);
+    /// Directions 0 and 1 shear rows, 2 and 3 columns, by one tile over the tile's length.
+    bool Skew(std::int32_t direction, bool nearest);
+
+    // PaintClass4: what sets or moves pixels as they are.
+
+    /// Bytes 0 to 2 of every pixel take the high bytes of the colour; the alpha byte stays.
+    void FillColor(const RGBColor16& color);
+    void FillWhite();
+    /// Each block of the grid becomes its average colour.
+    void Mosaic(short blockWidth, short blockHeight);
+    /// 0 vertically, 1 horizontally, 2 both.
+    void Flip(short mode);
+    /// The contents go (-dx, -dy), around the torus. Asserts that there is a clone.
+    void ShiftBy(short dx, short dy);
+    /// Asserts that there is a `cut`.
+    void DisposeCut();
+
+    // PaintClass5: colours.
+
+    void Noise(short amount, int mode);
+    /// 0 to 100; 50 leaves the saturation.
+    void Saturation(short saturation);
+    /// 0 to 100 each; 50 is neutral.
+    void BrightnessContrast(short contrast, short brightness);
+    void AddColor(const RGBColor16& color, short opacity);
+    void Invert();
+    void Combine(const CombineRecord* record);
+
+    // PaintClass6: the paint tools. Positions are in texture coordinates, not wrapped. Points are
+    // vertical first. A stroke from press to release is a Stroke (paint/Stroke.h).
+
+    using WalkCallback = void (*)(double x, double y, PaintClass* pic);
+    using TraceCallback = void (*)(short x, short y, PaintClass* pic);
+
+    /// Fill the shared brush table with coverages. Assert a size of at most 20.
+    static void MakeRoundBrush(short size);
+    static void MakeSquareBrush(short size);
+    static void StampBrush(double x, double y, PaintClass* pic);
+    static void StampClone(double x, double y, PaintClass* pic);
+    static void PlotPixel(short x, short y, PaintClass* pic);
+    static void WalkLine(hostapi::Point from, hostapi::Point to, WalkCallback callback,
+                         PaintClass* pic);
+    static void TraceLine(hostapi::Point from, hostapi::Point to, TraceCallback callback,
+                          PaintClass* pic);
+    /// False without memory for the queue.
+    bool FloodFill(hostapi::Point start);
+    /// The two points share a row or a column; asserted.
+    void Gradient(hostapi::Point from, hostapi::Point to);
+
+    // The tools' settings, which start anew with each texture object.
+
+    /// 2 to 20 pixels.
+    short brushSize = 11;
+    /// 1 to 20 pixels.
+    short stampSize = 16;
+    /// Texture pixels from the brush to the source, right and down; both 0 means undefined.
+    short stampOffsetH = 0;
+    short stampOffsetV = 0;
+    /// 0 to 100.
+    short fillTolerance = 25;
+    /// 0 or 1.
+    short fillAntiAlias = 1;
+    /// The editor's; null outside it.
+    const RGBColor16* foreColor = nullptr;
+    const RGBColor16* backColor = nullptr;
+
+    /// A cut-out piece; nothing in the program fills it.
     std::unique_ptr<PicClass> cut;
     bool changed = false;
-    /// The editor's foreground and background; null outside it.
-    const RGBColor16* foreground = nullptr;
-    const RGBColor16* background = nullptr;
+
+  private:
+    bool ShapeCoverage(long kind, double x, double y, short cx, short cy, double hs, double vs,
+                       double bevel, unsigned char* value);
+    void RotateAboutCentre(short cx, short cy, short px, short py, double angle, double* x,
+                           double* y);
+    void ShapeGrain(short material);
 };
 
-/// Entry [a][b] is a * b * (1 / 255) truncated, which equals a * b / 255 for all pairs. Filled by
-/// the first PaintClass.
+/// Entry [a][b] is a * b * (1 / 255) truncated, which equals a * b / 255 for all pairs.
 extern unsigned char productTable[256][256];

@@ -11,8 +11,12 @@ TEST_F(PaintClassTest, StartsUnchangedWithUndo) {
     const PaintClass pic(5, 4);
     EXPECT_FALSE(pic.changed);
     EXPECT_EQ(pic.cut, nullptr);
-    EXPECT_EQ(pic.foreground, nullptr);
-    EXPECT_EQ(pic.background, nullptr);
+    EXPECT_EQ(pic.foreColor, nullptr);
+    EXPECT_EQ(pic.backColor, nullptr);
+    EXPECT_EQ(pic.brushSize, 11);
+    EXPECT_EQ(pic.stampSize, 16);
+    EXPECT_EQ(pic.fillTolerance, 25);
+    EXPECT_EQ(pic.fillAntiAlias, 1);
     EXPECT_NE(pic.undo, nullptr);
 }
 
