@@ -41,8 +41,7 @@ void Session::RunOne(const Operation& operation) {
 
 void Session::SetTexture(std::unique_ptr<PaintClass> newTexture) {
     texture = std::move(newTexture);
-    texture->foreground = &foreground;
-    texture->background = &background;
+    texture->SetColors(&foreground, &background);
 }
 
 void Session::ReportProgress(double share) const {
