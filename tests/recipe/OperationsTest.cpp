@@ -258,7 +258,7 @@ TEST_F(OperationsTest, ColorsStayWhereTheyAreLeftOut) {
     EXPECT_EQ(session.foreground, (RGBColor16{1, 2, 0xFFFF}));
     EXPECT_EQ(session.background, (RGBColor16{4, 5, 6}));
     Run("new");
-    EXPECT_EQ(*Texture().background, (RGBColor16{4, 5, 6}));
+    EXPECT_EQ(*Texture().backColor, (RGBColor16{4, 5, 6}));
 }
 
 TEST_F(OperationsTest, LinesTakesTheDefaultsOfItsRecord) {

@@ -110,8 +110,8 @@ TEST(Session, ReportsGrowingProgress) {
 TEST(Session, GivesTheTextureTheColors) {
     Session session(FilePlaces("", ""));
     session.Run({{&beginning, 1, {}}});
-    EXPECT_EQ(session.Texture().foreground, &session.foreground);
-    EXPECT_EQ(session.Texture().background, &session.background);
+    EXPECT_EQ(session.Texture().foreColor, &session.foreground);
+    EXPECT_EQ(session.Texture().backColor, &session.background);
 }
 
 TEST(CoreHost, PutsBackWhatWasThere) {
