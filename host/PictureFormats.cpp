@@ -139,13 +139,14 @@ void AppendBytes(void* target, void* data, int size) {
     bytes->insert(bytes->end(), first, first + size);
 }
 
-// The library goes on where a JPEG file breaks off, with grey; a file that was cut is damaged.
+// The library goes on where a JPEG or BMP file breaks off; a file that was cut is damaged.
 bool IsCutOff(Bytes bytes) {
-    if (!HasTextAt(bytes, 0, "\xFF\xD8", 2))
-        return false;
+    if (HasTextAt(bytes, 0, "BM", 2))
+        return bytes.size() < 6 || LittleEndian32(bytes, 2) > bytes.size();
     const std::array<std::uint8_t, 2> endOfImage = {0xFF, 0xD9};
-    return std::search(bytes.begin(), bytes.end(), endOfImage.begin(), endOfImage.end()) ==
-           bytes.end();
+    return HasTextAt(bytes, 0, "\xFF\xD8", 2) &&
+           std::search(bytes.begin(), bytes.end(), endOfImage.begin(), endOfImage.end()) ==
+               bytes.end();
 }
 
 struct StbFree {
