@@ -116,7 +116,7 @@ void RowHost::DeliverMask(int call) {
     record->maskData = nullptr;
     record->maskRowBytes = 0;
     maskRow = {};
-    if (record->haveMask == 0 || IsEmpty(record->maskRect)) {
+    if (mask.empty() || IsEmpty(record->maskRect)) {
         return;
     }
     maskRow.rect = Intersection(record->maskRect, image.bounds);

@@ -57,7 +57,7 @@ class RowHost {
 
     /// As it stands, stored rows included.
     HostImage image;
-    /// One byte a pixel of the image; handed over where the record says so.
+    /// One byte a pixel of the image, handed over whatever haveMask says; or none.
     std::vector<std::uint8_t> mask;
 
     Shrinking shrinking = Shrinking::none;

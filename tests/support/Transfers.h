@@ -1,0 +1,35 @@
+// What tests of the transfer compare.
+#pragma once
+
+#include "hostapi/HostTypes.h"
+#include "paint/PaintClass.h"
+#include "shell/Transfer.h"
+#include "tests/support/RowHost.h"
+
+constexpr bool IsZero(const hostapi::Rect& rect) {
+    return rect.top == 0 && rect.left == 0 && rect.bottom == 0 && rect.right == 0;
+}
+
+constexpr bool AreEqual(const hostapi::Rect& a, const hostapi::Rect& b) {
+    return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
+}
+
+/// `image` with the tile written across `rows` rows of `selection` from its top, pixel by pixel.
+inline HostImage Tiled(HostImage image, const TileInfo& tile, const hostapi::Rect& selection,
+                       int rows) {
+    for (int y = selection.top; y < selection.top + rows; ++y) {
+        for (int x = selection.left; x < selection.right; ++x) {
+            const bool inImage = y >= image.bounds.top && y < image.bounds.bottom &&
+                                 x >= image.bounds.left && x < image.bounds.right;
+            if (!inImage) {
+                continue;
+            }
+            const int column = (x - selection.left) % tile.width;
+            const int row = (y - selection.top) % tile.height;
+            for (int c = 0; c < 3; ++c) {
+                image.At(x, y)[c] = tile.base[row * tile.rowBytes + column * bytesPerPixel + c];
+            }
+        }
+    }
+    return image;
+}
