@@ -6,6 +6,8 @@ namespace host {
 
 namespace {
 
+constexpr DWORD millisecondsBetweenLooks = 30;
+
 void DropMessages(UINT first, UINT last) {
     MSG message;
     while (PeekMessageW(&message, nullptr, first, last, PM_REMOVE) != FALSE) {
@@ -21,6 +23,7 @@ class FilterRunner::Guard {
         : runner(runner_), previousCursor(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {
         runner.isRunning = true;
         runner.isAborted = false;
+        runner.lastLook.reset();
         runner.status.BeginProgress();
     }
     ~Guard() {
@@ -77,8 +80,13 @@ HostSettings FilterRunner::Settings() {
 }
 
 // Takes nothing but keys from the queue: any other message could start a command in the middle of
-// the filter's work. What is painted over is painted again, without a message.
+// the filter's work. What is painted over is painted again, without a message. Filters ask once a
+// row, but looking takes longer than many a row does.
 bool FilterRunner::IsAborted() {
+    const DWORD now = GetTickCount();
+    if (lastLook && now - *lastLook < millisecondsBetweenLooks)
+        return isAborted;
+    lastLook = now;
     MSG message;
     while (PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE) != FALSE) {
         if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE)

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "host/FilterSession.Win.h"
 #include "host/HostSettings.h"
@@ -40,6 +41,8 @@ class FilterRunner {
     std::unique_ptr<FilterSession> session;
     bool isRunning = false;
     bool isAborted = false;
+    /// When the running filter was last looked after, by GetTickCount().
+    std::optional<DWORD> lastLook;
 };
 
 }  // namespace host

@@ -1,6 +1,5 @@
 #include "host/WindowText.h"
 
-#include <cmath>
 #include <cstdio>
 
 #include "host/Geometry.h"
@@ -12,10 +11,10 @@ namespace {
 
 constexpr const char* times = " \u00D7 ";
 
-// Up to two digits behind the point, and no zeros at the end.
-std::string Decimal(double value) {
+// Up to `digits` behind the point, 1 at least, and no zeros at the end.
+std::string Decimal(double value, int digits) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.2f", value);
+    std::snprintf(text, sizeof text, "%.*f", digits, value);
     std::string result = text;
     result.erase(result.find_last_not_of('0') + 1);
     if (result.back() == '.')
@@ -73,10 +72,12 @@ std::string OutcomeText(const RunReport& report, const std::string& name, bool c
     return ResultText(report, name, changed) + FaultCount(report.faults.size());
 }
 
+// Files that count in whole pixels a metre hold 72.009 for 72, so more digits would only puzzle.
 std::string PictureText(const Picture& picture) {
-    std::string resolution = Decimal(picture.horizontalResolution);
-    if (std::abs(picture.horizontalResolution - picture.verticalResolution) >= 0.01)
-        resolution += times + Decimal(picture.verticalResolution);
+    std::string resolution = Decimal(picture.horizontalResolution, 1);
+    const std::string vertical = Decimal(picture.verticalResolution, 1);
+    if (vertical != resolution)
+        resolution += times + vertical;
     return SizeText(picture.width, picture.height) + ", " + resolution + " ppi, " +
            (picture.planes == 4 ? "RGB with transparency" : "RGB");
 }
@@ -98,7 +99,7 @@ std::string PlaceText(Place pixel) {
 }
 
 std::string ZoomText(double scale) {
-    return Decimal(scale * 100.0) + " %";
+    return Decimal(scale * 100.0, 2) + " %";
 }
 
 }  // namespace host

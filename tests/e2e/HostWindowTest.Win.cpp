@@ -1,0 +1,357 @@
+// The host's window with real input: mouse, keys, menus and dialogs.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "host/Geometry.h"
+#include "host/NativeWindow.Win.h"
+#include "host/Picture.h"
+#include "host/WindowResources.h"
+#include "tests/e2e/HostProgram.Win.h"
+#include "tests/e2e/InputDesktop.Win.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using host::Picture;
+using host::Place;
+using host::StatusBar;
+
+constexpr host::Size usual{320, 240};
+// What the tests drag, both corners included.
+constexpr Place corner{40, 30};
+constexpr Place oppositeCorner{199, 129};
+constexpr hostapi::VRect dragged{30, 40, 130, 200};
+constexpr const wchar_t* draggedText = L"40, 30 to 200, 130 (160 \u00D7 100)";
+
+constexpr const wchar_t* done = L"Zandermolite 3.0: done";
+// Items of the menus.
+constexpr WORD fileMenu = 'F', filterMenu = 'T';
+constexpr int lastFilterItem = 0, firstCategoryItem = 1;
+
+/// Every pixel different from its neighbours.
+Picture MakePattern(host::Size size) {
+    Picture picture = host::MakePicture(size.width, size.height, 3);
+    for (int y = 0; y < size.height; ++y) {
+        for (int x = 0; x < size.width; ++x) {
+            std::uint8_t* pixel = picture.Pixel(x, y);
+            pixel[0] = static_cast<std::uint8_t>(x);
+            pixel[1] = static_cast<std::uint8_t>(y);
+            pixel[2] = static_cast<std::uint8_t>(3 * x + 5 * y);
+        }
+    }
+    return picture;
+}
+
+bool IsSamePixel(const Picture& a, const Picture& b, int x, int y) {
+    return std::equal(a.Pixel(x, y), a.Pixel(x, y) + 3, b.Pixel(x, y));
+}
+
+/// Pixels inside, or outside, the rectangle that differ.
+int CountChanged(const Picture& before, const Picture& after, const hostapi::VRect& rect,
+                 bool isInside) {
+    int changed = 0;
+    for (int y = 0; y < before.height; ++y) {
+        for (int x = 0; x < before.width; ++x) {
+            if (host::Contains(rect, x, y) == isInside && !IsSamePixel(before, after, x, y))
+                ++changed;
+        }
+    }
+    return changed;
+}
+
+class HostWindowTest : public testing::Test {
+  protected:
+    HostWindowTest()
+        : folder(fs::temp_directory_path() /
+                 ("zandermolite-window-" + std::to_string(GetCurrentProcessId()))) {
+        EnterOwnDesktop();
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+    }
+    ~HostWindowTest() override {
+        program.reset();
+        std::error_code ignored;
+        fs::remove_all(folder, ignored);
+    }
+
+    fs::path WritePicture(const std::string& name, host::Size size = usual) {
+        original = MakePattern(size);
+        host::SavePicture(original, folder / name);
+        return folder / name;
+    }
+
+    /// Starts the program with the plug-in.
+    HostProgram& Start(std::vector<std::wstring> arguments = {}) {
+        arguments.insert(arguments.end(), {L"--filter", host::Wide(PLUGIN_FILE)});
+        program = std::make_unique<HostProgram>(arguments);
+        return *program;
+    }
+
+    HostProgram& StartWithPicture(std::vector<std::wstring> arguments = {},
+                                  host::Size size = usual) {
+        arguments.push_back(WritePicture("picture.png", size).wstring());
+        HostProgram& started = Start(arguments);
+        started.WaitForTitle(L"picture.png - Zandermolite Host");
+        started.Window();
+        return started;
+    }
+
+    void Drag(Place from, Place to, host::Size size = usual) {
+        const POINT start = program->OnScreen(from, size);
+        const POINT end = program->OnScreen(to, size);
+        MoveMouse(start);
+        PressMouse();
+        MoveMouse({(start.x + end.x) / 2, (start.y + end.y) / 2});
+        MoveMouse(end);
+        ReleaseMouse();
+    }
+
+    void DragUsualSelection() {
+        Drag(corner, oppositeCorner);
+        program->WaitForStatus(StatusBar::SelectionInfo, draggedText);
+    }
+
+    void RunFromMenu() { program->ChooseInMenu(filterMenu, firstCategoryItem, 0); }
+
+    /// What Save As writes.
+    Picture SaveAndLoad(const std::string& name = "saved.png") {
+        program->Window();
+        SendChords({{VK_CONTROL, 'S'}});
+        HostProgram::EnterFile(program->WaitForDialog(L"Save As"), folder / name);
+        program->WaitForStatus(StatusBar::Message, L"Saved as " + host::Wide(name));
+        return host::LoadPicture(folder / name);
+    }
+
+    fs::path folder;
+    Picture original;
+    std::unique_ptr<HostProgram> program;
+};
+
+TEST_F(HostWindowTest, FillsADraggedSelectionFromTheMenu) {
+    const fs::path file = WritePicture("picture.png");
+    Start();
+    program->Window();
+    SendChords({{VK_CONTROL, 'O'}});
+    HostProgram::EnterFile(program->WaitForDialog(L"Open"), file);
+    program->WaitForTitle(L"picture.png - Zandermolite Host");
+    program->Window();
+    EXPECT_EQ(program->StatusText(StatusBar::PictureInfo), L"320 \u00D7 240, 72 ppi, RGB");
+    EXPECT_EQ(program->StatusText(StatusBar::SelectionInfo), L"Nothing selected");
+    DragUsualSelection();
+    RunFromMenu();
+    program->WaitForStatus(StatusBar::Message, done);
+    EXPECT_EQ(program->Title(), L"*picture.png - Zandermolite Host");
+    const Picture saved = SaveAndLoad();
+    EXPECT_EQ(program->Title(), L"saved.png - Zandermolite Host");
+    EXPECT_EQ(CountChanged(original, saved, dragged, false), 0);
+    EXPECT_GT(CountChanged(original, saved, dragged, true), 15000);
+}
+
+TEST_F(HostWindowTest, RepeatsTheLastFilterByItsKey) {
+    StartWithPicture();
+    DragUsualSelection();
+    RunFromMenu();
+    program->WaitForStatus(StatusBar::Message, done);
+    const Picture first = SaveAndLoad("first.png");
+    // The same tile on another part: as large, so that it is the same texture to the pixel.
+    const Place shift{90, 70};
+    Drag({corner.x + shift.x, corner.y + shift.y},
+         {oppositeCorner.x + shift.x, oppositeCorner.y + shift.y});
+    program->WaitForStatus(StatusBar::SelectionInfo, L"130, 100 to 290, 200 (160 \u00D7 100)");
+    program->Window();
+    SendChords({{VK_CONTROL, 'F'}});
+    program->WaitForTitle(L"*first.png - Zandermolite Host");
+    const Picture second = SaveAndLoad("second.png");
+    for (int y = dragged.top; y < dragged.bottom; ++y) {
+        for (int x = dragged.left; x < dragged.right; ++x) {
+            ASSERT_TRUE(std::equal(first.Pixel(x, y), first.Pixel(x, y) + 3,
+                                   second.Pixel(x + shift.x, y + shift.y)))
+                << "at " << x << ", " << y;
+        }
+    }
+}
+
+TEST_F(HostWindowTest, RepeatsTheLastFilterFromTheMenu) {
+    StartWithPicture({L"--selection", L"0,0,64,64"});
+    RunFromMenu();
+    program->WaitForStatus(StatusBar::Message, done);
+    program->ChooseInMenu(filterMenu, lastFilterItem);
+    program->WaitForStatus(StatusBar::Message, L"Zandermolite 3.0: done, nothing changed");
+}
+
+TEST_F(HostWindowTest, UndoesAndRedoes) {
+    StartWithPicture({L"--selection", L"10,20,110,120"});
+    RunFromMenu();
+    program->WaitForStatus(StatusBar::Message, done);
+    const Picture filled = SaveAndLoad("filled.png");
+    EXPECT_NE(filled.pixels, original.pixels);
+    SendChords({{VK_CONTROL, 'Z'}});
+    program->WaitForStatus(StatusBar::Message, L"Undone");
+    EXPECT_EQ(program->Title(), L"*filled.png - Zandermolite Host");
+    EXPECT_EQ(SaveAndLoad("undone.png").pixels, original.pixels);
+    SendChords({{VK_CONTROL, 'Y'}});
+    program->WaitForStatus(StatusBar::Message, L"Redone");
+    EXPECT_EQ(SaveAndLoad("redone.png").pixels, filled.pixels);
+}
+
+TEST_F(HostWindowTest, EscapeAbortsTheFilter) {
+    const host::Size tall{48, 6000};
+    StartWithPicture({}, tall);
+    program->Window();
+    SendChords({{VK_MENU, filterMenu}});
+    WaitUntil("an open menu", [&] { return program->IsInMenu(); });
+    // The filter finds Escape waiting.
+    SendChords({{VK_DOWN}, {VK_RIGHT}, {VK_RETURN}, {VK_ESCAPE}});
+    program->WaitForStatus(StatusBar::Message, L"Zandermolite 3.0: cancelled");
+    EXPECT_EQ(program->Title(), L"picture.png - Zandermolite Host");
+    EXPECT_EQ(SaveAndLoad().pixels, original.pixels);
+}
+
+TEST_F(HostWindowTest, CtrlDragsAnEllipse) {
+    StartWithPicture();
+    SendKey({VK_CONTROL, true});
+    DragUsualSelection();
+    SendKey({VK_CONTROL, false});
+    RunFromMenu();
+    program->WaitForStatus(StatusBar::Message, done);
+    const Picture saved = SaveAndLoad();
+    EXPECT_EQ(CountChanged(original, saved, dragged, false), 0);
+    EXPECT_TRUE(IsSamePixel(original, saved, dragged.left + 5, dragged.top + 5));
+    EXPECT_TRUE(IsSamePixel(original, saved, dragged.right - 6, dragged.bottom - 6));
+    const hostapi::VRect middle{70, 100, 90, 140};
+    EXPECT_GT(CountChanged(original, saved, middle, true), 700);
+}
+
+TEST_F(HostWindowTest, ClickDeselectsAndEscapeDropsADrag) {
+    StartWithPicture();
+    DragUsualSelection();
+    // A drag that Escape ends leaves the selection that there was.
+    MoveMouse(program->OnScreen({10, 10}, usual));
+    PressMouse();
+    MoveMouse(program->OnScreen({60, 60}, usual));
+    program->WaitForStatus(StatusBar::SelectionInfo, L"10, 10 to 61, 61 (51 \u00D7 51)");
+    SendChords({{VK_ESCAPE}});
+    program->WaitForStatus(StatusBar::SelectionInfo, draggedText);
+    ReleaseMouse();
+    program->Window();
+    EXPECT_EQ(program->StatusText(StatusBar::SelectionInfo), draggedText);
+    MoveMouse(program->OnScreen({300, 200}, usual));
+    PressMouse();
+    ReleaseMouse();
+    program->WaitForStatus(StatusBar::SelectionInfo, L"Nothing selected");
+}
+
+TEST_F(HostWindowTest, DraggingBeyondTheViewScrolls) {
+    const host::Size large{1500, 1200};
+    StartWithPicture({}, large);
+    const RECT view = program->ViewRect();
+    MoveMouse(program->OnScreen({100, 50}, large));
+    PressMouse();
+    // The last column and row that the screen has.
+    MoveMouse({GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1});
+    ASSERT_LT(view.right, GetSystemMetrics(SM_CXSCREEN) - 1);
+    program->WaitForStatus(StatusBar::SelectionInfo, L"100, 50 to 1500, 1200 (1400 \u00D7 1150)");
+    ReleaseMouse();
+    program->Window();
+    EXPECT_EQ(program->StatusText(StatusBar::SelectionInfo),
+              L"100, 50 to 1500, 1200 (1400 \u00D7 1150)");
+}
+
+TEST_F(HostWindowTest, SelectsByNumbers) {
+    StartWithPicture();
+    program->Window();
+    SendChords({{VK_CONTROL, 'B'}});
+    HWND dialog = program->WaitForDialog(L"Selection Bounds");
+    EXPECT_EQ(HostProgram::ControlText(dialog, CONTROL_HINT),
+              L"The picture is 320 \u00D7 240 pixels.");
+    SetDlgItemTextW(dialog, CONTROL_LEFT, L"300");
+    SetDlgItemTextW(dialog, CONTROL_WIDTH, L"21");
+    HostProgram::Push(dialog, IDOK);
+    HWND box = program->WaitForDialog(host::programTitle);
+    EXPECT_EQ(
+        HostProgram::BoxText(box),
+        L"The selection must lie inside the picture, which is 320 \u00D7 240 pixels, and hold "
+        L"a pixel at least.");
+    HostProgram::Push(box, IDOK);
+    WaitUntil("the dialog again", [&] { return IsWindowEnabled(dialog) != FALSE; });
+    SetDlgItemTextW(dialog, CONTROL_WIDTH, L"20");
+    HostProgram::Push(dialog, IDOK);
+    program->WaitForStatus(StatusBar::SelectionInfo, L"300, 0 to 320, 240 (20 \u00D7 240)");
+}
+
+TEST_F(HostWindowTest, TellsWhatCannotBeOpenedAndStays) {
+    Start({(folder / "missing.png").wstring()});
+    HWND box = program->WaitForDialog(host::programTitle);
+    EXPECT_NE(HostProgram::BoxText(box).find(L"missing.png: cannot be opened"), std::wstring::npos);
+    HostProgram::Push(box, IDOK);
+    program->WaitForDialogsEnd();
+    EXPECT_EQ(program->Title(), host::programTitle);
+}
+
+TEST_F(HostWindowTest, TellsWhatIsNoFilter) {
+    const fs::path picture = WritePicture("picture.png");
+    Start({L"--filter", picture.wstring(), picture.wstring()});
+    HWND box = program->WaitForDialog(host::programTitle);
+    EXPECT_NE(HostProgram::BoxText(box).find(L"picture.png: not a plug-in"), std::wstring::npos);
+    HostProgram::Push(box, IDOK);
+    program->WaitForTitle(L"picture.png - Zandermolite Host");
+}
+
+TEST_F(HostWindowTest, SaysWhatAFilterAnswered) {
+    StartWithPicture({L"--memory", L"1000"});
+    RunFromMenu();
+    program->WaitForStatus(StatusBar::Message, L"The filter answered -108 (out of memory)");
+    EXPECT_EQ(program->Title(), L"picture.png - Zandermolite Host");
+}
+
+TEST_F(HostWindowTest, AsksBeforeItReplacesAFile) {
+    StartWithPicture({L"--selection", L"0,0,50,50"});
+    RunFromMenu();
+    program->WaitForStatus(StatusBar::Message, done);
+    SendChords({{VK_CONTROL, 'S'}});
+    HWND dialog = program->WaitForDialog(L"Save As");
+    HostProgram::EnterFile(dialog, folder / "picture.png");
+    HostProgram::Push(program->WaitForDialog(L"Error"), IDNO);
+    WaitUntil("the dialog again", [&] { return IsWindowEnabled(dialog) != FALSE; });
+    EXPECT_EQ(host::LoadPicture(folder / "picture.png").pixels, original.pixels);
+    HostProgram::EnterFile(dialog, folder / "picture.png");
+    HostProgram::Push(program->WaitForDialog(L"Error"), IDYES);
+    program->WaitForStatus(StatusBar::Message, L"Saved as picture.png");
+    EXPECT_NE(host::LoadPicture(folder / "picture.png").pixels, original.pixels);
+}
+
+TEST_F(HostWindowTest, AsksBeforeItLosesWork) {
+    StartWithPicture({L"--selection", L"0,0,50,50"});
+    RunFromMenu();
+    program->WaitForStatus(StatusBar::Message, done);
+    program->Window();
+    SendChords({{VK_MENU, VK_F4}});
+    HWND box = program->WaitForDialog(host::programTitle);
+    EXPECT_EQ(HostProgram::BoxText(box), L"Save the changes to picture.png?");
+    HostProgram::Push(box, IDCANCEL);
+    program->WaitForDialogsEnd();
+    EXPECT_EQ(program->Title(), L"*picture.png - Zandermolite Host");
+    SendChords({{VK_MENU, VK_F4}});
+    HostProgram::Push(program->WaitForDialog(host::programTitle), IDNO);
+    program->WaitForExit();
+}
+
+TEST_F(HostWindowTest, EndsWithoutAskingWhenNothingChanged) {
+    StartWithPicture();
+    program->ChooseInMenu(fileMenu, 2);
+    program->WaitForExit();
+}
+
+TEST_F(HostWindowTest, RefusesACommandLineThatMakesNoSense) {
+    Start({L"--memory", L"much"});
+    HWND box = program->WaitForDialog(host::programTitle);
+    EXPECT_NE(HostProgram::BoxText(box).find(L"--memory"), std::wstring::npos);
+    HostProgram::Push(box, IDOK);
+    program->WaitForExit();
+}
+
+}  // namespace
