@@ -3,7 +3,9 @@
 #include "raster/HandleClass.h"
 #include "shell/FatalError.h"
 
-HandleClass::HandleClass(std::size_t size) : failed(false), handle(std::malloc(size)) {
+void* (*HandleClass::allocate)(std::size_t size) = std::malloc;
+
+HandleClass::HandleClass(std::size_t size) : failed(false), handle(allocate(size)) {
     failed = handle == nullptr;
 }
 

@@ -4,7 +4,17 @@
 
 #include "shell/FatalError.h"
 
-HandleClass::HandleClass(std::size_t size) : failed(false), handle(GlobalAlloc(0, size)) {
+namespace {
+
+void* AllocateFixed(std::size_t size) {
+    return GlobalAlloc(GMEM_FIXED, size);
+}
+
+}  // namespace
+
+void* (*HandleClass::allocate)(std::size_t size) = AllocateFixed;
+
+HandleClass::HandleClass(std::size_t size) : failed(false), handle(allocate(size)) {
     failed = handle == nullptr;
 }
 

@@ -15,6 +15,9 @@ class HandleClass {
     /// Asserts that there is a block.
     void Unlock();
 
+    /// Where blocks come from: the system, or a test's shortage of memory. A null answer fails.
+    static void* (*allocate)(std::size_t size);
+
     /// True if the allocation failed.
     bool failed;
     /// The system's handle, or null.

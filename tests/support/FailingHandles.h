@@ -1,0 +1,34 @@
+// Shortage of system memory, for tests of what works in blocks of HandleClass.
+#pragma once
+
+#include <cstddef>
+
+#include "raster/HandleClass.h"
+
+/// While it lives, the nth block from its construction on fails: 1 the next one, 0 none. One at a
+/// time.
+class FailingHandles {
+  public:
+    explicit FailingHandles(int nth) {
+        before = HandleClass::allocate;
+        asked = 0;
+        failing = nth;
+        HandleClass::allocate = Allocate;
+    }
+    FailingHandles(const FailingHandles&) = delete;
+    FailingHandles& operator=(const FailingHandles&) = delete;
+    ~FailingHandles() { HandleClass::allocate = before; }
+
+    /// Blocks asked for since construction, the failed one included.
+    int Asked() const { return asked; }
+
+  private:
+    static void* Allocate(std::size_t size) {
+        ++asked;
+        return asked == failing ? nullptr : before(size);
+    }
+
+    static inline void* (*before)(std::size_t size) = nullptr;
+    static inline int asked = 0;
+    static inline int failing = 0;
+};
