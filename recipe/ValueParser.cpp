@@ -17,6 +17,8 @@ template <class... Handlers>
 struct Overloaded : Handlers... {
     using Handlers::operator()...;
 };
+template <class... Handlers>
+Overloaded(Handlers...) -> Overloaded<Handlers...>;
 
 [[noreturn]] void Reject(const std::string& whatItMustBe, std::string_view text) {
     throw ValueError("must be " + whatItMustBe + ", not " + Quoted(text));
