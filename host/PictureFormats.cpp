@@ -1,5 +1,8 @@
 #include "host/PictureFormats.h"
 
+#include <stb_image.h>
+#include <stb_image_write.h>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -7,9 +10,6 @@
 #include <cstring>
 #include <memory>
 #include <span>
-
-#include "stb_image.h"
-#include "stb_image_write.h"
 
 namespace host {
 

@@ -200,4 +200,8 @@ MISBEHAVING void HOST_CALL Crash(std::int16_t selector, FilterRecord*, void*,
     }
 }
 
+void HOST_CALL Throw(std::int16_t, FilterRecord*, void*, std::int16_t*) {
+    throw 1;
+}
+
 }  // namespace testfilters
