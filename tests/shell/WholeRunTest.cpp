@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "host/FilterHost.h"
-#include "shell/LastTexture.h"
+#include "host/Geometry.h"
 #include "shell/Selectors.h"
 #include "shell/Zandermolite.h"
 #include "tests/support/CoreTest.h"
@@ -39,20 +39,12 @@ class WholeRunTest : public CoreTest {
 
     /// `before` with the last texture's tile across the selection's part inside the picture.
     host::Picture Expected(const host::Picture& before, const hostapi::VRect& selection) const {
-        filterRecord = &recordOfThisTest;
-        const auto pic = LoadLastTexture();
-        EXPECT_NE(pic, nullptr);
+        const std::string file = BytesOf(folder.Path() / "Zandermolite.tmp");
+        const HostImage image{host::Narrowed(before.Bounds()), before.planes, before.pixels};
         host::Picture expected = before;
-        if (!pic) {
-            return expected;
-        }
-        const HostImage tiled =
-            Tiled({{0, 0, static_cast<std::int16_t>(before.height),
-                    static_cast<std::int16_t>(before.width)},
-                   before.planes,
-                   before.pixels},
-                  TileOf(*pic), host::Narrowed(selection), host::Height(selection));
-        expected.pixels = tiled.bytes;
+        expected.pixels =
+            Tiled(image, TileOfFile(file), host::Narrowed(selection), host::Height(selection))
+                .bytes;
         return expected;
     }
 
@@ -65,10 +57,6 @@ class WholeRunTest : public CoreTest {
     }
 
     ScratchFolder folder;
-
-  private:
-    // The fixture's own, for what a test does outside the host's run.
-    hostapi::FilterRecord& recordOfThisTest = record;
 };
 
 using hostapi::VRect;

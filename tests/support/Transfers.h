@@ -1,6 +1,10 @@
 // What tests of the transfer compare.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <string>
+
 #include "hostapi/HostTypes.h"
 #include "paint/PaintClass.h"
 #include "shell/Transfer.h"
@@ -12,6 +16,18 @@ constexpr bool IsZero(const hostapi::Rect& rect) {
 
 constexpr bool AreEqual(const hostapi::Rect& a, const hostapi::Rect& b) {
     return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
+}
+
+/// The tile in the bytes of a last texture's file, which must outlive it.
+inline TileInfo TileOfFile(const std::string& file) {
+    const auto number = [&file](std::size_t at) {
+        return static_cast<std::int16_t>(static_cast<unsigned char>(file.at(at)) |
+                                         static_cast<unsigned char>(file.at(at + 1)) << 8);
+    };
+    const TileInfo tile{number(0), number(2), number(0) * bytesPerPixel,
+                        reinterpret_cast<const unsigned char*>(file.data()) + 4};
+    EXPECT_EQ(file.size(), 4 + static_cast<std::size_t>(tile.rowBytes * tile.height));
+    return tile;
 }
 
 /// `image` with the tile written across `rows` rows of `selection` from its top, pixel by pixel.
