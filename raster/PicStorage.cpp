@@ -3,6 +3,7 @@
 #include <cstring>
 #include <new>
 
+#include "hostapi/Results.h"
 #include "raster/PicClass.h"
 #include "shell/FatalError.h"
 #include "shell/PhotoshopUtilities.h"
@@ -11,18 +12,18 @@ namespace {
 
 constexpr std::size_t pixelBytes = sizeof(Pixel);
 
-/// Exchanges `size` bytes at the file's position with those at `pixels`, through `saved`, which
-/// has room for them. Leaves the position behind them. Where the disk fails the pixels stay.
-void ExchangeWithFile(std::FILE* file, unsigned char* pixels, unsigned char* saved,
-                      std::size_t size) {
-    const bool read = std::fread(saved, 1, size, file) == size;
-    if (!read || std::fseek(file, -static_cast<long>(size), SEEK_CUR) != 0 ||
-        std::fwrite(pixels, 1, size, file) != size) {
-        return;
+/// Exchanges `size` bytes at `offset` in the file with those at `pixels`, through `saved`, which
+/// has room for them. What the disk does not give or take stays as it is on both sides, and the
+/// place is sought anew each time, so that one failure does not move what follows.
+void ExchangeWithFile(std::FILE* file, std::size_t offset, unsigned char* pixels,
+                      unsigned char* saved, std::size_t size) {
+    const auto place = static_cast<long>(offset);
+    // A full disk may show only when the stream's buffer is written, hence the flush.
+    if (std::fseek(file, place, SEEK_SET) == 0 && std::fread(saved, 1, size, file) == size &&
+        std::fseek(file, place, SEEK_SET) == 0 && std::fwrite(pixels, 1, size, file) == size &&
+        std::fflush(file) == 0) {
+        std::memcpy(pixels, saved, size);
     }
-    // A stream that turns from writing to reading must be positioned in between.
-    std::fseek(file, 0, SEEK_CUR);
-    std::memcpy(pixels, saved, size);
 }
 
 }  // namespace
@@ -31,7 +32,7 @@ FilePointer (*PicStorage::openFile)() = OpenAnonymousFile;
 
 PicStorage::PicStorage(PicClass* pic) : grX(pic->grX), grY(pic->grY) {
     const std::int32_t size = grY * pic->RowBytes();
-    if (storage.Allocate(size) == 0) {
+    if (storage.Allocate(size) == hostapi::noErr) {
         memory = static_cast<unsigned char*>(storage.Lock(false));
     }
     if (memory == nullptr) {
@@ -119,24 +120,22 @@ void PicStorage::SwapWithMemory(PicClass* pic) {
 }
 
 void PicStorage::SwapWithFile(PicClass* pic) {
-    if (std::fseek(file.get(), 0, SEEK_SET) != 0) {
-        return;
-    }
     const auto rowBytes = static_cast<std::size_t>(pic->RowBytes());
+    std::size_t offset = 0;
     CursorClass cursor;
     const std::unique_ptr<unsigned char[]> row(new (std::nothrow) unsigned char[rowBytes]);
     if (row) {
-        for (short y = 0; y < grY; ++y) {
+        for (short y = 0; y < grY; ++y, offset += rowBytes) {
             cursor.Tick();
-            ExchangeWithFile(file.get(), pic->PixelAddress(0, y), row.get(), rowBytes);
+            ExchangeWithFile(file.get(), offset, pic->PixelAddress(0, y), row.get(), rowBytes);
         }
         return;
     }
     unsigned char pixel[pixelBytes];
     for (short y = 0; y < grY; ++y) {
-        for (short x = 0; x < grX; ++x) {
+        for (short x = 0; x < grX; ++x, offset += pixelBytes) {
             cursor.Tick();
-            ExchangeWithFile(file.get(), pic->PixelAddress(x, y), pixel, pixelBytes);
+            ExchangeWithFile(file.get(), offset, pic->PixelAddress(x, y), pixel, pixelBytes);
         }
     }
 }

@@ -1,7 +1,10 @@
 #include "raster/PicStorage.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <limits>
 
 #include "raster/PicClass.h"
 #include "tests/support/CoreTest.h"
@@ -171,6 +174,146 @@ TEST_F(PicStorageTest, AFileCutShortLeavesTheRestOfThePicture) {
         EXPECT_EQ(PixelsOf(pic), expected);
     }
     std::filesystem::remove(undoFileName);
+}
+
+TEST_F(PicStorageTest, APartialStoreIsSwappedAsItStands) {
+    const FileSource named(OpenNamedFile);
+    FillWithNoise(pic, 1);
+    std::vector<Pixel> saved = PixelsOf(pic);
+    {
+        const auto storage = NewStorage(true);
+        FillWithNoise(pic, 2);
+        const std::vector<Pixel> begun = PixelsOf(pic);
+        const std::size_t part = width * 4 + 15;
+        ASSERT_EQ(std::fseek(undoFile, 0, SEEK_SET), 0);
+        ASSERT_EQ(std::fwrite(begun.data(), 4, part, undoFile), part);
+        std::copy_n(begun.begin(), part, saved.begin());
+        FillWithNoise(pic, 3);
+        const std::vector<Pixel> present = PixelsOf(pic);
+        storage->Swap(&pic);
+        EXPECT_EQ(PixelsOf(pic), saved);
+        storage->Swap(&pic);
+        EXPECT_EQ(PixelsOf(pic), present);
+    }
+    std::filesystem::remove(undoFileName);
+}
+
+#ifdef __linux__
+
+/// A file of which the disk takes no more than `room` bytes.
+struct Disk {
+    std::vector<char> bytes;
+    std::size_t place = 0;
+    std::size_t room = std::numeric_limits<std::size_t>::max();
+};
+
+ssize_t ReadDisk(void* cookie, char* buffer, std::size_t count) {
+    Disk& disk = *static_cast<Disk*>(cookie);
+    const std::size_t given =
+        std::min(count, disk.bytes.size() - std::min(disk.place, disk.bytes.size()));
+    std::copy_n(disk.bytes.data() + disk.place, given, buffer);
+    disk.place += given;
+    return static_cast<ssize_t>(given);
+}
+
+ssize_t WriteDisk(void* cookie, const char* buffer, std::size_t count) {
+    Disk& disk = *static_cast<Disk*>(cookie);
+    const std::size_t taken = std::min(count, disk.room - std::min(disk.place, disk.room));
+    if (taken == 0) {
+        errno = ENOSPC;
+        return 0;
+    }
+    disk.bytes.resize(std::max(disk.bytes.size(), disk.place + taken));
+    std::copy_n(buffer, taken, disk.bytes.data() + disk.place);
+    disk.place += taken;
+    return static_cast<ssize_t>(taken);
+}
+
+int SeekDisk(void* cookie, off64_t* offset, int whence) {
+    Disk& disk = *static_cast<Disk*>(cookie);
+    const std::size_t from = whence == SEEK_CUR   ? disk.place
+                             : whence == SEEK_END ? disk.bytes.size()
+                                                  : 0;
+    disk.place = from + static_cast<std::size_t>(*offset);
+    *offset = static_cast<off64_t>(disk.place);
+    return 0;
+}
+
+/// The storage lies on a disk whose room the test decides.
+class PicStorageDiskTest : public PicStorageTest {
+  protected:
+    PicStorageDiskTest() : source(OpenOnDisk) { disk = {}; }
+
+    static FilePointer OpenOnDisk() {
+        return FilePointer(fopencookie(&disk, "w+b", {ReadDisk, WriteDisk, SeekDisk, nullptr}));
+    }
+
+    /// The first `count` pixels of `head`, then those of `rest`.
+    static std::vector<Pixel> Joined(const std::vector<Pixel>& head, std::size_t count,
+                                     std::vector<Pixel> rest) {
+        std::copy_n(head.begin(), count, rest.begin());
+        return rest;
+    }
+
+    static inline Disk disk;
+
+  private:
+    const FileSource source;
+};
+
+TEST_F(PicStorageDiskTest, TheSpaceIsTakenAtConstruction) {
+    const auto storage = NewStorage(true);
+    EXPECT_EQ(disk.bytes.size(), static_cast<std::size_t>(size));
+}
+
+TEST_F(PicStorageDiskTest, OneByteTooFewAtConstructionLeavesNoUndo) {
+    disk.room = size - 1;
+    memory.FailAllocation(1);
+    PicStorage storage(&pic);
+    EXPECT_FALSE(storage.InFile());
+    EXPECT_FALSE(storage.Store(&pic));
+}
+
+TEST_F(PicStorageDiskTest, AStoreThatTheDiskBreaksOffIsPartial) {
+    FillWithNoise(pic, 1);
+    const std::vector<Pixel> first = PixelsOf(pic);
+    const auto storage = NewStorage(true);
+    FillWithNoise(pic, 2);
+    const std::vector<Pixel> second = PixelsOf(pic);
+    const std::size_t part = width * 4 + 15;
+    disk.room = part * 4;
+    EXPECT_FALSE(storage->Store(&pic));
+    disk.room = size;
+    storage->Swap(&pic);
+    EXPECT_EQ(PixelsOf(pic), Joined(second, part, first));
+    storage->Swap(&pic);
+    EXPECT_EQ(PixelsOf(pic), second);
+}
+
+TEST_F(PicStorageDiskTest, RowsThatTheDiskDoesNotTakeStayOnBothSides) {
+    FillWithNoise(pic, 1);
+    const std::vector<Pixel> first = PixelsOf(pic);
+    const auto storage = NewStorage(true);
+    FillWithNoise(pic, 2);
+    const std::vector<Pixel> second = PixelsOf(pic);
+    const std::size_t part = width * 10;
+    disk.room = part * 4;
+    storage->Swap(&pic);
+    EXPECT_EQ(PixelsOf(pic), Joined(first, part, second));
+    disk.room = size;
+    storage->Restore(&pic);
+    EXPECT_EQ(PixelsOf(pic), Joined(second, part, first));
+}
+
+#endif
+
+TEST_F(PicStorageTest, ABlockThatCannotBeLockedIsReplacedByTheFile) {
+    hostapi::BufferProcs procs = *memory.Buffers();
+    procs.lockProc = [](hostapi::BufferID, hostapi::Boolean8) -> void* { return nullptr; };
+    record.bufferProcs = &procs;
+    const auto storage = std::make_unique<PicStorage>(&pic);
+    record.bufferProcs = memory.Buffers();
+    EXPECT_TRUE(storage->InFile());
 }
 
 TEST_F(PicStorageTest, SwapTicksTheCursorForTheFileOnly) {
