@@ -25,7 +25,7 @@ RGBColor16 RandomColor(std::int32_t lo, std::int32_t hi) {
     return color;
 }
 
-/// A bright colour of which one draw in eight each darkens one channel or a pair.
+/// A bright colour; in six draws of eight one channel or a pair of them is darkened.
 RGBColor16 BrightColor() {
     RGBColor16 color = RandomColor(25000, 65535);
     const std::int32_t k = RandomRange(0, 8);
@@ -80,31 +80,6 @@ short DriftWidth(std::int16_t precision) {
     const double p = precision != 0 ? precision : 1.0;
     return static_cast<short>(TruncateToShort(10.0 / p) + 4);
 }
-
-/// One coordinate of a walk that is never far from its last place: follows the torus by whole
-/// turns, which is cheaper than a remainder for each step.
-class WrappedWalk {
-  public:
-    explicit WrappedWalk(short newSize) : size(newSize) {}
-
-    /// The same as Wrap(coordinate, size).
-    int Place(short coordinate) {
-        int place = coordinate - turns;
-        while (place < 0) {
-            place += size;
-            turns -= size;
-        }
-        while (place >= size) {
-            place -= size;
-            turns += size;
-        }
-        return place;
-    }
-
-  private:
-    int size;
-    int turns = 0;
-};
 
 struct Direction {
     double dx;
@@ -174,20 +149,20 @@ unsigned char Softened(int neighbours, unsigned char centre) {
 }
 
 /// One row of the wax pass, over all four bytes of each pixel: the alpha byte means nothing
-/// afterwards, and a loop that needs not leave it out runs several pixels at a time.
+/// afterwards, and a loop that need not leave it out runs several pixels at a time.
 void SoftenRow(const unsigned char* above, const unsigned char* row, const unsigned char* below,
-               unsigned char* __restrict out, int bytes) {
+               unsigned char* __restrict out, short width) {
     constexpr int step = bytesPerPixel;
-    for (int i = 0; i < std::min(step, bytes); ++i) {
-        const int right = row[(i + step) % bytes];
-        out[i] = Softened(above[i] + below[i] + row[bytes - step + i] + right, row[i]);
+    for (const int x : {0, width - 1}) {
+        const unsigned char* const left = row + Wrap(x - 1, width) * step;
+        const unsigned char* const right = row + Wrap(x + 1, width) * step;
+        for (int i = x * step; i < (x + 1) * step; ++i) {
+            const int channel = i - x * step;
+            out[i] = Softened(above[i] + below[i] + left[channel] + right[channel], row[i]);
+        }
     }
-    for (int i = step; i < bytes - step; ++i) {
+    for (int i = step; i < (width - 1) * step; ++i) {
         out[i] = Softened(above[i] + below[i] + row[i - step] + row[i + step], row[i]);
-    }
-    for (int i = std::max(step, bytes - step); i < bytes; ++i) {
-        const int right = row[i + step - bytes];
-        out[i] = Softened(above[i] + below[i] + row[i - step] + right, row[i]);
     }
 }
 
@@ -206,7 +181,7 @@ bool PaintClass::Soften(short rowOffset, ShowClass* progress, bool* abortFlag) {
         }
         SoftenRow(PixelAddressWrapped(0, static_cast<short>(y - 1)), PixelAddress(0, y),
                   PixelAddressWrapped(0, static_cast<short>(y + 1)), softened->PixelAddress(0, y),
-                  RowBytes());
+                  grX);
     }
     CopyFromClone();
     DeleteClone();

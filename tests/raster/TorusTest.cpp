@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <random>
+
 namespace {
 
 TEST(TorusTest, WhatLeavesOnOneSideComesInOnTheOther) {
@@ -19,6 +22,21 @@ TEST(TorusTest, AgreesWithFlooredDivisionForEverySixteenBitCoordinate) {
             ASSERT_EQ(Wrap(coordinate, static_cast<short>(size)), expected)
                 << coordinate << " " << size;
             expected = expected + 1 == size ? 0 : expected + 1;
+        }
+    }
+}
+
+TEST(TorusTest, AWalkIsWhereTheRemainderSays) {
+    std::mt19937 generator(1);
+    for (const short size : std::initializer_list<short>{1, 2, 7, 349, 512, 32767}) {
+        WrappedWalk walk(size);
+        short coordinate = 0;
+        for (int step = 0; step < 20000; ++step) {
+            // Mostly small steps, and now and then one to anywhere.
+            const int move = static_cast<int>(generator() % 7) - 3;
+            coordinate = static_cast<short>(step % 1000 != 999 ? coordinate + move
+                                                               : static_cast<int>(generator()));
+            ASSERT_EQ(walk.Place(coordinate), Wrap(coordinate, size)) << coordinate << " " << size;
         }
     }
 }
