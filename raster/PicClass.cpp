@@ -123,7 +123,7 @@ void PicClass::SetAllAlpha(unsigned char value) {
 }
 
 void PicClass::AlphaFromGrey() {
-    AssertLocked("PicClass / Zeile 321 !(locked)");
+    AssertLocked(lockedAtGetPixel);
     unsigned char* const end = base + grY * rowBytes;
     for (unsigned char* pixel = base; pixel != end; pixel += bytesPerPixel) {
         pixel[3] = static_cast<unsigned char>(pixel[0] / 3 + pixel[1] / 3 + pixel[2] / 3);
@@ -141,9 +141,9 @@ PicClass* PicClass::GetClone() {
 }
 
 /// Both have the same size: a clone is built with its raster's and neither changes.
-void PicClass::CopyPixels(const PicClass& from, PicClass& to) const {
-    from.AssertLocked("PicClass / Zeile 321 !(locked)");
-    to.AssertLocked("PicClass / Zeile 291 !(locked)");
+void PicClass::CopyPixels(const PicClass& from, PicClass& to) {
+    from.AssertLocked(lockedAtGetPixel);
+    to.AssertLocked(lockedAtSetPixel);
     std::memcpy(to.base, from.base, static_cast<std::size_t>(from.grY * from.rowBytes));
 }
 

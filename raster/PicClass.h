@@ -44,13 +44,13 @@ class PicClass {
         StoreRGB(At(x, y), red, green, blue);
     }
     void SetPixel(short x, short y, Pixel pixel) {
-        AssertLocked("PicClass / Zeile 291 !(locked)");
+        AssertLocked(lockedAtSetPixel);
         AssertInside(x, y,
                      "PicClass / Zeile 292 !((x < grX) && (x >= 0) && (y < grY) && (y >= 0))");
         std::memcpy(At(x, y), &pixel, sizeof pixel);
     }
     Pixel GetPixel(short x, short y) const {
-        AssertLocked("PicClass / Zeile 321 !(locked)");
+        AssertLocked(lockedAtGetPixel);
         AssertInside(x, y,
                      "PicClass / Zeile 322 !((x < grX) && (x >= 0) && (y < grY) && (y >= 0))");
         return Load(At(x, y));
@@ -134,6 +134,8 @@ class PicClass {
     static constexpr char lockedAtSetRGB[] = "PicClass / Zeile 249 !(locked)";
     static constexpr char insideAtSetRGB[] =
         "PicClass / Zeile 250 !((x < grX) && (x >= 0) && (y < grY) && (y >= 0))";
+    static constexpr char lockedAtSetPixel[] = "PicClass / Zeile 291 !(locked)";
+    static constexpr char lockedAtGetPixel[] = "PicClass / Zeile 321 !(locked)";
     static constexpr char lockedAtPixelAddressWrapped[] = "PicClass / Zeile 342 !(locked)";
     static constexpr char lockedAtSetAlpha[] = "PicClass / Zeile 377 !(locked)";
 
@@ -159,7 +161,7 @@ class PicClass {
     }
     unsigned char* At(short x, short y) const { return base + y * rowBytes + x * bytesPerPixel; }
     unsigned char* AtWrapped(short x, short y) const { return At(Wrap(x, grX), Wrap(y, grY)); }
-    void CopyPixels(const PicClass& from, PicClass& to) const;
+    static void CopyPixels(const PicClass& from, PicClass& to);
 
     unsigned char* base = nullptr;
     std::int32_t rowBytes = 0;
