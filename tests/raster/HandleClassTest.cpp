@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <limits>
+#include <utility>
 
 #include "tests/support/CoreTest.h"
 
@@ -29,7 +30,14 @@ TEST_F(HandleClassTest, SaysWhenThereIsNoMemory) {
     EXPECT_TRUE(block.failed);
     EXPECT_EQ(block.handle, nullptr);
     EXPECT_EQ(block.Lock(), nullptr);
+}
+
+TEST_F(HandleClassTest, UnlockingWithoutABlockFailsAnAssertion) {
+    HandleClass block(1000);
+    void* const handle = std::exchange(block.handle, nullptr);
+    EXPECT_EQ(block.Lock(), nullptr);
     EXPECT_EQ(AssertionOf([&] { block.Unlock(); }), "HandleClass / Zeile 58 !(handle != nil)");
+    block.handle = handle;
 }
 
 }  // namespace

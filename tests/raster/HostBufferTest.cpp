@@ -44,6 +44,34 @@ TEST_F(HostBufferTest, GrowsByReplacingTheBlock) {
     EXPECT_EQ(memory.LiveBuffers(), 1u);
 }
 
+TEST_F(HostBufferTest, ABlockThatCannotGrowIsGone) {
+    const std::int32_t before = HostBuffer::TotalBytes();
+    HostBuffer buffer;
+    ASSERT_EQ(buffer.Allocate(1000), 0);
+    memory.FailAllocation(1);
+    EXPECT_EQ(buffer.Allocate(2000), hostapi::memFullErr);
+    EXPECT_EQ(buffer.Size(), 0);
+    EXPECT_EQ(buffer.Lock(false), nullptr);
+    EXPECT_EQ(memory.LiveBuffers(), 0u);
+    EXPECT_EQ(HostBuffer::TotalBytes(), before);
+}
+
+class SmallHostBufferTest : public CoreTest {
+  protected:
+    SmallHostBufferTest() : CoreTest(RoomFor(2000)) {}
+    static host::MemorySettings RoomFor(std::int64_t bytes) {
+        host::MemorySettings settings;
+        settings.budget = bytes + 65536 + 1;
+        return settings;
+    }
+};
+
+TEST_F(SmallHostBufferTest, TheOldBlockIsGivenBackBeforeTheHostIsAskedForRoom) {
+    HostBuffer buffer;
+    ASSERT_EQ(buffer.Allocate(1000), 0);
+    EXPECT_EQ(buffer.Allocate(2000), 0);
+}
+
 TEST_F(HostBufferTest, NothingForNothing) {
     HostBuffer buffer;
     EXPECT_EQ(buffer.Allocate(0), 0);

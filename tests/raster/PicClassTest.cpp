@@ -206,6 +206,17 @@ TEST_F(PicClassTest, EachFailedAllocationLeavesNoRasterOrAnUndoInTheFile) {
     }
 }
 
+TEST_F(PicClassTest, AHostThatCannotLockItsBlockMakesNoRaster) {
+    const std::size_t before = memory.LiveBuffers();
+    hostapi::BufferProcs procs = *memory.Buffers();
+    procs.lockProc = [](hostapi::BufferID, hostapi::Boolean8) -> void* { return nullptr; };
+    record.bufferProcs = &procs;
+    const PicClass none(10, 10, true);
+    EXPECT_EQ(none.pixelMap, nullptr);
+    EXPECT_EQ(memory.LiveBuffers(), before);
+    record.bufferProcs = memory.Buffers();
+}
+
 TEST_F(PicClassTest, AHostWithoutBuffersIsAFault) {
     record.bufferProcs = nullptr;
     EXPECT_EQ(FaultOf([] { const PicClass none(10, 10, true); }), 17500);

@@ -53,6 +53,7 @@ TEST_F(SimpleLinkTest, EntryZeroFailsAnAssertion) {
 TEST_F(SimpleLinkTest, RemovesTheOnlyEntry) {
     list.Append(NewRecord(10), "first");
     EXPECT_FALSE(list.Remove(2));
+    EXPECT_FALSE(list.Remove(-1));
     EXPECT_TRUE(list.Remove(1));
     EXPECT_EQ(NameAt(1), "(none)");
     EXPECT_FALSE(list.Remove(1));
@@ -97,7 +98,7 @@ TEST_F(SimpleLinkTest, TheNameOfTheLastSettingsIsTaken) {
     EXPECT_TRUE(list.IsUnique("Last Used 2"));
 }
 
-TEST_F(SimpleLinkTest, ALongListIsGivenBackWithoutDepth) {
+TEST_F(SimpleLinkTest, ALongListIsReachedToItsEnd) {
     for (int i = 0; i < 3000; ++i) {
         list.Append(NewRecord(i), "entry");
     }
