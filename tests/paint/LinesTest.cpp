@@ -7,6 +7,10 @@
 
 namespace {
 
+/// No mode of the generator's: every stroke keeps the first one's black, and no colour is drawn.
+constexpr std::uint16_t linesAllBlack = 15;
+constexpr Pixel black = Color(0, 0, 0);
+
 class LinesTest : public CoreTest {
   protected:
     static LinesParams Ink(std::uint16_t colorMode = linesRandom) {
@@ -109,7 +113,7 @@ int EqualNeighbours(const PaintClass& pic, int dx, int dy) {
     return equal;
 }
 
-TEST_F(LinesTest, StrokesRunWhereTheUserPoints) {
+TEST_F(LinesTest, StrokesRunAlongTheUsersLine) {
     struct Case {
         short angle;
         int dx;
@@ -123,6 +127,84 @@ TEST_F(LinesTest, StrokesRunWhereTheUserPoints) {
         // Across the stroke: the direction turned by a right angle.
         EXPECT_GT(EqualNeighbours(pic, c.dx, c.dy), 2 * EqualNeighbours(pic, -c.dy, c.dx))
             << c.angle;
+    }
+}
+
+TEST_F(LinesTest, StrokesSetOutWhereTheUserPoints) {
+    struct Case {
+        short angle;
+        short width;
+        short height;
+        int dx;
+        int dy;
+    };
+    // One pixel wide, so that the first stroke cannot leave the line, and twice as long as it.
+    for (const Case& c :
+         {Case{0, 1, 699, 0, -1}, {180, 1, 699, 0, 1}, {90, 699, 1, 1, 0}, {-90, 699, 1, -1, 0}}) {
+        LinesParams params = Ink(linesAllBlack);
+        params.precision = 100;
+        params.angle = c.angle;
+        for (std::uint32_t second = 0; second < 50; ++second) {
+            Log().clock = second;
+            PaintClass pic(c.width, c.height);
+            RunLines(pic, params);
+            SetSeed(second);
+            const std::int32_t x = RandomRange(0, c.width);
+            const std::int32_t y = RandomRange(0, c.height);
+            // A stroke a little faster than a pixel a step leaves gaps of one.
+            const auto ahead = [&](int steps) {
+                return pic.GetPixelWrapped(static_cast<short>(x + steps * c.dx),
+                                           static_cast<short>(y + steps * c.dy)) &
+                       0xFFFFFF;
+            };
+            EXPECT_TRUE(ahead(20) == black || ahead(21) == black) << c.angle << " " << second;
+        }
+    }
+}
+
+TEST_F(LinesTest, AStrokeMayStartOneBeyondTheEdge) {
+    constexpr short width = 40;
+    std::uint32_t second = 0;
+    do {
+        SetSeed(++second);
+    } while (RandomRange(0, width) != width);
+    Log().clock = second;
+    PaintClass fast(width, 31);
+    PaintClass plain(width, 31);
+    ASSERT_TRUE(fast.Lines(Ink(linesAllBlack)));
+    ASSERT_TRUE(PlainLines(plain, Ink(linesAllBlack)));
+    EXPECT_EQ(ColorsOf(fast), ColorsOf(plain));
+}
+
+TEST_F(LinesTest, TheSeamIsLikeAnyOtherColumnOrRow) {
+    constexpr short width = 61;
+    constexpr short height = 47;
+    struct Case {
+        short angle;
+        int dx;
+        int dy;
+    };
+    for (const Case& c : {Case{90, 1, 0}, {0, 0, 1}}) {
+        LinesParams params = Ink();
+        params.angle = c.angle;
+        int acrossSeam = 0;
+        int inside = 0;
+        for (std::uint32_t second = 0; second < 40; ++second) {
+            Log().clock = second;
+            PaintClass pic(width, height);
+            RunLines(pic, params);
+            for (short y = 0; y < height; ++y) {
+                for (short x = 0; x < width; ++x) {
+                    const auto nextX = static_cast<short>(x + c.dx);
+                    const auto nextY = static_cast<short>(y + c.dy);
+                    const Pixel difference = pic.GetPixel(x, y) ^ pic.GetPixelWrapped(nextX, nextY);
+                    const int goesOn = (difference & 0xFFFFFF) == 0 ? 1 : 0;
+                    (nextX == width || nextY == height ? acrossSeam : inside) += goesOn;
+                }
+            }
+        }
+        const double perPlace = inside / static_cast<double>(c.dx != 0 ? width - 1 : height - 1);
+        EXPECT_NEAR(acrossSeam / perPlace, 1.0, 0.1) << c.angle;
     }
 }
 
@@ -146,11 +228,11 @@ TEST_F(LinesTest, InkLeavesTheAlphaBytes) {
 }
 
 TEST_F(LinesTest, AnUnknownColourModeKeepsTheColourBeforeTheFirst) {
-    const std::vector<Pixel> colors = LinesOf(64, 64, Ink(15));
+    const std::vector<Pixel> colors = LinesOf(64, 64, Ink(linesAllBlack));
     for (const Pixel color : colors) {
-        EXPECT_TRUE(color == Color(127, 127, 127) || color == Color(0, 0, 0));
+        EXPECT_TRUE(color == Color(127, 127, 127) || color == black);
     }
-    EXPECT_NE(std::count(colors.begin(), colors.end(), Color(0, 0, 0)), 0);
+    EXPECT_NE(std::count(colors.begin(), colors.end(), black), 0);
 }
 
 TEST_F(LinesTest, WithoutMemoryForTheCloneTheStrokesAreUndone) {
@@ -293,6 +375,17 @@ TEST_F(LinesTest, ReportsStrokesByFourAndRowsByFive) {
     EXPECT_EQ(bar.percents[11], 11 * 100 / 23);
     EXPECT_EQ(bar.percents.back(), 100);
     EXPECT_GT(Log().arrowCursors, 0);
+}
+
+TEST_F(LinesTest, InkReportsItsStrokesOnly) {
+    Bar bar;
+    ShowClass::target = &bar;
+    PaintClass pic(64, 64);
+    pic.Lines(Ink());
+    ShowClass::target = nullptr;
+    ASSERT_EQ(bar.percents.size(), 11u);
+    EXPECT_EQ(bar.percents.front(), 0);
+    EXPECT_EQ(bar.percents.back(), 10 * 100 / 11);
 }
 
 }  // namespace

@@ -15,6 +15,8 @@ TEST_F(PaintClassTest, StartsUnchangedWithUndo) {
     EXPECT_EQ(pic.backColor, nullptr);
     EXPECT_EQ(pic.brushSize, 11);
     EXPECT_EQ(pic.stampSize, 16);
+    EXPECT_EQ(pic.stampOffsetH, 0);
+    EXPECT_EQ(pic.stampOffsetV, 0);
     EXPECT_EQ(pic.fillTolerance, 25);
     EXPECT_EQ(pic.fillAntiAlias, 1);
     EXPECT_NE(pic.undo, nullptr);

@@ -65,10 +65,11 @@ TEST_F(RandomTest, RangesFollowTheirFormulaForEveryDraw) {
     }
 }
 
-TEST_F(RandomTest, RangesWrapLikeSixteenBitNumbers) {
-    // A difference of 65532 when hi lies below lo.
+TEST_F(RandomTest, TheLowSixteenBitsMakeTheDifference) {
+    // 6 - 10 is 0xFFFFFFFC, whose product with 32767 wraps to 0xFFFE0004; a 32767th of that is
+    // 131072.
     MakeNext(32767);
-    EXPECT_EQ(RandomRange(10, 6), 10 + static_cast<std::int32_t>(32767u * 0xFFFFFFFCu / 32767u));
+    EXPECT_EQ(RandomRange(10, 6), 131082);
     MakeNext(32767);
     EXPECT_EQ(RandomRange(0, -1), 65535);
     MakeNext(0);
@@ -85,7 +86,11 @@ TEST_F(RandomTest, SpreadsReachOneBeyondTheirNumber) {
     MakeNext(32767);
     EXPECT_EQ(RandomSpread(3), 4);
     MakeNext(32767);
-    EXPECT_EQ(RandomSpread(16384), 16386) << "one more from 16382 on";
+    EXPECT_EQ(RandomSpread(16381), 16382);
+    MakeNext(32767);
+    EXPECT_EQ(RandomSpread(16382), 16384) << "one more from here on";
+    MakeNext(32767);
+    EXPECT_EQ(RandomSpread(16384), 16386);
 }
 
 TEST_F(RandomTest, SpreadsFollowTheirFormulaForEveryDraw) {
