@@ -65,9 +65,9 @@ std::wstring StepText(const wchar_t* verb, const std::string& name, const wchar_
 
 }  // namespace
 
-HostWindow::HostWindow(const CommonOptions& options_)
-    : options(options_), view(*this), runner(options_.settings, status) {
-    feather = options.ellipseFeather.value_or(0.0);
+HostWindow::HostWindow(const WindowOptions& options_)
+    : options(options_), view(*this), runner(options_.common.settings, status) {
+    feather = options.common.ellipseFeather.value_or(0.0);
 }
 
 void HostWindow::Open(int show) {
@@ -85,8 +85,8 @@ void HostWindow::Open(int show) {
 
 void HostWindow::CarryOutOptions() {
     FindFilters();
-    if (!options.image.empty())
-        OpenPicture(options.image);
+    if (!options.common.image.empty())
+        OpenPicture(options.common.image);
     if (document)
         SelectByOptions();
 }
@@ -275,7 +275,7 @@ void HostWindow::FindFilters() {
         found.filters.insert(found.filters.end(), own.filters.begin(), own.filters.end());
         found.problems.insert(found.problems.end(), own.problems.begin(), own.problems.end());
     }
-    for (const fs::path& file : options.filters)
+    for (const fs::path& file : options.common.filters)
         addFile(file);
     AddFilters(found);
 }
@@ -368,12 +368,12 @@ void HostWindow::OpenPicture(const fs::path& file) {
 
 void HostWindow::SelectByOptions() {
     try {
-        document->Select(SelectionFrom(options, document->Image()));
+        document->Select(SelectionFrom(options.common, document->Image()));
     } catch (...) {
         ShowError(Handle(), CurrentErrorText());
         return;
     }
-    if (options.ellipseFeather)
+    if (options.common.ellipseFeather)
         selected = DraggedSelection{document->Selected().bounds, SelectionShape::Ellipse};
     UpdateSelection();
 }
@@ -491,6 +491,8 @@ void HostWindow::UpdateSelection() {
 
 void HostWindow::Say(const std::string& message) {
     status.SetText(StatusBar::Message, message);
+    if (options.printsStatus && !message.empty())
+        WriteToOutput(message + "\n");
 }
 
 void HostWindow::ShowAbout() {

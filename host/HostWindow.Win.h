@@ -8,19 +8,19 @@
 #include <optional>
 #include <string>
 
-#include "host/CommonOptions.h"
 #include "host/Document.h"
 #include "host/FilterCatalog.h"
 #include "host/FilterRunner.Win.h"
 #include "host/NativeWindow.Win.h"
 #include "host/PictureView.Win.h"
 #include "host/StatusBar.Win.h"
+#include "host/WindowOptions.h"
 
 namespace host {
 
 class HostWindow : public NativeWindow, private PictureViewListener {
   public:
-    explicit HostWindow(const CommonOptions& options);
+    explicit HostWindow(const WindowOptions& options);
 
     /// Makes the window and shows it as `show` says, one of the values of ShowWindow(). Throws
     /// std::runtime_error.
@@ -74,7 +74,7 @@ class HostWindow : public NativeWindow, private PictureViewListener {
     void Say(const std::string& message);
     void ShowAbout();
 
-    CommonOptions options;
+    WindowOptions options;
     std::optional<Document> document;
     PictureView view;
     StatusBar status;

@@ -117,6 +117,14 @@ Size ClientSize(HWND window) {
     return {client.right, client.bottom};
 }
 
+bool WriteToOutput(const std::string& text) {
+    HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+    DWORD written = 0;
+    return output != nullptr && output != INVALID_HANDLE_VALUE &&
+           WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) !=
+               FALSE;
+}
+
 void ShowError(HWND owner, const std::string& text) {
     MessageBoxW(owner, Wide(text).c_str(), programTitle, MB_OK | MB_ICONEXCLAMATION);
 }

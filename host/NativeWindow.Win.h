@@ -63,6 +63,9 @@ int ScaledToScreen(int pixels);
 
 Size ClientSize(HWND window);
 
+/// Writes to the standard output. False if there is none, as usual for a program with windows.
+bool WriteToOutput(const std::string& text);
+
 /// A message box with one clear text.
 void ShowError(HWND owner, const std::string& text);
 

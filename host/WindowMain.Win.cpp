@@ -31,10 +31,7 @@ std::vector<std::string> Arguments() {
 
 // To where the output goes, if it goes anywhere, else in a box.
 void Print(const std::string& text) {
-    HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
-    DWORD written = 0;
-    if (output == nullptr || output == INVALID_HANDLE_VALUE ||
-        WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) == FALSE)
+    if (!WriteToOutput(text))
         MessageBoxW(nullptr, Wide(text).c_str(), programTitle, MB_OK);
 }
 

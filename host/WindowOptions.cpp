@@ -10,18 +10,21 @@ namespace host {
 ParsedWindowOptions ParseWindowOptions(const std::vector<std::string>& arguments) {
     CLI::App app("Opens a picture and runs filter plug-ins on it.", "zandermolite-host");
     app.set_version_flag("--version", "zandermolite-host " + std::string(versionText));
+    WindowOptions options;
     std::string picture;
     app.add_option("PICTURE", picture, "The picture; as --image");
+    app.add_flag("--print-status", options.printsStatus,
+                 "Print what the status bar says, a line each");
     const CommonOptionReader common(app);
 
     const std::string text = ParseCommandLine(app, arguments);
     if (!text.empty())
         return {{}, text};
-    CommonOptions options = common.Read();
-    if (!picture.empty() && !options.image.empty())
+    options.common = common.Read();
+    if (!picture.empty() && !options.common.image.empty())
         throw CommandLineError("--image: there is a picture without it, too");
     if (!picture.empty())
-        options.image = PathFromUtf8(picture);
+        options.common.image = PathFromUtf8(picture);
     return {options, {}};
 }
 

@@ -8,8 +8,15 @@
 
 namespace host {
 
+struct WindowOptions {
+    CommonOptions common;
+    /// What the status bar says goes to the standard output too, a line each, for scripts that
+    /// drive the window.
+    bool printsStatus = false;
+};
+
 struct ParsedWindowOptions {
-    CommonOptions options;
+    WindowOptions options;
     /// Not empty after --help and --version: show it and end with status 0.
     std::string text;
 };
