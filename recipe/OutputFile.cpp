@@ -40,7 +40,8 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::Write(const void* bytes, std::size_t count) {
-    if (std::fwrite(bytes, 1, count, stream.get()) != count) {
+    // Nothing at all may come from nowhere, which fwrite does not allow.
+    if (count > 0 && std::fwrite(bytes, 1, count, stream.get()) != count) {
         Fail();
     }
 }
