@@ -46,6 +46,7 @@ MemorySettings MemorySettingsOf(const HostSettings& settings) {
     memory.budget = settings.memoryBudget;
     memory.constantSpace = settings.traits.Has(Trait::ConstantSpace);
     memory.emptyVersions = settings.traits.Has(Trait::EmptySuites);
+    memory.dumbHandles = settings.traits.Has(Trait::DumbHandles);
     memory.failAllocation = settings.failAllocation;
     memory.without = settings.without;
     return memory;
@@ -158,6 +159,8 @@ void FilterHost::Begin(const Picture& picture, const Selection& selection) {
         memory.DisposeKept(record->parameters);
         *record = {};
     }
+    if (settings.traits.Has(Trait::MoveParameters))
+        record->parameters = memory.Renew(record->parameters);
     const std::int16_t filterCase = FilterCaseOf(picture, selection);
     ExchangeSettings exchangeSettings;
     exchangeSettings.origin = Origin();

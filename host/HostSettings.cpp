@@ -30,6 +30,8 @@ constexpr std::array<TraitText, traitCount> traitTexts = {{
     {"rubbish-tail", "the fields behind colorServices hold rubbish"},
     {"negative-origin", "the layer begins at negative image coordinates"},
     {"ignore-matte", "the input is not matted, whatever the filter asks for"},
+    {"move-parameters", "parameters comes back as another handle with the same contents"},
+    {"dumb-handles", "a handle's size is always 0, and resizing does nothing"},
 }};
 static_assert(traitTexts.back().name != nullptr, "a trait has no text");
 

@@ -33,8 +33,10 @@ enum class Trait {
     RubbishTail,           ///< Fields behind colorServices hold rubbish.
     NegativeOrigin,        ///< The layer begins at negative image coordinates.
     IgnoreMatte,           ///< Input is not matted, whatever the filter case asks for.
+    MoveParameters,        ///< `parameters` comes back as another handle, with the same contents.
+    DumbHandles,           ///< A handle's size is always 0, and resizing does nothing.
 };
-constexpr std::size_t traitCount = static_cast<std::size_t>(Trait::IgnoreMatte) + 1;
+constexpr std::size_t traitCount = static_cast<std::size_t>(Trait::DumbHandles) + 1;
 
 /// "zero-record", "empty-suites" and so on.
 const char* TraitName(Trait trait);

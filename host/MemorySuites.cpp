@@ -204,8 +204,10 @@ hostapi::Handle MemorySuites::NewHandle(std::int32_t size) {
         faults.Add("handleProcs.newProc: a size below 0");
         return nullptr;
     }
-    if (!TakeAllocation(size))
-        return nullptr;
+    return TakeAllocation(size) ? MakeHandle(size) : nullptr;
+}
+
+hostapi::Handle MemorySuites::MakeHandle(std::int32_t size) {
     try {
         auto made = std::make_unique<HandleBlock>();
         made->number = ++handlesMade;
@@ -245,7 +247,9 @@ void MemorySuites::DisposeHandle(hostapi::Handle handle) {
 
 std::int32_t MemorySuites::HandleSize(hostapi::Handle handle) {
     HandleBlock* found = FindHandle(handle, "getSizeProc");
-    return found == nullptr ? 0 : static_cast<std::int32_t>(found->block.Size());
+    if (found == nullptr || settings.dumbHandles)
+        return 0;
+    return static_cast<std::int32_t>(found->block.Size());
 }
 
 std::int16_t MemorySuites::ResizeHandle(hostapi::Handle handle, std::int32_t size) {
@@ -256,6 +260,8 @@ std::int16_t MemorySuites::ResizeHandle(hostapi::Handle handle, std::int32_t siz
         faults.Add("handleProcs.setSizeProc: a size below 0 or a locked handle");
         return hostapi::filterBadParameters;
     }
+    if (settings.dumbHandles)
+        return hostapi::noErr;
     const auto oldSize = static_cast<std::int32_t>(found->block.Size());
     if (!TakeAllocation(std::int64_t{size} - oldSize))
         return hostapi::memFullErr;
@@ -325,6 +331,19 @@ void MemorySuites::CheckAtEnd(hostapi::Handle keep) {
 void MemorySuites::DisposeKept(hostapi::Handle handle) {
     if (handles.count(handle) != 0)
         DisposeHandle(handle);
+}
+
+hostapi::Handle MemorySuites::Renew(hostapi::Handle handle) {
+    auto found = handles.find(handle);
+    if (found == handles.end())
+        return handle;
+    const std::size_t size = found->second->block.Size();
+    hostapi::Handle renewed = MakeHandle(static_cast<std::int32_t>(size));
+    if (renewed == nullptr)
+        return handle;
+    std::memcpy(*renewed, found->second->block.Data(), size);
+    DisposeHandle(handle);
+    return renewed;
 }
 
 }  // namespace host

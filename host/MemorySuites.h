@@ -21,6 +21,8 @@ struct MemorySettings {
     bool constantSpace = false;
     /// Versions and counts of the suites are 0.
     bool emptyVersions = false;
+    /// getSizeProc answers 0, setSizeProc 0 without doing anything.
+    bool dumbHandles = false;
     /// 1 fails the first allocation, buffers and handles counted together; 0 none.
     int failAllocation = 0;
     WithheldServices without;
@@ -66,6 +68,10 @@ class MemorySuites {
     void CheckAtEnd(hostapi::Handle keep = nullptr);
     /// Frees a handle that the host itself keeps. Null and unknown handles are ignored.
     void DisposeKept(hostapi::Handle handle);
+    /// Exchanges a kept handle for another with the same contents, as if it had been written away
+    /// and read back. Null and unknown handles stay as they are; so does the handle when memory is
+    /// short.
+    hostapi::Handle Renew(hostapi::Handle handle);
 
     Faults& FoundFaults() { return faults; }
     /// May be added to and reset.
@@ -92,6 +98,7 @@ class MemorySuites {
     void FreeBuffer(hostapi::BufferID id);
     std::int32_t ReportedSpace();
     hostapi::Handle NewHandle(std::int32_t size);
+    hostapi::Handle MakeHandle(std::int32_t size);
     void DisposeHandle(hostapi::Handle handle);
     std::int32_t HandleSize(hostapi::Handle handle);
     std::int16_t ResizeHandle(hostapi::Handle handle, std::int32_t size);

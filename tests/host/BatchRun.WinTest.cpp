@@ -215,7 +215,7 @@ TEST_F(BatchRunTest, EveryTraitLeavesAGoodFilterGood) {
          {"zero-record", "empty-suites", "constant-space", "display-ignores-origin",
           "refuse-conversion", "shrink-rectangles", "shrink-silently", "fpu-27f", "fpu-37f",
           "misalign-stack", "free-library", "no-automask", "withhold-mask", "rubbish-tail",
-          "negative-origin", "ignore-matte"}) {
+          "negative-origin", "ignore-matte", "move-parameters", "dumb-handles"}) {
         const Output output = Run("Invert", {"--trait", trait, "--times", "3"});
         EXPECT_EQ(output.status, 0) << trait << ": " << output.error;
         EXPECT_EQ(Written(7, 7), 155) << trait;

@@ -182,6 +182,17 @@ TEST(FilterHostTest, AZeroedRecordLosesTheParameters) {
     EXPECT_EQ(picture, MakePicture(4, 4, 3, 3));
 }
 
+TEST(FilterHostTest, ParametersMayComeBackElsewhere) {
+    Picture picture = MakePicture(4, 4, 3, 0);
+    FilterHost host(With({Trait::MoveParameters}));
+    host.Run(testfilters::Count, picture, SelectNothing(picture));
+    const hostapi::Handle first = host.Record().parameters;
+    const RunReport report = host.Run(testfilters::Count, picture, SelectNothing(picture));
+    EXPECT_EQ(report.faults, Lines{});
+    EXPECT_NE(host.Record().parameters, first);
+    EXPECT_EQ(picture, MakePicture(4, 4, 3, 1 + 2));
+}
+
 TEST(FilterHostTest, TheRecordDescribesThePicture) {
     Picture picture = Noise(12, 10, 3);
     picture.horizontalResolution = 300;

@@ -15,7 +15,7 @@ TEST(HostSettingsTest, EveryTraitHasANameOfItsOwnThatLeadsBack) {
     }
     EXPECT_EQ(names.size(), traitCount);
     EXPECT_EQ(TraitFromName("misalign-stack"), Trait::MisalignStack);
-    EXPECT_EQ(TraitFromName("ignore-matte"), Trait::IgnoreMatte);
+    EXPECT_EQ(TraitFromName("dumb-handles"), Trait::DumbHandles);
     EXPECT_EQ(TraitFromName("Misalign-Stack"), std::nullopt);
 }
 

@@ -302,6 +302,36 @@ TEST(MemorySuitesTest, WithheldServicesAreNull) {
     }
 }
 
+TEST(MemorySuitesTest, HandlesMayBeDumb) {
+    MemorySettings settings;
+    settings.dumbHandles = true;
+    MemorySuites memory(settings);
+    Handle handle = memory.Handles()->newProc(4);
+    const char* block = *handle;
+    EXPECT_EQ(memory.Handles()->getSizeProc(handle), 0);
+    EXPECT_EQ(memory.Handles()->setSizeProc(handle, 100), hostapi::noErr);
+    EXPECT_EQ(*handle, block);
+    memory.Handles()->disposeProc(handle);
+    EXPECT_EQ(FaultsAtEnd(memory), Lines{});
+}
+
+TEST(MemorySuitesTest, ARenewedHandleHasTheSameContents) {
+    MemorySuites memory(Budget(100));
+    Handle handle = memory.Handles()->newProc(4);
+    std::memcpy(*handle, "abcd", 4);
+    Handle renewed = memory.Renew(handle);
+    EXPECT_NE(renewed, handle);
+    EXPECT_EQ(std::memcmp(*renewed, "abcd", 4), 0);
+    EXPECT_EQ(memory.LiveHandles(), 1U);
+    EXPECT_EQ(memory.FreeBytes(), 96);
+    EXPECT_EQ(memory.Renew(nullptr), nullptr);
+    EXPECT_EQ(memory.Renew(handle), handle);
+    memory.Handles()->disposeProc(handle);
+    EXPECT_EQ(FaultsAtEnd(memory),
+              (Lines{"handleProcs.disposeProc: handle 1 (4 bytes) was disposed of already",
+                     "handle 2 (4 bytes): never disposed of"}));
+}
+
 TEST(MemorySuitesTest, TheNewestServesAndGivesBack) {
     MemorySuites outer;
     auto* buffers = outer.Buffers();
