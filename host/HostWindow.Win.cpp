@@ -117,6 +117,9 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             if (!runner.IsRunning())
                 OnCommand(LOWORD(wParam));
             return 0;
+        case WM_ENTERIDLE:
+            PrintWaiting(wParam, reinterpret_cast<HWND>(lParam));
+            return 0;
         case WM_DROPFILES:
             OnDroppedFiles(wParam);
             return 0;
@@ -489,8 +492,18 @@ void HostWindow::UpdateSelection() {
     view.Redraw();
 }
 
+void HostWindow::PrintWaiting(WPARAM kind, HWND waiting) {
+    if (!options.printsStatus || waiting == lastWaiting)
+        return;
+    lastWaiting = waiting;
+    wchar_t title[128] = L"";
+    GetWindowTextW(waiting, title, 128);
+    WriteToOutput(kind == MSGF_MENU ? "(menu)\n" : "(dialog " + Utf8(title) + ")\n");
+}
+
 void HostWindow::Say(const std::string& message) {
     status.SetText(StatusBar::Message, message);
+    lastWaiting = nullptr;
     if (options.printsStatus && !message.empty())
         WriteToOutput(message + "\n");
 }

@@ -72,6 +72,8 @@ class HostWindow : public NativeWindow, private PictureViewListener {
     void UpdateTitle();
     void UpdateSelection();
     void Say(const std::string& message);
+    /// For scripts: tells once that a dialog or a menu waits for input.
+    void PrintWaiting(WPARAM kind, HWND waiting);
     void ShowAbout();
 
     WindowOptions options;
@@ -89,6 +91,8 @@ class HostWindow : public NativeWindow, private PictureViewListener {
     double feather = 0.0;
     /// What the selection was made from in this window.
     std::optional<DraggedSelection> selected;
+    /// What PrintWaiting() told last.
+    HWND lastWaiting = nullptr;
 };
 
 }  // namespace host

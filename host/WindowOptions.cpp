@@ -14,7 +14,7 @@ ParsedWindowOptions ParseWindowOptions(const std::vector<std::string>& arguments
     std::string picture;
     app.add_option("PICTURE", picture, "The picture; as --image");
     app.add_flag("--print-status", options.printsStatus,
-                 "Print what the status bar says, a line each");
+                 "Print what the status bar says, and which dialog waits for input, a line each");
     const CommonOptionReader common(app);
 
     const std::string text = ParseCommandLine(app, arguments);

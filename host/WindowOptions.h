@@ -10,8 +10,9 @@ namespace host {
 
 struct WindowOptions {
     CommonOptions common;
-    /// What the status bar says goes to the standard output too, a line each, for scripts that
-    /// drive the window.
+    /// For scripts that drive the window: what the status bar says goes to the standard output too,
+    /// a line each, and so does that a menu, "(menu)", or a dialog, "(dialog TITLE)", waits for
+    /// input.
     bool printsStatus = false;
 };
 
