@@ -169,7 +169,8 @@ TEST_F(BatchRunTest, ARefusalWritesNothing) {
     EXPECT_EQ(output.out,
               "selector 1 (parameters): 0\nselector 2 (prepare): 0\nselector 3 (start): -30100\n");
     EXPECT_FALSE(IsWritten());
-    EXPECT_EQ(Run("Refuse", {"--times", "5"}).out, "run 1\n" + output.out);
+    // The runs that would have followed don't.
+    EXPECT_EQ(Run("Refuse", {"--times", "5"}).out, output.out);
 }
 
 TEST_F(BatchRunTest, FaultsHaveAStatusOfTheirOwn) {
@@ -197,7 +198,8 @@ TEST_F(BatchRunTest, ACrashIsTold) {
     EXPECT_EQ(crash.error, "zandermolite-run: the filter crashed (exception 0xC0000005)\n");
     const Output thrown = Run("Throw");
     EXPECT_EQ(thrown.status, 5);
-    EXPECT_EQ(Lines(thrown.error), 1) << thrown.error;
+    // The filter's own run-time library says something before.
+    EXPECT_TRUE(thrown.error.ends_with("the filter crashed (it ended the program)\n"));
     EXPECT_FALSE(IsWritten());
 }
 
