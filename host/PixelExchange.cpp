@@ -31,6 +31,28 @@ std::size_t Area(const hostapi::VRect& rect) {
     return static_cast<std::size_t>(Width(rect)) * static_cast<std::size_t>(Height(rect));
 }
 
+/// A row of pixels: the first byte wanted and the bytes to the next pixel.
+template <typename Byte>
+struct PixelRow {
+    Byte* first;
+    int step;
+};
+
+// `planes` bytes of each pixel.
+void CopyPixels(PixelRow<const std::uint8_t> from, PixelRow<std::uint8_t> to, int planes,
+                int pixels) {
+    if (from.step == planes && to.step == planes) {
+        std::memcpy(to.first, from.first,
+                    static_cast<std::size_t>(planes) * static_cast<std::size_t>(pixels));
+        return;
+    }
+    for (int x = 0; x < pixels; ++x) {
+        std::memcpy(to.first, from.first, static_cast<std::size_t>(planes));
+        from.first += from.step;
+        to.first += to.step;
+    }
+}
+
 // `from` to `to` by `weight` of 255, rounded.
 std::uint8_t Blend(int from, int to, int weight) {
     return static_cast<std::uint8_t>((from * (255 - weight) + to * weight + 127) / 255);
@@ -176,19 +198,21 @@ void PixelExchange::DeliverMask(hostapi::FilterRecord& record,
 void PixelExchange::CopyOut(const Picture& picture, Delivery& delivery) const {
     const Request& request = delivery.request;
     std::uint8_t* target = delivery.block.Data();
-    const auto step = static_cast<std::size_t>(request.planes);
     for (int y = request.rect.top; y < request.rect.bottom; ++y) {
-        const std::uint8_t* source = picture.Pixel(request.rect.left, y) + request.firstPlane;
-        if (request.planes == picture.planes) {
-            std::memcpy(target, source, request.RowBytes());
-            target += request.RowBytes();
-            continue;
-        }
-        for (int x = request.rect.left; x < request.rect.right; ++x) {
-            std::memcpy(target, source, step);
-            target += step;
-            source += picture.planes;
-        }
+        CopyPixels({picture.Pixel(request.rect.left, y) + request.firstPlane, picture.planes},
+                   {target, request.planes}, request.planes, Width(request.rect));
+        target += request.RowBytes();
+    }
+}
+
+void PixelExchange::CopyBack(Delivery& delivery) {
+    const Request& request = delivery.request;
+    const std::uint8_t* source = delivery.block.Data();
+    for (int y = request.rect.top; y < request.rect.bottom; ++y) {
+        CopyPixels({source, request.planes},
+                   {working.Pixel(request.rect.left, y) + request.firstPlane, working.planes},
+                   request.planes, Width(request.rect));
+        source += request.RowBytes();
     }
 }
 
@@ -211,19 +235,8 @@ void PixelExchange::ApplyMatte(Delivery& delivery) const {
 }
 
 void PixelExchange::Store() {
-    if (output) {
-        const Request& request = output->request;
-        const std::uint8_t* source = output->block.Data();
-        const auto step = static_cast<std::size_t>(request.planes);
-        for (int y = request.rect.top; y < request.rect.bottom; ++y) {
-            std::uint8_t* target = working.Pixel(request.rect.left, y) + request.firstPlane;
-            for (int x = request.rect.left; x < request.rect.right; ++x) {
-                std::memcpy(target, source, step);
-                source += step;
-                target += working.planes;
-            }
-        }
-    }
+    if (output)
+        CopyBack(*output);
     TakeBack(input);
     TakeBack(output);
     TakeBack(mask);
@@ -245,16 +258,22 @@ void PixelExchange::TakeBack(Deliveries& delivery) {
 Picture PixelExchange::Result() const {
     Picture result = original;
     const hostapi::VRect changed = Intersect(selection.bounds, original.Bounds());
+    if (IsEmpty(changed))
+        return result;
     const int planes = settings.protectTransparency ? 3 : original.planes;
     for (int y = changed.top; y < changed.bottom; ++y) {
         const std::uint8_t* from = working.Pixel(changed.left, y);
         std::uint8_t* to = result.Pixel(changed.left, y);
+        if (!selection.HasMask()) {
+            CopyPixels({from, working.planes}, {to, result.planes}, planes, Width(changed));
+            continue;
+        }
         for (int x = changed.left; x < changed.right; ++x) {
             const int coverage = selection.Coverage(x, y);
             for (int plane = 0; plane < planes; ++plane)
                 to[plane] = Blend(to[plane], from[plane], coverage);
-            from += original.planes;
-            to += original.planes;
+            from += working.planes;
+            to += result.planes;
         }
     }
     return result;

@@ -81,6 +81,7 @@ class PixelExchange {
     void DeliverMask(hostapi::FilterRecord& record, const std::optional<Request>& request);
     void TakeBack(Deliveries& delivery);
     void CopyOut(const Picture& picture, Delivery& delivery) const;
+    void CopyBack(Delivery& delivery);
     void ApplyMatte(Delivery& delivery) const;
 
     Picture original;

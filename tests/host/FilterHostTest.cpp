@@ -487,6 +487,12 @@ TEST(FilterHostTest, ShrinkingHostsMergeWhatLiesInside) {
         host.Run(testfilters::Invert, picture, SelectRectangle({-2, -2, 3, 3}));
     EXPECT_EQ(report.faults, Lines{});
     EXPECT_EQ(picture, InvertedInside(before, {0, 0, 3, 3}));
+    for (hostapi::VRect outside : {hostapi::VRect{1, 7, 4, 9}, {9, 1, 12, 4}, {-4, -4, -1, -1}}) {
+        picture = before;
+        const Selection selection = SelectRectangle(outside);
+        EXPECT_TRUE(host.Run(LookAtRecord, picture, selection).Succeeded());
+        EXPECT_EQ(picture, before);
+    }
 }
 
 TEST(FilterHostTest, MattesApplyToTheFilterCase) {
