@@ -155,7 +155,7 @@ class FeatherDialog final : public Dialog {
 class FaultsDialog final : public Dialog {
   public:
     FaultsDialog(const std::string& filterName, const std::vector<std::string>& faults) {
-        heading = filterName + " did what no host can put up with:";
+        heading = "The host caught " + filterName + " at this:";
         for (const std::string& fault : faults)
             lines += (lines.empty() ? "" : "\r\n") + fault;
     }

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <numeric>
 #include <stdexcept>
 
 #include "host/NativeWindow.Win.h"
@@ -17,6 +18,8 @@ constexpr const wchar_t* widestSelection = L"8888, 8888 to 8888, 8888 (8888 \u00
 constexpr const wchar_t* widestZoom = L"3200 %";
 constexpr int partPadding = 14;
 constexpr int smallestMessage = 120;
+// Drawing the bar for each percent took longer than most filters do.
+constexpr DWORD millisecondsBetweenDraws = 100;
 
 HWND CreateControl(const wchar_t* className, DWORD style, HWND parent) {
     HWND control = CreateWindowExW(0, className, L"", style, 0, 0, 0, 0, parent, nullptr,
@@ -48,8 +51,7 @@ void StatusBar::SetText(Part part, const std::string& text) {
     if (wide == texts[part])
         return;
     texts[part] = std::move(wide);
-    if (part == PictureInfo)
-        PlaceParts();
+    PlaceParts();
     SendMessageW(bar, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(texts[part].c_str()));
 }
 
@@ -59,16 +61,17 @@ void StatusBar::BeginProgress() {
     SendMessageW(bar, SB_GETRECT, SelectionInfo, reinterpret_cast<LPARAM>(&last));
     SetWindowPos(progress, nullptr, first.left, first.top, last.right - first.left,
                  first.bottom - first.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
-    shownPercent = 0;
+    lastDrawn = GetTickCount();
     SendMessageW(progress, PBM_SETPOS, 0, 0);
     UpdateWindow(bar);
 }
 
 void StatusBar::SetProgress(int done, int total) {
-    const int percent = std::clamp(MulDiv(done, 100, std::max(total, 1)), 0, 100);
-    if (percent == shownPercent)
+    const DWORD now = GetTickCount();
+    if (now - lastDrawn < millisecondsBetweenDraws)
         return;
-    shownPercent = percent;
+    lastDrawn = now;
+    const int percent = std::clamp(MulDiv(done, 100, std::max(total, 1)), 0, 100);
     SendMessageW(progress, PBM_SETPOS, static_cast<WPARAM>(percent), 0);
     UpdateWindow(progress);
 }
@@ -78,6 +81,8 @@ void StatusBar::EndProgress() {
 }
 
 int StatusBar::TextWidth(const std::wstring& text) const {
+    if (text.empty())
+        return 0;
     HDC context = GetDC(bar);
     HGDIOBJ font = reinterpret_cast<HGDIOBJ>(SendMessageW(bar, WM_GETFONT, 0, 0));
     HGDIOBJ previous = SelectObject(context, font);
@@ -88,18 +93,25 @@ int StatusBar::TextWidth(const std::wstring& text) const {
     return size.cx + ScaledToScreen(partPadding);
 }
 
-// From the right: what is left over is the message's.
+// From the right: what is left over is the message's. Where that is too little, the others make
+// room, those first that are least missed.
 void StatusBar::PlaceParts() {
-    const std::array<int, partCount> widths{
-        0, texts[PictureInfo].empty() ? 0 : TextWidth(texts[PictureInfo]), TextWidth(widestPointer),
-        TextWidth(widestSelection),
-        // Beside the grip.
-        TextWidth(widestZoom) + GetSystemMetrics(SM_CXVSCROLL)};
-    const int others = widths[PictureInfo] + widths[Pointer] + widths[SelectionInfo] + widths[Zoom];
-    int right = std::max(ClientSize(bar).width - others, ScaledToScreen(smallestMessage));
-    std::array<int, partCount> edges{right};
-    for (std::size_t part = PictureInfo; part < partCount; ++part)
-        edges[part] = right += widths[part];
+    std::array<int, partCount> widths{TextWidth(texts[Message]), TextWidth(texts[PictureInfo]),
+                                      TextWidth(widestPointer), TextWidth(widestSelection),
+                                      // Beside the grip.
+                                      TextWidth(widestZoom) + GetSystemMetrics(SM_CXVSCROLL)};
+    const int width = ClientSize(bar).width;
+    for (Part part : {PictureInfo, Pointer, Zoom}) {
+        if (std::accumulate(widths.begin(), widths.end(), 0) > width)
+            widths[part] = 0;
+    }
+    const int others = std::accumulate(widths.begin() + PictureInfo, widths.end(), 0);
+    widths[Message] = std::max(width - others, ScaledToScreen(smallestMessage));
+    std::array<int, partCount> edges{};
+    std::partial_sum(widths.begin(), widths.end(), edges.begin());
+    if (edges == shownEdges)
+        return;
+    shownEdges = edges;
     SendMessageW(bar, SB_SETPARTS, partCount, reinterpret_cast<LPARAM>(edges.data()));
 }
 

@@ -32,7 +32,10 @@ class StatusBar {
     HWND bar = nullptr;
     HWND progress = nullptr;
     std::array<std::wstring, partCount> texts;
-    int shownPercent = 0;
+    /// The parts' right edges.
+    std::array<int, partCount> shownEdges{};
+    /// By GetTickCount().
+    DWORD lastDrawn = 0;
 };
 
 }  // namespace host
