@@ -90,7 +90,7 @@ std::string NumberedBytes(std::size_t count) {
     return bytes;
 }
 
-/// What Lines makes of the record at the session's clock.
+/// What Lines makes of the record at the clock that is set.
 std::vector<Pixel> ExpectedLines(short width, short height, const LinesParams& params) {
     PaintClass expected(width, height);
     RunLines(expected, params);
