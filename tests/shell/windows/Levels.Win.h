@@ -1,0 +1,22 @@
+// How many of the system's objects this process holds.
+#pragma once
+
+#include <gtest/gtest.h>
+
+struct Levels {
+    int kernelHandles;
+    int gdiObjects;
+    int windows;
+    int menus;
+    int icons;
+    int threads;
+    /// Thread-local ones, of which a process has about a thousand.
+    int freeSlots;
+    bool operator==(const Levels&) const = default;
+};
+
+void PrintTo(const Levels& levels, std::ostream* out);
+
+/// By asking the system about every number that an object could have: the calls that count them
+/// are empty in Wine.
+Levels CountLevels();

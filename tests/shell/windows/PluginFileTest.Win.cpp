@@ -1,0 +1,217 @@
+// What a host, and the system, see of the product's file.
+#include <algorithm>
+#include <cctype>
+#include <set>
+
+#include "host/PluginFile.h"
+#include "tests/shell/windows/DialogDriver.Win.h"
+#include "tests/shell/windows/Levels.Win.h"
+#include "tests/shell/windows/Libraries.Win.h"
+
+namespace {
+
+class PluginFileTest : public testing::Test {
+  protected:
+    template <typename T>
+    const T* At(std::uintptr_t offset) const {
+        return reinterpret_cast<const T*>(reinterpret_cast<const char*>(plugin.Module()) + offset);
+    }
+    const IMAGE_NT_HEADERS& Headers() const {
+        const auto offset = At<IMAGE_DOS_HEADER>(0)->e_lfanew;
+        return *At<IMAGE_NT_HEADERS>(static_cast<std::uintptr_t>(offset));
+    }
+    std::uintptr_t Directory(int number) const {
+        return Headers().OptionalHeader.DataDirectory[number].VirtualAddress;
+    }
+    std::vector<std::uint8_t> Resource(LPCSTR name, LPCSTR type) const {
+        const HRSRC found = FindResourceA(plugin.Module(), name, type);
+        if (found == nullptr) {
+            return {};
+        }
+        const auto* const bytes =
+            static_cast<const std::uint8_t*>(LockResource(LoadResource(plugin.Module(), found)));
+        return {bytes, bytes + SizeofResource(plugin.Module(), found)};
+    }
+
+    LoadedPlugin plugin;
+};
+
+TEST_F(PluginFileTest, ExportsTheEntryAlone) {
+    const auto* const exports = At<IMAGE_EXPORT_DIRECTORY>(Directory(IMAGE_DIRECTORY_ENTRY_EXPORT));
+    ASSERT_EQ(exports->NumberOfNames, 1u);
+    EXPECT_EQ(exports->NumberOfFunctions, 1u);
+    const auto* const names = At<DWORD>(exports->AddressOfNames);
+    EXPECT_STREQ(At<char>(names[0]), "ENTRYPOINT");
+}
+
+TEST_F(PluginFileTest, ImportsTheSystemsLibrariesAlone) {
+    const std::set<std::string> systems = {"kernel32.dll", "user32.dll",   "gdi32.dll",
+                                           "advapi32.dll", "comdlg32.dll", "shell32.dll",
+                                           "msvcrt.dll"};
+    int libraries = 0;
+    for (const auto* entry = At<IMAGE_IMPORT_DESCRIPTOR>(Directory(IMAGE_DIRECTORY_ENTRY_IMPORT));
+         entry->Name != 0; ++entry) {
+        std::string name = At<char>(entry->Name);
+        std::transform(name.begin(), name.end(), name.begin(), [](unsigned char letter) {
+            return static_cast<char>(std::tolower(letter));
+        });
+        EXPECT_EQ(systems.count(name), 1u) << name;
+        ++libraries;
+    }
+    EXPECT_GE(libraries, 2);
+}
+
+TEST_F(PluginFileTest, IsProtectedByTheSystem) {
+    const auto flags = Headers().OptionalHeader.DllCharacteristics;
+    EXPECT_NE(flags & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE, 0) << "addresses are randomised";
+    EXPECT_NE(flags & IMAGE_DLLCHARACTERISTICS_NX_COMPAT, 0) << "data is not executed";
+    EXPECT_NE(Directory(IMAGE_DIRECTORY_ENTRY_BASERELOC), 0u) << "and can be moved";
+    if (sizeof(void*) == 8) {
+        EXPECT_NE(flags & 0x20, 0) << "high-entropy addresses";
+    }
+}
+
+constexpr bool is64Bit = sizeof(void*) == 8;
+
+// Byte by byte; four-character codes stand in reverse.
+const std::string expectedPipl =
+    std::string("\x01\0", 2)        // version of the resource
+    + std::string("\0\0\0\0", 4)    // version of the list
+    + std::string("\x07\0\0\0", 4)  // properties
+    + std::string("MIB8dnik\0\0\0\0\x04\0\0\0MFB8", 20) +
+    std::string("MIB8eman\0\0\0\0\x14\0\0\0\x13Zandermolite 3.0...", 36) +
+    std::string(
+        "MIB8gtac\0\0\0\0\x0C\0\0\0\x0A"
+        "Brenvalder\0",
+        28) +
+    std::string("MIB8srev\0\0\0\0\x04\0\0\0\0\0\x04\0", 20) +
+    std::string(is64Bit ? "MIB84668\0\0\0\0\x0C\0\0\0ENTRYPOINT\0\0"
+                        : "MIB868xw\0\0\0\0\x0C\0\0\0ENTRYPOINT\0\0",
+                28) +
+    std::string("MIB8edom\0\0\0\0\x04\0\0\0\x10\0\0\0", 20) +
+    std::string("MIB8icif\0\0\0\0\x1C\0\0\0", 16) +
+    std::string(
+        "\x01\x01\0\0\x01\x01\0\0\x04\x01\0\0\x04\x01\0\0"
+        "\x04\x01\0\0\x04\x01\0\0\x04\x01\0\0",
+        28);
+
+TEST_F(PluginFileTest, TheHostsResourceByteByByte) {
+    const std::vector<std::uint8_t> bytes = Resource(MAKEINTRESOURCEA(16000), "PIPL");
+    EXPECT_EQ(std::string(bytes.begin(), bytes.end()), expectedPipl);
+    EXPECT_EQ(Resource(MAKEINTRESOURCEA(16000), "pipl"), bytes);
+}
+
+TEST_F(PluginFileTest, AStrictHostReadsItsResource) {
+    const host::FilterDescription description =
+        host::ParsePipl(Resource(MAKEINTRESOURCEA(16000), "PIPL"));
+    EXPECT_EQ(description.name, "Zandermolite 3.0...");
+    EXPECT_EQ(description.category, "Brenvalder");
+    EXPECT_EQ(description.version, 0x00040000u);
+    EXPECT_EQ(description.Entry(), "ENTRYPOINT");
+    EXPECT_EQ(description.modes, host::modeRGB);
+    ASSERT_TRUE(description.cases);
+    for (std::int16_t filterCase = 1; filterCase <= 7; ++filterCase) {
+        EXPECT_TRUE(description.Handles(filterCase));
+    }
+}
+
+TEST(PluginListingTest, TheResourceIsReadWithoutRunningTheLibrary) {
+    const HMODULE data =
+        LoadLibraryExA(Arguments().plugin.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    ASSERT_NE(data, nullptr);
+    EXPECT_NE(FindResourceA(data, MAKEINTRESOURCEA(16000), "PIPL"), nullptr);
+    FreeLibrary(data);
+}
+
+/// One value of the version resource's texts.
+std::string VersionText(const std::vector<char>& version, const std::string& name) {
+    void* text = nullptr;
+    UINT length = 0;
+    VerQueryValueA(version.data(), ("\\StringFileInfo\\040904B0\\" + name).c_str(), &text, &length);
+    return text != nullptr ? static_cast<const char*>(text) : "(none)";
+}
+
+TEST_F(PluginFileTest, TellsItsVersion) {
+    const char* const path = Arguments().plugin.c_str();
+    std::vector<char> version(GetFileVersionInfoSizeA(path, nullptr));
+    ASSERT_FALSE(version.empty());
+    ASSERT_TRUE(GetFileVersionInfoA(path, 0, static_cast<DWORD>(version.size()), version.data()));
+    void* fixed = nullptr;
+    UINT length = 0;
+    ASSERT_TRUE(VerQueryValueA(version.data(), "\\", &fixed, &length));
+    const auto* const info = static_cast<const VS_FIXEDFILEINFO*>(fixed);
+    EXPECT_EQ(info->dwFileVersionMS, 0x00030000u);
+    EXPECT_EQ(info->dwFileVersionLS, 0u);
+    EXPECT_EQ(info->dwFileType, static_cast<DWORD>(VFT_DLL));
+    EXPECT_EQ(VersionText(version, "FileVersion"), "3.0.0");
+    EXPECT_EQ(VersionText(version, "ProductVersion"), "3.0.0");
+    EXPECT_EQ(VersionText(version, "ProductName"), "Zandermolite");
+    EXPECT_EQ(VersionText(version, "OriginalFilename"), "Zandermolite.8bf");
+}
+
+TEST(LevelsTest, TheCountSeesEachKind) {
+    const Levels before = CountLevels();
+    const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    EXPECT_EQ(CountLevels().kernelHandles, before.kernelHandles + 1);
+    CloseHandle(event);
+    const HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
+    EXPECT_EQ(CountLevels().gdiObjects, before.gdiObjects + 1);
+    DeleteObject(brush);
+    const HMENU menu = CreateMenu();
+    EXPECT_EQ(CountLevels().menus, before.menus + 1);
+    DestroyMenu(menu);
+    const HWND window =
+        CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+    EXPECT_GT(CountLevels().windows, before.windows);
+    DestroyWindow(window);
+}
+
+/// What a host that frees the library after each use does.
+void LoadRunAndFree() {
+    const LoadedPlugin plugin;
+    host::FilterHost filterHost;
+    host::Picture picture = host::MakePicture(40, 30, 3, 100);
+    const host::Selection selection = host::SelectRectangle({2, 3, 12, 13});
+    EXPECT_TRUE(filterHost.Run(plugin.Entry(), picture, selection).Succeeded());
+    EXPECT_EQ(filterHost.RunAbout(plugin.Entry()).result, 0);
+}
+
+/// The same where the run ends in a fault's dialog.
+void LoadFailAndFree() {
+    const LoadedPlugin plugin;
+    host::HostSettings settings;
+    settings.without[host::Service::BufferProcs] = true;
+    host::FilterHost filterHost(settings);
+    host::Picture picture = host::MakePicture(40, 30, 3, 100);
+    DriveDialog([&] {
+        filterHost.Run(plugin.Entry(), picture, host::SelectRectangle({2, 3, 12, 13}));
+    });
+}
+
+/// A thread that has been waited for may still take a moment to go.
+void ExpectLevels(const Levels& expected) {
+    Levels levels = CountLevels();
+    for (int i = 0; i < 20 && !(levels == expected); ++i) {
+        Sleep(100);
+        levels = CountLevels();
+    }
+    EXPECT_EQ(levels, expected);
+}
+
+TEST(UnloadingTest, NothingIsLeftBehind) {
+    // The system itself keeps some objects of the first uses.
+    LoadRunAndFree();
+    LoadFailAndFree();
+    const Levels before = CountLevels();
+    for (int i = 0; i < 200; ++i) {
+        LoadRunAndFree();
+        ASSERT_EQ(GetModuleHandleA("Zandermolite.8bf"), nullptr);
+    }
+    ExpectLevels(before);
+    for (int i = 0; i < 10; ++i) {
+        LoadFailAndFree();
+    }
+    ExpectLevels(before);
+}
+
+}  // namespace
