@@ -3,19 +3,18 @@
 
 #include <fcntl.h>
 #include <io.h>
-#include <shellapi.h>
 
 #include <csignal>
 #include <cstdio>
 #include <iostream>
 #include <new>
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "host/Arguments.Win.h"
 #include "host/BatchOptions.h"
 #include "host/BatchReport.h"
-#include "host/FilterHost.h"
+#include "host/FilterSession.Win.h"
 #include "host/Picture.h"
 #include "host/PluginFile.Win.h"
 #include "host/Selection.h"
@@ -23,20 +22,6 @@
 namespace host {
 
 namespace {
-
-std::string Utf8(const wchar_t* text) {
-    return Utf8Name(std::filesystem::path(text));
-}
-
-std::vector<std::string> Arguments() {
-    int count = 0;
-    wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
-    std::vector<std::string> arguments;
-    for (int i = 1; i < count; ++i)
-        arguments.push_back(Utf8(words[i]));
-    LocalFree(words);
-    return arguments;
-}
 
 [[noreturn]] void EndCrashed(const char* what) {
     std::cout.flush();
@@ -82,66 +67,39 @@ int List(const BatchOptions& options) {
     return statusDone;
 }
 
-/// The filter's runs on one picture, with the library loaded as the traits say.
+/// The filter's runs on one picture.
 class Batch {
   public:
     Batch(const BatchOptions& options_, Picture picture_)
         : options(options_),
           picture(std::move(picture_)),
           selection(SelectionFrom(options.common, picture)),
-          filter(FindFilter(options)),
-          host(options.common.settings) {
-        host.SetMattes(filter.description.InputMattes());
-    }
+          session(FindFilter(options), options.common.settings) {}
 
     void RunAll() {
-        RequireSupport();
         for (int run = 0; run < options.times; ++run) {
             const bool isRepeat = options.repeat && (run > 0 || options.times == 1);
-            RunOne([&](EntryPoint entry) {
-                return host.Run(entry, picture, selection,
-                                isRepeat ? Execution::Repeat : Execution::Interactive);
-            });
+            reports.push_back(session.Run(picture, selection,
+                                          isRepeat ? Execution::Repeat : Execution::Interactive));
             if (!reports.back().Succeeded())
                 return;
         }
     }
 
-    void RunAbout() {
-        RunOne([&](EntryPoint entry) { return host.RunAbout(entry); });
-    }
+    void RunAbout() { reports.push_back(session.RunAbout()); }
 
     void RunSelector() {
-        RunOne([&](EntryPoint entry) {
-            return host.RunSelector(entry, *options.selector, picture, selection);
-        });
+        reports.push_back(session.RunSelector(*options.selector, picture, selection));
     }
 
     const std::vector<RunReport>& Reports() const { return reports; }
     const Picture& Result() const { return picture; }
 
   private:
-    void RequireSupport() const {
-        if (!filter.description.Handles(host.FilterCaseOf(picture, selection)))
-            throw PluginError(Utf8Name(filter.file) +
-                              ": the filter doesn't work on such a picture and selection");
-    }
-
-    template <typename Run>
-    void RunOne(Run run) {
-        if (!library)
-            library.emplace(filter);
-        reports.push_back(run(library->Entry()));
-        if (options.common.settings.traits.Has(Trait::FreeLibrary))
-            library.reset();
-    }
-
     const BatchOptions& options;
     Picture picture;
     Selection selection;
-    ListedFilter filter;
-    FilterHost host;
-    std::optional<LoadedFilter> library;
+    FilterSession session;
     std::vector<RunReport> reports;
 };
 
@@ -176,7 +134,7 @@ int Main() {
     SetUnhandledExceptionFilter(OnCrash);
     std::signal(SIGABRT, OnAbort);
     try {
-        const ParsedCommandLine commandLine = ParseBatchOptions(Arguments());
+        const ParsedCommandLine commandLine = ParseBatchOptions(ProgramArguments());
         if (!commandLine.text.empty()) {
             std::cout << commandLine.text;
             return statusDone;

@@ -2,12 +2,10 @@
 #include <windows.h>
 
 #include <commctrl.h>
-#include <shellapi.h>
 
-#include <cstdio>
 #include <string>
-#include <vector>
 
+#include "host/Arguments.Win.h"
 #include "host/HostWindow.Win.h"
 #include "host/NativeWindow.Win.h"
 #include "host/WindowOptions.h"
@@ -18,16 +16,6 @@ namespace {
 
 // As those of the batch program.
 enum ExitStatus : int { statusDone = 0, statusUnusable = 2 };
-
-std::vector<std::string> Arguments() {
-    int count = 0;
-    wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
-    std::vector<std::string> arguments;
-    for (int i = 1; i < count; ++i)
-        arguments.push_back(Utf8(words[i]));
-    LocalFree(words);
-    return arguments;
-}
 
 // To where the output goes, if it goes anywhere, else in a box.
 void Print(const std::string& text) {
@@ -50,7 +38,7 @@ int Main(int show) {
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_BAR_CLASSES | ICC_PROGRESS_CLASS};
     InitCommonControlsEx(&controls);
     try {
-        const ParsedWindowOptions commandLine = ParseWindowOptions(Arguments());
+        const ParsedWindowOptions commandLine = ParseWindowOptions(ProgramArguments());
         if (!commandLine.text.empty()) {
             Print(commandLine.text);
             return statusDone;

@@ -8,13 +8,13 @@ target_link_libraries(hostview PUBLIC hostcommand PRIVATE project_options system
 if(WIN32)
   configure_file(WindowVersion.h.in ${CMAKE_CURRENT_BINARY_DIR}/generated/host/WindowVersion.h @ONLY)
   add_executable(zandermolite-host WIN32
-    FileDialogs.Win.cpp FilterMenu.Win.cpp FilterRunner.Win.cpp FilterSession.Win.cpp
+    FileDialogs.Win.cpp FilterMenu.Win.cpp FilterRunner.Win.cpp
     HostDialogs.Win.cpp HostWindow.Win.cpp NativeWindow.Win.cpp PictureView.Win.cpp
     StatusBar.Win.cpp WindowMain.Win.cpp Window.rc)
   target_include_directories(zandermolite-host PRIVATE
     ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_BINARY_DIR}/generated)
   target_link_libraries(zandermolite-host PRIVATE
-    hostview project_options comctl32 comdlg32 ole32 shell32)
+    hostview project_options comctl32 comdlg32 ole32)
   target_compile_definitions(zandermolite-host PRIVATE UNICODE _UNICODE)
   target_link_options(zandermolite-host PRIVATE -municode -s)
   set_source_files_properties(Window.rc PROPERTIES OBJECT_DEPENDS
