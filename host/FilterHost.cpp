@@ -52,6 +52,23 @@ MemorySettings MemorySettingsOf(const HostSettings& settings) {
     return memory;
 }
 
+bool AreSame(const hostapi::Point& a, const hostapi::Point& b) {
+    return a.v == b.v && a.h == b.h;
+}
+
+// The fields that are the host's: what the filter is told and whom it may call.
+bool AreHostsFieldsSame(const hostapi::FilterRecord& a, const hostapi::FilterRecord& b) {
+    return AreSame(a.imageSize, b.imageSize) && AreSame(a.wholeSize, b.wholeSize) &&
+           AreSame(a.floatCoord, b.floatCoord) && a.planes == b.planes &&
+           AreEqual(Widened(a.filterRect), Widened(b.filterRect)) && a.isFloating == b.isFloating &&
+           a.haveMask == b.haveMask && a.filterCase == b.filterCase && a.imageMode == b.imageMode &&
+           a.imageHRes == b.imageHRes && a.imageVRes == b.imageVRes && a.hostSig == b.hostSig &&
+           a.abortProc == b.abortProc && a.progressProc == b.progressProc &&
+           a.advanceState == b.advanceState && a.displayPixels == b.displayPixels &&
+           a.colorServices == b.colorServices && a.platformData == b.platformData &&
+           a.bufferProcs == b.bufferProcs && a.handleProcs == b.handleProcs;
+}
+
 }  // namespace
 
 // What the record points to: count the call and pass it on to the object that serves.
@@ -149,6 +166,10 @@ void FilterHost::RequireFit(const Picture& picture, const Selection& selection) 
                                             maximumPictureSide, maximumPictureSide};
     if (!Contains(interfaceRange, selection.bounds))
         throw SelectionError("the selection is too large for the filter interface");
+    const std::size_t area = static_cast<std::size_t>(Width(selection.bounds)) *
+                             static_cast<std::size_t>(Height(selection.bounds));
+    if (selection.HasMask() && selection.mask.size() != area)
+        throw SelectionError("the selection's mask hasn't the selection's size");
 }
 
 void FilterHost::Begin(const Picture& picture, const Selection& selection) {
@@ -262,8 +283,11 @@ int FilterHost::RowsDelivered() const {
 RunReport FilterHost::Run(EntryPoint entry, Picture& picture, const Selection& selection,
                           Execution execution) {
     Begin(picture, selection);
+    const hostapi::FilterRecord given = *record;
     RunReport report;
     CallSelectors(entry, execution, report);
+    if (!AreHostsFieldsSame(*record, given))
+        FoundFaults().Add("the filter changed fields of the record that are the host's");
     Picture changed = End();
     Complete(report);
     if (report.Succeeded())

@@ -45,6 +45,18 @@ void WriteFile(const fs::path& file, const std::vector<std::uint8_t>& bytes) {
         throw PictureError(Utf8Name(file) + ": cannot be written");
 }
 
+// A name beside the target that no file has.
+fs::path PartialName(const fs::path& file) {
+    fs::path partial;
+    std::error_code ignored;
+    int number = 0;
+    do {
+        partial = file;
+        partial += ".partial" + std::to_string(number++);
+    } while (fs::exists(partial, ignored));
+    return partial;
+}
+
 }  // namespace
 
 Picture MakePicture(int width, int height, int planes, std::uint8_t value) {
@@ -55,7 +67,10 @@ Picture MakePicture(int width, int height, int planes, std::uint8_t value) {
     picture.width = width;
     picture.height = height;
     picture.planes = planes;
-    picture.pixels.assign(picture.RowBytes() * static_cast<std::size_t>(height), value);
+    const std::size_t size = picture.RowBytes() * static_cast<std::size_t>(height);
+    if (size > picture.pixels.max_size())
+        throw std::bad_alloc();
+    picture.pixels.assign(size, value);
     return picture;
 }
 
@@ -83,8 +98,7 @@ Picture LoadPicture(const fs::path& file) {
 
 void SavePicture(const Picture& picture, const fs::path& file) {
     const std::vector<std::uint8_t> bytes = EncodePng(picture);
-    fs::path partial = file;
-    partial += ".partial";
+    const fs::path partial = PartialName(file);
     try {
         WriteFile(partial, bytes);
         std::error_code error;

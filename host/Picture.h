@@ -52,7 +52,7 @@ struct Picture {
 };
 
 /// A picture of one value in all bytes, at 72 pixels per inch. Throws PictureError if the sides are
-/// not 1 to maximumPictureSide or `planes` is neither 3 nor 4.
+/// not 1 to maximumPictureSide or `planes` is neither 3 nor 4; std::bad_alloc.
 Picture MakePicture(int width, int height, int planes, std::uint8_t value = 255);
 
 /// Reads PNG, JPEG or BMP, told apart by the contents. Grey becomes RGB, 16 bits become 8, a file

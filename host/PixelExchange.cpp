@@ -14,6 +14,9 @@ namespace host {
 namespace {
 
 constexpr std::size_t guardBytes = 256;
+// A filter that trusts its own idea of a rectangle writes beyond the delivered one by no more than
+// this before it is found.
+constexpr std::int64_t largestExcess = std::int64_t{1} << 20;
 // Enough for many rows: a filter that writes to a row it has handed back is found.
 constexpr std::size_t quarantineBytes = std::size_t{1} << 20;
 
@@ -27,8 +30,8 @@ std::string Text(const hostapi::Rect& rect) {
            ")";
 }
 
-std::size_t Area(const hostapi::VRect& rect) {
-    return static_cast<std::size_t>(Width(rect)) * static_cast<std::size_t>(Height(rect));
+std::int64_t Area(const hostapi::VRect& rect) {
+    return std::int64_t{Width(rect)} * Height(rect);
 }
 
 /// A row of pixels: the first byte wanted and the bytes to the next pixel.
@@ -149,8 +152,9 @@ bool PixelExchange::Accept(const char* name, hostapi::Rect& rect, int firstPlane
     }
     if (!IsEmpty(given)) {
         const int planes = lastPlane - firstPlane + 1;
+        const std::int64_t excess = (Area(asked) - Area(given)) * planes;
         request = Request{given, firstPlane, planes,
-                          (Area(asked) - Area(given)) * static_cast<std::size_t>(planes)};
+                          static_cast<std::size_t>(std::min(excess, largestExcess))};
     }
     return true;
 }

@@ -12,11 +12,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Without a full path the loader would look in other folders, too.
+fs::path FullPath(const fs::path& file) {
+    std::error_code error;
+    return fs::absolute(file, error);
+}
+
 /// A module mapped for its resources alone.
 class DataModule {
   public:
     explicit DataModule(const fs::path& file)
-        : module(LoadLibraryExW(file.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE)) {
+        : module(LoadLibraryExW(FullPath(file).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE)) {
         if (module == nullptr)
             throw PluginError(Utf8Name(file) + ": not a plug-in, or it cannot be opened");
     }
@@ -83,8 +89,10 @@ std::vector<ListedFilter> ListFile(const fs::path& file) {
 FilterList ListFolder(const fs::path& folder) {
     std::vector<fs::path> files;
     std::error_code error;
-    for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error)) {
+    for (fs::recursive_directory_iterator
+             entry(folder, fs::directory_options::skip_permission_denied, error),
+         end;
+         !error && entry != end; entry.increment(error)) {
         if (IsPluginName(entry->path()))
             files.push_back(entry->path());
     }
@@ -109,10 +117,8 @@ LoadedFilter::LoadedFilter(const ListedFilter& filter) : module(nullptr), entry(
     if (name.empty())
         throw PluginError(file + ": has no code for a " + (hostapi::is64Bit ? "64" : "32") +
                           "-bit host");
-    // The altered search path finds libraries beside the plug-in only with a full path.
-    std::error_code error;
-    const fs::path full = fs::absolute(filter.file, error);
-    HMODULE loaded = LoadLibraryExW(full.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    HMODULE loaded =
+        LoadLibraryExW(FullPath(filter.file).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     if (loaded == nullptr)
         throw PluginError(file + ": the code cannot be loaded (error " +
                           std::to_string(GetLastError()) + ")");

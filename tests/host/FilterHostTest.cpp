@@ -133,6 +133,8 @@ TEST(FilterHostTest, BadFiltersAreFound) {
     EXPECT_EQ(RunOnce(testfilters::Leak).faults, Lines{"buffer 1 (1000 bytes): never freed"});
     EXPECT_EQ(RunOnce(testfilters::FreeTwice).faults,
               Lines{"bufferProcs.freeProc: buffer 1 was freed already"});
+    EXPECT_EQ(RunOnce(testfilters::ChangeRecord).faults,
+              Lines{"the filter changed fields of the record that are the host's"});
     EXPECT_EQ(RunOnce(testfilters::ChangeControlWord).faults,
               Lines{"the filter changed the floating-point control word"});
 }
@@ -472,6 +474,9 @@ TEST(FilterHostTest, ASelectionMustFitThePicture) {
     Picture picture = Noise(4, 4, 3);
     EXPECT_THROW(host.Run(LookAtRecord, picture, SelectRectangle({0, 0, 4, 5})), SelectionError);
     EXPECT_THROW(host.Run(LookAtRecord, picture, Selection{}), SelectionError);
+    Selection badMask = SelectRectangle({0, 0, 2, 2});
+    badMask.mask = {1, 2, 3};
+    EXPECT_THROW(host.Run(LookAtRecord, picture, badMask), SelectionError);
     FilterHost shrinking(With({Trait::ShrinkRectangles}));
     EXPECT_TRUE(shrinking.Run(LookAtRecord, picture, SelectRectangle({-1, 0, 4, 9})).Succeeded());
     EXPECT_EQ(seen.filterRect.top, -1);

@@ -234,6 +234,14 @@ TEST_F(PictureFileTest, ReplacesAFile) {
     EXPECT_EQ(FilesInFolder(), 1U);
 }
 
+TEST_F(PictureFileTest, TouchesNoOtherFile) {
+    const fs::path file = folder / "a.png";
+    std::ofstream(folder / "a.png.partial0") << "somebody's";
+    SavePicture(Noise(2, 2, 3), file);
+    EXPECT_EQ(FilesInFolder(), 2U);
+    EXPECT_EQ(Bytes(folder / "a.png.partial0").size(), 10U);
+}
+
 TEST_F(PictureFileTest, LeavesNothingBehindWhereItCannotWrite) {
     const Picture picture = Noise(2, 2, 3);
     const fs::path missing = folder / "missing" / "a.png";

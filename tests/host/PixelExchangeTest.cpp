@@ -227,6 +227,17 @@ TEST_F(PixelExchangeTest, ShrinksRectanglesSilently) {
                                                        "bytes, the first at offset 12"});
 }
 
+TEST_F(PixelExchangeTest, TheLargestRectangleIsShrunkToo) {
+    const Picture picture = Noise(4, 4, 3);
+    ExchangeSettings settings;
+    settings.shrinkSilently = true;
+    PixelExchange exchange = Exchange(picture, settings);
+    auto record = Ask({-32768, -32768, 32767, 32767}, nothing, 0, 2);
+    ASSERT_EQ(exchange.Advance(record), hostapi::noErr);
+    EXPECT_EQ(record.inRowBytes, 12);
+    EXPECT_EQ(record.inData[47], picture.Pixel(3, 3)[2]);
+}
+
 TEST_F(PixelExchangeTest, FailsAtThePlannedRows) {
     const Picture picture = Noise(4, 8, 3);
     ExchangeSettings settings;

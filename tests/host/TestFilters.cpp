@@ -191,6 +191,13 @@ void HOST_CALL ChangeControlWord(std::int16_t selector, FilterRecord*, void*,
     }
 }
 
+void HOST_CALL ChangeRecord(std::int16_t selector, FilterRecord* record, void*,
+                            std::int16_t* result) {
+    *result = hostapi::noErr;
+    if (selector == hostapi::filterSelectorFinish)
+        record->planes = 1;
+}
+
 MISBEHAVING void HOST_CALL Crash(std::int16_t selector, FilterRecord*, void*,
                                  std::int16_t* result) {
     *result = hostapi::noErr;
