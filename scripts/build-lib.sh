@@ -42,7 +42,7 @@ count_results() {
 # sum_attribute ELEMENT ATTRIBUTE FILE
 sum_attribute() {
   sum=0
-  for number in $(sed -n "s/^ *<$1 .* $2=\"\([0-9]*\)\".*/\1/p" "$3"); do
+  for number in $(sed -n "s/^ *<$1 \(.* \)\{0,1\}$2=\"\([0-9]*\)\".*/\2/p" "$3"); do
     sum=$((sum + number))
   done
   echo "$sum"

@@ -5,22 +5,33 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <optional>
 #include <string>
 
 namespace {
 
-void SetVariable(const char* name, const std::string& value) {
+/// No value: the variable is removed.
+void SetVariable(const char* name, const std::optional<std::string>& value) {
 #ifdef _WIN32
-    _putenv_s(name, value.c_str());
+    _putenv_s(name, value.value_or("").c_str());
 #else
-    setenv(name, value.c_str(), 1);
+    if (value) {
+        setenv(name, value->c_str(), 1);
+    } else {
+        unsetenv(name);
+    }
 #endif
+}
+
+std::optional<std::string> Variable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
 }
 
 /// The two variables are as they were when the object goes.
 class SavedVariables {
   public:
-    SavedVariables() : first(Value("TMPDIR")), second(Value("TEMP")) {}
+    SavedVariables() : first(Variable("TMPDIR")), second(Variable("TEMP")) {}
     SavedVariables(const SavedVariables&) = delete;
     SavedVariables& operator=(const SavedVariables&) = delete;
     ~SavedVariables() {
@@ -29,13 +40,8 @@ class SavedVariables {
     }
 
   private:
-    static std::string Value(const char* name) {
-        const char* const value = std::getenv(name);
-        return value != nullptr ? value : "";
-    }
-
-    std::string first;
-    std::string second;
+    std::optional<std::string> first;
+    std::optional<std::string> second;
 };
 
 TEST(PlatformTest, TheClockCountsSeconds) {
@@ -83,6 +89,9 @@ TEST(PlatformTest, TheTemporaryFolderIsTheVariables) {
     SetVariable("TMPDIR", "");
     EXPECT_EQ(folder(), std::pair(6, std::string("second")));
     SetVariable("TEMP", "");
+    EXPECT_EQ(folder(), std::pair(4, std::string("/tmp")));
+    SetVariable("TMPDIR", std::nullopt);
+    SetVariable("TEMP", std::nullopt);
     EXPECT_EQ(folder(), std::pair(4, std::string("/tmp")));
     SetVariable("TMPDIR", std::string(63, 'x'));
     EXPECT_EQ(folder(), std::pair(63, std::string(63, 'x')));
