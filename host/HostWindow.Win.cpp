@@ -68,6 +68,12 @@ std::wstring StepText(const wchar_t* verb, const std::string& name, const wchar_
 HostWindow::HostWindow(const WindowOptions& options_)
     : options(options_), view(*this), runner(options_.common.settings, status) {
     feather = options.common.ellipseFeather.value_or(0.0);
+    if (options.statusFile.empty())
+        return;
+    statusFile.open(options.statusFile, std::ios::binary | std::ios::trunc);
+    if (!statusFile)
+        throw CommandLineError("--status-file " + Utf8Name(options.statusFile) +
+                               ": cannot be written");
 }
 
 void HostWindow::Open(int show) {
@@ -118,7 +124,7 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
                 OnCommand(LOWORD(wParam));
             return 0;
         case WM_ENTERIDLE:
-            PrintWaiting(wParam, reinterpret_cast<HWND>(lParam));
+            NoteWaiting(wParam, reinterpret_cast<HWND>(lParam));
             return 0;
         case WM_DROPFILES:
             OnDroppedFiles(wParam);
@@ -492,20 +498,25 @@ void HostWindow::UpdateSelection() {
     view.Redraw();
 }
 
-void HostWindow::PrintWaiting(WPARAM kind, HWND waiting) {
-    if (!options.printsStatus || waiting == lastWaiting)
+void HostWindow::NoteWaiting(WPARAM kind, HWND waiting) {
+    if (waiting == lastWaiting)
         return;
     lastWaiting = waiting;
     wchar_t title[128] = L"";
     GetWindowTextW(waiting, title, 128);
-    WriteToOutput(kind == MSGF_MENU ? "(menu)\n" : "(dialog " + Utf8(title) + ")\n");
+    Note(kind == MSGF_MENU ? "(menu)" : "(dialog " + Utf8(title) + ")");
+}
+
+void HostWindow::Note(const std::string& line) {
+    if (statusFile.is_open())
+        statusFile << line << std::endl;
 }
 
 void HostWindow::Say(const std::string& message) {
     status.SetText(StatusBar::Message, message);
     lastWaiting = nullptr;
-    if (options.printsStatus && !message.empty())
-        WriteToOutput(message + "\n");
+    if (!message.empty())
+        Note(message);
 }
 
 void HostWindow::ShowAbout() {

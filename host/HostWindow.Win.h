@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <string>
 
@@ -20,6 +21,7 @@ namespace host {
 
 class HostWindow : public NativeWindow, private PictureViewListener {
   public:
+    /// Throws CommandLineError if the status file can't be written.
     explicit HostWindow(const WindowOptions& options);
 
     /// Makes the window and shows it as `show` says, one of the values of ShowWindow(). Throws
@@ -72,8 +74,10 @@ class HostWindow : public NativeWindow, private PictureViewListener {
     void UpdateTitle();
     void UpdateSelection();
     void Say(const std::string& message);
-    /// For scripts: tells once that a dialog or a menu waits for input.
-    void PrintWaiting(WPARAM kind, HWND waiting);
+    /// Notes once that a dialog or a menu waits for input.
+    void NoteWaiting(WPARAM kind, HWND waiting);
+    /// A line for the status file, if there is one.
+    void Note(const std::string& line);
     void ShowAbout();
 
     WindowOptions options;
@@ -91,7 +95,8 @@ class HostWindow : public NativeWindow, private PictureViewListener {
     double feather = 0.0;
     /// What the selection was made from in this window.
     std::optional<DraggedSelection> selected;
-    /// What PrintWaiting() told last.
+    std::ofstream statusFile;
+    /// What NoteWaiting() noted last.
     HWND lastWaiting = nullptr;
 };
 

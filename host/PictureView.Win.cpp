@@ -253,7 +253,7 @@ void PictureView::ScrollTowardsPointer() {
     if (dx == 0 && dy == 0)
         return;
     const Place scroll = viewport.Scroll();
-    ScrollTo({scroll.x + dx, scroll.y + dy});
+    ScrollTo({scroll.x + 2 * dx, scroll.y + 2 * dy});
     MoveDrag(pointer);
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
+#include <vector>
 
 #include "host/Geometry.h"
 
@@ -68,27 +70,41 @@ Color ViewPixel(const Picture& picture, int zoom, int x, int y) {
     return MeanOfSquare(picture, x << -zoom, y << -zoom, 1 << -zoom, x, y);
 }
 
-// `isInside` tells whether a pixel of the picture is selected, `bounds` where it can be at all. A
-// view pixel that is selected and has a neighbour that isn't belongs to the outline.
+// The outline of what is selected inside `bounds`, where `isInside` tells it of each pixel of the
+// picture. A view pixel that is selected and has a neighbour that isn't belongs to the outline.
+// Each view pixel is looked up once: three rows are kept, with a column more on either side.
 template <typename IsInside>
 void DrawOutlineOf(DisplayRows& rows, Place leftTop, const Viewport& viewport,
                    const hostapi::VRect& bounds, int phase, IsInside isInside) {
-    auto isSelected = [&](int x, int y) {
-        const Place pixel = viewport.ToPicture({x, y});
-        return isInside(pixel.x, pixel.y);
-    };
     const hostapi::VRect shown =
         Intersect(viewport.ToView(bounds),
                   {leftTop.y, leftTop.x, leftTop.y + rows.height, leftTop.x + rows.width});
+    if (IsEmpty(shown))
+        return;
+    std::vector<int> columns;
+    for (int x = shown.left - 1; x <= shown.right; ++x)
+        columns.push_back(viewport.ToPicture({x, 0}).x);
+    using Row = std::vector<char>;
+    auto look = [&](int y) {
+        Row row(columns.size());
+        const int pictureRow = viewport.ToPicture({0, y}).y;
+        for (std::size_t i = 0; i < row.size(); ++i)
+            row[i] = isInside(columns[i], pictureRow);
+        return row;
+    };
+    Row above = look(shown.top - 1);
+    Row current = look(shown.top);
     for (int y = shown.top; y < shown.bottom; ++y) {
-        for (int x = shown.left; x < shown.right; ++x) {
-            if (!isSelected(x, y) || (isSelected(x - 1, y) && isSelected(x + 1, y) &&
-                                      isSelected(x, y - 1) && isSelected(x, y + 1)))
+        Row below = look(y + 1);
+        for (std::size_t i = 1; i + 1 < current.size(); ++i) {
+            if (!current[i] || (current[i - 1] && current[i + 1] && above[i] && below[i]))
                 continue;
+            const int x = shown.left - 1 + static_cast<int>(i);
             const bool isWhite = (x + y + phase) / dashLength % 2 == 0;
             const int shade = isWhite ? 255 : 0;
             Put(PixelAt(rows, x - leftTop.x, y - leftTop.y), {shade, shade, shade});
         }
+        above = std::exchange(current, std::move(below));
     }
 }
 

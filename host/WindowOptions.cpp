@@ -11,16 +11,18 @@ ParsedWindowOptions ParseWindowOptions(const std::vector<std::string>& arguments
     CLI::App app("Opens a picture and runs filter plug-ins on it.", "zandermolite-host");
     app.set_version_flag("--version", "zandermolite-host " + std::string(versionText));
     WindowOptions options;
-    std::string picture;
+    std::string picture, statusFile;
     app.add_option("PICTURE", picture, "The picture; as --image");
-    app.add_flag("--print-status", options.printsStatus,
-                 "Print what the status bar says, and which dialog waits for input, a line each");
+    app.add_option("--status-file", statusFile,
+                   "Write what the status bar says, and what waits for input, into a file")
+        ->type_name("FILE");
     const CommonOptionReader common(app);
 
     const std::string text = ParseCommandLine(app, arguments);
     if (!text.empty())
         return {{}, text};
     options.common = common.Read();
+    options.statusFile = PathFromUtf8(statusFile);
     if (!picture.empty() && !options.common.image.empty())
         throw CommandLineError("--image: there is a picture without it, too");
     if (!picture.empty())

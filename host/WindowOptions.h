@@ -1,6 +1,7 @@
 // The window's command line.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -10,10 +11,10 @@ namespace host {
 
 struct WindowOptions {
     CommonOptions common;
-    /// For scripts that drive the window: what the status bar says goes to the standard output too,
-    /// a line each, and so does that a menu, "(menu)", or a dialog, "(dialog TITLE)", waits for
-    /// input.
-    bool printsStatus = false;
+    /// For scripts that drive the window; may be empty. What the status bar says is written to this
+    /// file too, a line each, and so is that a menu, "(menu)", or a dialog, "(dialog TITLE)", waits
+    /// for input.
+    std::filesystem::path statusFile;
 };
 
 struct ParsedWindowOptions {

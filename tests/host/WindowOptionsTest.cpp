@@ -8,7 +8,7 @@ TEST(WindowOptionsTest, NothingIsEnough) {
     const ParsedWindowOptions parsed = ParseWindowOptions({});
     EXPECT_EQ(parsed.text, "");
     EXPECT_TRUE(parsed.options.common.image.empty());
-    EXPECT_FALSE(parsed.options.printsStatus);
+    EXPECT_TRUE(parsed.options.statusFile.empty());
 }
 
 TEST(WindowOptionsTest, ThePictureStandsAloneOrBehindItsOption) {
@@ -23,15 +23,15 @@ TEST(WindowOptionsTest, ThePictureStandsAloneOrBehindItsOption) {
 TEST(WindowOptionsTest, TakesTheCommonOptions) {
     const WindowOptions options =
         ParseWindowOptions({"--filter", "a.8bf", "--filter", "b.8bf", "--selection", "1,2,3,4",
-                            "--ellipse", "2.5", "--trait", "free-library", "--print-status",
-                            "picture.png"})
+                            "--ellipse", "2.5", "--trait", "free-library", "--status-file",
+                            "said.txt", "picture.png"})
             .options;
     EXPECT_EQ(options.common.filters, (std::vector<std::filesystem::path>{"a.8bf", "b.8bf"}));
     ASSERT_TRUE(options.common.selection);
     EXPECT_TRUE(AreEqual(*options.common.selection, {2, 1, 4, 3}));
     EXPECT_EQ(options.common.ellipseFeather, 2.5);
     EXPECT_TRUE(options.common.settings.traits.Has(Trait::FreeLibrary));
-    EXPECT_TRUE(options.printsStatus);
+    EXPECT_EQ(options.statusFile, "said.txt");
     EXPECT_EQ(options.common.image, "picture.png");
 }
 
