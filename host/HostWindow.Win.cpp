@@ -143,6 +143,11 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
+void HostWindow::OnError(const std::string& text) {
+    Note("(error) " + text);
+    NativeWindow::OnError(text);
+}
+
 LRESULT HostWindow::OnCreate() {
     HINSTANCE instance = GetModuleHandleW(nullptr);
     accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(ACCELERATORS_WINDOW));
@@ -298,7 +303,7 @@ void HostWindow::AddFilters(const FilterList& list) {
     std::string text;
     for (const std::string& problem : list.problems)
         text += (text.empty() ? "" : "\n") + problem;
-    ShowError(Handle(), text);
+    OnError(text);
 }
 
 void HostWindow::AskAndAddFolder() {
@@ -363,7 +368,7 @@ void HostWindow::OpenPicture(const fs::path& file) {
         document.emplace(std::move(picture), file);
     } catch (...) {
         SetCursor(previous);
-        ShowError(Handle(), CurrentErrorText());
+        OnError(CurrentErrorText());
         return;
     }
     SetCursor(previous);
@@ -379,7 +384,7 @@ void HostWindow::SelectByOptions() {
     try {
         document->Select(SelectionFrom(options.common, document->Image()));
     } catch (...) {
-        ShowError(Handle(), CurrentErrorText());
+        OnError(CurrentErrorText());
         return;
     }
     if (options.common.ellipseFeather)

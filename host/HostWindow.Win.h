@@ -35,6 +35,7 @@ class HostWindow : public NativeWindow, private PictureViewListener {
 
   private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnError(const std::string& text) override;
     LRESULT OnCreate();
     void OnCommand(int command);
     void OnPictureCommand(int command);

@@ -62,6 +62,10 @@ LRESULT NativeWindow::Default(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcW(handle, message, wParam, lParam);
 }
 
+void NativeWindow::OnError(const std::string& text) {
+    ShowError(handle, text);
+}
+
 LRESULT CALLBACK NativeWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NCCREATE) {
         const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lParam);
@@ -80,7 +84,7 @@ LRESULT NativeWindow::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     try {
         result = OnMessage(message, wParam, lParam);
     } catch (...) {
-        ShowError(handle, CurrentErrorText());
+        OnError(CurrentErrorText());
     }
     if (message == WM_NCDESTROY)
         handle = nullptr;

@@ -40,9 +40,11 @@ class NativeWindow {
   protected:
     /// Throws std::runtime_error.
     void Create(const WindowParameters& parameters);
-    /// What it throws is shown to the user and ends here: in 32-bit processes no exception may pass
+    /// What it throws goes to OnError() and ends there: in 32-bit processes no exception may pass
     /// through the system.
     virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+    /// Shows the text to the user.
+    virtual void OnError(const std::string& text);
     /// The system's own handling.
     LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam);
 

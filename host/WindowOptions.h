@@ -13,7 +13,7 @@ struct WindowOptions {
     CommonOptions common;
     /// For scripts that drive the window; may be empty. What the status bar says is written to this
     /// file too, a line each, and so is that a menu, "(menu)", or a dialog, "(dialog TITLE)", waits
-    /// for input.
+    /// for input, and what the user is told in a box, "(error) TEXT".
     std::filesystem::path statusFile;
 };
 

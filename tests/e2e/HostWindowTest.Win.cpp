@@ -32,6 +32,9 @@ constexpr const wchar_t* done = L"Zandermolite 3.0: done";
 constexpr WORD fileMenu = 'F', filterMenu = 'T';
 constexpr int lastFilterItem = 0, firstCategoryItem = 1;
 
+// Before any test has put its own in its place.
+const fs::path temporaryFolder = fs::temp_directory_path();
+
 /// Every pixel different from its neighbours.
 Picture MakePattern(host::Size size) {
     Picture picture = host::MakePicture(size.width, size.height, 3);
@@ -66,11 +69,13 @@ int CountChanged(const Picture& before, const Picture& after, const hostapi::VRe
 class HostWindowTest : public testing::Test {
   protected:
     HostWindowTest()
-        : folder(fs::temp_directory_path() /
+        : folder(temporaryFolder /
                  ("zandermolite-window-" + std::to_string(GetCurrentProcessId()))) {
         EnterOwnDesktop();
         fs::remove_all(folder);
         fs::create_directories(folder);
+        // The plug-in keeps its last texture there; other tests run it at the same time.
+        SetEnvironmentVariableW(L"TMP", folder.c_str());
     }
     ~HostWindowTest() override {
         program.reset();
