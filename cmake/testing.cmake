@@ -13,8 +13,11 @@ function(add_project_test name)
   endif()
   add_executable(${name} ${T_SOURCES})
   target_link_libraries(${name} PRIVATE ${T_LIBRARIES} project_options gtest_main)
+  # Relative to the working directory: a Windows program takes a path that begins with a slash for
+  # one without a drive.
+  file(RELATIVE_PATH results ${PROJECT_SOURCE_DIR} ${CMAKE_BINARY_DIR}/results)
   add_test(NAME ${name}
-    COMMAND ${name} --gtest_brief=1 --gtest_output=xml:${CMAKE_BINARY_DIR}/results/${name}.xml
+    COMMAND ${name} --gtest_brief=1 --gtest_output=xml:${results}/${name}.xml
             ${T_ARGUMENTS}
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
   set_tests_properties(${name} PROPERTIES TIMEOUT ${T_TIMEOUT})
