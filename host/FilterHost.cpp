@@ -193,6 +193,8 @@ void FilterHost::Begin(const Picture& picture, const Selection& selection) {
     if (!settings.traits.Has(Trait::IgnoreMatte))
         exchangeSettings.matte = mattes[static_cast<std::size_t>(filterCase - 1)];
     exchangeSettings.failAdvance = settings.failAdvance;
+    // It holds pictures of its own, which may be too large to be there twice.
+    exchange.reset();
     exchange = std::make_unique<PixelExchange>(picture, selection, exchangeSettings, FoundFaults());
 
     FillPlaneFields(picture);

@@ -269,6 +269,14 @@ void PictureView::ReportPointer(Place place) {
     listener.OnPointer(isInside ? std::optional(pixel) : std::nullopt);
 }
 
+// The picture has moved under the mouse.
+void PictureView::ReportPointerAgain() {
+    POINT point{};
+    GetCursorPos(&point);
+    if (WindowFromPoint(point) == Handle())
+        ReportPointer(PointerIn(Handle()));
+}
+
 void PictureView::OnScrollBar(int bar, int request) {
     SCROLLINFO info{};
     info.cbSize = sizeof info;
@@ -365,6 +373,7 @@ void PictureView::ScrollTo(Place scroll) {
         return;
     UpdateScrollBars();
     Redraw();
+    ReportPointerAgain();
     UpdateWindow(Handle());
 }
 
@@ -374,6 +383,7 @@ void PictureView::ZoomAround(int zoom, Place anchor) {
     viewport.SetZoom(zoom, anchor);
     UpdateScrollBars();
     Redraw();
+    ReportPointerAgain();
     listener.OnZoomed(viewport.Scale());
 }
 

@@ -74,6 +74,7 @@ class PictureView : public NativeWindow {
     void OnTimer(WPARAM timer);
     void ScrollTowardsPointer();
     void ReportPointer(Place place);
+    void ReportPointerAgain();
 
     void OnScrollBar(int bar, int request);
     void OnWheel(WPARAM wParam, LPARAM lParam, bool isHorizontal);

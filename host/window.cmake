@@ -17,6 +17,10 @@ if(WIN32)
     hostview project_options comctl32 comdlg32 ole32)
   target_compile_definitions(zandermolite-host PRIVATE UNICODE _UNICODE)
   target_link_options(zandermolite-host PRIVATE -municode -s)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    # A large picture is in memory several times while a filter runs.
+    target_link_options(zandermolite-host PRIVATE -Wl,--large-address-aware)
+  endif()
   set_source_files_properties(Window.rc PROPERTIES OBJECT_DEPENDS
     "${CMAKE_CURRENT_SOURCE_DIR}/WindowResources.h;${CMAKE_CURRENT_SOURCE_DIR}/Window.manifest;${PROJECT_SOURCE_DIR}/resources/host.ico")
 endif()

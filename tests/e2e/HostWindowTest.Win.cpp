@@ -266,6 +266,21 @@ TEST_F(HostWindowTest, DraggingBeyondTheViewScrolls) {
               L"100, 50 to 1500, 1200 (1400 \u00D7 1150)");
 }
 
+TEST_F(HostWindowTest, ScrollsByWheelAndKeys) {
+    const host::Size large{1500, 1200};
+    StartWithPicture({}, large);
+    MoveMouse(program->OnScreen({100, 50}, large));
+    program->WaitForStatus(StatusBar::Pointer, L"100, 50");
+    TurnWheel(2);
+    program->WaitForStatus(StatusBar::Pointer, L"100, 242");
+    SendChords({{VK_RIGHT}, {VK_RIGHT}});
+    program->WaitForStatus(StatusBar::Pointer, L"164, 242");
+    SendChords({{VK_UP}});
+    program->WaitForStatus(StatusBar::Pointer, L"164, 210");
+    SendChords({{VK_HOME}});
+    program->WaitForStatus(StatusBar::Pointer, L"100, 50");
+}
+
 TEST_F(HostWindowTest, SelectsByNumbers) {
     StartWithPicture();
     program->Window();

@@ -77,3 +77,11 @@ void PressMouse() {
 void ReleaseMouse() {
     SendMouse(MOUSEEVENTF_LEFTUP);
 }
+
+void TurnWheel(int notches) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.mouseData = static_cast<DWORD>(-notches * WHEEL_DELTA);
+    input.mi.dwFlags = MOUSEEVENTF_WHEEL;
+    Send({input});
+}

@@ -26,3 +26,5 @@ void SendChords(const std::vector<std::vector<WORD>>& chords);
 void MoveMouse(POINT place);
 void PressMouse();
 void ReleaseMouse();
+/// Towards the user, so that what lies below comes up.
+void TurnWheel(int notches);
