@@ -1,7 +1,7 @@
 #!/bin/sh
 # Makes the sample pictures anew from their scenes: samples/render.sh [NAME...]
-# Needs povray and imagemagick; takes some minutes of computing a picture. The same versions give the
-# same files: POV-Ray runs on one thread, because what it gathers of indirect light depends on the
+# Needs povray and imagemagick; takes some minutes of computing a picture.
+# POV-Ray runs on one thread, because what it gathers of indirect light depends on the
 # order of the work. With TRACED=DIR the traced pictures stay in DIR and are taken from there the next
 # time, so that the steps after the tracing can be tried at once.
 set -eu
