@@ -12,7 +12,7 @@ namespace {
 
 constexpr DWORD pollMilliseconds = 10;
 /// Long enough for a loaded machine; nothing waits for it in vain unless it fails.
-constexpr DWORD patienceMilliseconds = 20000;
+constexpr DWORD patienceMilliseconds = 60000;
 
 /// Waits until `condition` holds. False when patience ends.
 template <typename Condition>
@@ -135,11 +135,7 @@ class Driver {
         SetThreadDesktop(Arguments().desktop);
         HWND dialog = nullptr;
         for (const Ending ending : endings) {
-            const HWND before = dialog;
-            WaitFor([&] {
-                dialog = FindDialog(thread, before);
-                return dialog != nullptr || finished;
-            });
+            dialog = WaitForDialog(dialog);
             if (dialog == nullptr) {
                 return;
             }
@@ -153,10 +149,25 @@ class Driver {
         }
     }
 
+    /// The action on the other thread has returned.
+    void Finish() { finished = true; }
+
+    std::vector<SeenDialog> seen;
+
+  private:
+    /// As long as the action runs, however long: nobody else would end a dialog that comes late.
+    HWND WaitForDialog(HWND before) const {
+        HWND dialog = nullptr;
+        while (dialog == nullptr && !finished) {
+            Sleep(pollMilliseconds);
+            dialog = FindDialog(thread, before);
+        }
+        return dialog;
+    }
+
     const std::vector<Ending>& endings;
     DWORD thread;
     std::atomic<bool> finished = false;
-    std::vector<SeenDialog> seen;
 };
 
 }  // namespace
@@ -200,7 +211,7 @@ std::vector<SeenDialog> DriveDialogs(const std::function<void()>& action,
     Driver driver(endings, GetCurrentThreadId());
     std::thread helper([&driver] { driver.Run(); });
     action();
-    driver.finished = true;
+    driver.Finish();
     helper.join();
     return driver.seen;
 }

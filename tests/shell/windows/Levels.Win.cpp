@@ -33,6 +33,13 @@ bool IsGdiObject(void* number) {
     return GetObjectType(number) != 0;
 }
 
+/// Of this process: the numbers are the session's.
+bool IsOwnWindow(void* number) {
+    DWORD process = 0;
+    return GetWindowThreadProcessId(static_cast<HWND>(number), &process) != 0 &&
+           process == GetCurrentProcessId();
+}
+
 bool IsIcon(void* number) {
     ICONINFO info;
     if (!GetIconInfo(static_cast<HICON>(number), &info)) {
@@ -76,11 +83,10 @@ void PrintTo(const Levels& levels, std::ostream* out) {
 
 Levels CountLevels() {
     constexpr std::uintptr_t firstUserObject = 0x20;
-    const auto isWindow = [](void* number) { return IsWindow(static_cast<HWND>(number)) != FALSE; };
     const auto isMenu = [](void* number) { return IsMenu(static_cast<HMENU>(number)) != FALSE; };
     return {Count(4, lastKernelHandle, 4, IsKernelHandle),
             Count(1, lastGdiObject, 1, IsGdiObject),
-            Count(firstUserObject, lastUserObject, 2, isWindow),
+            Count(firstUserObject, lastUserObject, 2, IsOwnWindow),
             Count(firstUserObject, lastUserObject, 2, isMenu),
             Count(firstUserObject, lastUserObject, 2, IsIcon),
             CountThreads(),

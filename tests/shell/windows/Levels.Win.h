@@ -6,7 +6,7 @@
 struct Levels {
     int kernelHandles;
     int gdiObjects;
-    int windows;
+    int windows;  // of this process: other programs open and close theirs at any time
     int menus;
     int icons;
     int threads;
