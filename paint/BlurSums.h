@@ -24,9 +24,6 @@ class BlurSums {
     const std::uint32_t* Sum(const WrappedPlane& plane, int y, int first, int count, int slot);
 
   private:
-    const std::uint16_t* Folded(int distance) const {
-        return folded + static_cast<std::size_t>(distance) * foldedStride + margin;
-    }
     void FoldRows(const WrappedPlane& plane, int y, int first, int count);
 
     const BlurKernel& kernel;
@@ -35,7 +32,6 @@ class BlurSums {
     std::size_t foldedStride;
     HandleClass block;
     std::uint32_t* sums = nullptr;
-    /// Row d holds the sums of the plane's rows y - d and y + d, row 0 that of y alone; the last
-    /// holds zeros.
+    /// The plane's rows around the run, folded, and a last one of zeros.
     std::uint16_t* folded = nullptr;
 };

@@ -304,6 +304,7 @@ class TrailRows {
                  std::any_of(planes, planes + 4, [](const WrappedPlane& p) { return p.failed; });
         if (!failed) {
             weights = static_cast<double*>(weightBlock.Lock());
+            rowSums = static_cast<double*>(sumBlock.Lock());
             FillTrail(weights, length);
         }
     }
@@ -316,7 +317,7 @@ class TrailRows {
         const auto storeTrail = ForThisProcessor(StoreTrailPlainly, StoreTrailWide);
         const double* sums[3];
         for (int c = redByte; c <= blueByte; ++c) {
-            sums[c] = Sum(planes[c], y, static_cast<double*>(sumBlock.Lock()) + c * pic.grX);
+            sums[c] = Sum(planes[c], y, rowSums + c * pic.grX);
         }
         storeTrail(sums, Sample(planes[alphaByte], y, length - 1), pixels, pic.grX);
     }
@@ -342,6 +343,8 @@ class TrailRows {
     HandleClass weightBlock;
     HandleClass sumBlock;
     double* weights = nullptr;
+    /// A row for each colour.
+    double* rowSums = nullptr;
     /// With a margin for the longest way to the right; a step to the left is a longer one to the
     /// right.
     WrappedPlane planes[4];

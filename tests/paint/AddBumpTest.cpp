@@ -1,5 +1,10 @@
+#include <cstdlib>
+#include <random>
+#include <vector>
+
 #include "paint/PaintClass.h"
 #include "tests/reference/PlainAddBump.h"
+#include "tests/support/Bar.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/FailingHandles.h"
@@ -70,18 +75,13 @@ TEST_F(SmoothAlphaTest, WithoutThePlaneNothingChanges) {
 }
 
 TEST_F(SmoothAlphaTest, ReportsEveryTenthRowFromTheOffsetOn) {
-    struct Bar final : ProgressTarget {
-        void DrawProgress(short percent) override { percents.push_back(percent); }
-        std::vector<short> percents;
-    } bar;
+    Bar bar;
     PaintClass pic(2, 25);
-    ShowClass::target = &bar;
     {
         ShowClass progress(100);
         bool abortFlag = false;
         EXPECT_TRUE(pic.SmoothAlpha(40, &progress, &abortFlag));
     }
-    ShowClass::target = nullptr;
     EXPECT_EQ(bar.percents, (std::vector<short>{40, 50, 60}));
 }
 
@@ -192,14 +192,9 @@ TEST_F(AddBumpTest, WithoutThePlaneTheColoursStay) {
 }
 
 TEST_F(AddBumpTest, ReportsEveryTenthRowTwice) {
-    struct Bar final : ProgressTarget {
-        void DrawProgress(short percent) override { percents.push_back(percent); }
-        std::vector<short> percents;
-    } bar;
+    Bar bar;
     PaintClass pic(2, 25);
-    ShowClass::target = &bar;
     ASSERT_TRUE(pic.AddBump());
-    ShowClass::target = nullptr;
     EXPECT_EQ(bar.percents, (std::vector<short>{0, 20, 40, 50, 70, 90}));
 }
 

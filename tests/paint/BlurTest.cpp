@@ -1,7 +1,14 @@
+#include <initializer_list>
+#include <limits>
+#include <random>
+#include <utility>
+#include <vector>
+
 #include "paint/BlurKernel.h"
 #include "paint/FilterParams.h"
 #include "paint/PaintClass.h"
 #include "tests/reference/PlainBlur.h"
+#include "tests/support/Bar.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/FailingHandles.h"
@@ -242,13 +249,6 @@ TEST_F(BlurTest, WithoutABlockNothingChanges) {
     }
     EXPECT_FALSE(pic.changed);
 }
-
-struct Bar final : ProgressTarget {
-    Bar() { ShowClass::target = this; }
-    ~Bar() { ShowClass::target = nullptr; }
-    void DrawProgress(short percent) override { percents.push_back(percent); }
-    std::vector<short> percents;
-};
 
 TEST_F(BlurTest, ReportsEveryRowOrEveryFourth) {
     PaintClass pic(4, 10);

@@ -1,3 +1,7 @@
+#include <initializer_list>
+#include <random>
+#include <vector>
+
 #include "paint/FilterParams.h"
 #include "paint/PaintClass.h"
 #include "tests/reference/PlainBlur.h"
