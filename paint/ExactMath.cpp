@@ -356,7 +356,7 @@ Enclosure QuickAngle(const CirclePoint& point) {
         (1.0 / 6 + squared * (3.0 / 40 + squared * (15.0 / 336 + squared * (105.0 / 3456))));
     const DoublePair sum = TwoSum(nearest.value * spacing1, u);
     const double low = sum.low + (nearest.value * spacing2 + (turnedLow + tail));
-    return {sum.high, low, std::fabs(sum.high) * 0x1p-66};
+    return {sum.high, low, std::fabs(sum.high) * 0x1p-65};
 }
 
 // The quick way of the power.
