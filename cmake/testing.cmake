@@ -13,6 +13,13 @@ function(add_project_test name)
   endif()
   add_executable(${name} ${T_SOURCES})
   target_link_libraries(${name} PRIVATE ${T_LIBRARIES} project_options gtest_main)
+  # Most of a test's compile time goes into the headers that all of them have, and into optimising
+  # what runs once. (A compiler cache is quicker still, and does not go with a precompiled header.)
+  target_compile_options(${name} PRIVATE -O1)
+  if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    target_precompile_headers(${name} PRIVATE
+      <gtest/gtest.h> <algorithm> <cstring> <filesystem> <functional> <random> <string> <vector>)
+  endif()
   # Relative to the working directory: a Windows program takes a path that begins with a slash for
   # one without a drive.
   file(RELATIVE_PATH results ${PROJECT_SOURCE_DIR} ${CMAKE_BINARY_DIR}/results)
