@@ -1,0 +1,36 @@
+#include "editor/ColorWells.h"
+
+namespace {
+
+hostapi::Rect RectOf(int top, int left, int bottom, int right) {
+    return {static_cast<short>(top), static_cast<short>(left), static_cast<short>(bottom),
+            static_cast<short>(right)};
+}
+
+/// The edges count, all four.
+bool Contains(const hostapi::Rect& rect, short x, short y) {
+    return x >= rect.left && x <= rect.right && y >= rect.top && y <= rect.bottom;
+}
+
+}  // namespace
+
+WellPart ColorWells::PartAt(short x, short y) const {
+    if (Contains(foreRect, x, y)) {
+        return wellForeground;
+    }
+    if (Contains(backRectRight, x, y) || Contains(backRectBottom, x, y)) {
+        return wellBackground;
+    }
+    if (Contains(swapRect, x, y)) {
+        return wellSwap;
+    }
+    return Contains(defaultRect, x, y) ? wellDefault : wellNone;
+}
+
+ColorWells WellsIn(const hostapi::Rect& item, const hostapi::Rect& swapRect,
+                   const hostapi::Rect& defaultRect) {
+    return {RectOf(item.top + 7, item.left + 9, item.bottom - 20, item.right - 22),
+            RectOf(item.top + 20, item.right - 20, item.bottom - 8, item.right - 9),
+            RectOf(item.bottom - 18, item.left + 20, item.bottom - 8, item.right - 9), swapRect,
+            defaultRect};
+}

@@ -1,0 +1,29 @@
+// The scaled copy of the texture that the drawing area shows at any zoom but 1.
+//
+// Nearest neighbour in both directions, without smoothing: target pixel (i, j) is the source pixel
+// (trunc(i * (sw / dw)), trunc(j * (sh / dh))). One copy is kept from draw to draw, so the repeats
+// of one pass cost one scaling.
+#pragma once
+
+#include "hostapi/Suites.h"
+#include "raster/HostBuffer.h"
+#include "raster/PicClass.h"
+
+class ScaledCopy {
+  public:
+    /// Forgets the copy, since the texture may have changed. Its block is kept for the next one of
+    /// the same size: a stroke makes one at every poll of the mouse.
+    void Discard();
+    /// Makes a copy of that size, unless there is one. Sides are at least 1. False without memory;
+    /// there is no copy then.
+    bool Make(const PicClass& pic, int width, int height);
+    /// Describes the copy for the host; valid until the next Make or Discard. Three bytes a pixel,
+    /// red, green, blue, without gaps.
+    const hostapi::PSPixelMap& Map() const { return map; }
+
+  private:
+    bool Allocate(int width, int height);
+
+    hostapi::PSPixelMap map{};
+    HostBuffer buffer;
+};

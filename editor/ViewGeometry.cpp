@@ -1,0 +1,216 @@
+#include "editor/ViewGeometry.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "raster/Truncation.h"
+
+namespace {
+
+constexpr int repeatsShown = 3;
+/// The frame of the drawing area, and what its scroll bars take.
+constexpr short frameWidth = 2;
+constexpr short scrollBarWidth = 15;
+/// What a page of scrolling keeps in view.
+constexpr int pageOverlap = 64;
+/// The size marks' distance from the corner and their length, in texture pixels.
+constexpr double markGap = 8.0;
+constexpr double markLength = 16.0;
+
+// The ends are where the steps stop: what lies beyond 4.0 is left out on purpose.
+constexpr std::array zoomLadder = {0.25, 0.33, 0.5, 0.75, 1.0, 1.5, 2.0, 3.0, 4.0};
+
+/// The factor `step` places further; the same one beside the ladder or at its end.
+double OnLadder(double zoom, std::ptrdiff_t step) {
+    const auto found = std::find(zoomLadder.begin(), zoomLadder.end(), zoom);
+    if (found == zoomLadder.end()) {
+        return zoom;
+    }
+    const std::ptrdiff_t place = found - zoomLadder.begin() + step;
+    const bool exists = place >= 0 && place < static_cast<std::ptrdiff_t>(zoomLadder.size());
+    return exists ? zoomLadder[static_cast<std::size_t>(place)] : zoom;
+}
+
+int Truncated(double value) {
+    return static_cast<int>(value);
+}
+
+}  // namespace
+
+double ZoomedIn(double zoom) {
+    return OnLadder(zoom, 1);
+}
+
+double ZoomedOut(double zoom) {
+    return OnLadder(zoom, -1);
+}
+
+hostapi::Rect ViewRect(const hostapi::Rect& item) {
+    return {static_cast<short>(item.top + frameWidth), static_cast<short>(item.left + frameWidth),
+            static_cast<short>(item.bottom - frameWidth - scrollBarWidth),
+            static_cast<short>(item.right - frameWidth - scrollBarWidth)};
+}
+
+int ViewAxis::Scaled() const {
+    return Truncated(tile * zoom);
+}
+
+int ViewAxis::Image() const {
+    return mode == viewDrawing ? Truncated(tile * zoom * repeatsShown) : Scaled();
+}
+
+int ViewAxis::Origin() const {
+    const bool centred = mode == viewDrawing && view > Image();
+    return centred ? (view - Image()) / 2 : -scroll;
+}
+
+int ViewAxis::Repeats() const {
+    if (Scaled() < 1) {
+        return 0;
+    }
+    return mode == viewDrawing ? repeatsShown : (view + 1) / Scaled() + 1;
+}
+
+ScrollRange ViewAxis::Range() const {
+    return {std::max(Image() - view, 0), view - pageOverlap};
+}
+
+short ViewAxis::ToTexture(int position) const {
+    ViewAxis drawing = *this;
+    drawing.mode = viewDrawing;
+    return TruncateToShort((position - drawing.Origin()) / zoom);
+}
+
+std::vector<TilePlace> ViewGeometry::Tiles() const {
+    std::vector<TilePlace> tiles;
+    for (int row = 0; row < y.Repeats(); ++row) {
+        for (int column = 0; column < x.Repeats(); ++column) {
+            tiles.push_back(
+                {x.Origin() + column * x.Scaled(), y.Origin() + row * y.Scaled()});
+        }
+    }
+    return tiles;
+}
+
+// The strips begin where the last repeat ends, which the image's truncated size does not: no pixel
+// keeps what it showed before.
+std::vector<Area> ViewGeometry::Strips() const {
+    if (x.mode != viewDrawing) {
+        return {};
+    }
+    const int left = std::clamp(x.Origin(), 0, x.view);
+    const int right = std::clamp(x.Origin() + repeatsShown * x.Scaled(), left, x.view);
+    const int top = std::clamp(y.Origin(), 0, y.view);
+    const int bottom = std::clamp(y.Origin() + repeatsShown * y.Scaled(), top, y.view);
+    std::vector<Area> strips = {{0, 0, left, y.view},
+                                {right, 0, x.view, y.view},
+                                {left, 0, right, top},
+                                {left, bottom, right, y.view}};
+    std::erase_if(strips,
+                  [](const Area& strip) { return strip.Width() < 1 || strip.Height() < 1; });
+    return strips;
+}
+
+namespace {
+
+struct Piece {
+    int from;
+    int to;
+};
+
+/// Tile corners in one direction of the preview, the one before the view's edge and the one behind
+/// it included.
+int CornersShown(const ViewAxis& axis) {
+    return axis.view / axis.Scaled() + 2;
+}
+
+/// A mark along a row or a column, one pixel wide, `aside` pixels beside it.
+MarkLine Along(bool row, int from, int to, int line, int aside, bool white) {
+    return row ? MarkLine{from, line + aside, to, line + aside, white}
+               : MarkLine{line + aside, from, line + aside, to, white};
+}
+
+void AddBlackThenWhite(std::vector<MarkLine>& lines, bool row, int from, int to, int line) {
+    lines.push_back(Along(row, from, to, line, 0, false));
+    lines.push_back(Along(row, from, to, line, -1, true));
+    lines.push_back(Along(row, from, to, line, 1, true));
+}
+
+/// The pieces, at every tile corner of one direction, of a line along it: `reach` to both sides of
+/// the corners. Where neighbours touch they are one piece, so that tiny tiles don't give a view
+/// full of lines.
+std::vector<Piece> PiecesAtCorners(const ViewAxis& axis, int reach) {
+    const int corners = CornersShown(axis);
+    const int last = (corners - 1) * axis.Scaled();
+    if (axis.Scaled() <= 2 * reach + 1) {
+        return {{-axis.scroll - reach, last - axis.scroll + reach}};
+    }
+    std::vector<Piece> pieces;
+    for (int corner = -axis.scroll; corner <= last - axis.scroll; corner += axis.Scaled()) {
+        pieces.push_back({corner - reach, corner + reach});
+    }
+    return pieces;
+}
+
+/// The lines along the rows (or columns) through the corners of `across`, beside them.
+void AddArms(std::vector<MarkLine>& lines, bool row, const std::vector<Piece>& pieces,
+             const ViewAxis& across, int aside, bool white) {
+    for (int corner = 0; corner < CornersShown(across); ++corner) {
+        const int line = corner * across.Scaled() - across.scroll;
+        for (const Piece& piece : pieces) {
+            lines.push_back(Along(row, piece.from, piece.to, line, aside, white));
+        }
+    }
+}
+
+}  // namespace
+
+std::vector<MarkLine> ViewGeometry::SizeMarks() const {
+    return x.mode == viewDrawing ? CropMarks() : CornerCrosses();
+}
+
+std::vector<MarkLine> ViewGeometry::CropMarks() const {
+    const int gap = Truncated(x.zoom * markGap);
+    const int length = Truncated(x.zoom * markLength);
+    const int left = Truncated(x.Origin() + x.tile * x.zoom);
+    const int right = Truncated(left + x.tile * x.zoom);
+    const int top = Truncated(y.Origin() + y.tile * y.zoom);
+    const int bottom = Truncated(top + y.tile * y.zoom);
+    std::vector<MarkLine> lines;
+    for (const int row : {top, bottom}) {
+        AddBlackThenWhite(lines, true, left - gap - length, left - gap - 1, row);
+        AddBlackThenWhite(lines, true, right + gap, right + gap + length - 1, row);
+    }
+    for (const int column : {left, right}) {
+        AddBlackThenWhite(lines, false, top - gap - length, top - gap - 1, column);
+        AddBlackThenWhite(lines, false, bottom + gap, bottom + gap + length - 1, column);
+    }
+    return lines;
+}
+
+std::vector<MarkLine> ViewGeometry::CornerCrosses() const {
+    std::vector<MarkLine> lines;
+    if (x.Scaled() < 1 || y.Scaled() < 1) {
+        return lines;
+    }
+    const int reach = Truncated(x.zoom * markGap);
+    const std::vector<Piece> alongRows = PiecesAtCorners(x, reach);
+    const std::vector<Piece> alongColumns = PiecesAtCorners(y, reach);
+    for (const int aside : {-1, 1}) {
+        AddArms(lines, true, alongRows, y, aside, true);
+        AddArms(lines, false, alongColumns, x, aside, true);
+    }
+    AddArms(lines, true, alongRows, y, 0, false);
+    AddArms(lines, false, alongColumns, x, 0, false);
+    return lines;
+}
+
+int CentredScroll(int minimum, int maximum) {
+    return Truncated((maximum - minimum) * 0.5);
+}
+
+int ProgressEnd(int left, int right, int percent) {
+    const int end = Truncated(left + percent * (right - left) * 0.01);
+    return std::clamp(end, left, std::max(left, right));
+}

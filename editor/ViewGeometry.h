@@ -1,0 +1,108 @@
+// Where everything stands in the drawing area: the zoom ladder, the repeats of the tile, the
+// scroll ranges, the size marks, and the way back from the screen to the texture.
+//
+// Without a window: a rectangle of the dialog goes in, positions in pixels of the view come out.
+// The view's origin is its top left corner.
+#pragma once
+
+#include <vector>
+
+#include "hostapi/HostTypes.h"
+
+enum ViewMode : short { viewDrawing = 0, viewTilePreview = 1 };
+
+/// The next factor of the ladder; 4.0 and 0.25 are its ends. Factors beside the ladder stay.
+double ZoomedIn(double zoom);
+double ZoomedOut(double zoom);
+
+/// The part of the drawing area's item that shows the texture: inside its frame, with room for the
+/// scroll bars at the right and at the bottom.
+hostapi::Rect ViewRect(const hostapi::Rect& item);
+
+/// Right and bottom are exclusive. Wide, since a large texture in large zoom reaches far.
+struct Area {
+    int left;
+    int top;
+    int right;
+    int bottom;
+
+    int Width() const { return right - left; }
+    int Height() const { return bottom - top; }
+    friend bool operator==(const Area&, const Area&) = default;
+};
+
+/// The corner at which a repeat of the tile is drawn.
+struct TilePlace {
+    int x;
+    int y;
+
+    friend bool operator==(const TilePlace&, const TilePlace&) = default;
+};
+
+/// A horizontal or vertical line, both ends included.
+struct MarkLine {
+    int fromX;
+    int fromY;
+    int toX;
+    int toY;
+    bool white;
+
+    friend bool operator==(const MarkLine&, const MarkLine&) = default;
+};
+
+struct ScrollRange {
+    int maximum;
+    int pageStep;
+
+    friend bool operator==(const ScrollRange&, const ScrollRange&) = default;
+};
+
+/// What one direction of the view shows: x with the widths, or y with the heights.
+struct ViewAxis {
+    /// The tile's size in texture pixels.
+    int tile;
+    double zoom;
+    ViewMode mode;
+    /// The view's size.
+    int view;
+    /// The value of the direction's scroll bar.
+    int scroll;
+
+    /// The tile's size on the screen; 0 for a tile that is smaller than a pixel there.
+    int Scaled() const;
+    /// The size of three repeats in the drawing mode, of one in the preview. Truncated once, so it
+    /// can be a pixel or two more than three tiles'.
+    int Image() const;
+    /// Where the first repeat begins. The drawing mode centres an image that is smaller than the
+    /// view.
+    int Origin() const;
+    /// Repeats that are drawn: three, or as many as fill the view. 0 where Scaled() is.
+    int Repeats() const;
+    ScrollRange Range() const;
+    /// A coordinate of the view in texture pixels, by the drawing mode's origin. Not wrapped; may
+    /// lie outside the image.
+    short ToTexture(int position) const;
+};
+
+struct ViewGeometry {
+    ViewAxis x;
+    ViewAxis y;
+
+    /// In the order of drawing: rows from the top, from the left within a row.
+    std::vector<TilePlace> Tiles() const;
+    /// The drawing mode's background: what the repeats leave of the view.
+    std::vector<Area> Strips() const;
+    /// In the order of drawing.
+    std::vector<MarkLine> SizeMarks() const;
+
+  private:
+    std::vector<MarkLine> CropMarks() const;
+    std::vector<MarkLine> CornerCrosses() const;
+};
+
+/// The middle of a scroll range.
+int CentredScroll(int minimum, int maximum);
+
+/// Where the filled part of the progress bar ends. `left` and `right` are those of the bar inside
+/// its frame; out-of-range percents are held to them.
+int ProgressEnd(int left, int right, int percent);
