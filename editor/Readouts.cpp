@@ -31,9 +31,9 @@ const char* UnitText(std::int32_t unit) {
 
 std::string SideText(short pixels, std::int32_t unit, int resolution) {
     const bool isLength = unit == unitInch || unit == unitCentimetre;
-    const std::string number =
-        isLength ? OneDecimal(ConvertUnit(unitPixels, unit, pixels, resolution))
-                 : std::to_string(pixels);
+    const std::string number = isLength
+                                   ? OneDecimal(ConvertUnit(unitPixels, unit, pixels, resolution))
+                                   : std::to_string(pixels);
     return number + UnitText(unit);
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "framework/InterfaceLib.h"
+
 namespace {
 
 struct ToolKey {
@@ -11,9 +13,9 @@ struct ToolKey {
 };
 
 constexpr std::array toolKeys = {
-    ToolKey{'V', toolMove},        ToolKey{'B', toolPaintbrush},  ToolKey{'E', toolEraser},
-    ToolKey{'N', toolPencil},      ToolKey{'G', toolGradient},    ToolKey{'S', toolRubberStamp},
-    ToolKey{'K', toolFill},        ToolKey{'I', toolEyedropper},  ToolKey{'H', toolHand},
+    ToolKey{'V', toolMove},   ToolKey{'B', toolPaintbrush}, ToolKey{'E', toolEraser},
+    ToolKey{'N', toolPencil}, ToolKey{'G', toolGradient},   ToolKey{'S', toolRubberStamp},
+    ToolKey{'K', toolFill},   ToolKey{'I', toolEyedropper}, ToolKey{'H', toolHand},
     ToolKey{'Z', toolZoom},
 };
 
@@ -56,7 +58,7 @@ short ToolOfKey(int key) {
     const char letter = UpperCase(key);
     const auto found = std::find_if(toolKeys.begin(), toolKeys.end(),
                                     [letter](const ToolKey& entry) { return entry.key == letter; });
-    return found != toolKeys.end() ? found->tool : short{0};
+    return found != toolKeys.end() ? static_cast<short>(found->tool) : short{0};
 }
 
 short ToolCursor(short tool, ViewMode mode, int modifiers) {

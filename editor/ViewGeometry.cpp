@@ -86,8 +86,7 @@ std::vector<TilePlace> ViewGeometry::Tiles() const {
     std::vector<TilePlace> tiles;
     for (int row = 0; row < y.Repeats(); ++row) {
         for (int column = 0; column < x.Repeats(); ++column) {
-            tiles.push_back(
-                {x.Origin() + column * x.Scaled(), y.Origin() + row * y.Scaled()});
+            tiles.push_back({x.Origin() + column * x.Scaled(), y.Origin() + row * y.Scaled()});
         }
     }
     return tiles;

@@ -26,6 +26,8 @@ allow 'shell/FatalError.h shell/FatalError.cpp shell/Platform.h shell/Platform.N
 allow 'raster/*.h raster/*.cpp' "hostapi/|$lower|$texts|raster/"
 allow 'paint/*.h paint/*.cpp' "hostapi/|$lower|raster/|paint/"
 allow 'host/*.h host/*.cpp' 'hostapi/|host/'
+allow 'editor/*.h editor/*.cpp' \
+  "hostapi/|$lower|shell/(Module.Win|FilterContext|LastTexture).h|$texts|raster/|paint/|files/|framework/|dialogs/|editor/"
 allow 'framework/*.h framework/*.cpp' "hostapi/|$lower|shell/Module.Win.h|$texts|framework/"
 
 # Windows' own headers stand in .Win files alone.

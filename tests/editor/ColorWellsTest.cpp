@@ -5,7 +5,7 @@
 namespace {
 
 constexpr hostapi::Rect swapItem{10, 80, 20, 95};
-constexpr hostapi::Rect defaultItem{80, 12, 95, 25};
+constexpr hostapi::Rect defaultItem{80, 2, 95, 15};
 
 /// In an item of 100 by 100 at (0, 0): fore 7, 9 to 80, 78; the bars from 20, 80 and from 82, 20 to
 /// 92, 91.

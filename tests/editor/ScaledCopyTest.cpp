@@ -17,8 +17,8 @@ Bytes PlainScaling(const PicClass& pic, int width, int height) {
         for (int i = 0; i < width; ++i) {
             const double ratioX = static_cast<double>(pic.grX) / width;
             const double ratioY = static_cast<double>(pic.grY) / height;
-            const unsigned char* pixel = pic.PixelAddress(static_cast<short>(i * ratioX),
-                                                          static_cast<short>(j * ratioY));
+            const unsigned char* pixel =
+                pic.PixelAddress(static_cast<short>(i * ratioX), static_cast<short>(j * ratioY));
             bytes.insert(bytes.end(), pixel, pixel + 3);
         }
     }
@@ -34,7 +34,7 @@ Bytes BytesOf(const ScaledCopy& copy) {
 class ScaledCopyTest : public CoreTest {};
 
 TEST_F(ScaledCopyTest, EqualsThePlainLoop) {
-    for (const short width : {1, 3, 16, 61}) {
+    for (const short width : std::initializer_list<short>{1, 3, 16, 61}) {
         PicClass pic(width, 29, false);
         FillWithNoise(pic);
         for (const double zoom : {0.25, 0.33, 0.5, 0.75, 1.5, 2.0, 3.0, 4.0}) {
@@ -92,9 +92,15 @@ TEST_F(ScaledCopyTest, ASmallerCopyGivesTheLargerBlockBack) {
     EXPECT_EQ(BytesOf(copy), PlainScaling(pic, 32, 32));
 }
 
+host::MemorySettings SmallMemory() {
+    host::MemorySettings settings;
+    settings.budget = 300000;
+    return settings;
+}
+
 class TightScaledCopyTest : public CoreTest {
   protected:
-    TightScaledCopyTest() : CoreTest(host::MemorySettings{.budget = 300000}) {}
+    TightScaledCopyTest() : CoreTest(SmallMemory()) {}
 };
 
 TEST_F(TightScaledCopyTest, WithoutMemoryThereIsNone) {

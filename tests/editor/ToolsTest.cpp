@@ -16,7 +16,8 @@ TEST(Tools, HaveKeysInBothCases) {
 }
 
 TEST(Tools, OtherKeysChooseNone) {
-    for (const int key : {'D', 'X', 'M', 'P', 'A', '1', ' ', 0, 30, 31, -1, 256 + 'V', 0xD6}) {
+    for (const int key : std::initializer_list<int>{'D', 'X', 'M', 'P', 'A', '1', ' ', 0, 30, 31,
+                                                    -1, 256 + 'V', 0xD6}) {
         EXPECT_EQ(ToolOfKey(key), 0) << key;
     }
 }
