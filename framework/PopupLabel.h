@@ -1,0 +1,16 @@
+// The label of a popup menu control: its window text.
+#pragma once
+
+#include <string>
+
+struct PopupLabel {
+    /// What is drawn: the text up to its first tab.
+    std::string text;
+    /// Tabs in the text; without any the label's own width counts.
+    int tabs;
+};
+
+PopupLabel SplitPopupLabel(const std::string& windowText);
+
+/// Where the box begins, in pixels from the control's left.
+int PopupBoxLeft(const PopupLabel& label, int labelWidth, int averageCharacterWidth);

@@ -1,0 +1,22 @@
+#include "framework/TabNames.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+TEST(TabNamesTest, BlanksAndControlCharactersSeparate) {
+    EXPECT_EQ(TabNames("One Two"), (Names{"One", "Two"}));
+    EXPECT_EQ(TabNames("One\nTwo\tThree"), (Names{"One", "Two", "Three"}));
+    EXPECT_EQ(TabNames("  One   Two "), (Names{"One", "Two"}));
+    EXPECT_EQ(TabNames(""), Names{});
+    EXPECT_EQ(TabNames(" \t "), Names{});
+}
+
+TEST(TabNamesTest, BlanksInNamesNeedControlCharactersBetweenThem) {
+    EXPECT_EQ(TabNames("Texture\tTile Preview"), (Names{"Texture", "Tile Preview"}));
+    EXPECT_EQ(TabNames("Texture \t Tile Preview\n"), (Names{"Texture", "Tile Preview"}));
+}
+
+}  // namespace
