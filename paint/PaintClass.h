@@ -108,19 +108,32 @@ class PaintClass : public PicClass {
     using WalkCallback = void (*)(double x, double y, PaintClass* pic);
     using TraceCallback = void (*)(short x, short y, PaintClass* pic);
 
-    /// Fill the shared brush table with coverages. Assert a size of at most 20.
+    /// Fill the first `size` rows and columns of the brush table. Assert a size of at most 20; one
+    /// below 1 fills nothing.
     static void MakeRoundBrush(short size);
     static void MakeSquareBrush(short size);
+    /// Lays the brush table around a position, `brushSize` pixels of it, in the foreground colour.
+    /// Needs the stroke's clone and alpha bytes; without a clone nothing happens.
     static void StampBrush(double x, double y, PaintClass* pic);
+    /// Copies a disc of `stampSize` pixels from `stampOffsetH`, `stampOffsetV` away to a position.
+    /// Needs the stroke's clone and alpha bytes; without a clone nothing happens.
     static void StampClone(double x, double y, PaintClass* pic);
+    /// The pixel takes the foreground colour, its alpha byte 0.
     static void PlotPixel(short x, short y, PaintClass* pic);
+    /// Calls back about once a pixel from one point to the other, both included, and once for a
+    /// segment shorter than a pixel.
     static void WalkLine(hostapi::Point from, hostapi::Point to, WalkCallback callback,
                          PaintClass* pic);
+    /// Calls back for each pixel of a thin line from one point to the other, both included.
     static void TraceLine(hostapi::Point from, hostapi::Point to, TraceCallback callback,
                           PaintClass* pic);
-    /// False without memory for the queue.
+    /// Paints the region of similar colour around a point in the foreground colour; a region goes
+    /// on behind the tile's edges. False without memory for the queue: the colours are then as
+    /// they were.
     bool FloodFill(hostapi::Point start);
-    /// The two points share a row or a column; asserted.
+    /// A ramp from the foreground colour at `from` to the background colour at `to`, over whole
+    /// rows or columns; that at the larger coordinate is not painted. Asserts that the two points
+    /// share a row or a column.
     void Gradient(hostapi::Point from, hostapi::Point to);
 
     // The tools' settings, which start anew with each texture object.
@@ -129,14 +142,20 @@ class PaintClass : public PicClass {
     short brushSize = 11;
     /// 1 to 20 pixels.
     short stampSize = 16;
-    /// Texture pixels from the brush to the source, right and down; both 0 means undefined.
+    /// Texture pixels from the brush to the source, right and down; both 0 means undefined. While
+    /// stampSourcePending they hold the source point itself.
     short stampOffsetH = 0;
     short stampOffsetV = 0;
+    /// Where the editor drew the cross of the source, in window pixels.
+    short stampCrossV = 0;
+    short stampCrossH = 0;
+    bool stampSourcePending = false;
+    bool stampCrossShown = false;
     /// 0 to 100.
     short fillTolerance = 25;
-    /// 0 or 1.
+    /// 1 softens the contour.
     short fillAntiAlias = 1;
-    /// The editor's; null outside it.
+    /// The editor's. Null outside it: the tools then take black and white.
     const RGBColor16* foreColor = nullptr;
     const RGBColor16* backColor = nullptr;
 
@@ -151,6 +170,10 @@ class PaintClass : public PicClass {
                            double* y);
     void ShapeGrain(short material);
 };
+
+/// The coverages of the stroke that is being painted, 0 to 255, one brush for all textures.
+constexpr int brushTableSide = 20;
+extern unsigned char brushTable[brushTableSide][brushTableSide];
 
 /// Entry [a][b] is a * b * (1 / 255) truncated, which equals a * b / 255 for all pairs.
 extern unsigned char productTable[256][256];
