@@ -120,11 +120,6 @@ enum StringBase : std::int16_t {
     stringUnitName = 16210,  ///< plus the unit, 1 to 3
 };
 
-/// Items of every dialog.
-struct CommonItems {
-    enum : std::int16_t { ok = 1, cancel = 2 };
-};
-
 /// The editor's items; what is not named here is a frame or a label.
 struct TextureItems {
     enum : std::int16_t {
