@@ -6,6 +6,7 @@
 set -eu
 lower='shell/(FatalError|Platform|PhotoshopUtilities)\.h'
 texts='resources/Strings\.(h|def)'
+ids='resources/Ids\.h'
 failed=0
 
 # allow FILES PATTERN: each project include in FILES must match PATTERN.
@@ -27,7 +28,7 @@ allow 'raster/*.h raster/*.cpp' "hostapi/|$lower|$texts|raster/"
 allow 'paint/*.h paint/*.cpp' "hostapi/|$lower|raster/|paint/"
 allow 'host/*.h host/*.cpp' 'hostapi/|host/'
 allow 'editor/*.h editor/*.cpp' \
-  "hostapi/|$lower|shell/(Module.Win|FilterContext|LastTexture).h|$texts|raster/|paint/|files/|framework/|dialogs/|editor/"
+  "hostapi/|$lower|shell/(Module.Win|FilterContext|LastTexture).h|$texts|$ids|raster/|paint/|files/|framework/|dialogs/|editor/"
 allow 'framework/*.h framework/*.cpp' "hostapi/|$lower|shell/Module.Win.h|$texts|framework/"
 
 # Windows' own headers stand in .Win files alone.
