@@ -1,6 +1,7 @@
 #include "framework/Alert.Win.h"
 
 #include "resources/Strings.h"
+#include "shell/FatalError.h"
 #include "shell/Module.Win.h"
 
 namespace {
@@ -57,26 +58,13 @@ void PushInto(const RECT& area, RECT& rect) {
     }
 }
 
-void PlaceOverParent(HWND alert) {
-    const HWND owner = GetWindow(alert, GW_OWNER);
-    RECT around;
-    GetWindowRect(owner != nullptr ? owner : GetDesktopWindow(), &around);
-    RECT rect;
-    GetWindowRect(alert, &rect);
-    OffsetRect(&rect, (around.left + around.right - rect.left - rect.right) / 2,
-               (around.top + around.bottom - rect.top - rect.bottom) / 2);
-    PushInto(WorkArea(), rect);
-    SetWindowPos(alert, nullptr, rect.left, rect.top, 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 void SetUp(HWND alert, const AlertRun& run) {
     char title[textCapacity];
     if (LoadStringA(instanceHandle, stringAlertTitle, title, sizeof title) > 0) {
         SetWindowTextA(alert, title);
     }
     FillTexts(alert, run.texts);
-    PlaceOverParent(alert);
+    PlaceOverOwner(alert);
 }
 
 void DrawStockIcon(HWND alert, AlertIcon icon) {
@@ -124,4 +112,28 @@ int RunAlert(HWND parent, int id, const AlertTexts& texts, AlertIcon icon) {
         DialogBoxParamA(instanceHandle, resource, IsWindow(parent) ? parent : nullptr,
                         AlertProcedure, reinterpret_cast<LPARAM>(&run));
     return result > 0 ? static_cast<int>(result) : 0;
+}
+
+int Alert(HWND parent, std::int16_t id, const AlertTexts& texts) {
+    const int answer = RunAlert(parent, id, texts, AlertIcon::warning);
+    if (answer == 0) {
+        char text[2];
+        const bool hasString =
+            LoadStringA(instanceHandle, static_cast<UINT>(id), text, sizeof text) > 0;
+        FatalError(hasString ? id : std::int16_t{faultResourceMissing}, "Alert.Win", __LINE__);
+    }
+    return answer;
+}
+
+void PlaceOverOwner(HWND dialog) {
+    const HWND owner = GetWindow(dialog, GW_OWNER);
+    RECT around;
+    GetWindowRect(owner != nullptr ? owner : GetDesktopWindow(), &around);
+    RECT rect;
+    GetWindowRect(dialog, &rect);
+    OffsetRect(&rect, (around.left + around.right - rect.left - rect.right) / 2,
+               (around.top + around.bottom - rect.top - rect.bottom) / 2);
+    PushInto(WorkArea(), rect);
+    SetWindowPos(dialog, nullptr, rect.left, rect.top, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }

@@ -27,6 +27,20 @@ void ReportFault(std::int16_t id, const char* file, int line) {
                  line);
 }
 
+/// Nobody is there to answer, so the answer is the cautious one.
+int ShowAlert(std::int16_t id, const std::array<const char*, 4>& texts) {
+    std::fprintf(stderr, "Alert %d", id);
+    for (const char* const text : texts) {
+        std::fprintf(stderr, "%s%s", text != nullptr ? " " : "", text != nullptr ? text : "");
+    }
+    std::fprintf(stderr, "\n");
+    return 2;
+}
+
+bool RunFileDialog(FileDialog&) {
+    return false;
+}
+
 int TemporaryPath(char* buffer, int size) {
     const char* folder = std::getenv("TMPDIR");
     if (folder == nullptr || *folder == '\0') {
@@ -43,13 +57,16 @@ int TemporaryPath(char* buffer, int size) {
     return static_cast<int>(length);
 }
 
+constexpr char pathSeparator =
+#ifdef _WIN32
+    '\\';
+#else
+    '/';
+#endif
+
 }  // namespace
 
-PlatformServices platformServices = {ClockSeconds, TickCount,   Nothing,       Nothing,
-                                     Nothing,      ReportFault, TemporaryPath, Nothing,
-#ifdef _WIN32
-                                     '\\'
-#else
-                                     '/'
-#endif
+PlatformServices platformServices = {
+    ClockSeconds,  TickCount, Nothing,       Nothing,   Nothing,       ReportFault,
+    TemporaryPath, Nothing,   pathSeparator, ShowAlert, RunFileDialog,
 };

@@ -5,8 +5,11 @@
 
 #include <ctime>
 
+#include "files/FileDialog.Win.h"
 #include "framework/About.Win.h"
+#include "framework/Alert.Win.h"
 #include "shell/FatalError.Win.h"
+#include "shell/Zandermolite.h"
 
 namespace {
 
@@ -34,8 +37,12 @@ int TemporaryPath(char* buffer, int size) {
     return static_cast<int>(GetTempPathA(static_cast<DWORD>(size), buffer));
 }
 
+int ShowAlert(std::int16_t id, const AlertTexts& texts) {
+    return Alert(static_cast<HWND>(hostWindow), id, texts);
+}
+
 }  // namespace
 
-PlatformServices platformServices = {ClockSeconds,    TickCount, ShowWaitCursor,
-                                     ShowArrowCursor, Beep,      ShowFatalError,
-                                     TemporaryPath,   ShowAbout, '\\'};
+PlatformServices platformServices = {ClockSeconds, TickCount,      ShowWaitCursor, ShowArrowCursor,
+                                     Beep,         ShowFatalError, TemporaryPath,  ShowAbout,
+                                     '\\',         ShowAlert,      RunFileDialog};

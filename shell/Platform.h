@@ -5,8 +5,11 @@
 // Tests exchange single members (see PlatformOverride in tests/).
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+
+struct FileDialog;
 
 struct PlatformServices {
     /// The clock's time in seconds; what SeedRandom reads.
@@ -25,6 +28,11 @@ struct PlatformServices {
     void (*showAbout)();
     /// Between a folder and a file name.
     char pathSeparator;
+    /// Runs the alert of this id over the program's window, with the texts for ^0 to ^3 of which
+    /// any can be null. Answers the button that ended it, 1 or 2.
+    int (*showAlert)(std::int16_t id, const std::array<const char*, 4>& texts);
+    /// Runs the system's file dialog and stores the choice in it. False if there was none.
+    bool (*runFileDialog)(FileDialog& dialog);
 };
 
 extern PlatformServices platformServices;

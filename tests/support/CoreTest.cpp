@@ -10,6 +10,15 @@ void RecordFault(std::int16_t id, const char* file, int line) {
     log.faults.push_back({id, file, line});
 }
 
+int RecordAlert(std::int16_t id, const std::array<const char*, 4>& texts) {
+    ShownAlert alert{id, {}};
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        alert.texts[i] = texts[i] != nullptr ? texts[i] : "";
+    }
+    log.alerts.push_back(alert);
+    return log.alertAnswer;
+}
+
 int TemporaryPath(char* buffer, int size) {
     const auto length = static_cast<int>(log.temporaryPath.size());
     if (length < size) {
@@ -33,6 +42,7 @@ CoreTest::CoreTest(const host::MemorySettings& settings) : memory(settings) {
     platformServices.showArrowCursor = [] { ++log.arrowCursors; };
     platformServices.beep = [] { ++log.beeps; };
     platformServices.reportFault = RecordFault;
+    platformServices.showAlert = RecordAlert;
     platformServices.temporaryPath = TemporaryPath;
     platformServices.showAbout = [] { ++log.abouts; };
     record.bufferProcs = memory.Buffers();

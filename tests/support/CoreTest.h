@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -30,9 +31,18 @@ struct ReportedFault {
     int line;
 };
 
+struct ShownAlert {
+    int id;
+    /// For ^0 to ^3; "" for none.
+    std::array<std::string, 4> texts;
+};
+
 /// What the platform of the running CoreTest was asked to do.
 struct PlatformLog {
     std::vector<ReportedFault> faults;
+    std::vector<ShownAlert> alerts;
+    /// The button that ends every alert.
+    int alertAnswer = 1;
     int beeps = 0;
     int waitCursors = 0;
     int arrowCursors = 0;

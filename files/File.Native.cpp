@@ -1,0 +1,155 @@
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "files/FileSystem.h"
+
+namespace {
+
+// A handle is the descriptor plus 1, since descriptor 0 exists and a null handle doesn't.
+
+int DescriptorOf(void* handle) {
+    return static_cast<int>(reinterpret_cast<std::intptr_t>(handle) - 1);
+}
+
+void* HandleOf(int descriptor) {
+    return reinterpret_cast<void*>(std::intptr_t{descriptor} + 1);
+}
+
+int FlagsFor(FileAccess access, FileDisposition disposition) {
+    int flags = O_CLOEXEC | O_NONBLOCK;  // a pipe without a partner would hold the program up
+    switch (access) {
+        case FileAccess::read:
+            flags |= O_RDONLY;
+            break;
+        case FileAccess::write:
+            flags |= O_WRONLY;
+            break;
+        case FileAccess::readAndWrite:
+            flags |= O_RDWR;
+            break;
+    }
+    return disposition == FileDisposition::existing ? flags : flags | O_CREAT;
+}
+
+bool IsRegular(int descriptor) {
+    struct stat status;
+    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// Files and devices; no folder.
+bool CanHoldBytes(int descriptor) {
+    struct stat status;
+    return fstat(descriptor, &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
+/// Makes the file this handle's alone. Emptying it waits for that: somebody else's file stays.
+bool Take(int descriptor, FileDisposition disposition) {
+    if (!CanHoldBytes(descriptor) || flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
+        return false;
+    }
+    return disposition != FileDisposition::create || !IsRegular(descriptor) ||
+           ftruncate(descriptor, 0) == 0;
+}
+
+void* Open(const char* path, FileAccess access, FileDisposition disposition) {
+    constexpr mode_t everybody = 0666;
+    const int descriptor = open(path, FlagsFor(access, disposition), everybody);
+    if (descriptor < 0) {
+        return nullptr;
+    }
+    if (!Take(descriptor, disposition)) {
+        const int reason = errno;
+        close(descriptor);
+        errno = reason;
+        return nullptr;
+    }
+    return HandleOf(descriptor);
+}
+
+bool Close(void* handle) {
+    return close(DescriptorOf(handle)) == 0;
+}
+
+bool Remove(const char* path) {
+    return unlink(path) == 0;
+}
+
+std::int64_t Size(void* handle) {
+    struct stat status;
+    return fstat(DescriptorOf(handle), &status) == 0 ? status.st_size : -1;
+}
+
+bool Seek(void* handle, std::int32_t position) {
+    return lseek(DescriptorOf(handle), position, SEEK_SET) >= 0;
+}
+
+bool SetEnd(void* handle) {
+    const int descriptor = DescriptorOf(handle);
+    const off_t end = lseek(descriptor, 0, SEEK_CUR);
+    return end >= 0 && ftruncate(descriptor, end) == 0;
+}
+
+/// Goes on until all is done: the system may stop in the middle for reasons of its own.
+template <typename Transfer>
+bool TransferAll(Transfer transfer, std::int32_t count, std::int32_t* transferred) {
+    *transferred = 0;
+    while (*transferred < count) {
+        const ssize_t done = transfer(*transferred, static_cast<size_t>(count - *transferred));
+        if (done == 0) {
+            break;
+        }
+        if (done > 0) {
+            *transferred += static_cast<std::int32_t>(done);
+        } else if (errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Read(void* handle, void* buffer, std::int32_t count, std::int32_t* transferred) {
+    const auto transfer = [&](std::int32_t offset, size_t length) {
+        return read(DescriptorOf(handle), static_cast<char*>(buffer) + offset, length);
+    };
+    return TransferAll(transfer, count, transferred);
+}
+
+bool Write(void* handle, const void* buffer, std::int32_t count, std::int32_t* transferred) {
+    const auto transfer = [&](std::int32_t offset, size_t length) {
+        return write(DescriptorOf(handle), static_cast<const char*>(buffer) + offset, length);
+    };
+    return TransferAll(transfer, count, transferred);
+}
+
+/// What is no file on a disk has nothing to flush.
+bool Flush(void* handle) {
+    return fdatasync(DescriptorOf(handle)) == 0 || errno == EINVAL || errno == EROFS;
+}
+
+int LastError() {
+    return errno;
+}
+
+// The kernel looks at the memory itself when it reads or writes; null is what remains.
+
+bool IsReadable(const void* block, std::int32_t) {
+    return block != nullptr;
+}
+
+bool IsWritable(void* block, std::int32_t) {
+    return block != nullptr;
+}
+
+/// UTF-8 has no byte that looks like another character's.
+bool IsLeadByte(unsigned char) {
+    return false;
+}
+
+}  // namespace
+
+FileSystemServices fileSystem = {Open,  Close, Remove,    Size,       Seek,       SetEnd,    Read,
+                                 Write, Flush, LastError, IsReadable, IsWritable, IsLeadByte};

@@ -1,0 +1,82 @@
+#include "files/FileDialog.Win.h"
+
+#include <windows.h>
+// Needs the former.
+#include <commdlg.h>
+
+#include "framework/Alert.Win.h"
+
+namespace {
+
+constexpr DWORD openFlags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_ENABLEHOOK | OFN_EXPLORER;
+constexpr DWORD saveFlags =
+    OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOREADONLYRETURN | OFN_ENABLEHOOK | OFN_EXPLORER;
+static_assert(openFlags == 0x81024 && saveFlags == 0x88026);
+
+/// The save dialog's type, as its list shows it. One dialog runs at a time.
+FileType chosenType = noFileType;
+
+/// A hook's window is a child of the dialog itself.
+HWND DialogOf(HWND hook) {
+    return GetParent(hook);
+}
+
+void TakeChosenType(HWND hook, const OPENFILENAMEA& request) {
+    const auto& dialog = *reinterpret_cast<const FileDialog*>(request.lCustData);
+    const std::size_t index = request.nFilterIndex;  // from 1
+    if (index < 1 || index > dialog.types.size()) {
+        return;
+    }
+    chosenType = dialog.types[index - 1];
+    const std::string extension = ExtensionText(chosenType).substr(1);
+    SendMessageA(DialogOf(hook), CDM_SETDEFEXT, 0, reinterpret_cast<LPARAM>(extension.c_str()));
+}
+
+UINT_PTR CALLBACK OpenHook(HWND hook, UINT message, WPARAM, LPARAM lParam) {
+    if (message == WM_NOTIFY &&
+        reinterpret_cast<const OFNOTIFYA*>(lParam)->hdr.code == CDN_INITDONE) {
+        PlaceOverOwner(DialogOf(hook));
+    }
+    return 0;
+}
+
+UINT_PTR CALLBACK SaveHook(HWND hook, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NOTIFY) {
+        const auto& notice = *reinterpret_cast<const OFNOTIFYA*>(lParam);
+        switch (notice.hdr.code) {
+            case CDN_INITDONE:
+            case CDN_TYPECHANGE:
+                TakeChosenType(hook, *notice.lpOFN);
+                break;
+            case CDN_FILEOK: {
+                auto& dialog = *reinterpret_cast<FileDialog*>(notice.lpOFN->lCustData);
+                EnforceExtension(dialog.path, chosenType);
+                break;
+            }
+            default:
+                break;
+        }
+    }
+    return OpenHook(hook, message, wParam, lParam);
+}
+
+}  // namespace
+
+bool RunFileDialog(FileDialog& dialog) {
+    const bool saves = dialog.mode == FileDialogMode::save;
+    const std::string extension = DefaultExtension(dialog);
+    chosenType = noFileType;
+    OPENFILENAMEA request{};
+    request.lStructSize = sizeof request;
+    request.hwndOwner = static_cast<HWND>(dialog.ownerWindow);
+    request.lpstrFilter = dialog.filter.c_str();
+    request.nFilterIndex = 1;
+    request.lpstrFile = dialog.path;
+    request.nMaxFile = sizeof dialog.path;
+    request.lpstrInitialDir = dialog.folder.empty() ? nullptr : dialog.folder.c_str();
+    request.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
+    request.lCustData = reinterpret_cast<LPARAM>(&dialog);
+    request.lpfnHook = saves ? SaveHook : OpenHook;
+    request.Flags = saves ? saveFlags : openFlags;
+    return (saves ? GetSaveFileNameA(&request) : GetOpenFileNameA(&request)) != FALSE;
+}
