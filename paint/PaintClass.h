@@ -138,10 +138,13 @@ class PaintClass : public PicClass {
 
     // The tools' settings, which start anew with each texture object.
 
+    static constexpr short standardBrushSize = 11;
+    static constexpr short standardStampSize = 16;
+    static constexpr short standardTolerance = 25;
     /// 2 to 20 pixels.
-    short brushSize = 11;
+    short brushSize = standardBrushSize;
     /// 1 to 20 pixels.
-    short stampSize = 16;
+    short stampSize = standardStampSize;
     /// Texture pixels from the brush to the source, right and down; both 0 means undefined. While
     /// stampSourcePending they hold the source point itself.
     short stampOffsetH = 0;
@@ -152,7 +155,7 @@ class PaintClass : public PicClass {
     bool stampSourcePending = false;
     bool stampCrossShown = false;
     /// 0 to 100.
-    short fillTolerance = 25;
+    short fillTolerance = standardTolerance;
     /// 1 softens the contour.
     short fillAntiAlias = 1;
     /// The editor's. Null outside it: the tools then take black and white.

@@ -96,6 +96,9 @@ struct OperationDefinition {
     std::vector<KeyDefinition> keys;
     /// Throws std::exception or a fault of the core when it fails.
     void (*run)(Session& session, const Arguments& arguments);
+    /// Looks at values that are right each by itself, before the recipe runs. Throws ValueError,
+    /// with all of the message, if they make no sense together. May be null.
+    void (*check)(const Arguments& arguments) = nullptr;
 };
 
 /// The values of one operation by key: those given and the defaults of the others. Asking for a

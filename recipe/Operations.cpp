@@ -1,6 +1,8 @@
 #include "recipe/Operations.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <stdexcept>
@@ -13,6 +15,7 @@
 #include "paint/Random.h"
 #include "recipe/Session.h"
 #include "recipe/TextureFiles.h"
+#include "recipe/ToolOperations.h"
 #include "recipe/Wording.h"
 #include "shell/Transfer.h"
 #include "shell/Zandermolite.h"
@@ -174,7 +177,11 @@ std::vector<OperationDefinition> MakeTable() {
 }  // namespace
 
 std::span<const OperationDefinition> OperationTable() {
-    static const std::vector<OperationDefinition> table = MakeTable();
+    static const std::vector<OperationDefinition> table = [] {
+        std::vector<OperationDefinition> rows = MakeTable();
+        std::ranges::move(ToolOperations(), std::back_inserter(rows));
+        return rows;
+    }();
     return table;
 }
 

@@ -222,6 +222,13 @@ Arguments CheckArguments(const OperationDefinition& definition, const Line& line
             SetMissingValue(definition, key, arguments);
         }
     }
+    if (definition.check != nullptr) {
+        try {
+            definition.check(arguments);
+        } catch (const ValueError& error) {
+            throw LineError(error.what());
+        }
+    }
     return arguments;
 }
 

@@ -9,7 +9,8 @@
 
 namespace recipe {
 
-/// Says what the value has to be, so that a key's name can stand before it: "must be ...".
+/// A value that cannot be. ParseValue's says what it has to be, so that a key's name can stand
+/// before it: "must be ...".
 class ValueError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };

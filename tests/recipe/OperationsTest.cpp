@@ -9,8 +9,8 @@
 #include "host/Picture.h"
 #include "paint/EffectRun.h"
 #include "paint/Random.h"
-#include "recipe/RecipeParser.h"
 #include "recipe/Session.h"
+#include "tests/recipe/SessionRun.h"
 #include "tests/recipe/TemporaryFolder.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
@@ -18,26 +18,6 @@
 using namespace recipe;
 
 namespace {
-
-/// Runs the lines of a recipe, or more lines of one whose texture stands already.
-void RunText(Session& session, const std::string& text) {
-    std::vector<Operation> operations = ParseRecipe("new\n" + text, OperationTable());
-    operations.erase(operations.begin());
-    for (Operation& operation : operations) {
-        --operation.line;
-    }
-    session.Run(operations);
-}
-
-/// "LINE: message" of lines that are right and fail all the same; empty if they do not.
-std::string Failure(Session& session, const std::string& text) {
-    try {
-        RunText(session, text);
-        return {};
-    } catch (const RecipeError& error) {
-        return std::to_string(error.line) + ": " + error.what();
-    }
-}
 
 class OperationsTest : public testing::Test {
   protected:
