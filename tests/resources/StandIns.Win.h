@@ -1,0 +1,5 @@
+// Classes in place of the program's own controls: what they draw is enough to judge a layout by.
+#pragma once
+
+/// Once, before a dialog is opened.
+void RegisterStandIns();
