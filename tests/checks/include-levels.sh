@@ -27,7 +27,7 @@ allow 'shell/FatalError.h shell/FatalError.cpp shell/Platform.h shell/Platform.N
 allow 'raster/*.h raster/*.cpp' "hostapi/|$lower|$texts|raster/"
 allow 'paint/*.h paint/*.cpp' "hostapi/|$lower|raster/|paint/"
 allow 'host/*.h host/*.cpp' 'hostapi/|host/'
-allow 'files/*.h files/*.cpp' "hostapi/|$lower|$texts|raster/|paint/|files/|framework/Alert.Win.h"
+allow 'files/*.h files/*.cpp' "hostapi/|$lower|$texts|$ids|raster/|paint/|files/|framework/Alert.Win.h"
 allow 'editor/*.h editor/*.cpp' \
   "hostapi/|$lower|shell/(Module.Win|FilterContext|LastTexture).h|$texts|$ids|raster/|paint/|files/|framework/|dialogs/|editor/"
 allow 'framework/*.h framework/*.cpp' "hostapi/|$lower|shell/Module.Win.h|$texts|framework/"

@@ -1,11 +1,14 @@
 // What the raster and the lists do when the general allocator has no memory. Wherever they can do
 // without, they ask it by the form of `new` that answers null.
+#include <cstring>
 #include <new>
 
+#include "files/PreferenceFormat.h"
 #include "raster/PicClass.h"
 #include "raster/SimpleLink.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
+#include "tests/support/PreferenceBytes.h"
 
 namespace {
 
@@ -91,6 +94,24 @@ TEST_F(GeneralAllocatorTest, AnEntryWithoutMemoryIsLostAndTheListGoesOn) {
     EXPECT_TRUE(list.NameAt(2, name));
     EXPECT_STREQ(name, "second");
     EXPECT_FALSE(list.NameAt(3, name));
+}
+
+TEST_F(GeneralAllocatorTest, APresetWithoutMemoryEndsTheLoading) {
+    std::string bytes = FirstPreferenceFile();
+    bytes.replace(listsOffset + 2 * presetSkew, 2,
+                  WordBytes(3) + NameBytes("one") + FromHex("01000000") + NameBytes("two") +
+                      FromHex("02000000"));
+    Preferences preferences;
+    std::size_t at = 0;
+    const auto read = [&](void* buffer, std::int32_t count) {
+        std::memcpy(buffer, bytes.data() + at, static_cast<std::size_t>(count));
+        at += static_cast<std::size_t>(count);
+    };
+    failRequest = 3;  // the record of the second, behind record and node of the first
+    EXPECT_EQ(FaultOf([&] { ReadPreferences(read, preferences); }), -108);
+    char name[nameCapacity];
+    EXPECT_TRUE(preferences.presets[presetSkew].NameAt(1, name));
+    EXPECT_FALSE(preferences.presets[presetSkew].NameAt(2, name));
 }
 
 }  // namespace

@@ -1,0 +1,29 @@
+// The bytes of the preference file: the records just as they stand in memory, little-endian, in one
+// fixed order. The head: "VELK", the version, flag, colours and last used records. Then the seven
+// preset lists: a count, one above the number of entries, and each entry's name (256 bytes) and
+// record. Then the places of the dialogs. There is no table of contents and no checksum, and what
+// stands behind the end is left over from an earlier file and means nothing.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "files/Preferences.h"
+
+/// Fills the block with the file's next bytes, or throws a std::int16_t.
+using PreferenceReader = std::function<void(void* buffer, std::int32_t count)>;
+/// Takes the file's next bytes, or throws a std::int16_t.
+using PreferenceWriter = std::function<void(const void* buffer, std::int32_t count)>;
+
+/// The size of a file without presets.
+constexpr std::int32_t smallestPreferenceSize = 383;
+
+/// Reads up to the launch flag and answers it. Throws preferenceBadHead for another kind or version
+/// of file, and what `read` throws.
+std::uint8_t ReadPreferenceHead(const PreferenceReader& read);
+
+/// Reads the whole file. Presets go behind those that are in the lists already. Throws
+/// preferenceBadHead, preferenceNoMemory and what `read` throws; what was read up to there stays.
+void ReadPreferences(const PreferenceReader& read, Preferences& preferences);
+
+void WritePreferences(const PreferenceWriter& write, const Preferences& preferences);

@@ -1,0 +1,64 @@
+// The registry: one key of the product, with the path as one value.
+#include <windows.h>
+
+#include <cstring>
+
+#include "files/PreferencePlace.h"
+#include "resources/Strings.h"
+
+namespace {
+
+constexpr char valueName[] = "PreferenceFile";
+
+/// In the module that this code is linked into.
+const char placeInThisModule = '\0';
+
+HKEY KeyOf(void* store) {
+    return static_cast<HKEY>(store);
+}
+
+void* Open() {
+    HKEY key = nullptr;
+    char noClass[] = "";
+    const LSTATUS status =
+        RegCreateKeyExA(HKEY_LOCAL_MACHINE, StringText(stringProductKey), 0, noClass,
+                        REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+    return status == ERROR_SUCCESS ? key : nullptr;
+}
+
+bool ReadPath(void* store, char* path, std::size_t capacity) {
+    DWORD type = REG_NONE;
+    auto length = static_cast<DWORD>(capacity - 1);
+    const LSTATUS status = RegQueryValueExA(KeyOf(store), valueName, nullptr, &type,
+                                            reinterpret_cast<BYTE*>(path), &length);
+    if (status != ERROR_SUCCESS || type != REG_SZ) {
+        return false;
+    }
+    path[length] = '\0';
+    return true;
+}
+
+/// The value ends without a zero.
+bool WritePath(void* store, const char* path) {
+    return RegSetValueExA(KeyOf(store), valueName, 0, REG_SZ, reinterpret_cast<const BYTE*>(path),
+                          static_cast<DWORD>(std::strlen(path))) == ERROR_SUCCESS;
+}
+
+bool Close(void* store) {
+    return RegCloseKey(KeyOf(store)) == ERROR_SUCCESS;
+}
+
+bool ModulePath(char* path, std::size_t capacity) {
+    HMODULE module = nullptr;
+    if (!GetModuleHandleExA(
+            GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+            &placeInThisModule, &module)) {
+        return false;
+    }
+    const DWORD length = GetModuleFileNameA(module, path, static_cast<DWORD>(capacity));
+    return length > 0 && length < capacity;
+}
+
+}  // namespace
+
+PreferencePlaceServices preferencePlace = {Open, ReadPath, WritePath, Close, ModulePath};

@@ -1,0 +1,109 @@
+#include "files/Preferences.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "files/PreferenceFile.h"
+#include "files/PreferenceFormat.h"
+#include "resources/Ids.h"
+#include "shell/Platform.h"
+
+std::array<hostapi::Rect, placedDialogCount> dialogPlaces{};
+
+namespace {
+
+PreferenceReader ReaderOf(PreferenceFile& file) {
+    return [&file](void* buffer, std::int32_t count) { file.ReadNext(buffer, count); };
+}
+
+PreferenceWriter WriterOf(PreferenceFile& file) {
+    return [&file](const void* buffer, std::int32_t count) { file.WriteNext(buffer, count); };
+}
+
+/// A file that is half read or half written is of no use to anybody.
+void Discard(PreferenceFile& file, std::int16_t alert) {
+    platformServices.showAlert(alert, {});
+    file.Close();
+    file.Delete();
+}
+
+DividersParams DefaultsFor(const DividersParams& params) {
+    DividersParams defaults;
+    defaults.foreground = params.foreground;
+    defaults.background = params.background;
+    return defaults;
+}
+
+ShapesParams DefaultsFor(const ShapesParams& params) {
+    ShapesParams defaults;
+    std::ranges::copy(params.unused45, defaults.unused45);
+    return defaults;
+}
+
+}  // namespace
+
+bool ReadLaunchFlag() {
+    PreferenceFile file;
+    if (file.OpenPreferenceFile() != fileSucceeded || file.GetSize() == 0) {
+        return true;
+    }
+    try {
+        return ReadPreferenceHead(ReaderOf(file)) != 0;
+    } catch (std::int16_t) {
+        // The editor will report the file when it loads the rest.
+        return true;
+    }
+}
+
+bool LoadPreferences(Preferences& preferences) {
+    PreferenceFile file;
+    if (file.OpenPreferenceFile() != fileSucceeded || file.GetSize() == 0) {
+        return false;
+    }
+    try {
+        ReadPreferences(ReaderOf(file), preferences);
+        preferences.combineMode = Preferences{}.combineMode;
+        preferences.combineAmount = Preferences{}.combineAmount;
+    } catch (std::int16_t) {
+        Discard(file, alertPreferencesNotRead);
+        return false;
+    }
+    return file.Close() == fileSucceeded;
+}
+
+void SetDefaultPreferences(Preferences& preferences) {
+    const Preferences defaults;
+    preferences.launchFlag = defaults.launchFlag;
+    preferences.foreground = defaults.foreground;
+    preferences.background = defaults.background;
+    preferences.blur = defaults.blur;
+    preferences.sharpen = defaults.sharpen;
+    preferences.noise = defaults.noise;
+    preferences.saturation = defaults.saturation;
+    preferences.brightContr = defaults.brightContr;
+    preferences.addColor = defaults.addColor;
+    preferences.mosaic = defaults.mosaic;
+    preferences.lines = defaults.lines;
+    preferences.drops = defaults.drops;
+    preferences.dividers = DefaultsFor(preferences.dividers);
+    preferences.waves = defaults.waves;
+    preferences.twirls = defaults.twirls;
+    preferences.skew = defaults.skew;
+    preferences.shapes = DefaultsFor(preferences.shapes);
+    preferences.combineMode = defaults.combineMode;
+    preferences.combineAmount = defaults.combineAmount;
+}
+
+bool SavePreferences(const Preferences& preferences) {
+    PreferenceFile file;
+    if (file.OpenPreferenceFile() != fileSucceeded) {
+        return false;
+    }
+    try {
+        WritePreferences(WriterOf(file), preferences);
+    } catch (std::int16_t) {
+        Discard(file, alertPreferencesNotWritten);
+        return false;
+    }
+    return file.Close() == fileSucceeded;
+}

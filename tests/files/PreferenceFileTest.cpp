@@ -1,0 +1,189 @@
+#include "files/PreferenceFile.h"
+
+#include <filesystem>
+
+#include "tests/support/CoreTest.h"
+#include "tests/support/FileSystemOverride.h"
+#include "tests/support/PreferencePlaceInMemory.h"
+#include "tests/support/ScratchFolder.h"
+
+namespace {
+
+class PreferenceFileTest : public CoreTest {
+  protected:
+    PreferenceFileTest() : place((folder.Path() / "Zandermolite.8bf").string()) {}
+    ~PreferenceFileTest() override { errorCell = 0; }
+
+    std::string StandardPath() const { return (folder.Path() / "Zandermolite3.prf").string(); }
+    void Store(const std::filesystem::path& path) {
+        place->stored = path.string();
+        place->hasPath = true;
+    }
+    /// The id that opening throws, reported from this source.
+    int OpeningFault() {
+        const int id = FaultOf([&] { file.OpenPreferenceFile(); });
+        if (id != 0) {
+            EXPECT_EQ(Log().faults.back().id, id);
+            EXPECT_EQ(Log().faults.back().file, "PreferenceFile");
+        }
+        return id;
+    }
+
+    ScratchFolder folder;
+    FileSystemOverride system;
+    PreferencePlaceInMemory place;
+    PreferenceFile file;
+};
+
+TEST_F(PreferenceFileTest, TheFirstRunMakesAnEmptyFileBesideTheModule) {
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+    EXPECT_EQ(file.path, StandardPath());
+    EXPECT_EQ(file.GetSize(), 0);
+    EXPECT_EQ(place->stored, StandardPath());
+    EXPECT_EQ(place->closes, 1);
+    EXPECT_EQ(file.unused, 0);
+    EXPECT_TRUE(std::filesystem::exists(StandardPath()));
+}
+
+TEST_F(PreferenceFileTest, AStoredPathIsUsedAndStaysAsItIs) {
+    const std::filesystem::path elsewhere = folder.Path() / "mine.prf";
+    WriteBytes(elsewhere, "abc");
+    Store(elsewhere);
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+    EXPECT_EQ(file.path, elsewhere.string());
+    EXPECT_EQ(file.GetSize(), 3);
+    EXPECT_EQ(place->writes, 0);
+    EXPECT_FALSE(std::filesystem::exists(StandardPath()));
+}
+
+TEST_F(PreferenceFileTest, AStoredPathInAFolderThatIsGoneIsReplaced) {
+    Store(folder.Path() / "gone" / "mine.prf");
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+    EXPECT_EQ(file.path, StandardPath());
+    EXPECT_EQ(place->stored, StandardPath());
+    EXPECT_EQ(place->writes, 1);
+}
+
+TEST_F(PreferenceFileTest, AnEmptyStoredPathIsReplaced) {
+    Store("");
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+    EXPECT_EQ(place->stored, StandardPath());
+}
+
+TEST_F(PreferenceFileTest, TheStandardPathIsTriedOnceAlone) {
+    Store(folder.Path() / "gone" / "mine.prf");
+    std::filesystem::create_directory(StandardPath());
+    EXPECT_EQ(OpeningFault(), 19000);
+    EXPECT_EQ(place->writes, 1);
+    EXPECT_EQ(place->closes, 1);
+    EXPECT_EQ(place->stored, StandardPath());
+    EXPECT_EQ(file.handle, nullptr);
+}
+
+TEST_F(PreferenceFileTest, AFileThatAnotherProgramHoldsIsNotOpened) {
+    WriteBytes(StandardPath(), "abc");
+    File other;
+    other.SetPath(StandardPath());
+    ASSERT_EQ(other.Open("r"), 0);
+    EXPECT_EQ(OpeningFault(), 19000);
+    EXPECT_EQ(other.Close(), 0);
+    EXPECT_EQ(BytesOf(StandardPath()), "abc");
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+}
+
+TEST_F(PreferenceFileTest, AStoreThatCannotBeUsedIsAnError) {
+    place->canOpen = false;
+    EXPECT_EQ(OpeningFault(), 20008);
+    EXPECT_EQ(place->closes, 0);
+    place->canOpen = true;
+    place->canWrite = false;
+    EXPECT_EQ(OpeningFault(), 20008);
+    EXPECT_EQ(place->closes, 1) << "the store is not left open";
+    EXPECT_FALSE(std::filesystem::exists(StandardPath()));
+    place->canWrite = true;
+    place->canClose = false;
+    EXPECT_EQ(OpeningFault(), 20008);
+    EXPECT_EQ(place->closes, 2);
+}
+
+TEST_F(PreferenceFileTest, AModuleWithoutAPathIsAnError) {
+    place->module.clear();
+    EXPECT_EQ(OpeningFault(), 20008);
+    EXPECT_EQ(place->closes, 1);
+    EXPECT_EQ(place->writes, 0);
+}
+
+TEST_F(PreferenceFileTest, ReadsAndWritesInSequence) {
+    ASSERT_EQ(file.OpenPreferenceFile(), 0);
+    file.WriteNext("abc", 3);
+    file.WriteNext("defg", 4);
+    EXPECT_EQ(file.position, 0) << "not the position of these";
+    ASSERT_EQ(file.Close(), 0);
+    EXPECT_EQ(BytesOf(StandardPath()), "abcdefg");
+    ASSERT_EQ(file.OpenPreferenceFile(), 0);
+    std::string read(5, '-');
+    file.ReadNext(read.data(), 2);
+    EXPECT_EQ(read, "ab---");
+    file.ReadNext(read.data(), 5);
+    EXPECT_EQ(read, "cdefg");
+    EXPECT_EQ(file.position, 0);
+}
+
+TEST_F(PreferenceFileTest, AShortReadAndAShortWriteAreThrown) {
+    WriteBytes(StandardPath(), "abc");
+    ASSERT_EQ(file.OpenPreferenceFile(), 0);
+    char bytes[4];
+    EXPECT_EQ(FaultOf([&] { file.ReadNext(bytes, 4); }), -39);
+    EXPECT_EQ(FaultOf([&] { file.ReadNext(bytes, 1); }), -39);
+    fileSystem.write = [](void*, const void*, std::int32_t count, std::int32_t* transferred) {
+        *transferred = count - 1;
+        return true;
+    };
+    EXPECT_EQ(FaultOf([&] { file.WriteNext("x", 1); }), -34);
+    EXPECT_TRUE(Log().faults.empty()) << "nothing is reported to the user from here";
+}
+
+TEST_F(PreferenceFileTest, TheSystemsErrorIsThrown) {
+    ASSERT_EQ(file.OpenPreferenceFile(), 0);
+    fileSystem.read = [](void*, void*, std::int32_t, std::int32_t*) { return false; };
+    fileSystem.write = [](void*, const void*, std::int32_t, std::int32_t*) { return false; };
+    fileSystem.lastError = [] { return 112; };
+    char byte = 0;
+    EXPECT_EQ(FaultOf([&] { file.ReadNext(&byte, 1); }), 112);
+    EXPECT_EQ(FaultOf([&] { file.WriteNext(&byte, 1); }), 112);
+}
+
+TEST_F(PreferenceFileTest, ClosesItself) {
+    {
+        PreferenceFile first;
+        ASSERT_EQ(first.OpenPreferenceFile(), 0);
+    }
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+}
+
+// The system's own table.
+
+TEST(PreferencePlaceTest, TheModuleIsTheFileOfThisProgram) {
+    char path[filePathCapacity];
+    ASSERT_TRUE(preferencePlace.modulePath(path, sizeof path));
+    EXPECT_TRUE(std::filesystem::exists(path));
+    EXPECT_EQ(std::filesystem::path(path).stem(), "core-tests");
+    EXPECT_FALSE(preferencePlace.modulePath(path, 4)) << "half a path is none";
+}
+
+#ifndef _WIN32
+TEST(PreferencePlaceTest, WithoutARegistryThePathIsRememberedForTheRun) {
+    void* const store = preferencePlace.open();
+    ASSERT_NE(store, nullptr);
+    char path[filePathCapacity];
+    ASSERT_TRUE(preferencePlace.writePath(store, "/some/where.prf"));
+    ASSERT_TRUE(preferencePlace.readPath(store, path, sizeof path));
+    EXPECT_STREQ(path, "/some/where.prf");
+    EXPECT_FALSE(preferencePlace.readPath(store, path, 4));
+    EXPECT_TRUE(preferencePlace.writePath(store, ""));
+    EXPECT_FALSE(preferencePlace.readPath(store, path, sizeof path)) << "as at first";
+    EXPECT_TRUE(preferencePlace.close(store));
+}
+#endif
+
+}  // namespace
