@@ -5,6 +5,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "hostapi/Results.h"
 #include "shell/Platform.h"
 
 namespace {
@@ -41,6 +42,11 @@ bool RunFileDialog(FileDialog&) {
     return false;
 }
 
+/// The program has no such dialog here.
+std::int16_t RunQualityDialog(JPEGQualityChoice&) {
+    return hostapi::memFullErr;
+}
+
 int TemporaryPath(char* buffer, int size) {
     const char* folder = std::getenv("TMPDIR");
     if (folder == nullptr || *folder == '\0') {
@@ -68,5 +74,5 @@ constexpr char pathSeparator =
 
 PlatformServices platformServices = {
     ClockSeconds,  TickCount, Nothing,       Nothing,   Nothing,       ReportFault,
-    TemporaryPath, Nothing,   pathSeparator, ShowAlert, RunFileDialog,
+    TemporaryPath, Nothing,   pathSeparator, ShowAlert, RunFileDialog, RunQualityDialog,
 };

@@ -8,6 +8,7 @@
 #include "files/FileDialog.Win.h"
 #include "framework/About.Win.h"
 #include "framework/Alert.Win.h"
+#include "hostapi/Results.h"
 #include "shell/FatalError.Win.h"
 #include "shell/Zandermolite.h"
 
@@ -41,8 +42,13 @@ int ShowAlert(std::int16_t id, const AlertTexts& texts) {
     return Alert(static_cast<HWND>(hostWindow), id, texts);
 }
 
+/// The program has no such dialog yet.
+std::int16_t RunQualityDialog(JPEGQualityChoice&) {
+    return hostapi::memFullErr;
+}
+
 }  // namespace
 
-PlatformServices platformServices = {ClockSeconds, TickCount,      ShowWaitCursor, ShowArrowCursor,
-                                     Beep,         ShowFatalError, TemporaryPath,  ShowAbout,
-                                     '\\',         ShowAlert,      RunFileDialog};
+PlatformServices platformServices = {
+    ClockSeconds,  TickCount, ShowWaitCursor, ShowArrowCursor, Beep,          ShowFatalError,
+    TemporaryPath, ShowAbout, '\\',           ShowAlert,       RunFileDialog, RunQualityDialog};

@@ -10,6 +10,7 @@
 #include <cstdint>
 
 struct FileDialog;
+class JPEGQualityChoice;
 
 struct PlatformServices {
     /// The clock's time in seconds; what SeedRandom reads.
@@ -33,6 +34,9 @@ struct PlatformServices {
     int (*showAlert)(std::int16_t id, const std::array<const char*, 4>& texts);
     /// Runs the system's file dialog and stores the choice in it. False if there was none.
     bool (*runFileDialog)(FileDialog& dialog);
+    /// Runs the dialog in which the user chooses the quality of a JPEG. 0, fileCancelled, or
+    /// memFullErr where there is no such dialog.
+    std::int16_t (*runQualityDialog)(JPEGQualityChoice& choice);
 };
 
 extern PlatformServices platformServices;

@@ -1,0 +1,62 @@
+// How libjpeg meets the program: its errors become thrown ids, its bytes come from a File and go to
+// a sink.
+//
+// The ids are thrown through the library's own frames, which have unwind tables in every build.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+// Behind <cstdio>, whose types it uses.
+#include <jpeglib.h>
+
+#include "files/File.h"
+
+/// Errors throw `errorId` as a std::int16_t, whatever the library has to say; warnings and messages
+/// vanish.
+struct JPEGErrorManager : jpeg_error_mgr {
+    explicit JPEGErrorManager(std::int16_t errorId);
+
+    std::int16_t id;
+};
+
+constexpr std::int32_t jpegBufferSize = 4096;
+
+/// Reads the file from its position on. A file that ends too early ends in a made-up end of the
+/// image, so that the library fills up the rest; one with nothing to read at all is an error.
+struct JPEGFileSource : jpeg_source_mgr {
+    explicit JPEGFileSource(File& sourceFile);
+
+    File& file;
+    bool atStart = true;
+    /// Nothing more comes, so the file is not asked again.
+    bool atEnd = false;
+    JOCTET buffer[jpegBufferSize];
+};
+
+/// Where the bytes of a picture go.
+class ByteSink {
+  public:
+    /// Whether all of them were taken.
+    virtual bool Write(const void* bytes, std::int32_t count) = 0;
+
+  protected:
+    ~ByteSink() = default;
+};
+
+/// Writes at the file's position.
+class FileSink final : public ByteSink {
+  public:
+    explicit FileSink(File& sinkFile) : file(sinkFile) {}
+    bool Write(const void* bytes, std::int32_t count) override;
+
+  private:
+    File& file;
+};
+
+/// What a sink does not take is an error.
+struct JPEGDestination : jpeg_destination_mgr {
+    explicit JPEGDestination(ByteSink& byteSink);
+
+    ByteSink& sink;
+    JOCTET buffer[jpegBufferSize];
+};
