@@ -1,5 +1,6 @@
 #include "recipe/CoreHost.h"
 
+#include "host/ColorServices.h"
 #include "shell/FatalError.h"
 #include "shell/PhotoshopUtilities.h"
 
@@ -21,12 +22,19 @@ void KeepFault(std::int16_t id, const char* file, int line) {
                                                ", line " + std::to_string(line);
 }
 
+std::int16_t HOST_CALL ServeColor(hostapi::ColorServicesInfo* info) {
+    // Nothing but conversions is asked for here.
+    static const host::ColorSource nothing{};
+    return host::ServeColor(info, nothing);
+}
+
 }  // namespace
 
 CoreHost::CoreHost(const host::MemorySettings& memory)
     : suites(memory), previousRecord(filterRecord), previousServices(platformServices) {
     record.bufferProcs = suites.Buffers();
     record.handleProcs = suites.Handles();
+    record.colorServices = ServeColor;
     filterRecord = &record;
     platformServices.reportFault = KeepFault;
     reportedFault.clear();

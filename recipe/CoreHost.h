@@ -10,9 +10,10 @@
 
 namespace recipe {
 
-/// Gives the core a record with memory in it, a clock that can be set, and an ear for its faults.
-/// The core reaches them through state of the whole process, so there is one at a time, and what
-/// stood there before comes back at its end. Rasters have to be gone before their host.
+/// Gives the core a record with memory and colour conversion in it, a clock that can be set, and an
+/// ear for its faults. The core reaches them through state of the whole process, so there is one at
+/// a time, and what stood there before comes back at its end. Rasters have to be gone before their
+/// host.
 class CoreHost {
   public:
     /// `memory` limits what the core's rasters can take.

@@ -138,7 +138,7 @@ std::vector<OperationDefinition> MakeTable() {
     const Whole side{1, maximalTextureSide};
     const WhenMissing standardSide = Defaults(128);
     const Whole repetitions{1, 64};
-    const FileName textureFile{{".png", ".tmp"}};
+    const FileName textureFile = TextureFileName();
     const FileName pngFile{{".png"}};
     const FileName anyPicture{};
     return {
@@ -165,7 +165,7 @@ std::vector<OperationDefinition> MakeTable() {
          keeps,
          {{"columns", repetitions, Defaults(3)},
           {"rows", repetitions, Defaults(3)},
-          {"file", pngFile}},
+          {"file", PictureFileName()}},
          RunRepeat},
         {"apply",
          keeps,

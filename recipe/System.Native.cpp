@@ -126,6 +126,10 @@ FileHandle OpenFile(const std::filesystem::path& path, const char* mode) {
     return FileHandle(std::fopen(path.c_str(), mode));
 }
 
+std::string CoreFileName(const std::filesystem::path& path) {
+    return path.string();
+}
+
 std::vector<std::string> CommandLineArguments(int argc, char** argv) {
     return argc > 0 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
 }

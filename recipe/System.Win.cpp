@@ -40,6 +40,28 @@ std::wstring WideFromUtf8(const std::string& text) {
     return wide;
 }
 
+/// In the system's code page; empty for what cannot be said in it.
+std::string CodePageText(const std::wstring& wide) {
+    // UTF-8 as the code page says everything, and knows neither of the two last parameters.
+    const bool isUtf8 = GetACP() == CP_UTF8;
+    BOOL substituted = FALSE;
+    BOOL* const noteSubstitutes = isUtf8 ? nullptr : &substituted;
+    const DWORD flags = isUtf8 ? 0 : WC_NO_BEST_FIT_CHARS;
+    std::string text(wide.size() * 4 + 1, '\0');
+    const int size = WideCharToMultiByte(CP_ACP, flags, wide.c_str(), -1, text.data(),
+                                         static_cast<int>(text.size()), nullptr, noteSubstitutes);
+    text.resize(size > 0 && !substituted ? static_cast<std::size_t>(size) - 1 : 0);
+    return text;
+}
+
+/// Another name of a file that is there, as disks keep one for old programs; empty without one.
+std::wstring ShortName(const std::wstring& name) {
+    std::wstring shortName(GetShortPathNameW(name.c_str(), nullptr, 0), L'\0');
+    shortName.resize(
+        GetShortPathNameW(name.c_str(), shortName.data(), static_cast<DWORD>(shortName.size())));
+    return shortName;
+}
+
 class HandleOwner {
   public:
     explicit HandleOwner(HANDLE newHandle = nullptr) : handle(newHandle) {}
@@ -150,6 +172,18 @@ std::mutex spawning;
 
 FileHandle OpenFile(const std::filesystem::path& path, const char* mode) {
     return FileHandle(_wfopen(path.c_str(), WideFromUtf8(mode).c_str()));
+}
+
+std::string CoreFileName(const std::filesystem::path& path) {
+    std::string name = CodePageText(path.wstring());
+    if (name.empty()) {
+        name = CodePageText(ShortName(path.wstring()));
+    }
+    if (name.empty()) {
+        throw std::runtime_error(Utf8FromWide(path.c_str()) +
+                                 " has a name that the system's code page cannot say");
+    }
+    return name;
 }
 
 std::vector<std::string> CommandLineArguments(int /*argc*/, char** /*argv*/) {

@@ -18,6 +18,10 @@ using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 /// As std::fopen, for any file name; null on failure with the reason in errno.
 FileHandle OpenFile(const std::filesystem::path& path, const char* mode);
 
+/// The file's name as the core's own files take it: as it is, or in Windows' code page. Throws
+/// std::runtime_error for one that cannot be said in it.
+std::string CoreFileName(const std::filesystem::path& path);
+
 /// The arguments behind the program's name, as UTF-8.
 std::vector<std::string> CommandLineArguments(int argc, char** argv);
 

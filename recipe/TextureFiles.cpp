@@ -8,8 +8,10 @@
 #include <utility>
 #include <vector>
 
+#include "files/TextureFile.h"
 #include "host/Picture.h"
 #include "recipe/FilePlaces.h"
+#include "recipe/JpegWriter.h"
 #include "recipe/OutputFile.h"
 #include "recipe/PngWriter.h"
 #include "recipe/System.h"
@@ -100,11 +102,45 @@ std::unique_ptr<PaintClass> LoadTmpTexture(const fs::path& file) {
     if (!texture) {
         throw std::bad_alloc();
     }
-    // The white raster in the undo store gets the work channel of every white texture.
-    texture->SwapUndo();
-    texture->SetAllAlpha(opaque);
-    texture->SwapUndo();
     return texture;
+}
+
+/// An own message for each thing that can be told from the header.
+void CheckJpegFile(const fs::path& file, ImageFile& image) {
+    ImageInfo info;
+    const std::int16_t status = image.ReadImageInfo(&info);
+    if (status == imageNotRead) {
+        ThrowUnreadable(file, "it is no JPEG picture in grey or RGB");
+    }
+    if (status != 0) {
+        ThrowUnreadable(file, "it cannot be read");
+    }
+    // Sides above 32767 come out negative.
+    CheckTextureSize(file, static_cast<std::uint16_t>(info.Width()),
+                     static_cast<std::uint16_t>(info.Height()));
+}
+
+std::unique_ptr<PaintClass> LoadJpegTexture(const fs::path& file) {
+    const std::string name = CoreFileName(file);
+    if (name.size() >= filePathCapacity) {
+        ThrowUnreadable(file, "its name is too long");
+    }
+    ImageFile image;
+    image.SetPath(name);
+    image.type = jpegExtension;  // whatever the extension is
+    CheckJpegFile(file, image);
+    auto texture = ReadTextureImage(image);
+    if (!texture) {
+        ThrowUnreadable(file, "it is damaged, or there is not enough memory");
+    }
+    return texture;
+}
+
+/// The white raster in the undo store gets the work channel of every white texture.
+void CompleteUndo(PaintClass& texture) {
+    texture.SwapUndo();
+    texture.SetAllAlpha(opaque);
+    texture.SwapUndo();
 }
 
 /// The row's colours, `columns` times side by side.
@@ -120,6 +156,21 @@ void FillRepeatedRow(const PaintClass& texture, short y, std::vector<std::uint8_
     for (std::size_t i = period; i < rgb.size(); ++i) {
         rgb[i] = rgb[i - period];
     }
+}
+
+/// All rows of the repeated texture through a writer of its size.
+template <typename Writer>
+void WriteRepeated(const PaintClass& texture, int width, int height, Writer& writer,
+                   const ProgressHook& progress) {
+    std::vector<std::uint8_t> rgb(static_cast<std::size_t>(width) * colorPlanes);
+    for (int y = 0; y < height; ++y) {
+        FillRepeatedRow(texture, static_cast<short>(y % texture.grY), rgb);
+        writer.WriteRow(rgb);
+        if (progress) {
+            progress(static_cast<double>(y + 1) / height);
+        }
+    }
+    writer.Finish();
 }
 
 void SaveTmpTexture(const PaintClass& texture, const fs::path& file) {
@@ -143,15 +194,20 @@ std::unique_ptr<PaintClass> NewTexture(short width, short height) {
 }
 
 std::unique_ptr<PaintClass> LoadTexture(const fs::path& file) {
-    const bool isPng = LowerCaseExtension(host::Utf8Name(file)) == ".png";
-    return isPng ? LoadPngTexture(file) : LoadTmpTexture(file);
+    const std::string extension = LowerCaseExtension(host::Utf8Name(file));
+    if (extension == ".png") {
+        return LoadPngTexture(file);
+    }
+    auto texture = extension == ".tmp" ? LoadTmpTexture(file) : LoadJpegTexture(file);
+    CompleteUndo(*texture);
+    return texture;
 }
 
 void SaveTexture(const PaintClass& texture, const fs::path& file) {
-    if (LowerCaseExtension(host::Utf8Name(file)) == ".png") {
-        SaveRepeated(texture, 1, 1, file, nullptr);
-    } else {
+    if (LowerCaseExtension(host::Utf8Name(file)) == ".tmp") {
         SaveTmpTexture(texture, file);
+    } else {
+        SaveRepeated(texture, 1, 1, file, nullptr);
     }
 }
 
@@ -160,16 +216,14 @@ void SaveRepeated(const PaintClass& texture, int columns, int rows, const fs::pa
     const int width = texture.grX * columns;
     const int height = texture.grY * rows;
     OutputFile output(file);
-    PngWriter png(output, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height));
-    std::vector<std::uint8_t> rgb(static_cast<std::size_t>(width) * colorPlanes);
-    for (int y = 0; y < height; ++y) {
-        FillRepeatedRow(texture, static_cast<short>(y % texture.grY), rgb);
-        png.WriteRow(rgb);
-        if (progress) {
-            progress(static_cast<double>(y + 1) / height);
-        }
+    if (LowerCaseExtension(host::Utf8Name(file)) == ".png") {
+        PngWriter png(output, static_cast<std::uint32_t>(width),
+                      static_cast<std::uint32_t>(height));
+        WriteRepeated(texture, width, height, png, progress);
+    } else {
+        JpegWriter jpeg(output, width, height);
+        WriteRepeated(texture, width, height, jpeg, progress);
     }
-    png.Finish();
     output.Commit();
 }
 

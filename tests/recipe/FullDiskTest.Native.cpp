@@ -54,5 +54,5 @@ TEST_P(FullDiskTest, LeavesNoHalfWrittenFile) {
 
 INSTANTIATE_TEST_SUITE_P(Operations, FullDiskTest,
                          testing::Values("save file=small.png", "save file=new.tmp",
-                                         "repeat file=small.png",
+                                         "save file=new.jpg", "repeat file=small.png",
                                          "apply image=image.bmp file=small.png"));

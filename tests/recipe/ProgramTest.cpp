@@ -72,13 +72,15 @@ TEST_F(ProgramTest, ChecksTheWholeRecipeBeforeItsFirstOperation) {
 
 TEST_F(ProgramTest, ChecksAllRecipesBeforeTheFirstRuns) {
     WriteFile("a.recipe", smallRecipe);
-    WriteFile("b.recipe", "new\nsave file=b.jpg\n");
+    WriteFile("b.recipe", "new\nsave file=b.bmp\n");
     WriteFile("c.recipe", "undo\n");
-    EXPECT_EQ(Run({"a.recipe", "b.recipe", "c.recipe", "none.recipe"}),
-              (ProgramResult{2, "",
-                             "b.recipe:2: 'file' must be a .png or .tmp file, not 'b.jpg'\n"
-                             "c.recipe:1: 'undo' stands before the first 'new' or 'open'\n"
-                             "none.recipe:1: the recipe cannot be opened\n"}));
+    EXPECT_EQ(
+        Run({"a.recipe", "b.recipe", "c.recipe", "none.recipe"}),
+        (ProgramResult{
+            2, "",
+            "b.recipe:2: 'file' must be a .png, .jpg, .jpeg, .jfif or .tmp file, not 'b.bmp'\n"
+            "c.recipe:1: 'undo' stands before the first 'new' or 'open'\n"
+            "none.recipe:1: the recipe cannot be opened\n"}));
     EXPECT_FALSE(fs::exists("small.png"));
 }
 
