@@ -6,6 +6,7 @@
 #include "paint/BlurSums.h"
 #include "paint/Dispatch.h"
 #include "paint/PaintClass.h"
+#include "paint/PixelBytes.h"
 #include "paint/WrappedPlane.h"
 #include "raster/HandleClass.h"
 #include "raster/Truncation.h"
@@ -19,16 +20,6 @@ constexpr int blueByte = 2;
 constexpr int alphaByte = 3;
 
 constexpr unsigned char flatGround = 255;
-
-Pixel LoadPixel(const unsigned char* row, int x) {
-    Pixel pixel;
-    std::memcpy(&pixel, row + x * bytesPerPixel, sizeof pixel);
-    return pixel;
-}
-
-void StorePixel(unsigned char* row, int x, Pixel pixel) {
-    std::memcpy(row + x * bytesPerPixel, &pixel, sizeof pixel);
-}
 
 // Blur.
 
