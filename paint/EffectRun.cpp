@@ -1,8 +1,102 @@
 #include "paint/EffectRun.h"
 
+#include <limits>
+#include <new>
+
+#include "paint/Resize.h"
+
 bool RunLines(PaintClass& pic, const LinesParams& params) {
     LinesParams handedOver = params;
     // The generator's 0 points down, along y, and turns the other way.
     handedOver.angle = static_cast<std::int16_t>(180 - params.angle);
     return pic.Lines(handedOver);
+}
+
+bool RunBlur(PaintClass& pic, const BlurParams& params) {
+    if (params.motion == 1) {
+        return pic.MotionBlur(static_cast<short>(params.amount / 4), params.direction);
+    }
+    bool stopped = false;
+    constexpr short allPixels = 1;
+    return pic.Blur(params.amount * 0.05, allPixels, nullptr, 0, &stopped);
+}
+
+bool RunSharpen(PaintClass& pic, const SharpenParams& params) {
+    bool done = true;
+    for (short pass = 0; pass < params.passes; ++pass) {
+        done = pic.Sharpen() && done;
+    }
+    return done;
+}
+
+void RunNoise(PaintClass& pic, const NoiseParams& params) {
+    pic.Noise(params.amount, params.mode);
+}
+
+void RunSaturation(PaintClass& pic, const SaturationParams& params) {
+    pic.Saturation(params.saturation);
+}
+
+void RunBrightnessContrast(PaintClass& pic, const BrightContrParams& params) {
+    pic.BrightnessContrast(params.contrast, params.brightness);
+}
+
+void RunAddColor(PaintClass& pic, const AddColorParams& params) {
+    pic.AddColor(params.color, params.opacity);
+}
+
+void RunMosaic(PaintClass& pic, const MosaicParams& params) {
+    pic.Mosaic(params.horizontal, params.vertical);
+}
+
+bool RunCombine(PaintClass& pic, PaintClass& other, std::int16_t amount, std::int32_t mode) {
+    if (other.grX != pic.grX || other.grY != pic.grY) {
+        return false;
+    }
+    const CombineRecord record{amount, mode, &pic, &other};
+    pic.Combine(&record);
+    return true;
+}
+
+namespace {
+
+bool IsSide(int length) {
+    return length >= 1 && length <= std::numeric_limits<short>::max();
+}
+
+/// Makes a texture of another size that `copy` fills from `pic`.
+std::unique_ptr<PaintClass> Replacement(const PaintClass& pic, int width, int height,
+                                        void (*copy)(const PicClass& from, PicClass& to)) {
+    if (!IsSide(width) || !IsSide(height)) {
+        return nullptr;
+    }
+    std::unique_ptr<PaintClass> texture(
+        new (std::nothrow) PaintClass(static_cast<short>(width), static_cast<short>(height)));
+    if (!texture || !texture->pixelMap) {
+        return nullptr;
+    }
+    copy(pic, *texture);
+    texture->SetColors(pic.foreColor, pic.backColor);
+    texture->SaveUndo();
+    return texture;
+}
+
+}  // namespace
+
+std::unique_ptr<PaintClass> RunTile(const PaintClass& pic, short horizontal, short vertical) {
+    return Replacement(pic, pic.grX * horizontal, pic.grY * vertical, CopyTiled);
+}
+
+std::unique_ptr<PaintClass> RunResize(const PaintClass& pic, short width, short height) {
+    return Replacement(pic, width, height, CopyResampled);
+}
+
+bool RunMove(PaintClass& pic, int right, int down) {
+    if (pic.GetClone() == nullptr) {
+        return false;
+    }
+    // Whole turns are taken off first: the operation's own positions have 16 bits.
+    pic.ShiftBy(static_cast<short>(-(right % pic.grX)), static_cast<short>(-(down % pic.grY)));
+    pic.DeleteClone();
+    return true;
 }

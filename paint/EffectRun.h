@@ -2,7 +2,36 @@
 // The editor, its Repeat commands and the recipes all come through here.
 #pragma once
 
+#include <memory>
+
+#include "paint/FilterParams.h"
 #include "paint/PaintClass.h"
 
 /// `params.angle` is the user's: 0 goes straight up, 90 right, -90 left, 180 down.
 bool RunLines(PaintClass& pic, const LinesParams& params);
+
+// The filters. Where a result is bool, false means that there was no memory for it; the editor does
+// not look at it.
+
+/// The motion blur if `params.motion` is 1, which is of no length for an amount below 4.
+bool RunBlur(PaintClass& pic, const BlurParams& params);
+/// As many passes as the record says. Without memory for one it goes on to the next.
+bool RunSharpen(PaintClass& pic, const SharpenParams& params);
+void RunNoise(PaintClass& pic, const NoiseParams& params);
+void RunSaturation(PaintClass& pic, const SaturationParams& params);
+void RunBrightnessContrast(PaintClass& pic, const BrightContrParams& params);
+void RunAddColor(PaintClass& pic, const AddColorParams& params);
+void RunMosaic(PaintClass& pic, const MosaicParams& params);
+
+// What works on several textures or moves one.
+
+/// False if the sizes differ: nothing has changed then. `amount` is in percent, `mode` 1 to 3.
+bool RunCombine(PaintClass& pic, PaintClass& other, std::int16_t amount, std::int32_t mode);
+/// A new texture of `horizontal` by `vertical` copies, with the colours of `pic` and an undo store
+/// that holds the same. Null without memory.
+std::unique_ptr<PaintClass> RunTile(const PaintClass& pic, short horizontal, short vertical);
+/// A new texture of the given size, `pic` stretched over it, with its colours and an undo store
+/// that holds the same. Null without memory.
+std::unique_ptr<PaintClass> RunResize(const PaintClass& pic, short width, short height);
+/// The contents move around the torus, to the right and down. False without memory.
+bool RunMove(PaintClass& pic, int right, int down);

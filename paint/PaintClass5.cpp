@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "paint/ChannelMaps.h"
 #include "paint/ColorModel.h"
 #include "paint/Dispatch.h"
 #include "paint/FilterParams.h"
@@ -41,7 +42,8 @@ class NoiseSource {
     template <typename Disturb>
     void DisturbRow(unsigned char* pixels, int count, Disturb disturb) {
         for (int i = 0; i < count; ++i, pixels += bytesPerPixel) {
-            if (random.Range(0, 100) >= amount) {
+            // Range(0, 100) < amount, without its division.
+            if (random.Rand() * 100 >= amount * 32767) {
                 continue;
             }
             int channels[channelCount] = {pixels[0] << 8, pixels[1] << 8, pixels[2] << 8};
@@ -168,7 +170,7 @@ namespace {
 template <typename ChangeRow>
 void ChangeRows(PaintClass& pic, ChangeRow changeRow) {
     CursorClass cursor;
-    if (pic.GetClone() == nullptr) {
+    if (!pic.HasRoomForClone()) {
         return;
     }
     for (short y = 0; y < pic.grY; ++y) {
@@ -180,30 +182,6 @@ void ChangeRows(PaintClass& pic, ChangeRow changeRow) {
     pic.SetDirty();
 }
 
-/// What becomes of each value of the three channels, each in the byte where it belongs.
-class ChannelTables {
-  public:
-    template <typename Change>
-    void Fill(int channel, Change change) {
-        for (int value = 0; value < 256; ++value) {
-            const auto byte = static_cast<unsigned char>(change(value));
-            tables[channel][value] = static_cast<Pixel>(byte) << 8 * channel;
-        }
-    }
-
-    void MapRow(unsigned char* pixels, int count) const {
-        for (int i = 0; i < count; ++i) {
-            const Pixel pixel = LoadPixel(pixels, i);
-            StorePixel(pixels, i,
-                       tables[0][RedOf(pixel)] | tables[1][GreenOf(pixel)] |
-                           tables[2][BlueOf(pixel)] | (pixel & alphaMask));
-        }
-    }
-
-  private:
-    Pixel tables[channelCount][256];
-};
-
 }  // namespace
 
 void PaintClass::Saturation(short saturation) {
@@ -214,26 +192,13 @@ void PaintClass::Saturation(short saturation) {
 void PaintClass::BrightnessContrast(short contrast, short brightness) {
     const int offset = brightness * 2 - 100;
     const double steepness = contrast * 0.01 * 2.0;
-    ChannelTables tables;
-    for (int c = 0; c < channelCount; ++c) {
-        tables.Fill(c, [&](int value) {
-            const int brighter = std::clamp(value + offset, 0, 255);
-            return std::clamp(static_cast<int>((brighter - 128) * steepness + 128.0), 0, 255);
-        });
-    }
-    ChangeRows(*this, [&](unsigned char* row) { tables.MapRow(row, grX); });
+    const ContrastMap map(offset, steepness);
+    ChangeRows(*this, [&](unsigned char* row) { map.MapRow(row, grX); });
 }
 
 void PaintClass::AddColor(const RGBColor16& color, short opacity) {
-    const double share = opacity * 0.01;
-    const int goal[channelCount] = {HighByte(color.red), HighByte(color.green),
-                                    HighByte(color.blue)};
-    ChannelTables tables;
-    for (int c = 0; c < channelCount; ++c) {
-        tables.Fill(c,
-                    [&](int value) { return value - static_cast<int>((value - goal[c]) * share); });
-    }
-    ChangeRows(*this, [&](unsigned char* row) { tables.MapRow(row, grX); });
+    const ColorMap map(color, opacity * 0.01);
+    ChangeRows(*this, [&](unsigned char* row) { map.MapRow(row, grX); });
 }
 
 // Invert.

@@ -140,6 +140,15 @@ PicClass* PicClass::GetClone() {
     return clone.get();
 }
 
+bool PicClass::HasRoomForClone() const {
+    if (clone) {
+        return true;
+    }
+    HostBuffer pixels;
+    return pixels.Allocate(storage.Size()) == hostapi::noErr && pixels.Lock(false) != nullptr &&
+           ProbeMemory(storage.Size());
+}
+
 /// Both have the same size: a clone is built with its raster's and neither changes.
 void PicClass::CopyPixels(const PicClass& from, PicClass& to) {
     from.AssertLocked(lockedAtGetPixel);

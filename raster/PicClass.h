@@ -109,6 +109,9 @@ class PicClass {
     void AlphaFromGrey();
     /// The work copy, created if needed, of the same size and without undo. Null without memory.
     PicClass* GetClone();
+    /// Whether GetClone would answer one now. For operations that need no work copy, but are to do
+    /// nothing where there is no memory for one.
+    bool HasRoomForClone() const;
     /// These copy every pixel, all 32 bits; nothing happens without a clone.
     void CopyToClone();
     void CopyFromClone();

@@ -49,6 +49,21 @@ TEST_F(PaintClassTest, OperationsOnARasterWithoutPixelsFailTheirAssertion) {
     EXPECT_EQ(AssertionOf([&] { pic.Lines(LinesParams{}); }), "PicClass / Zeile 249 !(locked)");
 }
 
+TEST_F(PaintClassTest, DisposeCutDeletesAndCounts) {
+    PaintClass pic(5, 4);
+    pic.cut = std::make_unique<PicClass>(short{2}, short{2}, false);
+    pic.DisposeCut();
+    EXPECT_EQ(pic.cut, nullptr);
+    EXPECT_TRUE(pic.changed);
+    EXPECT_EQ(AssertionOf([&] { pic.DisposeCut(); }), "PaintClass4 / Zeile 66 !(cut != nil)");
+}
+
+TEST_F(PaintClassTest, DeletesItsCut) {
+    // CoreTest finds what is left.
+    PaintClass pic(5, 4);
+    pic.cut = std::make_unique<PicClass>(short{2}, short{2}, false);
+}
+
 TEST_F(PaintClassTest, TheProductTableRoundsEveryProductDown) {
     const PaintClass pic(1, 1);
     for (int a = 0; a < 256; ++a) {

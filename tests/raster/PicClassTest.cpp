@@ -284,6 +284,21 @@ TEST_F(PicClassTest, AFailedCloneIsDeletedAgain) {
     EXPECT_NE(pic.GetClone(), nullptr);
 }
 
+TEST_F(PicClassTest, ThereIsRoomForACloneWhereGetCloneMakesOne) {
+    for (int nth = 1; nth <= 2; ++nth) {
+        memory.FailAllocation(nth);
+        EXPECT_FALSE(pic.HasRoomForClone());
+    }
+    memory.FailAllocation(0);
+    const std::size_t blocks = memory.LiveBuffers();
+    EXPECT_TRUE(pic.HasRoomForClone());
+    EXPECT_EQ(memory.LiveBuffers(), blocks);
+    ASSERT_NE(pic.GetClone(), nullptr);
+    memory.FailAllocation(1);
+    EXPECT_TRUE(pic.HasRoomForClone()) << "it stands already";
+    memory.FailAllocation(0);
+}
+
 TEST_F(PicClassTest, SetAllAlphaLeavesTheColours) {
     FillWithNoise(pic);
     const std::vector<Pixel> colors = ColorsOf(pic);
