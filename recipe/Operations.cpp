@@ -13,6 +13,8 @@
 #include "host/Selection.h"
 #include "paint/EffectRun.h"
 #include "paint/Random.h"
+#include "recipe/Colors.h"
+#include "recipe/FilterOperations.h"
 #include "recipe/Session.h"
 #include "recipe/TextureFiles.h"
 #include "recipe/ToolOperations.h"
@@ -27,15 +29,6 @@ namespace {
 constexpr std::int64_t highest32 = std::numeric_limits<std::uint32_t>::max();
 
 const LinesParams standardLines;
-
-RGBColor16 ColorOf(const Arguments& arguments, std::string_view key) {
-    const auto& color = arguments.Get<hostapi::RGBColor>(key);
-    return {color.red, color.green, color.blue};
-}
-
-Value ColorValue(const RGBColor16& color) {
-    return hostapi::RGBColor{.red = color.red, .green = color.green, .blue = color.blue};
-}
 
 void RunNew(Session& session, const Arguments& arguments) {
     // The old one goes only when the new one stands: a failure leaves the session as it was.
@@ -74,10 +67,6 @@ void RunLinesEffect(Session& session, const Arguments& arguments) {
     if (!RunLines(session.Texture(), params)) {
         throw std::bad_alloc();
     }
-}
-
-void RunClear(Session& session, const Arguments&) {
-    session.Texture().FillWhite();
 }
 
 void RunUndo(Session& session, const Arguments&) {
@@ -133,7 +122,7 @@ void RunApply(Session& session, const Arguments& arguments) {
     host::SavePicture(picture, session.Places().Output(arguments.Get<std::string>("file")));
 }
 
-std::vector<OperationDefinition> MakeTable() {
+std::vector<OperationDefinition> BasicOperations() {
     using enum TextureUse;
     const Whole side{1, maximalTextureSide};
     const WhenMissing standardSide = Defaults(128);
@@ -158,7 +147,6 @@ std::vector<OperationDefinition> MakeTable() {
           {"angle", Whole{-180, 180}, Defaults(standardLines.angle)},
           {"color", ColorTriple{}, ColorValue(standardLines.color)}},
          RunLinesEffect},
-        {"clear", changes, {}, RunClear},
         {"undo", keeps, {}, RunUndo},
         {"save", keeps, {{"file", textureFile}}, RunSave},
         {"repeat",
@@ -178,7 +166,8 @@ std::vector<OperationDefinition> MakeTable() {
 
 std::span<const OperationDefinition> OperationTable() {
     static const std::vector<OperationDefinition> table = [] {
-        std::vector<OperationDefinition> rows = MakeTable();
+        std::vector<OperationDefinition> rows = BasicOperations();
+        std::ranges::move(FilterOperations(), std::back_inserter(rows));
         std::ranges::move(ToolOperations(), std::back_inserter(rows));
         return rows;
     }();

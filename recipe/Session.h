@@ -1,6 +1,7 @@
 // What the operations of one recipe work on.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -12,11 +13,19 @@
 
 namespace recipe {
 
+/// Enough for the largest texture that `tile` makes of the largest there is, which needs room for
+/// itself, its undo store and another block of its size.
+inline host::MemorySettings StandardMemory() {
+    host::MemorySettings memory;
+    memory.budget = std::int64_t{1} << 30;
+    return memory;
+}
+
 /// The state of a run. One at a time in a process, as its CoreHost.
 class Session {
   public:
     explicit Session(FilePlaces filePlaces, ProgressHook progressHook = nullptr,
-                     const host::MemorySettings& memory = {});
+                     const host::MemorySettings& memory = StandardMemory());
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
     ~Session();
