@@ -12,6 +12,37 @@ bool RunLines(PaintClass& pic, const LinesParams& params) {
     return pic.Lines(handedOver);
 }
 
+bool RunShapes(PaintClass& pic, const ShapesParams& params) {
+    ShapesParams handedOver = params;
+    // As in Lines, and a quarter turn: the generator adds another.
+    handedOver.angle = static_cast<std::int16_t>((180 - params.angle) + 90);
+    return pic.Shapes(handedOver);
+}
+
+bool RunDrops(PaintClass& pic, const DropsParams& params) {
+    return pic.Drops(params);
+}
+
+void RunDividers(PaintClass& pic, const DividersParams& params, const RGBColor16& foreground,
+                 const RGBColor16& background) {
+    DividersParams colored = params;
+    colored.foreground = foreground;
+    colored.background = background;
+    pic.Dividers(colored);
+}
+
+void RunWaves(PaintClass& pic, const WavesParams& params) {
+    pic.Waves(params);
+}
+
+bool RunTwirls(PaintClass& pic, const TwirlsParams& params) {
+    return pic.Twirls(params);
+}
+
+bool RunSkew(PaintClass& pic, const SkewParams& params) {
+    return pic.Skew(params.direction, false);
+}
+
 bool RunBlur(PaintClass& pic, const BlurParams& params) {
     if (params.motion == 1) {
         return pic.MotionBlur(static_cast<short>(params.amount / 4), params.direction);

@@ -10,6 +10,19 @@
 /// `params.angle` is the user's: 0 goes straight up, 90 right, -90 left, 180 down.
 bool RunLines(PaintClass& pic, const LinesParams& params);
 
+/// `params.angle` is the user's: the turn of every shape, clockwise. False without memory.
+bool RunShapes(PaintClass& pic, const ShapesParams& params);
+/// False without memory.
+bool RunDrops(PaintClass& pic, const DropsParams& params);
+/// Draws with the editor's two colours, whatever stands in the record.
+void RunDividers(PaintClass& pic, const DividersParams& params, const RGBColor16& foreground,
+                 const RGBColor16& background);
+void RunWaves(PaintClass& pic, const WavesParams& params);
+/// False without memory.
+bool RunTwirls(PaintClass& pic, const TwirlsParams& params);
+/// Reads between pixels, as the editor always does. False without memory.
+bool RunSkew(PaintClass& pic, const SkewParams& params);
+
 // The filters. Where a result is bool, false means that there was no memory for it; the editor does
 // not look at it.
 

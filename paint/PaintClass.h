@@ -64,9 +64,19 @@ class PaintClass : public PicClass {
     /// Raised shapes, lit, over the texture. `params.angle` is the handed-over angle,
     /// (180 - the user's) + 90. False without memory.
     bool Shapes(const ShapesParams& params);
+    /// The place that the pixel (px, py) comes from when a shape is turned around (cx, cy) by the
+    /// whole degrees of `angle`. Not a number at the centre itself.
+    static void RotateAboutCentre(short cx, short cy, short px, short py, double angle, double* x,
+                                  double* y);
+    /// Whether the point lies on the shape of a ShapeKind with these half sizes and this width of
+    /// the rounded edge, in pixels; then `value` is its alpha byte, 0 on top to 254. Otherwise, as
+    /// in the hole of a ring and for what is not a number, it is 255.
+    static bool ShapeCoverage(std::int32_t kind, double x, double y, short cx, short cy, double hs,
+                              double vs, double bevel, unsigned char* value);
     /// Water drops over the texture. False without memory.
     bool Drops(const DropsParams& params);
-    /// Lines that run until they meet another.
+    /// Lines that run until they meet another. A draw that falls on W or H, one of 32768, fails
+    /// the assertion of PixelAddress.
     void Dividers(const DividersParams& params);
 
     // PaintClass3: distortions.
@@ -167,10 +177,7 @@ class PaintClass : public PicClass {
     bool changed = false;
 
   private:
-    bool ShapeCoverage(long kind, double x, double y, short cx, short cy, double hs, double vs,
-                       double bevel, unsigned char* value);
-    void RotateAboutCentre(short cx, short cy, short px, short py, double angle, double* x,
-                           double* y);
+    /// Roughens the raised part of the height field at random places.
     void ShapeGrain(short material);
 };
 

@@ -1,0 +1,74 @@
+// The height fields of shapes, a run of pixels at a time.
+//
+// PaintClass::RotateAboutCentre and ShapeCoverage say what the height of a pixel is; they cost two
+// inverse functions and a square root each. A rotation is also two products and a sum, and the
+// height changes in steps: where the cheap way's result lies further from the next step than both
+// ways can differ, it decides. Elsewhere, at few pixels, the dear way is taken. So the heights are
+// the same to the bit. docs/exactness.md tells the bounds.
+#pragma once
+
+#include <cstdint>
+
+class ShapeScan {
+  public:
+    /// A ShapeKind, the width of the rounded edge in pixels, and the turn of all shapes in degrees,
+    /// of which the whole ones count. Any other kind has no pixels.
+    ShapeScan(std::int32_t newKind, double newBevel, double newTurn);
+
+    /// Turns to the shape around (newCx, newCy) with the given half width and half height, which
+    /// may be negative.
+    void Place(short newCx, short newCy, double newHs, double newVs);
+
+    struct Columns {
+        int first;
+        /// Exclusive.
+        int end;
+    };
+    /// Of the columns of row py from `first` to `end` - 1, those outside which the shape has no
+    /// pixel.
+    Columns Reach(int py, Columns columns) const;
+
+    static constexpr int longestRun = 128;
+    /// The height of what is not part of the shape.
+    static constexpr unsigned char ground = 255;
+
+    /// The heights of up to longestRun pixels of row py from column px on. The pixel at the centre
+    /// itself has no height.
+    void Read(int px, int py, int count, unsigned char* heights) const;
+
+    /// What the cheap way needs; positions are relative to the shape's centre.
+    struct Geometry {
+        double sine;
+        double cosine;
+        double hs;
+        double vs;
+        double bevel;
+        /// Of a round shape: its height over its width.
+        double ratio;
+        /// Steps of height a pixel.
+        double steepness;
+        /// How far the two ways' positions can be apart, in pixels, and their heights, in steps.
+        double slack;
+        double tolerance;
+    };
+
+  private:
+    unsigned char HeightOf(int px, int py) const;
+    bool MayHavePixels() const;
+
+    std::int32_t kind;
+    double bevel;
+    double turn;
+    short cx = 0;
+    short cy = 0;
+    double hs = 0;
+    double vs = 0;
+    Geometry geometry{};
+    /// The distance from the centre beyond which there is no pixel.
+    double radius = 0;
+    bool isEmpty = true;
+    /// The cheap way can tell nothing: the shape is too thin, or its edge too steep.
+    bool onlyDear = false;
+    /// By step: 0 the top (or the hole of a ring), 1 to 255 the rounded edge, 256 the ground.
+    unsigned char heightOfStep[257];
+};
