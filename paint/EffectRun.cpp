@@ -39,8 +39,8 @@ bool RunTwirls(PaintClass& pic, const TwirlsParams& params) {
     return pic.Twirls(params);
 }
 
-bool RunSkew(PaintClass& pic, const SkewParams& params) {
-    return pic.Skew(params.direction, false);
+bool RunSkew(PaintClass& pic, const SkewParams& params, bool nearest) {
+    return pic.Skew(params.direction, nearest);
 }
 
 bool RunBlur(PaintClass& pic, const BlurParams& params) {

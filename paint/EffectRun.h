@@ -20,8 +20,8 @@ void RunDividers(PaintClass& pic, const DividersParams& params, const RGBColor16
 void RunWaves(PaintClass& pic, const WavesParams& params);
 /// False without memory.
 bool RunTwirls(PaintClass& pic, const TwirlsParams& params);
-/// Reads between pixels, as the editor always does. False without memory.
-bool RunSkew(PaintClass& pic, const SkewParams& params);
+/// Reads between pixels, as the editor always does, or the nearest ones. False without memory.
+bool RunSkew(PaintClass& pic, const SkewParams& params, bool nearest = false);
 
 // The filters. Where a result is bool, false means that there was no memory for it; the editor does
 // not look at it.

@@ -3,13 +3,13 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <new>
 #include <stdexcept>
 #include <string>
 
 #include "paint/EffectRun.h"
 #include "paint/FilterParams.h"
 #include "recipe/Colors.h"
+#include "recipe/MemoryCheck.h"
 #include "recipe/Session.h"
 #include "recipe/TextureFiles.h"
 #include "recipe/Wording.h"
@@ -19,23 +19,17 @@ namespace recipe {
 
 namespace {
 
-/// For run steps that answer whether there was memory.
-void Check(bool hadMemory) {
-    if (!hadMemory) {
-        throw std::bad_alloc();
-    }
-}
-
 void RunBlurFilter(Session& session, const Arguments& arguments) {
     BlurParams params;
     params.amount = arguments.Number<std::int16_t>("amount");
     params.motion = arguments.Number<std::uint8_t>("motion");
     params.direction = arguments.Number<std::int16_t>("direction");
-    Check(RunBlur(session.Texture(), params));
+    CheckMemory(RunBlur(session.Texture(), params));
 }
 
 void RunSharpenFilter(Session& session, const Arguments& arguments) {
-    Check(RunSharpen(session.Texture(), {.passes = arguments.Number<std::int16_t>("passes")}));
+    CheckMemory(
+        RunSharpen(session.Texture(), {.passes = arguments.Number<std::int16_t>("passes")}));
 }
 
 void RunNoiseFilter(Session& session, const Arguments& arguments) {
@@ -43,12 +37,6 @@ void RunNoiseFilter(Session& session, const Arguments& arguments) {
     params.amount = arguments.Number<std::int16_t>("amount");
     params.mode = arguments.Number<std::int32_t>("mode");
     RunNoise(session.Texture(), params);
-}
-
-/// The texture, for filters that do nothing without memory for a clone and do not say so.
-PaintClass& TextureWithRoom(Session& session) {
-    Check(session.Texture().HasRoomForClone());
-    return session.Texture();
 }
 
 void RunSaturationFilter(Session& session, const Arguments& arguments) {
@@ -77,7 +65,7 @@ void RunInvert(Session& session, const Arguments&) {
 }
 
 void RunAddBump(Session& session, const Arguments&) {
-    Check(session.Texture().AddBump());
+    CheckMemory(session.Texture().AddBump());
 }
 
 void RunFlip(Session& session, const Arguments& arguments) {
@@ -105,7 +93,7 @@ void RunCombineWithFile(Session& session, const Arguments& arguments) {
 
 /// Puts a texture in the place of the present one, or throws if there was no memory for it.
 void Replace(Session& session, std::unique_ptr<PaintClass> texture) {
-    Check(texture != nullptr);
+    CheckMemory(texture != nullptr);
     session.SetTexture(std::move(texture));
 }
 
@@ -125,7 +113,8 @@ void RunResizeCommand(Session& session, const Arguments& arguments) {
 }
 
 void RunMoveTool(Session& session, const Arguments& arguments) {
-    Check(RunMove(session.Texture(), arguments.Number<int>("dx"), arguments.Number<int>("dy")));
+    CheckMemory(
+        RunMove(session.Texture(), arguments.Number<int>("dx"), arguments.Number<int>("dy")));
 }
 
 const BlurParams standardBlur;

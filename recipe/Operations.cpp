@@ -11,9 +11,9 @@
 #include "host/FilterHost.h"
 #include "host/Picture.h"
 #include "host/Selection.h"
-#include "paint/EffectRun.h"
 #include "paint/Random.h"
 #include "recipe/Colors.h"
+#include "recipe/EffectOperations.h"
 #include "recipe/FilterOperations.h"
 #include "recipe/Session.h"
 #include "recipe/TextureFiles.h"
@@ -27,8 +27,6 @@ namespace recipe {
 namespace {
 
 constexpr std::int64_t highest32 = std::numeric_limits<std::uint32_t>::max();
-
-const LinesParams standardLines;
 
 void RunNew(Session& session, const Arguments& arguments) {
     // The old one goes only when the new one stands: a failure leaves the session as it was.
@@ -54,18 +52,6 @@ void RunColors(Session& session, const Arguments& arguments) {
     }
     if (arguments.Has("background")) {
         session.background = ColorOf(arguments, "background");
-    }
-}
-
-void RunLinesEffect(Session& session, const Arguments& arguments) {
-    LinesParams params;
-    params.precision = arguments.Number<std::int16_t>("precision");
-    params.appearance = arguments.Number<std::uint16_t>("appearance");
-    params.colorMode = arguments.Number<std::uint16_t>("colorMode");
-    params.angle = arguments.Number<std::int16_t>("angle");
-    params.color = ColorOf(arguments, "color");
-    if (!RunLines(session.Texture(), params)) {
-        throw std::bad_alloc();
     }
 }
 
@@ -139,14 +125,6 @@ std::vector<OperationDefinition> BasicOperations() {
          keeps,
          {{"foreground", ColorTriple{}, LeftOut{}}, {"background", ColorTriple{}, LeftOut{}}},
          RunColors},
-        {"lines",
-         changes,
-         {{"precision", Whole{0, 100}, Defaults(standardLines.precision)},
-          {"appearance", Whole{linesWax, linesInk}, Defaults(standardLines.appearance)},
-          {"colorMode", Whole{linesRandom, linesAverage}, Defaults(standardLines.colorMode)},
-          {"angle", Whole{-180, 180}, Defaults(standardLines.angle)},
-          {"color", ColorTriple{}, ColorValue(standardLines.color)}},
-         RunLinesEffect},
         {"undo", keeps, {}, RunUndo},
         {"save", keeps, {{"file", textureFile}}, RunSave},
         {"repeat",
@@ -167,6 +145,7 @@ std::vector<OperationDefinition> BasicOperations() {
 std::span<const OperationDefinition> OperationTable() {
     static const std::vector<OperationDefinition> table = [] {
         std::vector<OperationDefinition> rows = BasicOperations();
+        std::ranges::move(EffectOperations(), std::back_inserter(rows));
         std::ranges::move(FilterOperations(), std::back_inserter(rows));
         std::ranges::move(ToolOperations(), std::back_inserter(rows));
         return rows;
