@@ -13,6 +13,9 @@ constexpr DWORD saveFlags =
     OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOREADONLYRETURN | OFN_ENABLEHOOK | OFN_EXPLORER;
 static_assert(openFlags == 0x81024 && saveFlags == 0x88026);
 
+/// The field with the file's name in dialogs of the explorer style (cmb13 of dlgs.h).
+constexpr WPARAM nameControl = 0x47C;
+
 /// The save dialog's type, as its list shows it. One dialog runs at a time.
 FileType chosenType = noFileType;
 
@@ -32,6 +35,31 @@ void TakeChosenType(HWND hook, const OPENFILENAMEA& request) {
     SendMessageA(DialogOf(hook), CDM_SETDEFEXT, 0, reinterpret_cast<LPARAM>(extension.c_str()));
 }
 
+/// The name as it was typed; the dialog itself may have put an extension behind it.
+std::string TypedName(HWND hook) {
+    char name[filePathCapacity] = "";
+    GetDlgItemTextA(DialogOf(hook), static_cast<int>(nameControl), name, sizeof name);
+    return name;
+}
+
+bool IsThere(const char* path) {
+    return GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES;
+}
+
+/// True if the dialog may close. The system has asked about the name that was typed, not about the
+/// one that it becomes: a file of that name is not replaced unasked. The whole name then stands in
+/// its field, and accepting it asks.
+bool FinishName(HWND hook, FileDialog& dialog) {
+    UnifyExtension(dialog.path, TypedName(hook), chosenType);
+    if (!EnforceExtension(dialog.path, chosenType) || !IsThere(dialog.path)) {
+        return true;
+    }
+    SendMessageA(DialogOf(hook), CDM_SETCONTROLTEXT, nameControl,
+                 reinterpret_cast<LPARAM>(dialog.path));
+    SetWindowLongPtrA(hook, DWLP_MSGRESULT, 1);
+    return false;
+}
+
 UINT_PTR CALLBACK OpenHook(HWND hook, UINT message, WPARAM, LPARAM lParam) {
     if (message == WM_NOTIFY &&
         reinterpret_cast<const OFNOTIFYA*>(lParam)->hdr.code == CDN_INITDONE) {
@@ -48,11 +76,11 @@ UINT_PTR CALLBACK SaveHook(HWND hook, UINT message, WPARAM wParam, LPARAM lParam
             case CDN_TYPECHANGE:
                 TakeChosenType(hook, *notice.lpOFN);
                 break;
-            case CDN_FILEOK: {
-                auto& dialog = *reinterpret_cast<FileDialog*>(notice.lpOFN->lCustData);
-                EnforceExtension(dialog.path, chosenType);
+            case CDN_FILEOK:
+                if (!FinishName(hook, *reinterpret_cast<FileDialog*>(notice.lpOFN->lCustData))) {
+                    return TRUE;
+                }
                 break;
-            }
             default:
                 break;
         }

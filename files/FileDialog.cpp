@@ -90,3 +90,12 @@ bool EnforceExtension(char (&path)[filePathCapacity], FileType chosen) {
     std::strcpy(path + length, extension.c_str());
     return true;
 }
+
+void UnifyExtension(char (&path)[filePathCapacity], std::string_view typedName, FileType chosen) {
+    const std::string extension = ExtensionText(chosen);
+    const std::size_t length = std::strlen(path);
+    if (FileTypeOf(typedName) == noFileType && FileTypeOf(path) == chosen &&
+        length > extension.size()) {
+        extension.copy(path + length - extension.size(), extension.size());
+    }
+}

@@ -35,3 +35,8 @@ std::string DefaultExtension(const FileDialog& dialog);
 /// type stands at its end. Answers whether anything had to be appended. A path without room for it
 /// stays as it is.
 bool EnforceExtension(char (&path)[filePathCapacity], FileType chosen);
+
+/// Systems differ in the case of the extension that they put behind a name without one. If `path`
+/// has got its extension in this way from `typedName`, it becomes that of the type, letter for
+/// letter.
+void UnifyExtension(char (&path)[filePathCapacity], std::string_view typedName, FileType chosen);

@@ -1,0 +1,285 @@
+// The preference file with the registry and the alerts of the system.
+#include "files/Preferences.h"
+
+#include <windows.h>
+
+#include <filesystem>
+
+#include "files/File.h"
+#include "files/PreferencePlace.h"
+#include "shell/FatalError.Win.h"
+#include "shell/Module.Win.h"
+#include "tests/files/windows/HoldingProcess.Win.h"
+#include "tests/shell/windows/DialogDriver.Win.h"
+#include "tests/support/CoreTest.h"
+#include "tests/support/FileSystemOverride.h"
+#include "tests/support/PreferenceBytes.h"
+#include "tests/support/ScratchFolder.h"
+
+namespace {
+
+/// As it is before the fixture puts its own in place.
+const PlatformServices systemsServices = platformServices;
+
+constexpr char productKey[] = "SOFTWARE\\Norvanta\\Brenvalder 3.0\\Zandermolite";
+constexpr char valueName[] = "PreferenceFile";
+
+/// While it lives, HKEY_LOCAL_MACHINE is an empty key of this process' own.
+class OwnRegistry {
+  public:
+    explicit OwnRegistry(DWORD options)
+        : name("Software\\ZandermoliteTests" + std::to_string(GetCurrentProcessId())) {
+        char noClass[] = "";
+        EXPECT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, name.c_str(), 0, noClass, options,
+                                  KEY_ALL_ACCESS, nullptr, &key, nullptr),
+                  ERROR_SUCCESS);
+        EXPECT_EQ(RegOverridePredefKey(HKEY_LOCAL_MACHINE, key), ERROR_SUCCESS);
+    }
+    OwnRegistry(const OwnRegistry&) = delete;
+    OwnRegistry& operator=(const OwnRegistry&) = delete;
+    ~OwnRegistry() {
+        RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
+        for (const char* const child :
+             {productKey, "SOFTWARE\\Norvanta\\Brenvalder 3.0", "SOFTWARE\\Norvanta", "SOFTWARE"}) {
+            RegDeleteKeyA(key, child);
+        }
+        RegCloseKey(key);
+        RegDeleteKeyA(HKEY_CURRENT_USER, name.c_str());
+    }
+
+    void SetValue(DWORD type, const std::string& bytes) {
+        HKEY product = OpenProduct();
+        RegSetValueExA(product, valueName, 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
+                       static_cast<DWORD>(bytes.size()));
+        RegCloseKey(product);
+    }
+    /// The value's bytes; the type goes to `type`.
+    std::string Value(DWORD& type) {
+        HKEY product = OpenProduct();
+        char bytes[2048];
+        DWORD length = sizeof bytes;
+        type = REG_NONE;
+        const LSTATUS status = RegQueryValueExA(product, valueName, nullptr, &type,
+                                                reinterpret_cast<BYTE*>(bytes), &length);
+        RegCloseKey(product);
+        return status == ERROR_SUCCESS ? std::string(bytes, length) : "(none)";
+    }
+
+  private:
+    HKEY OpenProduct() const {
+        HKEY product = nullptr;
+        char noClass[] = "";
+        RegCreateKeyExA(key, productKey, 0, noClass, 0, KEY_ALL_ACCESS, nullptr, &product, nullptr);
+        return product;
+    }
+
+    std::string name;
+    HKEY key = nullptr;
+};
+
+class SystemPreferencesTest : public CoreTest {
+  protected:
+    explicit SystemPreferencesTest(DWORD registryOptions = REG_OPTION_NON_VOLATILE)
+        : registry(registryOptions) {
+        instanceHandle = GetModuleHandleA(nullptr);
+        platformServices.reportFault = ShowFatalError;
+        platformServices.showAlert = systemsServices.showAlert;
+        char path[MAX_PATH] = "";
+        GetModuleFileNameA(nullptr, path, sizeof path);
+        standardPath = (std::filesystem::path(path).parent_path() / "Zandermolite3.prf").string();
+        Remove(standardPath);
+        dialogPlaces = {};
+    }
+    ~SystemPreferencesTest() override {
+        Remove(standardPath);
+        instanceHandle = nullptr;
+        errorCell = 0;
+    }
+
+    static void Remove(const std::string& path) {
+        SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+        DeleteFileA(path.c_str());
+    }
+    std::string PathOf(const char* name) const { return (folder.Path() / name).string(); }
+    void StorePath(const std::string& path) { registry.SetValue(REG_SZ, path); }
+    /// What the registry holds, which must be a text; the system may add a zero to it.
+    std::string StoredPath() {
+        DWORD type = REG_NONE;
+        const std::string value = registry.Value(type);
+        EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
+        return value.c_str();
+    }
+
+    ScratchFolder folder;
+    FileSystemOverride system;
+    OwnRegistry registry;
+    std::string standardPath;
+    Preferences preferences;
+};
+
+TEST_F(SystemPreferencesTest, TheFirstRunStoresThePathBesideTheModule) {
+    EXPECT_TRUE(ReadLaunchFlag());
+    EXPECT_FALSE(LoadPreferences(preferences));
+    EXPECT_EQ(StoredPath(), standardPath);
+    EXPECT_EQ(BytesOf(standardPath), "");
+    EXPECT_TRUE(SavePreferences(preferences));
+    EXPECT_EQ(BytesOf(standardPath), FirstPreferenceFile());
+    EXPECT_TRUE(LoadPreferences(preferences));
+}
+
+TEST_F(SystemPreferencesTest, TheStoredPathIsUsed) {
+    for (const char* const name : {"mine.prf", "other.prf"}) {
+        StorePath(PathOf(name));
+        EXPECT_TRUE(SavePreferences(preferences));
+        EXPECT_EQ(BytesOf(PathOf(name)), FirstPreferenceFile());
+        EXPECT_EQ(StoredPath(), PathOf(name));
+    }
+    EXPECT_FALSE(std::filesystem::exists(standardPath));
+}
+
+TEST_F(SystemPreferencesTest, WhatIsNoUsablePathIsReplaced) {
+    const struct {
+        DWORD type;
+        std::string bytes;
+    } values[] = {
+        {REG_DWORD, std::string("\1\2\3\4")},  {REG_BINARY, PathOf("binary.prf")},
+        {REG_EXPAND_SZ, PathOf("expand.prf")}, {REG_SZ, ""},
+        {REG_SZ, PathOf("gone\\mine.prf")},    {REG_SZ, folder.Path().string()},
+        {REG_SZ, std::string(1100, 'x')},
+    };
+    for (const auto& [type, bytes] : values) {
+        registry.SetValue(type, bytes);
+        EXPECT_TRUE(SavePreferences(preferences));
+        EXPECT_EQ(StoredPath(), standardPath);
+        EXPECT_EQ(BytesOf(standardPath), FirstPreferenceFile());
+        Remove(standardPath);
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path())) << "nothing was made elsewhere";
+}
+
+TEST_F(SystemPreferencesTest, AReadOnlyFolderIsLeftForTheStandardOne) {
+    // Under Wine a folder in which not even an administrator makes files; elsewhere it is not
+    // there.
+    StorePath("Z:\\proc\\mine.prf");
+    preferences.launchFlag = 0;
+    EXPECT_TRUE(SavePreferences(preferences));
+    EXPECT_EQ(StoredPath(), standardPath);
+    EXPECT_FALSE(ReadLaunchFlag());
+    File file;
+    file.SetPath("Z:\\proc\\mine.dat");
+    EXPECT_EQ(file.Create(), 19007);
+}
+
+TEST_F(SystemPreferencesTest, AFileThatAnotherProcessHoldsIsReportedAndKept) {
+    ASSERT_TRUE(SavePreferences(preferences));
+    preferences.launchFlag = 0;
+    {
+        const HoldingProcess holder(standardPath);
+        ASSERT_TRUE(holder.Holds());
+        const SeenDialog dialog =
+            DriveDialog([&] { EXPECT_EQ(FaultOf([&] { SavePreferences(preferences); }), 19000); });
+        EXPECT_EQ(dialog.title, "Zandermolite");
+        EXPECT_EQ(dialog.Text(3),
+                  "Could not create a preference file. The disk may be full or locked. You will "
+                  "not be able to save or load the settings.");
+        // A file of one's own meets the statuses, without an alert.
+        File file;
+        file.SetPath(standardPath);
+        EXPECT_EQ(file.Exists(), 19005);
+        EXPECT_EQ(file.Open("r"), 19006);
+        EXPECT_EQ(file.Create(), 19007);
+        EXPECT_EQ(file.Delete(), 19008);
+    }
+    EXPECT_EQ(BytesOf(standardPath), FirstPreferenceFile());
+    EXPECT_TRUE(SavePreferences(preferences));
+}
+
+TEST_F(SystemPreferencesTest, ADamagedFileIsReportedAndDeleted) {
+    StorePath(PathOf("mine.prf"));
+    std::string bytes = FirstPreferenceFile();
+    bytes[4] = 2;
+    WriteBytes(PathOf("mine.prf"), bytes);
+    EXPECT_TRUE(ReadLaunchFlag());
+    const SeenDialog dialog = DriveDialog([&] { EXPECT_FALSE(LoadPreferences(preferences)); });
+    EXPECT_EQ(dialog.title, "Zandermolite") << "whatever the resource says";
+    EXPECT_EQ(dialog.Text(3),
+              "An error occured while reading your user preferences from disk. Default preferences "
+              "will be used instead.");
+    EXPECT_FALSE(std::filesystem::exists(PathOf("mine.prf")));
+    EXPECT_EQ(StoredPath(), PathOf("mine.prf")) << "the next file lies there again";
+}
+
+TEST_F(SystemPreferencesTest, AFullDiskIsReportedAndTheFileDeleted) {
+    StorePath(PathOf("mine.prf"));
+    ASSERT_TRUE(SavePreferences(preferences));
+    fileSystem.write = [](void*, const void*, std::int32_t, std::int32_t* transferred) {
+        *transferred = 0;
+        SetLastError(ERROR_DISK_FULL);
+        return false;
+    };
+    const SeenDialog dialog = DriveDialog([&] { EXPECT_FALSE(SavePreferences(preferences)); });
+    EXPECT_EQ(dialog.Text(3),
+              "An error occured while writing your user preferences to disk. Next time you use "
+              "Zandermolite, default preferences will be used.");
+    EXPECT_FALSE(std::filesystem::exists(PathOf("mine.prf")));
+    EXPECT_EQ(errorCell, 0) << "an alert closes no dialogs";
+}
+
+TEST_F(SystemPreferencesTest, NobodyRemovesTheFileWhileItIsOpen) {
+    StorePath(PathOf("mine.prf"));
+    static std::string path;
+    path = PathOf("mine.prf");
+    static bool (*systemsWrite)(void*, const void*, std::int32_t, std::int32_t*);
+    systemsWrite = fileSystem.write;
+    fileSystem.write = [](void* handle, const void* buffer, std::int32_t count,
+                          std::int32_t* transferred) {
+        EXPECT_FALSE(DeleteFileA(path.c_str()));
+        return systemsWrite(handle, buffer, count, transferred);
+    };
+    EXPECT_TRUE(SavePreferences(preferences));
+    EXPECT_EQ(BytesOf(path), FirstPreferenceFile());
+}
+
+/// Under a key that goes with the session no lasting key can be made.
+class RefusingRegistryTest : public SystemPreferencesTest {
+  protected:
+    RefusingRegistryTest() : SystemPreferencesTest(REG_OPTION_VOLATILE) {}
+};
+
+TEST_F(RefusingRegistryTest, AKeyThatCannotBeMadeIsAFatalError) {
+    const SeenDialog dialog =
+        DriveDialog([&] { EXPECT_EQ(FaultOf([&] { LoadPreferences(preferences); }), 20008); });
+    EXPECT_EQ(dialog.Text(3), "A fatal error of type = 20008 occured.");
+    EXPECT_EQ(dialog.Text(4), "File: PreferenceFile");
+    EXPECT_EQ(errorCell, 20008);
+    EXPECT_FALSE(std::filesystem::exists(standardPath));
+}
+
+// The file system's own answers that the neutral tests cannot bring about.
+
+TEST(SystemFileTest, BlocksThatAreNotThereAreFound) {
+    char writable[2] = {};
+    EXPECT_TRUE(fileSystem.isReadable("text", 4));
+    EXPECT_TRUE(fileSystem.isWritable(writable, 2));
+    EXPECT_FALSE(fileSystem.isReadable(nullptr, 1));
+    EXPECT_FALSE(fileSystem.isWritable(nullptr, 1));
+    constexpr SIZE_T page = 4096;
+    auto* const pages =
+        static_cast<char*>(VirtualAlloc(nullptr, 3 * page, MEM_RESERVE, PAGE_READWRITE));
+    VirtualAlloc(pages, page, MEM_COMMIT, PAGE_READWRITE);
+    VirtualAlloc(pages + page, page, MEM_COMMIT, PAGE_READONLY);
+    EXPECT_TRUE(fileSystem.isWritable(pages, page));
+    EXPECT_FALSE(fileSystem.isWritable(pages + 1, page)) << "its last byte can only be read";
+    EXPECT_TRUE(fileSystem.isReadable(pages + 1, page));
+    EXPECT_FALSE(fileSystem.isReadable(pages + page, page + 1)) << "its last byte is not there";
+    VirtualFree(pages, 0, MEM_RELEASE);
+}
+
+TEST(SystemFileTest, LeadBytesAreThoseOfTheCodePage) {
+    for (int byte = 0; byte < 256; ++byte) {
+        EXPECT_EQ(fileSystem.isLeadByte(static_cast<unsigned char>(byte)),
+                  IsDBCSLeadByte(static_cast<BYTE>(byte)) != FALSE);
+    }
+}
+
+}  // namespace
