@@ -1,0 +1,97 @@
+// The recipes of the gallery give its pictures, to the bit.
+#include <algorithm>
+#include <cctype>
+#include <set>
+#include <sstream>
+
+#include "host/Picture.h"
+#include "tests/recipe/ProgramTest.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::vector<fs::path> GalleryRecipes() {
+    std::vector<fs::path> recipes;
+    for (const auto& entry : fs::directory_iterator(SourceFolder() / "docs/gallery")) {
+        if (entry.path().extension() == ".recipe") {
+            recipes.push_back(entry.path());
+        }
+    }
+    std::ranges::sort(recipes);
+    return recipes;
+}
+
+int CountDifferentPixels(const host::Picture& a, const host::Picture& b) {
+    int count = 0;
+    for (int y = 0; y < a.height; ++y) {
+        for (int x = 0; x < a.width; ++x) {
+            count += std::equal(a.Pixel(x, y), a.Pixel(x, y) + a.planes, b.Pixel(x, y)) ? 0 : 1;
+        }
+    }
+    return count;
+}
+
+/// What a recipe made now is put beside the gallery's picture, for a person to judge.
+void ExpectPicture(const fs::path& made, const fs::path& golden) {
+    ASSERT_TRUE(fs::exists(made)) << made;
+    fs::path kept = golden;
+    kept.replace_extension(".new.png");
+    const bool isKnown = fs::exists(golden);
+    EXPECT_TRUE(isKnown) << "no " << golden << "; the picture is in " << kept;
+    bool isSame = false;
+    if (isKnown) {
+        const host::Picture now = host::LoadPicture(made);
+        const host::Picture then = host::LoadPicture(golden);
+        const bool hasSize =
+            now.width == then.width && now.height == then.height && now.planes == then.planes;
+        EXPECT_TRUE(hasSize) << "another size; the picture is in " << kept;
+        const int different = hasSize ? CountDifferentPixels(now, then) : 1;
+        EXPECT_EQ(different, 0) << "pixels differ; the picture is in " << kept;
+        isSame = different == 0;
+    }
+    if (!isSame) {
+        fs::copy_file(made, kept, fs::copy_options::overwrite_existing);
+    }
+}
+
+class GalleryTest : public ProgramTest {};
+
+TEST_F(GalleryTest, RecipesGiveTheGallerysPictures) {
+    const std::vector<fs::path> recipes = GalleryRecipes();
+    EXPECT_GE(recipes.size(), 12u);
+    for (const fs::path& recipe : recipes) {
+        SCOPED_TRACE(host::Utf8Name(recipe.filename()));
+        EXPECT_EQ(Run({host::Utf8Name(recipe)}), quietSuccess);
+        fs::path picture = recipe;
+        picture.replace_extension(".png");
+        ExpectPicture(picture.filename(), picture);
+    }
+}
+
+/// The names of the operations that lines of the text begin with.
+std::set<std::string> OperationsIn(const std::string& text) {
+    std::set<std::string> names;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        const auto isLetter = [](unsigned char c) { return std::isalpha(c) != 0; };
+        names.emplace(line.begin(), std::ranges::find_if_not(line, isLetter));
+    }
+    return names;
+}
+
+TEST_F(GalleryTest, ShowsEveryOperationThatChangesPixels) {
+    std::set<std::string> shown;
+    for (const fs::path& recipe : GalleryRecipes()) {
+        shown.merge(OperationsIn(ReadFile(recipe)));
+    }
+    for (const char* operation :
+         {"lines",  "shapes",  "drops",      "dividers", "waves",  "twirls", "skew",
+          "blur",   "noise",   "saturation", "sharpen",  "mosaic", "invert", "brightnessContrast",
+          "flip",   "addBump", "addColor",   "combine",  "tile",   "resize", "brush",
+          "pencil", "stamp",   "fill",       "gradient", "eraser", "move"}) {
+        EXPECT_TRUE(shown.contains(operation)) << operation;
+    }
+}
+
+}  // namespace
