@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "paint/PaintClass.h"
+#include "paint/PixelBytes.h"
 #include "raster/HandleClass.h"
 #include "raster/Truncation.h"
 #include "shell/PhotoshopUtilities.h"
@@ -17,24 +18,9 @@ unsigned char brushTable[brushTableSide][brushTableSide];
 
 namespace {
 
-constexpr Pixel colorMask = 0x00FFFFFF;
-constexpr Pixel alphaMask = 0xFF000000;
-
-Pixel LoadPixel(const unsigned char* address) {
-    Pixel pixel;
-    std::memcpy(&pixel, address, sizeof pixel);
-    return pixel;
-}
-
-void StorePixel(unsigned char* address, Pixel pixel) {
-    std::memcpy(address, &pixel, sizeof pixel);
-}
-
 /// The colour as the raster has it, with the alpha byte 0.
 Pixel RasterColor(const RGBColor16& color) {
-    return static_cast<Pixel>(HighByte(color.red)) |
-           static_cast<Pixel>(HighByte(color.green)) << 8 |
-           static_cast<Pixel>(HighByte(color.blue)) << 16;
+    return WithColor(0, HighByte(color.red), HighByte(color.green), HighByte(color.blue));
 }
 
 /// A texture that no editor holds has no colours: it is painted black on white.
@@ -194,7 +180,7 @@ void PaintClass::StampClone(double x, double y, PaintClass* pic) {
 }
 
 void PaintClass::PlotPixel(short x, short y, PaintClass* pic) {
-    StorePixel(pic->PixelAddressWrapped(x, y), RasterColor(ForegroundOf(*pic)));
+    StorePixel(pic->PixelAddressWrapped(x, y), 0, RasterColor(ForegroundOf(*pic)));
 }
 
 void PaintClass::WalkLine(Point from, Point to, WalkCallback callback, PaintClass* pic) {
@@ -275,10 +261,6 @@ class WrapTable {
     bool failed;
 };
 
-int Difference(Pixel a, Pixel b, int shift) {
-    return std::abs(static_cast<int>(a >> shift & 0xFF) - static_cast<int>(b >> shift & 0xFF));
-}
-
 /// Grows a region of similar colour in rings, one queue entry for each of its pixels.
 class FloodRegion {
   public:
@@ -298,7 +280,7 @@ class FloodRegion {
         threshold = newThreshold;
         paint = RasterColor(ForegroundOf(pic));
         unsigned char* const first = At(start.h, start.v);
-        seed = LoadPixel(first);
+        seed = LoadPixel(first, 0);
         Take(first, start);
         for (std::size_t next = 0; next < end; ++next) {
             Assert(end + 18 < size / sizeof(Point),
@@ -322,19 +304,19 @@ class FloodRegion {
     /// it runs over.
     void Visit(short x, short y) {
         unsigned char* const pixel = At(x, y);
-        if (pixel[3] == notReached && IsSimilar(LoadPixel(pixel))) {
+        if (pixel[3] == notReached && IsSimilar(LoadPixel(pixel, 0))) {
             Take(pixel, {.v = y, .h = x});
         }
     }
 
     bool IsSimilar(Pixel pixel) const {
-        return Difference(pixel, seed, 0) + Difference(pixel, seed, 8) +
-                   Difference(pixel, seed, 16) <=
+        return std::abs(RedOf(pixel) - RedOf(seed)) + std::abs(GreenOf(pixel) - GreenOf(seed)) +
+                   std::abs(BlueOf(pixel) - BlueOf(seed)) <=
                threshold;
     }
 
     void Take(unsigned char* pixel, Point place) {
-        StorePixel(pixel, paint | Pixel{reached} << 24);
+        StorePixel(pixel, 0, paint | Pixel{reached} << 24);
         queue[end++] = place;
     }
 
@@ -364,9 +346,7 @@ struct Neighbourhood {
 
     /// Not 0 if the region has not reached one of the three pixels of the column.
     Pixel OpenAt(int x) const {
-        const int byte = x * bytesPerPixel;
-        return (LoadPixel(above + byte) | LoadPixel(row + byte) | LoadPixel(below + byte)) &
-               alphaMask;
+        return (LoadPixel(above, x) | LoadPixel(row, x) | LoadPixel(below, x)) & alphaMask;
     }
 
     /// The pixel becomes a mix of the eight around it.
@@ -460,8 +440,8 @@ class Ramp {
 };
 
 /// The alpha byte stays.
-void StoreColor(unsigned char* address, Pixel color) {
-    StorePixel(address, color | (LoadPixel(address) & alphaMask));
+void StoreColor(unsigned char* row, int x, Pixel color) {
+    StorePixel(row, x, (color & ~alphaMask) | (LoadPixel(row, x) & alphaMask));
 }
 
 void PaintRows(PaintClass& pic, const Ramp& ramp) {
@@ -469,7 +449,7 @@ void PaintRows(PaintClass& pic, const Ramp& ramp) {
         unsigned char* const row = pic.PixelAddress(0, Wrap(place, pic.grY));
         const Pixel color = ramp.At(place);
         for (int x = 0; x < pic.grX; ++x) {
-            StoreColor(row + x * bytesPerPixel, color);
+            StoreColor(row, x, color);
         }
     }
 }
@@ -482,13 +462,12 @@ void PaintColumns(PaintClass& pic, const Ramp& ramp) {
         const int count = std::min(ramp.Last() - place, pic.grX - left);
         unsigned char* const first = pic.PixelAddress(left, 0);
         for (int i = 0; i < count; ++i) {
-            StoreColor(first + i * bytesPerPixel, ramp.At(place + i));
+            StoreColor(first, i, ramp.At(place + i));
         }
         for (short y = 1; y < pic.grY; ++y) {
             unsigned char* const row = pic.PixelAddress(left, y);
             for (int i = 0; i < count; ++i) {
-                StoreColor(row + i * bytesPerPixel,
-                           LoadPixel(first + i * bytesPerPixel) & colorMask);
+                StoreColor(row, i, LoadPixel(first, i));
             }
         }
         place += count;

@@ -119,6 +119,36 @@ void PaintAnyStroke(PaintClass& pic, AnyInput& input) {
     }
 }
 
+void ShiftAnywhere(PaintClass& pic, AnyInput& input) {
+    if (!input.OneIn(8)) {
+        pic.GetClone();
+    }
+    pic.ShiftBy(input.Short(), input.Short());
+}
+
+/// Mostly with a texture of the same size, else with one that may be larger or smaller.
+void CombineWithAny(PaintClass& pic, AnyInput& input) {
+    const bool sameSize = !input.OneIn(8);
+    PaintClass other(sameSize ? pic.grX : static_cast<short>(input.Number(1, 20)),
+                     sameSize ? pic.grY : static_cast<short>(input.Number(1, 20)));
+    if (other.pixelMap == nullptr) {
+        return;
+    }
+    FillWithNoise(other, input.Bits());
+    const std::int32_t mode = input.OneIn(8) ? input.Record<std::int32_t>() : input.Number(1, 3);
+    if (input.OneIn(2)) {
+        RunCombine(pic, other, input.Short(), mode);
+        return;
+    }
+    const CombineRecord record{input.Short(), mode, &pic, &other};
+    pic.Combine(&record);
+}
+
+/// Copies or pixels, mostly few: a large texture takes long to make.
+short AnyCount(AnyInput& input) {
+    return static_cast<short>(input.OneIn(50) ? input.Number(-32768, 32767) : input.Number(-1, 12));
+}
+
 struct Row {
     const char* name;
     void (*run)(PaintClass& pic, AnyInput& input);
@@ -159,6 +189,41 @@ const Row rows[] = {
                   input.OneIn(2));
      }},
     {"FillColor", [](PaintClass& pic, AnyInput& input) { pic.FillColor(input.Color()); }},
+    {"RunBlur", [](PaintClass& pic, AnyInput& input) { RunBlur(pic, input.Record<BlurParams>()); }},
+    {"RunSharpen",
+     [](PaintClass& pic, AnyInput& input) { RunSharpen(pic, input.Record<SharpenParams>()); }},
+    {"RunNoise",
+     [](PaintClass& pic, AnyInput& input) { RunNoise(pic, input.Record<NoiseParams>()); }},
+    {"Noise",
+     [](PaintClass& pic, AnyInput& input) { pic.Noise(input.Short(), input.Number(-1, 3)); }},
+    {"RunSaturation",
+     [](PaintClass& pic, AnyInput& input) {
+         RunSaturation(pic, input.Record<SaturationParams>());
+     }},
+    {"RunBrightnessContrast",
+     [](PaintClass& pic, AnyInput& input) {
+         RunBrightnessContrast(pic, input.Record<BrightContrParams>());
+     }},
+    {"RunAddColor",
+     [](PaintClass& pic, AnyInput& input) { RunAddColor(pic, input.Record<AddColorParams>()); }},
+    {"Invert", [](PaintClass& pic, AnyInput&) { pic.Invert(); }},
+    {"RunMosaic",
+     [](PaintClass& pic, AnyInput& input) { RunMosaic(pic, input.Record<MosaicParams>()); }},
+    {"Flip",
+     [](PaintClass& pic, AnyInput& input) {
+         pic.Flip(input.OneIn(4) ? input.Short() : static_cast<short>(input.Number(0, 2)));
+     }},
+    {"ShiftBy", ShiftAnywhere, true},
+    {"RunMove",
+     [](PaintClass& pic, AnyInput& input) {
+         RunMove(pic, input.Record<std::int32_t>(), input.Record<std::int32_t>());
+     }},
+    {"Combine", CombineWithAny},
+    {"RunTile",
+     [](PaintClass& pic, AnyInput& input) { RunTile(pic, AnyCount(input), AnyCount(input)); }},
+    {"RunResize",
+     [](PaintClass& pic, AnyInput& input) { RunResize(pic, AnyCount(input), AnyCount(input)); }},
+    {"DisposeCut", [](PaintClass& pic, AnyInput&) { pic.DisposeCut(); }},
     {"undo",
      [](PaintClass& pic, AnyInput&) {
          pic.SaveUndo();
