@@ -2,13 +2,15 @@
 #include "files/JPEGDecoder.h"
 
 #include <fstream>
-#include <sstream>
+#include <string_view>
 
 #include "files/TextureFile.h"
 #include "host/Picture.h"
 #include "tests/files/ImageTest.h"
 #include "tests/reference/PlainJpeg.h"
 #include "tests/support/MemoryFile.h"
+
+using namespace std::string_view_literals;
 
 namespace {
 
@@ -173,10 +175,10 @@ TEST_F(JPEGDecoderTest, PrefixesEndBelow16384Bytes) {
 
 TEST_F(JPEGDecoderTest, WhatOnlyLooksLikeAPictureInAPrefixIsPassedOver) {
     const std::string jpeg = Fixture("baseline.jpg");
-    for (const char* const decoy :
-         {"x\xFF\xD8\xFF\xE1\0\x10JFIF", "x\xFF\xD8\xFF\xE0\0\x10JFIX", "x\xFF\xD8\xFF",
-          "x\xFF\xD8\xFE\xE0\0\x10JFIF", "x\xFF\xD9\xFF\xE0\0\x10JFIF"}) {
-        EXPECT_NE(Load(std::string(decoy, 11) + jpeg), nullptr);
+    for (const std::string_view decoy :
+         {"x\xFF\xD8\xFF\xE1\0\x10JFIF"sv, "x\xFF\xD8\xFF\xE0\0\x10JFIX"sv, "x\xFF\xD8\xFF"sv,
+          "x\xFF\xD8\xFE\xE0\0\x10JFIF"sv, "x\xFF\xD9\xFF\xE0\0\x10JFIF"sv}) {
+        EXPECT_NE(Load(std::string(decoy) + jpeg), nullptr);
     }
     // At the very start three bytes are enough, whatever follows.
     EXPECT_EQ(Load("\xFF\xD8\xFFno picture" + jpeg), nullptr);
