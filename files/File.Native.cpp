@@ -125,8 +125,13 @@ bool Write(void* handle, const void* buffer, std::int32_t count, std::int32_t* t
     return TransferAll(transfer, count, transferred);
 }
 
-/// What is no file on a disk has nothing to flush.
+/// A descriptor that only reads is refused, as on Windows; the system would wait for the disk even
+/// so. What is no file on a disk has nothing to flush.
 bool Flush(void* handle) {
+    if ((fcntl(DescriptorOf(handle), F_GETFL) & O_ACCMODE) == O_RDONLY) {
+        errno = EBADF;
+        return false;
+    }
     return fdatasync(DescriptorOf(handle)) == 0 || errno == EINVAL || errno == EROFS;
 }
 

@@ -68,6 +68,16 @@ void JPEGDecoder::AskForGrey() {
     info.out_color_space = JCS_GRAYSCALE;
 }
 
+bool JPEGDecoder::AskForOpaqueColors() {
+#ifdef JCS_ALPHA_EXTENSIONS
+    if (info.num_components == 3) {
+        info.out_color_space = JCS_EXT_RGBA;
+        return true;
+    }
+#endif
+    return false;
+}
+
 void JPEGDecoder::Start() {
     jpeg_start_decompress(&info);
 }

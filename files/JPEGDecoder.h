@@ -19,9 +19,12 @@ class JPEGDecoder {
 
     /// Rows are to come as grey, whatever the file has. Before Start().
     void AskForGrey();
+    /// Rows of three components are to come with a fourth byte of 255 behind each pixel's. False,
+    /// with no effect, for other pictures and where the library has no such rows. Before Start().
+    bool AskForOpaqueColors();
     void Start();
     bool HasRow() const { return info.output_scanline < info.output_height; }
-    /// The next row, one byte a component.
+    /// The next row, one byte a component, or as asked for.
     void ReadRow(std::uint8_t* row);
     /// After the last row.
     void Finish();

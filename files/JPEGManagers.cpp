@@ -3,8 +3,14 @@
 #include <jerror.h>
 
 #include <algorithm>
+#include <cstring>
+#include <new>
+#include <utility>
 
 namespace {
+
+/// More than any texture takes at the best quality.
+constexpr std::int32_t gatherCapacity = 1024 * 1024;
 
 [[noreturn]] void ThrowId(j_common_ptr info) {
     throw static_cast<const JPEGErrorManager*>(info->err)->id;
@@ -103,6 +109,9 @@ void TerminateDestination(j_compress_ptr info) {
     if (rest > 0) {
         WriteBuffer(info, rest);
     }
+    if (!DestinationOf(info).sink.Finish()) {
+        Fail(info, JERR_FILE_WRITE);
+    }
 }
 
 }  // namespace
@@ -125,8 +134,27 @@ JPEGFileSource::JPEGFileSource(File& sourceFile) : jpeg_source_mgr{}, file(sourc
     term_source = NoStep;
 }
 
+FileSink::FileSink(File& sinkFile)
+    : file(sinkFile), gathered(new (std::nothrow) std::uint8_t[gatherCapacity]) {}
+
 bool FileSink::Write(const void* bytes, std::int32_t count) {
-    return file.Write(bytes, file.position, count) == fileSucceeded;
+    if (!gathered || count > gatherCapacity) {
+        return WriteOut(bytes, count);
+    }
+    if (count > gatherCapacity - gatheredCount && !Finish()) {
+        return false;
+    }
+    std::memcpy(gathered.get() + gatheredCount, bytes, static_cast<std::size_t>(count));
+    gatheredCount += count;
+    return true;
+}
+
+bool FileSink::Finish() {
+    return WriteOut(gathered.get(), std::exchange(gatheredCount, 0));
+}
+
+bool FileSink::WriteOut(const void* bytes, std::int32_t count) {
+    return count == 0 || file.Write(bytes, file.position, count) == fileSucceeded;
 }
 
 JPEGDestination::JPEGDestination(ByteSink& byteSink) : jpeg_destination_mgr{}, sink(byteSink) {
