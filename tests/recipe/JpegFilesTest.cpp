@@ -125,6 +125,16 @@ TEST_F(JpegFilesTest, RepeatsFurtherThanATextureCouldBe) {
     EXPECT_EQ(picture->height, 1);
 }
 
+TEST_F(JpegFilesTest, CombinesWithOne) {
+    WriteFile("a.jpg", Fixture("baseline.jpg"));
+    Run("new width=37 height=21\ncombine file=a.jpg mode=1 amount=100");
+    EXPECT_EQ(Repeated(Texture(), 1, 1), DecodeJpegPlainly(Fixture("baseline.jpg")));
+    WriteFile("b.jpg", Fixture("cmyk.jpg"));
+    EXPECT_EQ(FailureOf("combine file=b.jpg"),
+              "1: 'b.jpg' cannot be opened as a texture: it is no JPEG picture in grey or RGB");
+    EXPECT_EQ(Repeated(Texture(), 1, 1), DecodeJpegPlainly(Fixture("baseline.jpg")));
+}
+
 TEST_F(JpegFilesTest, AnUnrelatedDecoderReadsThem) {
     Run("new width=24 height=24\nclock seconds=1\nlines colorMode=12\nsave file=a.jpg");
     const host::Picture other = host::LoadPicture("a.jpg");
