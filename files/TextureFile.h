@@ -7,8 +7,6 @@
 #include "files/ImageFile.h"
 #include "paint/PaintClass.h"
 
-class ByteSink;
-
 /// The editor, as far as these operations need it.
 class TextureFileOwner : public FileDialogOwner {
   public:
