@@ -181,6 +181,12 @@ const Row rows[] = {
          bool abortFlag = false;
          pic.Soften(input.Short(), &progress, &abortFlag);
      }},
+    {"Shapes", [](PaintClass& pic, AnyInput& input) { pic.Shapes(input.Record<ShapesParams>()); }},
+    {"RunShapes",
+     [](PaintClass& pic, AnyInput& input) { RunShapes(pic, input.Record<ShapesParams>()); }},
+    {"Drops", [](PaintClass& pic, AnyInput& input) { pic.Drops(input.Record<DropsParams>()); }},
+    {"Dividers",
+     [](PaintClass& pic, AnyInput& input) { pic.Dividers(input.Record<DividersParams>()); }},
     {"Waves", [](PaintClass& pic, AnyInput& input) { pic.Waves(input.Record<WavesParams>()); }},
     {"Twirls", [](PaintClass& pic, AnyInput& input) { pic.Twirls(input.Record<TwirlsParams>()); }},
     {"Skew",
