@@ -41,7 +41,8 @@ PlainPicture Decode(const std::string& jpeg, unsigned maximalSide) {
     Decompressor info;
     info.err = &errors;
     jpeg_CreateDecompress(&info, JPEG_LIB_VERSION, sizeof(jpeg_decompress_struct));
-    jpeg_mem_src(&info, reinterpret_cast<const unsigned char*>(jpeg.data()), jpeg.size());
+    jpeg_mem_src(&info, reinterpret_cast<const unsigned char*>(jpeg.data()),
+                 static_cast<unsigned long>(jpeg.size()));
     jpeg_read_header(&info, TRUE);
     if (info.image_width > maximalSide || info.image_height > maximalSide) {
         throw std::runtime_error("too large");
