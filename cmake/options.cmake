@@ -19,6 +19,8 @@ if(WIN32)
   target_link_options(project_options INTERFACE
     -Wl,--no-insert-timestamp -Wl,--dynamicbase -Wl,--nxcompat)
   if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    # GCC puts wide vectors on the stack as if it were aligned for them, which it is not here.
+    target_compile_options(project_options INTERFACE -Wa,-muse-unaligned-vector-move)
     target_link_options(project_options INTERFACE -Wl,--high-entropy-va)
   endif()
 endif()
