@@ -1,0 +1,328 @@
+// Motion Blur: trails of falling weights, summed in doubles.
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+
+#include "paint/Dispatch.h"
+#include "paint/PaintClass.h"
+#include "paint/PixelBytes.h"
+#include "raster/HandleClass.h"
+#include "shell/PhotoshopUtilities.h"
+
+namespace {
+
+constexpr int colorCount = 3;
+
+struct Step {
+    int dx;
+    int dy;
+};
+
+/// Clockwise from the top. A code outside the table stays on the pixel.
+Step StepOf(short direction) {
+    constexpr Step steps[] = {{0, -1}, {1, -1}, {1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}};
+    return direction >= 0 && direction < 8 ? steps[direction] : Step{0, 0};
+}
+
+/// Falling weights that come to 1 together. They are summed from the last to the first: the other
+/// order rounds to another sum.
+void FillWeights(double* weights, short length) {
+    double sum = 0.0;
+    for (int k = 0; k < length; ++k) {
+        const double weight = static_cast<double>(k + 1) / length;
+        weights[length - 1 - k] = weight;
+        sum += weight;
+    }
+    for (int k = 0; k < length; ++k) {
+        weights[k] /= sum;
+    }
+}
+
+// The sums of neighbouring pixels. Each grows in the order of its trail, whatever the number of
+// pixels at a time.
+
+constexpr int groupSize = 16;
+
+using Vector2 = double __attribute__((vector_size(16)));
+using Vector4 = double __attribute__((vector_size(32)));
+
+template <typename Vector>
+[[gnu::always_inline]] inline void AddWeighted(Vector& sum, const double* values, double weight) {
+    Vector vector;
+    std::memcpy(&vector, values, sizeof vector);
+    sum += vector * weight;
+}
+
+/// Four vectors' worth of sums, which stay in registers along the trail.
+template <typename Vector>
+[[gnu::always_inline]] inline void SumVectors(const double* const* samples, std::ptrdiff_t at,
+                                              const double* weights, int length, double* sums) {
+    constexpr int lanes = sizeof(Vector) / sizeof(double);
+    Vector first{};
+    Vector second{};
+    Vector third{};
+    Vector fourth{};
+    for (int place = 0; place < length; ++place) {
+        const double* const values = samples[place] + at;
+        const double weight = weights[place];
+        AddWeighted(first, values, weight);
+        AddWeighted(second, values + lanes, weight);
+        AddWeighted(third, values + 2 * lanes, weight);
+        AddWeighted(fourth, values + 3 * lanes, weight);
+    }
+    std::memcpy(sums, &first, sizeof first);
+    std::memcpy(sums + lanes, &second, sizeof second);
+    std::memcpy(sums + 2 * lanes, &third, sizeof third);
+    std::memcpy(sums + 3 * lanes, &fourth, sizeof fourth);
+}
+
+/// What the pixels of one row are computed from.
+struct TrailRow {
+    /// For each place of the trails the red values from column 0 on; green and blue follow at
+    /// distances of `colorStride`.
+    const double* const* samples;
+    std::ptrdiff_t colorStride;
+    const double* weights;
+    int length;
+    /// The alpha bytes at the last place.
+    const unsigned char* alpha;
+};
+
+/// Truncates sums that lie in 0 .. 255 and a little more.
+[[gnu::always_inline]] inline void StoreGroup(const double (&sums)[colorCount][groupSize],
+                                              const unsigned char* alpha, unsigned char* pixels,
+                                              int count) {
+    for (int i = 0; i < count; ++i) {
+        const int color = static_cast<int>(sums[0][i]) | static_cast<int>(sums[1][i]) << 8 |
+                          static_cast<int>(sums[2][i]) << 16;
+        StorePixel(pixels, i, static_cast<Pixel>(color) | static_cast<Pixel>(alpha[i]) << 24);
+    }
+}
+
+template <typename Vector>
+[[gnu::always_inline]] inline void BlurRowLoop(const TrailRow& row, unsigned char* pixels,
+                                               int width) {
+    constexpr int atOnce = 4 * sizeof(Vector) / sizeof(double);
+    for (int x = 0; x < width; x += groupSize) {
+        double sums[colorCount][groupSize];
+        for (int c = 0; c < colorCount; ++c) {
+            for (int i = 0; i < groupSize; i += atOnce) {
+                SumVectors<Vector>(row.samples, c * row.colorStride + x + i, row.weights,
+                                   row.length, sums[c] + i);
+            }
+        }
+        unsigned char* const group = pixels + x * bytesPerPixel;
+        if (width - x >= groupSize) {
+            StoreGroup(sums, row.alpha + x, group, groupSize);
+        } else {
+            StoreGroup(sums, row.alpha + x, group, width - x);
+        }
+    }
+}
+
+void BlurRowPlainly(const TrailRow& row, unsigned char* pixels, int width) {
+    BlurRowLoop<Vector2>(row, pixels, width);
+}
+
+[[gnu::target("avx2")]] void BlurRowWide(const TrailRow& row, unsigned char* pixels, int width) {
+    BlurRowLoop<Vector4>(row, pixels, width);
+}
+
+// The rows that the trails of one row run through.
+
+/// The channels of a row, each with a margin on one side.
+struct Channels {
+    double* colors[colorCount];
+    unsigned char* alpha;
+};
+
+[[gnu::always_inline]] inline void WidenLoop(const unsigned char* pixels, const Channels& out,
+                                             int count) {
+    double* __restrict const red = out.colors[0];
+    double* __restrict const green = out.colors[1];
+    double* __restrict const blue = out.colors[2];
+    unsigned char* __restrict const alpha = out.alpha;
+    for (int i = 0; i < count; ++i) {
+        const Pixel pixel = LoadPixel(pixels, i);
+        red[i] = RedOf(pixel);
+        green[i] = GreenOf(pixel);
+        blue[i] = BlueOf(pixel);
+        alpha[i] = static_cast<unsigned char>(pixel >> 24);
+    }
+}
+
+void WidenPlainly(const unsigned char* pixels, const Channels& out, int count) {
+    WidenLoop(pixels, out, count);
+}
+
+[[gnu::target("avx2")]] void WidenWide(const unsigned char* pixels, const Channels& out,
+                                       int count) {
+    WidenLoop(pixels, out, count);
+}
+
+/// Rows widened to doubles, once for all the trails that meet them. The tile goes on in a margin,
+/// before the row or behind it, as the trails go, and behind it to the end of the last group.
+class RowRing {
+  public:
+    RowRing(int newWidth, int newDepth, int reachLeft, int reachRight)
+        : width(newWidth),
+          before(reachLeft),
+          after((width + groupSize - 1) / groupSize * groupSize - width + reachRight),
+          block(Size(newDepth)) {
+        failed = block.failed || !Fits(newDepth);
+        if (!failed) {
+            colors = static_cast<double*>(block.Lock());
+            alphas = reinterpret_cast<unsigned char*>(colors + newDepth * colorCount * Stride());
+        }
+    }
+
+    /// True if there was no memory.
+    bool failed;
+
+    std::ptrdiff_t Stride() const { return std::ptrdiff_t{before} + width + after; }
+
+    void Load(int slot, const unsigned char* pixels) {
+        const Channels row = Row(slot);
+        ForThisProcessor(WidenPlainly, WidenWide)(pixels, row, width);
+        for (double* color : row.colors) {
+            FillMargins(color);
+        }
+        FillMargins(row.alpha);
+    }
+
+    /// Pointers to column 0.
+    Channels Row(int slot) const {
+        double* const red = colors + slot * colorCount * Stride() + before;
+        return {{red, red + Stride(), red + 2 * Stride()}, alphas + slot * Stride() + before};
+    }
+
+  private:
+    static constexpr int bytesPerPlace = colorCount * sizeof(double) + 1;
+
+    /// Trails that no dialog gives can ask for more than there are addresses.
+    bool Fits(int depth) const {
+        constexpr double most = 1 << 30;
+        return static_cast<double>(Stride()) * depth * bytesPerPlace <= most;
+    }
+
+    std::size_t Size(int depth) const {
+        return Fits(depth) ? static_cast<std::size_t>(Stride() * depth * bytesPerPlace) : 0;
+    }
+
+    template <typename Value>
+    void FillMargins(Value* row) const {
+        for (int x = -1; x >= -before; --x) {
+            row[x] = row[x + width];
+        }
+        for (int x = width; x < width + after; ++x) {
+            row[x] = row[x - width];
+        }
+    }
+
+    int width;
+    int before;
+    int after;
+    HandleClass block;
+    double* colors = nullptr;
+    unsigned char* alphas = nullptr;
+};
+
+/// One run, row by row against the way of the trails, so that a row is blurred in place after all
+/// others have read it but those around the torus, for which the first rows are kept.
+class TrailRun {
+  public:
+    TrailRun(PaintClass& newPic, short newLength, short direction)
+        : pic(newPic),
+          length(newLength),
+          step(StepOf(direction)),
+          depth(step.dy == 0 ? 1 : std::min<int>(length, pic.grY)),
+          weightBlock(static_cast<std::size_t>(length) * (sizeof(double) + sizeof(double*))),
+          keptBlock(static_cast<std::size_t>(depth * pic.RowBytes())),
+          ring(pic.grX, depth, step.dx < 0 ? Reach() : 0, step.dx > 0 ? Reach() : 0) {
+        if (!Failed()) {
+            weights = static_cast<double*>(weightBlock.Lock());
+            samples = reinterpret_cast<const double**>(weights + length);
+            kept = static_cast<unsigned char*>(keptBlock.Lock());
+            FillWeights(weights, length);
+        }
+    }
+
+    bool Failed() const { return weightBlock.failed || keptBlock.failed || ring.failed; }
+
+    void Run(CursorClass& cursor) {
+        for (int i = 0; i + 1 < depth; ++i) {
+            std::memcpy(kept + i * pic.RowBytes(), PixelRow(i),
+                        static_cast<std::size_t>(pic.RowBytes()));
+            ring.Load(i, PixelRow(i));
+        }
+        for (int i = 0; i < pic.grY; ++i) {
+            // A ring of the whole tile is full for good with its last row.
+            if (depth < pic.grY || i == 0) {
+                LoadRow(i + depth - 1);
+            }
+            BlurRow(i);
+            cursor.Tick();
+        }
+    }
+
+  private:
+    /// How far the trails go to the side, within the tile.
+    int Reach() const { return std::min<int>(length, pic.grX) - 1; }
+
+    /// Row `i` of the run: along the trails, from an edge of the tile.
+    unsigned char* PixelRow(int i) const {
+        return pic.PixelAddress(0, static_cast<short>(step.dy < 0 ? pic.grY - 1 - i : i));
+    }
+
+    void LoadRow(int i) {
+        const bool isBlurred = i >= pic.grY;
+        ring.Load(i % depth, isBlurred ? kept + (i - pic.grY) * pic.RowBytes() : PixelRow(i));
+    }
+
+    void BlurRow(int i) {
+        Channels row{};
+        std::ptrdiff_t shift = 0;
+        for (int place = 0; place < length; ++place) {
+            row = ring.Row((i + place * std::abs(step.dy)) % depth);
+            shift = step.dx * (place % pic.grX);
+            samples[place] = row.colors[0] + shift;
+        }
+        const TrailRow trails{samples, ring.Stride(), weights, length, row.alpha + shift};
+        ForThisProcessor(BlurRowPlainly, BlurRowWide)(trails, PixelRow(i), pic.grX);
+    }
+
+    PaintClass& pic;
+    short length;
+    Step step;
+    /// How many rows a trail meets.
+    int depth;
+    HandleClass weightBlock;
+    HandleClass keptBlock;
+    RowRing ring;
+    double* weights = nullptr;
+    const double** samples = nullptr;
+    unsigned char* kept = nullptr;
+};
+
+}  // namespace
+
+bool PaintClass::MotionBlur(short length, short direction) {
+    if (length < 1) {
+        return true;
+    }
+    CursorClass cursor;
+    if (!HasRoomForClone()) {
+        return false;
+    }
+    TrailRun run(*this, length, direction);
+    if (run.Failed()) {
+        DeleteClone();
+        return false;
+    }
+    run.Run(cursor);
+    DeleteClone();
+    Unlock();
+    SetDirty();
+    return true;
+}
