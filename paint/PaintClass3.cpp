@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "paint/Dispatch.h"
 #include "paint/EffectMath.h"
 #include "paint/ExactMath.h"
 #include "paint/PaintClass.h"
@@ -147,6 +148,9 @@ class WavePlaces {
             table.shifts[x] = vertical.ShiftAt(x);
             largestShift = std::max(largestShift, std::fabs(table.shifts[x]));
         }
+        for (short place = 0; place < height; ++place) {
+            largestRowShift = std::max(largestRowShift, std::fabs(horizontal.ShiftAt(place)));
+        }
     }
 
     /// True if there was no memory.
@@ -157,11 +161,11 @@ class WavePlaces {
         rowShift = horizontal.ShiftAt(y);
     }
 
-    /// Whether 16 bits hold all positions of the row, and their neighbours.
-    bool IsOrdinary() const {
+    /// Whether 16 bits hold all positions, and their neighbours.
+    bool AreOrdinary() const {
         constexpr double limit = 32767.0;
         constexpr double largestDraw = 656.0;
-        return std::fabs(rowShift) + largestDraw + width < limit &&
+        return largestRowShift + largestDraw + width < limit &&
                largestShift + largestDraw + height < limit;
     }
 
@@ -200,6 +204,7 @@ class WavePlaces {
     Wave vertical;
     ColumnTable table;
     double largestShift = 0;
+    double largestRowShift = 0;
     short y = 0;
     double rowShift = 0;
     double drawnX[chunkSize];
@@ -229,6 +234,15 @@ void WriteNearest(const PicClass& clone, const Positions& positions, unsigned ch
     }
 }
 
+/// Keeps the tile in the clone, for what is not read through a window. False without memory.
+bool KeepInClone(PaintClass& pic) {
+    if (pic.GetClone() == nullptr) {
+        return false;
+    }
+    pic.CopyToClone();
+    return true;
+}
+
 /// A window over the whole tile, and what its right and lower neighbours need.
 class WholeTile : public TileWindow {
   public:
@@ -243,32 +257,31 @@ class WholeTile : public TileWindow {
 
 void PaintClass::Waves(const WavesParams& params) {
     CursorClass cursor;
-    if (GetClone() == nullptr) {
+    if (!HasRoomForClone()) {
         return;
     }
-    CopyToClone();
     WavePlaces places(params, grX, grY);
-    if (places.Failed()) {
+    const WholeTile window(*this);
+    const bool interpolates = params.interpolate == 1;
+    const bool throughWindow = interpolates && !window.failed && places.AreOrdinary();
+    if (places.Failed() || (!throughWindow && !KeepInClone(*this))) {
         DeleteClone();
         return;
     }
-    const WholeTile window(*this);
     for (short y = 0; y < grY; ++y) {
         cursor.Tick();
         places.BeginRow(y);
-        const bool throughWindow = !window.failed && places.IsOrdinary();
         for (int first = 0; first < grX; first += chunkSize) {
             const Positions part = places.Part(first);
             unsigned char* const row = PixelAddress(static_cast<short>(first), y);
             unsigned char colors[chunkSize * bytesPerPixel];
-            if (params.interpolate != 1) {
-                WriteNearest(*clone, part, row);
-                continue;
-            }
             if (throughWindow) {
                 window.ReadWrapped(part, colors);
-            } else {
+            } else if (interpolates) {
                 ReadOneByOne(*clone, part, colors);
+            } else {
+                WriteNearest(*clone, part, row);
+                continue;
             }
             WriteColors(colors, row, part.count);
         }
@@ -465,16 +478,43 @@ Pixel SoftenedOnGrid(Pixel a, Pixel b, Pixel c) {
     return (redBlue >> 2 & mask) | (greenAlpha >> 2 & mask) << 8;
 }
 
-/// `count` pixels whose sources stand side by side on the grid.
-void WriteRun(const Pixel* __restrict source, const Pixel* __restrict below,
-              unsigned char* __restrict out, int count) {
+/// `count` pixels whose sources stand side by side on the grid. In place, too: a pixel is written
+/// after all that read it.
+[[gnu::always_inline]] inline void SoftenLoop(const Pixel* source, const Pixel* below,
+                                              unsigned char* out, int count) {
     for (int i = 0; i < count; ++i) {
         const Pixel pixel = SoftenedOnGrid(source[i], source[i + 1], below[i]);
         std::memcpy(out + i * bytesPerPixel, &pixel, sizeof pixel);
     }
 }
 
-/// One run of the effect on a tile whose clone holds it as it was.
+void SoftenPlainly(const Pixel* source, const Pixel* below, unsigned char* out, int count) {
+    SoftenLoop(source, below, out, count);
+}
+
+[[gnu::target("avx2")]] void SoftenWide(const Pixel* source, const Pixel* below, unsigned char* out,
+                                        int count) {
+    SoftenLoop(source, below, out, count);
+}
+
+void SoftenRun(const Pixel* source, const Pixel* below, unsigned char* out, int count) {
+    ForThisProcessor(SoftenPlainly, SoftenWide)(source, below, out, count);
+}
+
+/// Takes a pixel from each of the places, numbered along the rows of an image of `total` pixels,
+/// and moves the places down by `columns`, around the torus. As quick as with AVX2's own reads from
+/// many places.
+void TakePixels(const Pixel* image, std::int32_t* places, unsigned char* out, int count,
+                std::int32_t columns, std::int32_t total) {
+    for (int i = 0; i < count; ++i) {
+        const std::int32_t place = places[i];
+        std::memcpy(out + i * bytesPerPixel, image + place, sizeof(Pixel));
+        const std::int32_t next = place + columns;
+        places[i] = next >= total ? next - total : next;
+    }
+}
+
+/// One run of the effect.
 class SkewRun {
   public:
     SkewRun(PaintClass& newPic, std::int32_t newDirection, bool readsNearest)
@@ -487,6 +527,8 @@ class SkewRun {
 
     /// True if there was no memory.
     bool Failed() const { return table.Failed(); }
+    /// Whether the tile is to be kept in the clone.
+    bool ReadsClone() const { return !throughWindow; }
 
     void MoveRows(ShowClass& progress) {
         for (short y = 0; y < pic.grY; ++y) {
@@ -494,7 +536,7 @@ class SkewRun {
                 progress.Report(y);
             }
             const double shift = Rounded(SkewShift(direction, y, pic.grY, pic.grX));
-            if (throughWindow && !nearest && IsWhole(shift)) {
+            if (throughWindow && IsWhole(shift)) {
                 WriteWholeRow(y, Wrap(static_cast<int>(shift), pic.grX));
             } else {
                 WritePart(shift, y, 0, pic.grX);
@@ -509,15 +551,19 @@ class SkewRun {
             table.shifts[x] = Rounded(SkewShift(direction, x, pic.grX, pic.grY));
             allWhole = allWhole && IsWhole(table.shifts[x]);
         }
+        const bool takesWhole = throughWindow && allWhole;
+        if (takesWhole && !nearest) {
+            SoftenWindow();
+        }
         for (int first = 0; first < pic.grX; first += chunkSize) {
             const int count = std::min(chunkSize, pic.grX - first);
             ReportColumns(progress, first, count);
+            if (takesWhole) {
+                WriteWholeColumns(first, count);
+                continue;
+            }
             for (short y = 0; y < pic.grY; ++y) {
-                if (throughWindow && !nearest && allWhole) {
-                    WriteWholePart(y, first, count);
-                } else {
-                    WritePart(0, y, first, count);
-                }
+                WritePart(0, y, first, count);
             }
         }
     }
@@ -544,10 +590,10 @@ class SkewRun {
 
     void WritePart(double rowShift, short y, int first, int count) const {
         const Positions part = PartOfRow(table, rowShift, y, first, count);
-        if (nearest) {
-            WriteNearest(*pic.clone, part, Target(first, y));
-        } else if (throughWindow) {
+        if (throughWindow) {
             window.ReadWrapped(part, Target(first, y));
+        } else if (nearest) {
+            WriteNearest(*pic.clone, part, Target(first, y));
         } else {
             ReadOneByOne(*pic.clone, part, Target(first, y));
         }
@@ -556,23 +602,38 @@ class SkewRun {
     /// The row from column `start` of its source on. 40 times as fast as reading between pixels;
     /// on square tiles every row is whole.
     void WriteWholeRow(short y, short start) const {
-        const Pixel* const source = window.Row(y);
-        const Pixel* const below = window.Row(y + 1);
-        const int run = pic.grX - start;
-        WriteRun(source + start, below + start, Target(0, y), run);
-        WriteRun(source, below, Target(0, y) + run * bytesPerPixel, start);
+        const int beforeSeam = pic.grX - start;
+        WriteWholeRun(y, start, Target(0, y), beforeSeam);
+        WriteWholeRun(y, 0, Target(0, y) + beforeSeam * bytesPerPixel, start);
+    }
+
+    void WriteWholeRun(short y, short start, unsigned char* out, int count) const {
+        if (nearest) {
+            std::memcpy(out, window.Row(y) + start,
+                        static_cast<std::size_t>(count) * sizeof(Pixel));
+        } else {
+            SoftenRun(window.Row(y) + start, window.Row(y + 1) + start, out, count);
+        }
+    }
+
+    /// Reads every pixel of the tile on the grid, once for all columns.
+    void SoftenWindow() {
+        for (int y = 0; y < pic.grY; ++y) {
+            Pixel* const row = window.Row(y);
+            SoftenRun(row, window.Row(y + 1), reinterpret_cast<unsigned char*>(row), pic.grX);
+        }
     }
 
     /// Where all columns are moved by whole pixels, as on square tiles.
-    void WriteWholePart(short y, int first, int count) const {
-        unsigned char* const out = Target(first, y);
+    void WriteWholeColumns(int first, int count) const {
+        const std::int32_t columns = pic.grX + 1;
+        std::int32_t places[chunkSize];
         for (int i = 0; i < count; ++i) {
-            const int x = first + i;
-            int row = y + static_cast<int>(table.shifts[x]);
-            row += row < 0 ? pic.grY : row >= pic.grY ? -pic.grY : 0;
-            const Pixel* const source = window.Row(row) + x;
-            const Pixel pixel = SoftenedOnGrid(source[0], source[1], window.Row(row + 1)[x]);
-            std::memcpy(out + i * bytesPerPixel, &pixel, sizeof pixel);
+            const auto shift = static_cast<int>(table.shifts[first + i]);
+            places[i] = Wrap(shift, pic.grY) * columns + first + i;
+        }
+        for (short y = 0; y < pic.grY; ++y) {
+            TakePixels(window.Row(0), places, Target(first, y), count, columns, pic.grY * columns);
         }
     }
 
@@ -591,12 +652,11 @@ bool PaintClass::Skew(std::int32_t direction, bool nearest) {
     const bool movesColumns = direction == columnsDown || direction == columnsUp;
     const short total = movesRows ? grY : grX;
     ShowClass progress(total);
-    if (GetClone() == nullptr) {
+    if (!HasRoomForClone()) {
         return false;
     }
-    CopyToClone();
     SkewRun run(*this, direction, nearest);
-    if (run.Failed()) {
+    if (run.Failed() || (run.ReadsClone() && !KeepInClone(*this))) {
         DeleteClone();
         return false;
     }

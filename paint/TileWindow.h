@@ -30,6 +30,7 @@ class TileWindow {
 
     /// The pixels of the window's row `row`, 0 to `newRows` - 1.
     const Pixel* Row(int row) const { return pixels + static_cast<std::ptrdiff_t>(row) * columns; }
+    Pixel* Row(int row) { return pixels + static_cast<std::ptrdiff_t>(row) * columns; }
 
     // Both write the colour that GetPixelInterpolated gives at each position, to the bit, and the
     // alpha byte 0. `out` takes `positions.count` pixels and must not lie in the window.
