@@ -194,58 +194,6 @@ const Row rows[] = {
          pic.Skew(input.OneIn(4) ? input.Record<std::int32_t>() : input.Number(0, 3),
                   input.OneIn(2));
      }},
-    {"Noise",
-     [](PaintClass& pic, AnyInput& input) {
-         auto params = input.Record<NoiseParams>();
-         if (!input.OneIn(4)) {
-             params.mode = input.Number(0, 2);
-         }
-         RunNoise(pic, params);
-     }},
-    {"Saturation", [](PaintClass& pic,
-                      AnyInput& input) { RunSaturation(pic, input.Record<SaturationParams>()); }},
-    {"BrightnessContrast",
-     [](PaintClass& pic, AnyInput& input) {
-         RunBrightnessContrast(pic, input.Record<BrightContrParams>());
-     }},
-    {"AddColor",
-     [](PaintClass& pic, AnyInput& input) { RunAddColor(pic, input.Record<AddColorParams>()); }},
-    {"Mosaic",
-     [](PaintClass& pic, AnyInput& input) { RunMosaic(pic, input.Record<MosaicParams>()); }},
-    {"Invert", [](PaintClass& pic, AnyInput&) { pic.Invert(); }},
-    {"Combine",
-     [](PaintClass& pic, AnyInput& input) {
-         PaintClass other(input.OneIn(8) ? input.Short() : pic.grX, pic.grY);
-         if (other.pixelMap) {
-             FillWithNoise(other, input.Bits());
-         }
-         const CombineRecord record{
-             input.Short(), input.OneIn(4) ? input.Short() : input.Number(1, 3), &pic, &other};
-         pic.Combine(&record);
-     }},
-    {"Flip", [](PaintClass& pic, AnyInput& input) { pic.Flip(input.Short()); }},
-    {"ShiftBy",
-     [](PaintClass& pic, AnyInput& input) {
-         if (!input.OneIn(8)) {
-             pic.GetClone();
-         }
-         pic.ShiftBy(input.Short(), input.Short());
-     },
-     true},
-    {"move",
-     [](PaintClass& pic, AnyInput& input) {
-         RunMove(pic, input.Record<std::int32_t>(), input.Record<std::int32_t>());
-     }},
-    {"tile",
-     [](PaintClass& pic, AnyInput& input) {
-         RunTile(pic, static_cast<short>(input.Number(-1, 12)),
-                 static_cast<short>(input.Number(-1, 12)));
-     }},
-    {"resize",
-     [](PaintClass& pic, AnyInput& input) {
-         RunResize(pic, static_cast<short>(input.Number(-1, 512)),
-                   static_cast<short>(input.Number(-1, 64)));
-     }},
     {"FillColor", [](PaintClass& pic, AnyInput& input) { pic.FillColor(input.Color()); }},
     {"RunBlur", [](PaintClass& pic, AnyInput& input) { RunBlur(pic, input.Record<BlurParams>()); }},
     {"RunSharpen",
