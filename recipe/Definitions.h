@@ -35,6 +35,10 @@ struct Whole {
 struct OneOf {
     std::vector<std::int64_t> choices;
 };
+/// One of a few words; read as std::string.
+struct Word {
+    std::vector<std::string_view> choices;
+};
 /// Read as double.
 struct Real {
     double lowest;
@@ -58,8 +62,8 @@ struct FileName {
 /// Anything but the empty text; read as std::string.
 struct Text {};
 
-using KeyType =
-    std::variant<Whole, OneOf, Real, ColorTriple, Coordinates, Rectangle, Path, FileName, Text>;
+using KeyType = std::variant<Whole, OneOf, Word, Real, ColorTriple, Coordinates, Rectangle, Path,
+                             FileName, Text>;
 
 /// The key has to be given.
 struct Required {};

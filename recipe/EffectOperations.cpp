@@ -26,7 +26,7 @@ void RunLinesEffect(Session& session, const Arguments& arguments) {
     params.colorMode = arguments.Number<std::uint16_t>("colorMode");
     params.angle = arguments.Number<std::int16_t>("angle");
     params.color = ColorOf(arguments, "color");
-    CheckMemory(RunLines(session.Texture(), params));
+    RunEffect(session, params);
 }
 
 void RunShapesEffect(Session& session, const Arguments& arguments) {
@@ -47,7 +47,7 @@ void RunShapesEffect(Session& session, const Arguments& arguments) {
     params.stacking = arguments.Number<std::int16_t>("stacking");
     params.halfShift = arguments.Number<std::uint8_t>("halfShift");
     params.color = ColorOf(arguments, "color");
-    CheckMemory(RunShapes(session.Texture(), params));
+    RunEffect(session, params);
 }
 
 void RunDropsEffect(Session& session, const Arguments& arguments) {
@@ -59,7 +59,7 @@ void RunDropsEffect(Session& session, const Arguments& arguments) {
     params.emphasizeLight = arguments.Number<std::uint8_t>("emphasizeLight");
     params.coveredBlur = arguments.Number<std::int16_t>("coveredBlur");
     params.coveredTone = arguments.Number<std::int16_t>("coveredTone");
-    CheckMemory(RunDrops(session.Texture(), params));
+    RunEffect(session, params);
 }
 
 void RunDividersEffect(Session& session, const Arguments& arguments) {
@@ -72,7 +72,7 @@ void RunDividersEffect(Session& session, const Arguments& arguments) {
     params.lineWidth = arguments.Number<std::int16_t>("lineWidth");
     params.widthVariation = arguments.Number<std::int16_t>("widthVariation");
     params.minimalGap = arguments.Number<std::int16_t>("minimalGap");
-    RunDividers(session.Texture(), params, session.foreground, session.background);
+    RunEffect(session, params);
 }
 
 void RunWavesEffect(Session& session, const Arguments& arguments) {
@@ -84,7 +84,7 @@ void RunWavesEffect(Session& session, const Arguments& arguments) {
     params.heightY = arguments.Number<std::int16_t>("heightY");
     params.countY = arguments.Number<std::int16_t>("countY");
     params.interpolate = arguments.Number<std::int16_t>("interpolate");
-    RunWaves(TextureWithRoom(session), params);
+    RunEffect(session, params);
 }
 
 void RunTwirlsEffect(Session& session, const Arguments& arguments) {
@@ -92,7 +92,7 @@ void RunTwirlsEffect(Session& session, const Arguments& arguments) {
     params.quantity = arguments.Number<std::int16_t>("quantity");
     params.size = arguments.Number<std::int16_t>("size");
     params.intensity = arguments.Number<std::int16_t>("intensity");
-    CheckMemory(RunTwirls(session.Texture(), params));
+    RunEffect(session, params);
 }
 
 void RunSkewEffect(Session& session, const Arguments& arguments) {
@@ -102,6 +102,34 @@ void RunSkewEffect(Session& session, const Arguments& arguments) {
 }
 
 }  // namespace
+
+void RunEffect(Session& session, const LinesParams& params) {
+    CheckMemory(RunLines(session.Texture(), params));
+}
+
+void RunEffect(Session& session, const ShapesParams& params) {
+    CheckMemory(RunShapes(session.Texture(), params));
+}
+
+void RunEffect(Session& session, const DropsParams& params) {
+    CheckMemory(RunDrops(session.Texture(), params));
+}
+
+void RunEffect(Session& session, const DividersParams& params) {
+    RunDividers(session.Texture(), params, session.foreground, session.background);
+}
+
+void RunEffect(Session& session, const WavesParams& params) {
+    RunWaves(TextureWithRoom(session), params);
+}
+
+void RunEffect(Session& session, const TwirlsParams& params) {
+    CheckMemory(RunTwirls(session.Texture(), params));
+}
+
+void RunEffect(Session& session, const SkewParams& params) {
+    CheckMemory(RunSkew(session.Texture(), params));
+}
 
 std::vector<OperationDefinition> EffectOperations() {
     using enum TextureUse;

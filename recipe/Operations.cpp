@@ -15,6 +15,7 @@
 #include "recipe/Colors.h"
 #include "recipe/EffectOperations.h"
 #include "recipe/FilterOperations.h"
+#include "recipe/PresetOperation.h"
 #include "recipe/Session.h"
 #include "recipe/TextureFiles.h"
 #include "recipe/ToolOperations.h"
@@ -146,6 +147,7 @@ std::span<const OperationDefinition> OperationTable() {
     static const std::vector<OperationDefinition> table = [] {
         std::vector<OperationDefinition> rows = BasicOperations();
         std::ranges::move(EffectOperations(), std::back_inserter(rows));
+        rows.push_back(PresetOperation());
         std::ranges::move(FilterOperations(), std::back_inserter(rows));
         std::ranges::move(ToolOperations(), std::back_inserter(rows));
         return rows;

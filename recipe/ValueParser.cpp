@@ -116,6 +116,13 @@ Value ParseOneOf(const OneOf& type, std::string_view text) {
     return *number;
 }
 
+Value ParseWord(const Word& type, std::string_view text) {
+    if (std::ranges::find(type.choices, text) == type.choices.end()) {
+        Reject(ListOf({type.choices.begin(), type.choices.end()}), text);
+    }
+    return std::string(text);
+}
+
 Value ParseReal(const Real& type, std::string_view text) {
     const std::optional<double> number = ReadReal(text);
     if (!number) {
@@ -196,6 +203,7 @@ Value ParseText(std::string_view text) {
 Value ParseValue(const KeyType& type, std::string_view text) {
     return std::visit(Overloaded{[&](const Whole& t) { return ParseWhole(t, text); },
                                  [&](const OneOf& t) { return ParseOneOf(t, text); },
+                                 [&](const Word& t) { return ParseWord(t, text); },
                                  [&](const Real& t) { return ParseReal(t, text); },
                                  [&](const ColorTriple&) { return ParseColor(text); },
                                  [&](const Coordinates&) { return ParsePoint(text); },

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "recipe/PresetListing.h"
 #include "recipe/Recipes.h"
 #include "recipe/System.h"
 #include "recipe/Wording.h"
@@ -13,6 +14,12 @@
 namespace {
 
 using recipe::Settings;
+
+struct CommandLine {
+    Settings settings;
+    /// To be listed; empty to run recipes.
+    std::string preferenceFile;
+};
 
 /// Takes NAME=VALUE apart. Throws CLI::ValidationError.
 void AddReplacement(const std::string& assignment, recipe::Replacements& replacements) {
@@ -34,15 +41,16 @@ void CheckRecipeNames(const std::vector<std::string>& names) {
 }
 
 /// Throws CLI::ParseError, also for --help and --version.
-Settings ReadCommandLine(CLI::App& app, std::vector<std::string> arguments) {
-    Settings settings;
+CommandLine ReadCommandLine(CLI::App& app, std::vector<std::string> arguments) {
+    CommandLine commandLine;
+    Settings& settings = commandLine.settings;
     std::vector<std::string> assignments;
     app.set_version_flag("--version", "zandermolite-recipe " ZANDERMOLITE_VERSION);
     // A path that begins with a slash is no option, on any system.
     app.allow_windows_style_options(false);
-    app.add_option("RECIPE", settings.recipes, "Recipe files to run; - is standard input")
-        ->type_name("FILE")
-        ->required();
+    CLI::Option* const recipes =
+        app.add_option("RECIPE", settings.recipes, "Recipe files to run; - is standard input")
+            ->type_name("FILE");
     app.add_option("--out-dir", settings.outputFolder,
                    "Folder for the files that recipes write (default: the current one)")
         ->type_name("DIR");
@@ -53,29 +61,40 @@ Settings ReadCommandLine(CLI::App& app, std::vector<std::string> arguments) {
         ->type_name("N")
         ->check(CLI::Range(1, 256));
     app.add_flag("--quiet", settings.quiet, "Show no progress bar");
+    app.add_option("--list-presets", commandLine.preferenceFile,
+                   "Print what a preference file of the plug-in holds, and run nothing")
+        ->type_name("FILE")
+        ->excludes(recipes);
 
     std::ranges::reverse(arguments);  // the form that the library asks for
     app.parse(std::move(arguments));
     for (const std::string& assignment : assignments) {
         AddReplacement(assignment, settings.replacements);
     }
+    if (settings.recipes.empty() && commandLine.preferenceFile.empty()) {
+        throw CLI::RequiredError("RECIPE");
+    }
     CheckRecipeNames(settings.recipes);
-    return settings;
+    return commandLine;
 }
 
 int Main(int argc, char** argv) {
     CLI::App app("Makes seamless textures from recipes: text files with one operation a line.",
                  "zandermolite-recipe");
-    Settings settings;
+    CommandLine commandLine;
     try {
-        settings = ReadCommandLine(app, recipe::CommandLineArguments(argc, argv));
+        commandLine = ReadCommandLine(app, recipe::CommandLineArguments(argc, argv));
     } catch (const CLI::Success& helpOrVersion) {
         return app.exit(helpOrVersion);
     } catch (const CLI::ParseError& error) {
         std::fprintf(stderr, "zandermolite-recipe: %s\n", error.what());
         return recipe::exitRejected;
     }
-    return recipe::RunRecipes(settings);
+    if (!commandLine.preferenceFile.empty()) {
+        recipe::ListPresets(commandLine.preferenceFile);
+        return recipe::exitDone;
+    }
+    return recipe::RunRecipes(commandLine.settings);
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "host/Picture.h"
+#include "recipe/PresetListing.h"
 #include "recipe/System.h"
+#include "tests/recipe/PresetFixture.h"
 
 namespace fs = std::filesystem;
 
@@ -193,10 +195,27 @@ TEST_F(ProgramTest, HelpsAndTellsItsVersion) {
     const ProgramResult help = Run({"--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.errors, "");
-    for (const char* option : {"RECIPE", "--out-dir", "--set", "--jobs", "--quiet", "--version"}) {
+    for (const char* option :
+         {"RECIPE", "--out-dir", "--set", "--jobs", "--quiet", "--list-presets", "--version"}) {
         EXPECT_NE(help.output.find(option), std::string::npos) << option;
     }
     EXPECT_EQ(Run({"--version"}), (ProgramResult{0, "zandermolite-recipe " VERSION_TEXT "\n", ""}));
+}
+
+TEST_F(ProgramTest, ListsWhatAPreferenceFileHolds) {
+    Preferences preferences;
+    AddPreset(preferences, presetSkew, "mine", SkewParams{2});
+    WriteFile("a.prf", BytesOfPreferences(preferences));
+    const ProgramResult result = Run({"--list-presets", "a.prf"});
+    EXPECT_EQ(result, (ProgramResult{0, recipe::ListingOf(preferences), ""}));
+    EXPECT_NE(result.output.find("\nskew direction=2  # mine\n"), std::string::npos);
+    WriteFile("b.prf", "VELK");
+    EXPECT_EQ(Run({"--list-presets", "b.prf"}),
+              (ProgramResult{1, "",
+                             "zandermolite-recipe: 'b.prf' ends before all of a preference file "
+                             "was read\n"}));
+    EXPECT_EQ(Run({"--list-presets", "none.prf"}),
+              (ProgramResult{1, "", "zandermolite-recipe: 'none.prf' cannot be opened\n"}));
 }
 
 struct BadCommandLine {
@@ -227,4 +246,6 @@ INSTANTIATE_TEST_SUITE_P(
         BadCommandLine{{"a.recipe", "--jobs", "0"}, "--jobs: Value 0 not in range 1 to 256"},
         BadCommandLine{{"a.recipe", "--jobs", "two"}, "--jobs: Value two not in range 1 to 256"},
         BadCommandLine{{"a.recipe", "--out-dir"}, "--out-dir: 1 required DIR missing"},
+        BadCommandLine{{"--list-presets"}, "--list-presets: 1 required FILE missing"},
+        BadCommandLine{{"--list-presets", "a.prf", "a.recipe"}, "RECIPE excludes --list-presets"},
         BadCommandLine{{"-", "-"}, "RECIPE: standard input can be read once only"}));

@@ -77,6 +77,14 @@ TEST(OneOfValue, IsOneOfTheChoices) {
     EXPECT_EQ(Refusal(choices, "one"), "must be 0, 1 or 44, not 'one'");
 }
 
+TEST(WordValue, IsOneOfTheWords) {
+    const Word words{{"lines", "skew"}};
+    EXPECT_EQ(std::get<std::string>(ParseValue(words, "skew")), "skew");
+    for (const char* text : {"", "Skew", "skew ", "ske"}) {
+        EXPECT_EQ(Refusal(words, text), "must be lines or skew, not '" + std::string(text) + "'");
+    }
+}
+
 TEST(RealValue, IsANumberWithAPoint) {
     const Real range{-1000.0, 1000.0};
     const auto real = [&](std::string_view text) {

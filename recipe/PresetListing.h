@@ -1,0 +1,17 @@
+// What a preference file holds, for people to read.
+#pragma once
+
+#include <string>
+
+#include "files/Preferences.h"
+
+namespace recipe {
+
+/// The settings as the lines of a recipe, with names as comments; then the places of the dialogs.
+std::string ListingOf(const Preferences& preferences);
+
+/// Writes the listing of the file (a name in UTF-8) to standard output. Throws as
+/// ReadPreferenceFile.
+void ListPresets(const std::string& file);
+
+}  // namespace recipe
