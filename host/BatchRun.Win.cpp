@@ -14,6 +14,7 @@
 #include "host/Arguments.Win.h"
 #include "host/BatchOptions.h"
 #include "host/BatchReport.h"
+#include "host/DialogUser.Win.h"
 #include "host/FilterSession.Win.h"
 #include "host/Picture.h"
 #include "host/PluginFile.Win.h"
@@ -112,6 +113,7 @@ Picture InputPicture(const BatchOptions& options) {
 int Run(const BatchOptions& options) {
     Batch batch(options, InputPicture(options));
     std::string written;
+    DialogUser user(options.presses);
     if (options.about) {
         batch.RunAbout();
     } else if (options.selector) {
@@ -123,6 +125,9 @@ int Run(const BatchOptions& options) {
             written = Utf8Name(options.out);
         }
     }
+    if (const auto waiting = user.Finish())
+        throw PluginError("the filter opened no dialog '" + waiting->title + "' with an item " +
+                          std::to_string(waiting->item));
     std::cout << (options.json ? ReportJson(batch.Reports(), written)
                                : ReportLines(batch.Reports()));
     return StatusOf(batch.Reports());
