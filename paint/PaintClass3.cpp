@@ -7,6 +7,7 @@
 #include "paint/EffectMath.h"
 #include "paint/ExactMath.h"
 #include "paint/PaintClass.h"
+#include "paint/PixelBytes.h"
 #include "paint/Random.h"
 #include "paint/TileWindow.h"
 #include "raster/HandleClass.h"
@@ -213,24 +214,17 @@ class WavePlaces {
 
 /// The alpha bytes stay.
 void WriteColors(const unsigned char* __restrict colors, unsigned char* __restrict row, int count) {
-    constexpr Pixel colorMask = 0x00FFFFFF;
     for (int i = 0; i < count; ++i) {
-        Pixel color;
-        Pixel old;
-        std::memcpy(&color, colors + i * bytesPerPixel, sizeof color);
-        std::memcpy(&old, row + i * bytesPerPixel, sizeof old);
-        color = (color & colorMask) | (old & ~colorMask);
-        std::memcpy(row + i * bytesPerPixel, &color, sizeof color);
+        StorePixel(row, i, (LoadPixel(colors, i) & ~alphaMask) | (LoadPixel(row, i) & alphaMask));
     }
 }
 
 /// All 32 bits.
 void WriteNearest(const PicClass& clone, const Positions& positions, unsigned char* row) {
     for (int i = 0; i < positions.count; ++i) {
-        const Pixel pixel =
-            clone.GetPixelWrapped(TruncateToShort(positions.originX + positions.x[i]),
-                                  TruncateToShort(positions.originY + positions.y[i]));
-        std::memcpy(row + i * bytesPerPixel, &pixel, sizeof pixel);
+        StorePixel(row, i,
+                   clone.GetPixelWrapped(TruncateToShort(positions.originX + positions.x[i]),
+                                         TruncateToShort(positions.originY + positions.y[i])));
     }
 }
 
@@ -246,11 +240,9 @@ bool KeepInClone(PaintClass& pic) {
 /// A window over the whole tile, and what its right and lower neighbours need.
 class WholeTile : public TileWindow {
   public:
-    explicit WholeTile(const PicClass& tile) : TileWindow(tile.grX + 1, tile.grY + 1) {
-        if (!failed) {
-            Copy(tile, 0, 0);
-        }
-    }
+    explicit WholeTile(const PicClass& tile) : TileWindow(tile.grX + 1, tile.grY + 1) {}
+
+    void Copy(const PicClass& tile) { TileWindow::Copy(tile, 0, 0); }
 };
 
 }  // namespace
@@ -261,12 +253,15 @@ void PaintClass::Waves(const WavesParams& params) {
         return;
     }
     WavePlaces places(params, grX, grY);
-    const WholeTile window(*this);
+    WholeTile window(*this);
     const bool interpolates = params.interpolate == 1;
     const bool throughWindow = interpolates && !window.failed && places.AreOrdinary();
     if (places.Failed() || (!throughWindow && !KeepInClone(*this))) {
         DeleteClone();
         return;
+    }
+    if (throughWindow) {
+        window.Copy(*this);
     }
     for (short y = 0; y < grY; ++y) {
         cursor.Tick();
@@ -478,27 +473,25 @@ Pixel SoftenedOnGrid(Pixel a, Pixel b, Pixel c) {
     return (redBlue >> 2 & mask) | (greenAlpha >> 2 & mask) << 8;
 }
 
-/// `count` pixels whose sources stand side by side on the grid. In place, too: a pixel is written
-/// after all that read it.
-[[gnu::always_inline]] inline void SoftenLoop(const Pixel* source, const Pixel* below,
-                                              unsigned char* out, int count) {
+/// `count` pixels whose sources stand side by side on the grid, and one more behind them.
+[[gnu::always_inline]] inline void SoftenLoop(const unsigned char* source,
+                                              const unsigned char* below, unsigned char* out,
+                                              int count) {
     for (int i = 0; i < count; ++i) {
-        const Pixel pixel = SoftenedOnGrid(source[i], source[i + 1], below[i]);
-        std::memcpy(out + i * bytesPerPixel, &pixel, sizeof pixel);
+        StorePixel(
+            out, i,
+            SoftenedOnGrid(LoadPixel(source, i), LoadPixel(source, i + 1), LoadPixel(below, i)));
     }
 }
 
-void SoftenPlainly(const Pixel* source, const Pixel* below, unsigned char* out, int count) {
+void SoftenPlainly(const unsigned char* source, const unsigned char* below, unsigned char* out,
+                   int count) {
     SoftenLoop(source, below, out, count);
 }
 
-[[gnu::target("avx2")]] void SoftenWide(const Pixel* source, const Pixel* below, unsigned char* out,
-                                        int count) {
+[[gnu::target("avx2")]] void SoftenWide(const unsigned char* source, const unsigned char* below,
+                                        unsigned char* out, int count) {
     SoftenLoop(source, below, out, count);
-}
-
-void SoftenRun(const Pixel* source, const Pixel* below, unsigned char* out, int count) {
-    ForThisProcessor(SoftenPlainly, SoftenWide)(source, below, out, count);
 }
 
 /// Takes a pixel from each of the places, numbered along the rows of an image of `total` pixels,
@@ -508,7 +501,7 @@ void TakePixels(const Pixel* image, std::int32_t* places, unsigned char* out, in
                 std::int32_t columns, std::int32_t total) {
     for (int i = 0; i < count; ++i) {
         const std::int32_t place = places[i];
-        std::memcpy(out + i * bytesPerPixel, image + place, sizeof(Pixel));
+        StorePixel(out, i, image[place]);
         const std::int32_t next = place + columns;
         places[i] = next >= total ? next - total : next;
     }
@@ -531,6 +524,9 @@ class SkewRun {
     bool ReadsClone() const { return !throughWindow; }
 
     void MoveRows(ShowClass& progress) {
+        if (throughWindow) {
+            window.Copy(pic);
+        }
         for (short y = 0; y < pic.grY; ++y) {
             if (y % reportStep == 0) {
                 progress.Report(y);
@@ -553,7 +549,9 @@ class SkewRun {
         }
         const bool takesWhole = throughWindow && allWhole;
         if (takesWhole && !nearest) {
-            SoftenWindow();
+            CopySoftened();
+        } else if (throughWindow) {
+            window.Copy(pic);
         }
         for (int first = 0; first < pic.grX; first += chunkSize) {
             const int count = std::min(chunkSize, pic.grX - first);
@@ -608,19 +606,27 @@ class SkewRun {
     }
 
     void WriteWholeRun(short y, short start, unsigned char* out, int count) const {
+        const auto* const source = reinterpret_cast<const unsigned char*>(window.Row(y) + start);
+        const auto* const below = reinterpret_cast<const unsigned char*>(window.Row(y + 1) + start);
         if (nearest) {
-            std::memcpy(out, window.Row(y) + start,
-                        static_cast<std::size_t>(count) * sizeof(Pixel));
+            std::memcpy(out, source, static_cast<std::size_t>(count * bytesPerPixel));
         } else {
-            SoftenRun(window.Row(y) + start, window.Row(y + 1) + start, out, count);
+            ForThisProcessor(SoftenPlainly, SoftenWide)(source, below, out, count);
         }
     }
 
-    /// Reads every pixel of the tile on the grid, once for all columns.
-    void SoftenWindow() {
-        for (int y = 0; y < pic.grY; ++y) {
-            Pixel* const row = window.Row(y);
-            SoftenRun(row, window.Row(y + 1), reinterpret_cast<unsigned char*>(row), pic.grX);
+    /// Puts each pixel of the tile, read on the grid, into the window: once for all columns.
+    void CopySoftened() {
+        const int last = pic.grX - 1;
+        for (short y = 0; y < pic.grY; ++y) {
+            const unsigned char* const source = pic.PixelAddress(0, y);
+            const unsigned char* const below =
+                pic.PixelAddressWrapped(0, static_cast<short>(y + 1));
+            auto* const out = reinterpret_cast<unsigned char*>(window.Row(y));
+            ForThisProcessor(SoftenPlainly, SoftenWide)(source, below, out, last);
+            StorePixel(out, last,
+                       SoftenedOnGrid(LoadPixel(source, last), LoadPixel(source, 0),
+                                      LoadPixel(below, last)));
         }
     }
 
