@@ -3,7 +3,7 @@
 // A member of a dialog, which hands it the drawing of the item (DrawItem) and the drag (ItemHit).
 #pragma once
 
-#include <cstdint>
+#include <memory>
 
 #include "framework/InterfaceLib.h"
 
@@ -20,10 +20,11 @@ class GlobeControl {
     void Initialize(NorvantaDialog* newDialog, short newItem, short newBackground, short newKnob,
                     short newInset, Callback newCallback);
 
-    /// Degrees, -180 to 180: 0 points up, positive values go clockwise. Draws at once.
+    /// Degrees, -180 to 180: 0 points up, positive values go clockwise. Draws at once if the
+    /// dialog is open.
     void SetAngle(int newAngle);
     int Angle() const { return angle; }
-    /// 0 to 90, or -1 (as it starts) for a dial with an angle only. Draws at once.
+    /// 0 to 90, or -1 (as it starts) for a dial with an angle only. As SetAngle.
     void SetElevation(int newElevation);
     int Elevation() const { return elevation; }
 
@@ -38,6 +39,8 @@ class GlobeControl {
   private:
     void CheckInitialized() const;
     void DrawKnob();
+    /// `square` is the picture's.
+    void MoveKnob(const hostapi::Rect& square, hostapi::Point place);
 
     NorvantaDialog* dialog = nullptr;
     short item = 0;

@@ -53,6 +53,8 @@ struct ItemRecord {
     bool isTracking = false;
     /// HWND.
     void* control = nullptr;
+    /// Where the drag of a scroll bar was last, whether or not the value was stored.
+    float tracked = 0;
 
     /// The letter, without the mark of an edit field.
     std::uint8_t Letter() const { return kind & 0x7F; }

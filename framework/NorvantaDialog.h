@@ -54,7 +54,9 @@ class NorvantaDialog {
     /// Receives the paths of files that are dropped on the dialog, one call a file.
     using DropHandler = void (*)(void* context, const char* path);
 
-    /// Joins the list of dialogs; no window yet. `newOwner` is the dialog that this one opens over.
+    /// Joins the list of dialogs; no window yet. `newOwner` is the dialog that this one opens over;
+    /// without one it opens over the newest dialog that is open, or over the window that was active
+    /// when the first dialog was made.
     explicit NorvantaDialog(short newResourceId, NorvantaDialog* newOwner = nullptr,
                             Kind newKind = Kind::modal);
     NorvantaDialog(const NorvantaDialog&) = delete;
@@ -205,7 +207,7 @@ class NorvantaDialog {
 
     // --- The window ---
 
-    bool IsOpen() const { return port != nullptr; }
+    bool IsOpen() const { return windowExists; }
     short ResourceId() const { return resourceId; }
     NorvantaDialog* Owner() const { return owner; }
     /// HWND; null without a window.
@@ -230,25 +232,44 @@ class NorvantaDialog {
 
     /// The dialog whose window is active; null for none.
     static NorvantaDialog* Active();
+    /// Shows a cursor by its id, as CursorAt gives it, until the mouse moves on: what a tool does
+    /// for the time of its drag.
+    static void ShowCursor(short cursor);
 
   private:
     friend class DialogWindow;
     friend class DialogSuspension;
     friend class AlertSection;
 
-    ItemRecord& Record(short item) const;
+    bool IsItem(short item) const { return item >= 1 && item <= itemCount; }
+    ItemRecord& Record(short item);
+    const ItemRecord& Record(short item) const;
     void CheckWindow() const;
+
+    // What happens to an item that was used.
+    void HitItem(short item);
     short CheckField(short item);
     short CheckNumber(short item);
-    short CheckTextLength(short item);
-    void HitItem(short item);
-    void UpdateDefaultItem();
-    void RestoreText(short item, const char* text);
-    void WriteNumber(short item, bool select);
+    short AnswerBadNumber(short item, std::int16_t status);
+    short CheckText(short item);
     short StepField(short item, int key, int modifiers);
+    void RememberGoodText(short item, const std::string& text);
+    void UpdateDefaultItem();
     void TakeFocusStep();
+    void ShowHelp(std::uint32_t id);
 
-    // In the order of the program's description of a dialog.
+    // Texts that the program writes, which never come back as hits.
+    void WriteText(short item, const char* text, bool select);
+    void WriteNumber(short item, bool select);
+    void WriteValue(short item, double value, bool select);
+
+    // How a new value or range reaches an item's control.
+    void SetControlValue(const ItemRecord& record, int value);
+    void SetControlRange(const ItemRecord& record);
+    int ControlValue(const ItemRecord& record) const;
+
+    // In the order of the program's description of a dialog. The port outlives the window, so that
+    // whoever draws when the dialog closes finds it.
     std::unique_ptr<DrawingPort> port;
     NorvantaDialog* next;
     NorvantaDialog* owner;
@@ -259,6 +280,7 @@ class NorvantaDialog {
     hostapi::Point initialSize{};
     hostapi::Point minimumSize{};
     hostapi::Rect clientRectangle{};
+    bool windowExists = false;
     bool isShown = false;
     bool wasPlaced = false;
     bool isKeptHidden = false;
@@ -281,6 +303,8 @@ class NorvantaDialog {
     void* accelerators = nullptr;
     bool isClosing = false;
     int result = 0;
+    /// The window procedure that ours stands before.
+    void* systemProcedure = nullptr;
 };
 
 /// Shows alert `id` over the dialog's window (null: over none), with up to four texts for ^0 to ^3.
@@ -293,6 +317,7 @@ short Alert(NorvantaDialog* dialog, short id, const char* text0 = nullptr,
 /// the focus, floating ones are hidden. All comes back at the end.
 class DialogSuspension {
   public:
+    /// Ends a drag that is under way, too: the system's dialogs need the mouse.
     DialogSuspension();
     DialogSuspension(const DialogSuspension&) = delete;
     DialogSuspension& operator=(const DialogSuspension&) = delete;

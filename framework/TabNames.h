@@ -4,6 +4,5 @@
 #include <string>
 #include <vector>
 
-/// From the control's window text, where blanks and control characters separate them. A name with
-/// blanks in it is kept whole where control characters do the separating: "Texture\tTile Preview".
+/// From the control's window text: names separated by blanks and control characters.
 std::vector<std::string> TabNames(const std::string& windowText);

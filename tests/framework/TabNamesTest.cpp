@@ -14,9 +14,8 @@ TEST(TabNamesTest, BlanksAndControlCharactersSeparate) {
     EXPECT_EQ(TabNames(" \t "), Names{});
 }
 
-TEST(TabNamesTest, BlanksInNamesNeedControlCharactersBetweenThem) {
-    EXPECT_EQ(TabNames("Texture\tTile Preview"), (Names{"Texture", "Tile Preview"}));
-    EXPECT_EQ(TabNames("Texture \t Tile Preview\n"), (Names{"Texture", "Tile Preview"}));
+TEST(TabNamesTest, ANoBreakSpaceIsPartOfAName) {
+    EXPECT_EQ(TabNames("Drawing Tile\xA0Preview"), (Names{"Drawing", "Tile\xA0Preview"}));
 }
 
 }  // namespace

@@ -1,0 +1,10 @@
+// The help pages.
+#pragma once
+
+#include <cstdint>
+
+/// Asks the system to open an address. Above 32 is success.
+using AddressOpener = std::intptr_t (*)(const char* address);
+
+/// What HelpCommand opens the pages with; tests put their own in its place.
+extern AddressOpener openAddress;

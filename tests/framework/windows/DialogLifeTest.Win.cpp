@@ -1,0 +1,367 @@
+// Dialogs open, close and nest.
+#include <atomic>
+#include <new>
+
+#include "framework/DialogState.h"
+#include "shell/FatalError.h"
+#include "tests/framework/windows/DialogScript.Win.h"
+#include "tests/shell/windows/Levels.Win.h"
+
+namespace {
+
+constexpr short allItems = 500;
+constexpr short small = 520;
+constexpr short resizable = 530;
+
+class DialogLifeTest : public DialogTest {};
+
+TEST_F(DialogLifeTest, ItemsAreCountedToTheFirstGap) {
+    TestDialog dialog(allItems);
+    int count = 0;
+    dialog.atSetup = [&] { count = dialog.ItemCount(); };
+    RunWithScript(dialog, [](Script&) {});
+    EXPECT_EQ(count, 22);
+}
+
+TEST_F(DialogLifeTest, TheItemThatClosesIsTheResult) {
+    for (const int item : {1, 2}) {
+        TestDialog dialog(small);
+        EXPECT_EQ(
+            RunWithScript(dialog, [item](Script& script) { script.Click(script.Middle(item)); }),
+            item);
+        EXPECT_FALSE(dialog.IsOpen());
+    }
+}
+
+TEST_F(DialogLifeTest, ReturnAndEscapePressTheirButtons) {
+    TestDialog first(small);
+    EXPECT_EQ(RunWithScript(first, [](Script& script) { script.Keys({{VK_RETURN}}); }), 1);
+    TestDialog second(small);
+    EXPECT_EQ(RunWithScript(second, [](Script& script) { script.Keys({{VK_ESCAPE}}); }), 2);
+}
+
+TEST_F(DialogLifeTest, TheCloseBoxCancels) {
+    TestDialog dialog(small);
+    EXPECT_EQ(RunWithScript(dialog,
+                            [](Script& script) {
+                                PostMessageA(script.Dialog(), WM_SYSCOMMAND, SC_CLOSE, 0);
+                                script.WaitFor("hit 2");
+                            }),
+              2);
+}
+
+TEST_F(DialogLifeTest, AHitThatAnswersZeroLeavesTheDialogOpen) {
+    TestDialog dialog(small);
+    bool wasOpen = false;
+    dialog.atHit = [&](short item) { return dialog.log.Count("hit 1") < 2 ? short{0} : item; };
+    EXPECT_EQ(RunWithScript(dialog,
+                            [&](Script& script) {
+                                script.Click(script.Middle(1));
+                                script.WaitFor("hit 1");
+                                wasOpen = IsWindowVisible(script.Dialog()) != FALSE;
+                                script.Click(script.Middle(1));
+                            }),
+              1);
+    EXPECT_TRUE(wasOpen);
+}
+
+TEST_F(DialogLifeTest, EscapeWithoutACancelItemDoesNothing) {
+    TestDialog dialog(small);
+    dialog.SetCancelItem(0);
+    bool wasOpen = false;
+    EXPECT_EQ(RunWithScript(dialog,
+                            [&](Script& script) {
+                                script.Keys({{VK_ESCAPE}, {VK_CONTROL, 'C'}});
+                                wasOpen = IsWindowVisible(script.Dialog()) != FALSE;
+                                script.Click(script.Middle(1));
+                            }),
+              1);
+    EXPECT_TRUE(wasOpen);
+    EXPECT_EQ(dialog.log.Count("hit 2"), 0);
+}
+
+TEST_F(DialogLifeTest, AMissingResourceIsAFault) {
+    TestDialog dialog(499);
+    EXPECT_EQ(FaultOf([&] { dialog.Run(); }), 20001);
+    EXPECT_EQ(Log().faults.size(), 1u);
+}
+
+TEST_F(DialogLifeTest, ADialogWithoutItemsClosesWithTheFault) {
+    TestDialog dialog(540);
+    EXPECT_EQ(dialog.Run(), 20008);
+    EXPECT_EQ(Log().faults.size(), 1u);
+}
+
+TEST_F(DialogLifeTest, CallsWithoutAWindowAreFaults) {
+    TestDialog dialog(small);
+    EXPECT_EQ(FaultOf([&] { dialog.GetValue(1); }), 20009);
+    EXPECT_EQ(FaultOf([&] { dialog.SetText(3, "x"); }), 20009);
+    EXPECT_EQ(FaultOf([&] { dialog.Port(); }), 20009);
+    EXPECT_EQ(dialog.GetValue(0), 0);
+}
+
+TEST_F(DialogLifeTest, ItemsThatAreNoneAreFaults) {
+    TestDialog dialog(small);
+    std::vector<int> faults;
+    dialog.atSetup = [&] {
+        faults = {FaultOf([&] { dialog.GetValue(-1); }), FaultOf([&] { dialog.GetValue(5); }),
+                  FaultOf([&] { dialog.SetValue(0, 1); }),
+                  FaultOf([&] { dialog.Enable(5, true); })};
+        errorCell = 0;
+        EXPECT_EQ(dialog.GetValue(0), 0);
+    };
+    RunWithScript(dialog, [](Script&) {});
+    EXPECT_EQ(faults, (std::vector<int>{20008, 20008, 20008, 20008}));
+}
+
+TEST_F(DialogLifeTest, AnErrorInIdleClosesTheDialogWithItsId) {
+    TestDialog dialog(small);
+    dialog.atIdle = [] { FatalError(20002, "Test", 1); };
+    EXPECT_EQ(dialog.Run(), 20002);
+    EXPECT_EQ(errorCell, 20002);
+}
+
+TEST_F(DialogLifeTest, AnythingThrownInAHitClosesTheDialog) {
+    struct Case {
+        std::function<void()> fail;
+        int id;
+    };
+    for (const Case& thrown :
+         {Case{[] { FatalError(20005, "Test", 1); }, 20005},
+          Case{[] { throw std::int16_t{-108}; }, -108}, Case{[] { throw std::bad_alloc(); }, -108},
+          Case{[] { throw 1.5; }, 20008}}) {
+        errorCell = 0;
+        TestDialog dialog(small);
+        dialog.atHit = [&](short) {
+            thrown.fail();
+            return short{0};
+        };
+        EXPECT_EQ(RunWithScript(dialog, [](Script& script) { script.Click(script.Middle(1)); }),
+                  thrown.id);
+    }
+}
+
+TEST_F(DialogLifeTest, AnErrorBeforeClosesEveryDialogThatOpens) {
+    errorCell = 20001;
+    TestDialog dialog(small);
+    EXPECT_EQ(dialog.Run(), 20001);
+    TestDialog another(allItems);
+    EXPECT_EQ(another.Run(), 20001);
+}
+
+TEST_F(DialogLifeTest, AnErrorInANestedDialogClosesAll) {
+    TestDialog outer(allItems);
+    int inner = 0;
+    outer.atHit = [&](short) {
+        TestDialog nested(small, &outer);
+        nested.atIdle = [] { FatalError(20002, "Test", 1); };
+        inner = nested.Run();
+        return short{0};
+    };
+    EXPECT_EQ(RunWithScript(outer, [](Script& script) { script.Click(script.Middle(1)); }), 20002);
+    EXPECT_EQ(inner, 20002);
+}
+
+TEST_F(DialogLifeTest, DialogsNest) {
+    TestDialog outer(allItems);
+    bool wasDisabled = false;
+    bool wasActive = false;
+    int inner = 0;
+    outer.atHit = [&](short item) {
+        if (item != 7) {
+            return item;
+        }
+        TestDialog nested(small);
+        inner = RunWithScript(nested, [&](Script& script) {
+            wasDisabled = GetWindow(script.Dialog(), GW_OWNER) == outer.Window() &&
+                          !IsWindowEnabled(static_cast<HWND>(outer.Window()));
+            wasActive = dialogState.active == &nested;
+            script.Keys({{VK_ESCAPE}});
+        });
+        return short{0};
+    };
+    bool isActiveAgain = false;
+    EXPECT_EQ(RunWithScript(outer,
+                            [&](Script& script) {
+                                script.Click(script.Middle(7));
+                                script.WaitUntil("the nested dialog's end",
+                                                 [&] { return inner != 0; });
+                                script.Settle();
+                                isActiveAgain = dialogState.active == &outer;
+                                script.Click(script.Middle(1));
+                            }),
+              1);
+    EXPECT_EQ(inner, 2);
+    EXPECT_TRUE(wasDisabled);
+    EXPECT_TRUE(wasActive);
+    EXPECT_TRUE(isActiveAgain);
+}
+
+TEST_F(DialogLifeTest, TabWalksInItemOrder) {
+    TestDialog dialog(allItems);
+    std::vector<int> walk;
+    RunWithScript(dialog, [&](Script& script) {
+        for (int i = 0; i < 16; ++i) {
+            walk.push_back(script.Focus());
+            script.Keys({{VK_TAB}});
+        }
+        script.Keys({{VK_SHIFT, VK_TAB}});
+        walk.push_back(script.Focus());
+    });
+    EXPECT_EQ(walk, (std::vector<int>{1, 2, 3, 4, 5, 7, 8, 9, 10, 12, 13, 14, 15, 17, 18, 21, 21}));
+}
+
+TEST_F(DialogLifeTest, SetFocusMovesBySteps) {
+    TestDialog dialog(allItems);
+    std::vector<int> focus;
+    dialog.atHit = [&](short item) {
+        if (item == 7) {
+            for (const int step : {0, 1, -1}) {
+                dialog.SetFocus(4, step);
+                focus.push_back(dialog.GetFocusItem());
+            }
+        }
+        return item <= 2 ? item : short{0};
+    };
+    RunWithScript(dialog, [&](Script& script) {
+        script.Click(script.Middle(7));
+        script.WaitFor("hit 7");
+    });
+    EXPECT_EQ(focus, (std::vector<int>{4, 5, 3}));
+}
+
+TEST_F(DialogLifeTest, IdleRests) {
+    // Idle work comes by itself, but not while a drag is under way.
+    TestDialog dialog(small);
+    std::atomic<int> idles = 0;
+    dialog.atIdle = [&] { ++idles; };
+    RunWithScript(dialog, [&](Script& script) {
+        script.WaitUntil("idle work", [&] { return idles > 3; });
+        ++dialogState.dragDepth;
+        script.Settle();
+        const int before = idles;
+        for (int i = 0; i < 10; ++i) {
+            SendMessageA(script.Dialog(), WM_TIMER, 1, 0);
+        }
+        EXPECT_EQ(idles, before);
+        --dialogState.dragDepth;
+        script.WaitUntil("idle work again", [&] { return idles > before; });
+    });
+}
+
+TEST_F(DialogLifeTest, ACentredDialogStaysInTheWorkArea) {
+    TestDialog outer(resizable);
+    hostapi::Rect client{};
+    outer.atHit = [&](short item) {
+        if (item == 3) {
+            outer.SetPlacement({30, 4, 110, 250});
+            TestDialog nested(allItems);
+            RunWithScript(nested, [&](Script& script) {
+                RECT frame{};
+                GetWindowRect(script.Dialog(), &frame);
+                client = hostapi::Rect{static_cast<std::int16_t>(frame.top),
+                                       static_cast<std::int16_t>(frame.left),
+                                       static_cast<std::int16_t>(frame.bottom),
+                                       static_cast<std::int16_t>(frame.right)};
+            });
+        }
+        return item == 1 ? item : short{0};
+    };
+    RunWithScript(outer, [&](Script& script) {
+        script.Click(script.Middle(3));
+        script.WaitUntil("the nested dialog", [&] { return client.right != 0; });
+        script.Click(script.Middle(1));
+    });
+    EXPECT_EQ(client.top, 8);
+    EXPECT_EQ(client.left, 8);
+}
+
+TEST_F(DialogLifeTest, PlacementsMoveSizeAndMaximize) {
+    TestDialog dialog(resizable);
+    hostapi::Rect placed{};
+    hostapi::Rect item{};
+    hostapi::Rect itemBefore{};
+    bool isMaximized = false;
+    hostapi::Rect whenMaximized{};
+    dialog.atSetup = [&] {
+        dialog.SetResizeRule(1, resizeMoveRight | resizeMoveDown);
+        dialog.SetResizeRule(3, resizeGrowRight | resizeGrowDown);
+        itemBefore = dialog.GetBounds(3);
+        const hostapi::Rect client = dialog.ClientRectangle();
+        dialog.SetPlacement({100, 120, static_cast<std::int16_t>(100 + Height(client) + 50),
+                             static_cast<std::int16_t>(120 + Width(client) + 40)});
+        placed = dialog.ClientRectangle();
+        item = dialog.GetBounds(3);
+        dialog.SetPlacement({static_cast<std::int16_t>(placed.top | 0x8000), placed.left,
+                             placed.bottom, placed.right});
+        isMaximized = IsZoomed(static_cast<HWND>(dialog.Window())) != FALSE;
+        whenMaximized = dialog.Placement();
+    };
+    RunWithScript(dialog, [](Script& script) { script.Click(script.Middle(1)); });
+    EXPECT_EQ(placed.top, 100);
+    EXPECT_EQ(placed.left, 120);
+    EXPECT_EQ(dialog.log.Count("resize 40 50"), 1);
+    EXPECT_EQ(Width(item), Width(itemBefore) + 40);
+    EXPECT_EQ(Height(item), Height(itemBefore) + 50);
+    EXPECT_TRUE(isMaximized);
+    EXPECT_EQ(whenMaximized.top, static_cast<std::int16_t>(0x8000 | 100));
+    EXPECT_EQ(whenMaximized.left, 120);
+    EXPECT_EQ(whenMaximized.bottom, placed.bottom);
+    EXPECT_EQ(whenMaximized.right, placed.right);
+}
+
+TEST_F(DialogLifeTest, NoWindowIsDraggedSmallerThanItsResource) {
+    TestDialog dialog(resizable);
+    RECT before{};
+    RECT after{};
+    RunWithScript(dialog, [&](Script& script) {
+        GetWindowRect(script.Dialog(), &before);
+        // The lower right corner, inwards.
+        script.Press({before.right - 2, before.bottom - 2});
+        script.ReleaseAt({before.right - 60, before.bottom - 50});
+        GetWindowRect(script.Dialog(), &after);
+        script.Click(script.Middle(1));
+    });
+    EXPECT_EQ(after.right, before.right);
+    EXPECT_EQ(after.bottom, before.bottom);
+}
+
+TEST_F(DialogLifeTest, OwnKeysComeBeforeTheSystemKeys) {
+    TestDialog dialog(resizable);
+    bool wasOpen = false;
+    RunWithScript(dialog, [&](Script& script) {
+        // Ctrl+C in a field of a dialog with a key of that name is not taken for Escape.
+        script.Click(script.Middle(2));
+        script.Keys({{VK_CONTROL, 'C'}});
+        script.WaitFor("menu 17777");
+        wasOpen = IsWindowVisible(script.Dialog()) != FALSE;
+        script.Click(script.Middle(1));
+    });
+    EXPECT_TRUE(wasOpen);
+    EXPECT_EQ(dialog.log.Count("menu 17777"), 1);
+}
+
+TEST_F(DialogLifeTest, NothingIsLeftBehind) {
+    const auto open = [] {
+        TestDialog dialog(allItems);
+        dialog.atIdle = [&] { dialog.Close(7); };
+        dialog.atSetup = [&] {
+            dialog.SetPopupPicture(12, 1, 603);
+            dialog.InsertPopupEntry(13, 2, "new");
+            dialog.Port().DrawPicture(600, {0, 0, 10, 10});
+            dialog.Port().DrawIcon(601, {0, 0});
+        };
+        return dialog.Run();
+    };
+    const auto openSome = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            ASSERT_EQ(open(), 7);
+        }
+    };
+    openSome(5);
+    const Levels before = CountLevels();
+    openSome(100);
+    EXPECT_EQ(CountLevels(), before);
+}
+
+}  // namespace

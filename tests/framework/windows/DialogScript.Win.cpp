@@ -1,0 +1,360 @@
+#include "tests/framework/windows/DialogScript.Win.h"
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
+#include "framework/DialogState.h"
+#include "host/Picture.h"
+#include "shell/FatalError.h"
+#include "tests/e2e/InputDesktop.Win.h"
+
+std::string screenshotFolder;
+
+namespace {
+
+constexpr DWORD pollMilliseconds = 5;
+/// Long enough for a loaded machine; nothing waits for it in vain unless it fails.
+constexpr DWORD patienceMilliseconds = 20000;
+/// The system keeps "not pressed" for a while: a press that comes earlier would not be seen.
+constexpr DWORD betweenPresses = 60;
+
+template <typename Condition>
+bool Wait(Condition condition) {
+    for (DWORD waited = 0; waited < patienceMilliseconds; waited += pollMilliseconds) {
+        if (condition()) {
+            return true;
+        }
+        Sleep(pollMilliseconds);
+    }
+    return condition();
+}
+
+struct Search {
+    HWND except;
+    HWND found;
+};
+
+BOOL CALLBACK TakeDialog(HWND window, LPARAM parameter) {
+    auto* const search = reinterpret_cast<Search*>(parameter);
+    char className[16];
+    GetClassNameA(window, className, sizeof className);
+    if (window != search->except && IsWindowVisible(window) && IsWindowEnabled(window) &&
+        std::string(className) == "#32770") {
+        search->found = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+HWND FindDialog(DWORD thread, HWND except) {
+    Search search{except, nullptr};
+    EnumThreadWindows(thread, TakeDialog, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+std::string TextOf(HWND window) {
+    char text[512] = "";
+    DWORD_PTR length = 0;
+    SendMessageTimeoutA(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text), SMTO_BLOCK,
+                        patienceMilliseconds, &length);
+    return std::string(text, length);
+}
+
+WORD KeyOf(char c) {
+    switch (c) {
+        case '-':
+            return VK_OEM_MINUS;
+        case '.':
+            return VK_OEM_PERIOD;
+        case ',':
+            return VK_OEM_COMMA;
+        default:
+            return static_cast<WORD>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+    }
+}
+
+/// What the window shows, with its frame.
+Pixels CopyPixels(HWND window) {
+    RedrawWindow(window, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    RECT frame{};
+    GetWindowRect(window, &frame);
+    Pixels pixels;
+    pixels.width = frame.right - frame.left;
+    pixels.height = frame.bottom - frame.top;
+    const HDC context = GetWindowDC(window);
+    for (int y = 0; y < pixels.height; ++y) {
+        for (int x = 0; x < pixels.width; ++x) {
+            pixels.colors.push_back(GetPixel(context, x, y));
+        }
+    }
+    ReleaseDC(window, context);
+    return pixels;
+}
+
+}  // namespace
+
+void EventLog::Add(const std::string& event) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    events.push_back(event);
+}
+
+std::vector<std::string> EventLog::All() const {
+    const std::lock_guard<std::mutex> lock(mutex);
+    return events;
+}
+
+int EventLog::Count(const std::string& event) const {
+    const std::lock_guard<std::mutex> lock(mutex);
+    return static_cast<int>(std::count(events.begin(), events.end(), event));
+}
+
+void EventLog::Clear() {
+    const std::lock_guard<std::mutex> lock(mutex);
+    events.clear();
+}
+
+void TestDialog::Setup() {
+    NorvantaDialog::Setup();
+    if (atSetup) {
+        atSetup();
+    }
+}
+
+short TestDialog::ItemHit(short item) {
+    log.Add("hit " + std::to_string(item) + (IsDoubleClick() ? " twice" : ""));
+    if (atHit) {
+        return atHit(item);
+    }
+    return item <= 2 ? item : short{0};
+}
+
+short TestDialog::KeyDown(int key, int modifiers) {
+    const short answer = NorvantaDialog::KeyDown(key, modifiers);
+    log.Add("key " + std::to_string(key) + " " + std::to_string(modifiers));
+    return answer;
+}
+
+void TestDialog::MenuCommand(short id) {
+    log.Add("menu " + std::to_string(id));
+    NorvantaDialog::MenuCommand(id);
+}
+
+bool TestDialog::ScrollChanged(short item, int value) {
+    log.Add("scroll " + std::to_string(item) + " to " + std::to_string(value));
+    return atScroll ? atScroll(item, value) : true;
+}
+
+void TestDialog::DrawItem(short item) {
+    if (atDraw) {
+        atDraw(item);
+    }
+}
+
+void TestDialog::Idle() {
+    if (atIdle) {
+        atIdle();
+    }
+}
+
+void TestDialog::Resize(short widthChange, short heightChange) {
+    log.Add("resize " + std::to_string(widthChange) + " " + std::to_string(heightChange));
+    NorvantaDialog::Resize(widthChange, heightChange);
+}
+
+short TestDialog::CursorAt(short item) {
+    return atCursor ? atCursor(item) : NorvantaDialog::CursorAt(item);
+}
+
+Script::~Script() {
+    for (std::thread& helper : helpers) {
+        helper.join();
+    }
+}
+
+void Script::Settle() const {
+    DWORD_PTR ignored;
+    SendMessageTimeoutA(dialog, WM_NULL, 0, 0, SMTO_BLOCK, patienceMilliseconds, &ignored);
+}
+
+POINT Script::Inside(int item, int x, int y) const {
+    POINT place{x, y};
+    ClientToScreen(Item(item), &place);
+    return place;
+}
+
+POINT Script::Middle(int item) const {
+    RECT rect{};
+    GetWindowRect(Item(item), &rect);
+    return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+}
+
+void Script::MoveTo(POINT place) const {
+    MoveMouse(place);
+    WaitUntil("the mouse there", [&] {
+        POINT now{};
+        GetCursorPos(&now);
+        return now.x == place.x && now.y == place.y;
+    });
+    Settle();
+}
+
+void Script::Press(POINT place) const {
+    MoveTo(place);
+    Sleep(betweenPresses);
+    PressMouse();
+}
+
+void Script::ReleaseAt(POINT place) const {
+    MoveMouse(place);
+    ReleaseMouse();
+    Settle();
+}
+
+void Script::Click(POINT place) const {
+    Press(place);
+    Settle();
+    ReleaseMouse();
+    Settle();
+}
+
+void Script::Keys(const std::vector<std::vector<WORD>>& chords) const {
+    for (const auto& chord : chords) {
+        SendChords({chord});
+        Settle();
+    }
+}
+
+void Script::Type(const std::string& text) const {
+    for (const char c : text) {
+        Keys({{KeyOf(c)}});
+    }
+}
+
+void Script::SetText(int item, const std::string& text) const {
+    DWORD_PTR ignored;
+    SendMessageTimeoutA(Item(item), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()),
+                        SMTO_NORMAL, patienceMilliseconds, &ignored);
+}
+
+void Script::SetTextLater(int item, const std::string& text) {
+    helpers.emplace_back([this, item, text] { SetText(item, text); });
+}
+
+std::string Script::Text(int item) const {
+    return TextOf(Item(item));
+}
+
+std::string Script::Title() const {
+    return TextOf(dialog);
+}
+
+void Script::WaitFor(const std::string& event, int times) const {
+    WaitUntil(event, [&] { return test.log.Count(event) >= times; });
+}
+
+void Script::WaitUntil(const std::string& what, const std::function<bool()>& condition) const {
+    if (Wait(condition)) {
+        return;
+    }
+    std::string seen;
+    for (const std::string& event : test.log.All()) {
+        seen += event + "; ";
+    }
+    ADD_FAILURE() << "did not come: " << what << "\nseen: " << seen;
+}
+
+int Script::Focus() const {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
+    return info.hwndFocus != nullptr && GetParent(info.hwndFocus) == dialog
+               ? GetDlgCtrlID(info.hwndFocus)
+               : 0;
+}
+
+bool Script::IsInMenu() const {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
+    return (info.flags & GUI_INMENUMODE) != 0;
+}
+
+HWND Script::WaitForOther() const {
+    const DWORD thread = GetWindowThreadProcessId(dialog, nullptr);
+    HWND other = nullptr;
+    WaitUntil("another dialog", [&] {
+        other = FindDialog(thread, dialog);
+        return other != nullptr;
+    });
+    return other;
+}
+
+std::string Script::EndAlert(int button) const {
+    const HWND alert = WaitForOther();
+    constexpr int textControl = 3;
+    const std::string text = TextOf(GetDlgItem(alert, textControl));
+    PostMessageA(GetDlgItem(alert, button), BM_CLICK, 0, 0);
+    WaitUntil("the alert's end", [&] { return !IsWindow(alert); });
+    Settle();
+    return text;
+}
+
+Pixels Script::Shot(int item) const {
+    return CopyPixels(item != 0 ? Item(item) : dialog);
+}
+
+void Script::KeepPicture(const std::string& name) const {
+    if (screenshotFolder.empty()) {
+        return;
+    }
+    const Pixels shot = Shot();
+    host::Picture picture = host::MakePicture(shot.width, shot.height, 3);
+    for (int y = 0; y < shot.height; ++y) {
+        for (int x = 0; x < shot.width; ++x) {
+            const COLORREF pixel = shot.At(x, y);
+            std::uint8_t* const bytes = picture.Pixel(x, y);
+            bytes[0] = GetRValue(pixel);
+            bytes[1] = GetGValue(pixel);
+            bytes[2] = GetBValue(pixel);
+        }
+    }
+    host::SavePicture(picture, screenshotFolder + "/" + name + ".png");
+}
+
+int RunWithScript(TestDialog& dialog, const std::function<void(Script&)>& script) {
+    const DWORD thread = GetCurrentThreadId();
+    const HDESK desktop = GetThreadDesktop(thread);
+    const HWND before = FindDialog(thread, nullptr);
+    std::atomic<bool> finished = false;
+    std::thread helper([&] {
+        SetThreadDesktop(desktop);
+        HWND window = nullptr;
+        Wait([&] { return finished || (window = FindDialog(thread, before)) != nullptr; });
+        if (window == nullptr) {
+            return;
+        }
+        Script running(window, dialog);
+        running.Settle();
+        script(running);
+        if (IsWindow(window)) {
+            // So that the program ends, and says what failed.
+            PostMessageA(window, WM_APP + 2, 0, 0);
+        }
+    });
+    const int result = dialog.Run();
+    finished = true;
+    helper.join();
+    return result;
+}
+
+DialogTest::DialogTest() {
+    LetTimePass();
+}
+
+DialogTest::~DialogTest() {
+    errorCell = 0;
+    EXPECT_EQ(dialogState.newest, nullptr);
+    EXPECT_EQ(dialogState.dragDepth, 0);
+}

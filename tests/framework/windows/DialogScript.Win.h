@@ -1,0 +1,136 @@
+// Opens a dialog in the test's thread and lets a script use it from another, with real input.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "framework/NorvantaDialog.h"
+#include "tests/support/CoreTest.h"
+
+/// Where to leave pictures for people to look at; empty for nowhere.
+extern std::string screenshotFolder;
+
+/// Rows from the top.
+struct Pixels {
+    int width = 0;
+    int height = 0;
+    std::vector<COLORREF> colors;
+
+    COLORREF At(int x, int y) const {
+        return colors[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                      static_cast<std::size_t>(x)];
+    }
+    friend bool operator==(const Pixels&, const Pixels&) = default;
+};
+
+/// What happened, in the order of its happening; written by one thread, read by both.
+class EventLog {
+  public:
+    void Add(const std::string& event);
+    std::vector<std::string> All() const;
+    /// How often it happened.
+    int Count(const std::string& event) const;
+    void Clear();
+
+  private:
+    mutable std::mutex mutex;
+    std::vector<std::string> events;
+};
+
+/// A dialog that tells its log what it was asked, and does what the test gives it to do.
+class TestDialog : public NorvantaDialog {
+  public:
+    explicit TestDialog(short resource, NorvantaDialog* newOwner = nullptr)
+        : NorvantaDialog(resource, newOwner) {}
+
+    void Setup() override;
+    short ItemHit(short item) override;
+    short KeyDown(int key, int modifiers) override;
+    void MenuCommand(short id) override;
+    bool ScrollChanged(short item, int value) override;
+    void DrawItem(short item) override;
+    void Idle() override;
+    void Resize(short widthChange, short heightChange) override;
+    short CursorAt(short item) override;
+
+    EventLog log;
+    std::function<void()> atSetup;
+    /// Answers what ItemHit answers; without it items 1 and 2 close the dialog.
+    std::function<short(short)> atHit;
+    std::function<void(short)> atDraw;
+    std::function<void()> atIdle;
+    std::function<bool(short, int)> atScroll;
+    std::function<short(short)> atCursor;
+};
+
+/// What the script's thread does to a window, and asks of it. Waiting for something that does not
+/// come fails the test and goes on.
+class Script {
+  public:
+    Script(HWND newDialog, TestDialog& newTest) : dialog(newDialog), test(newTest) {}
+    Script(const Script&) = delete;
+    Script& operator=(const Script&) = delete;
+    ~Script();
+
+    HWND Dialog() const { return dialog; }
+    HWND Item(int item) const { return GetDlgItem(dialog, item); }
+    /// All that was sent before has been dealt with.
+    void Settle() const;
+
+    /// In the client area of the item.
+    POINT Inside(int item, int x, int y) const;
+    POINT Middle(int item) const;
+    void MoveTo(POINT place) const;
+    void Press(POINT place) const;
+    void ReleaseAt(POINT place) const;
+    void Click(POINT place) const;
+    void Keys(const std::vector<std::vector<WORD>>& chords) const;
+    /// Characters of the keyboard's plain layer: digits, letters, comma, point, minus, blank.
+    void Type(const std::string& text) const;
+
+    void SetText(int item, const std::string& text) const;
+    /// Does not wait: the change may open an alert.
+    void SetTextLater(int item, const std::string& text);
+    std::string Text(int item) const;
+    std::string Title() const;
+
+    /// Until it has happened so often since the log was cleared.
+    void WaitFor(const std::string& event, int times = 1) const;
+    void WaitUntil(const std::string& what, const std::function<bool()>& condition) const;
+    /// The item that has the focus; 0 for none.
+    int Focus() const;
+    bool IsInMenu() const;
+
+    /// The visible alert or other dialog over this one.
+    HWND WaitForOther() const;
+    /// Waits for an alert, notes its text, ends it with this button.
+    std::string EndAlert(int button) const;
+    /// What the item shows; the whole dialog for 0.
+    Pixels Shot(int item = 0) const;
+    /// A picture of the window, if pictures are wanted.
+    void KeepPicture(const std::string& name) const;
+
+  private:
+    HWND dialog;
+    TestDialog& test;
+    std::vector<std::thread> helpers;
+};
+
+/// Runs the dialog with the script; a dialog that is open at the end of the script is cancelled.
+/// Answers what Run answers.
+int RunWithScript(TestDialog& dialog, const std::function<void(Script&)>& script);
+
+/// Tests of dialogs: no error pending before or behind, no clock that runs by itself.
+class DialogTest : public CoreTest {
+  protected:
+    DialogTest();
+    ~DialogTest() override;
+
+    /// The next click is no second one.
+    static void LetTimePass() { Log().ticks += 10000; }
+};

@@ -1,0 +1,356 @@
+// Fields: keys, checks, alerts, values.
+#include "framework/DialogState.h"
+#include "framework/NumberField.h"
+#include "shell/FatalError.h"
+#include "tests/e2e/InputDesktop.Win.h"
+#include "tests/framework/windows/DialogScript.Win.h"
+
+namespace {
+
+constexpr short allItems = 500;
+constexpr short integerField = 3;
+constexpr short realField = 4;
+constexpr short textField = 5;
+constexpr short label = 6;
+constexpr short check = 7;
+
+/// Fields 3 (1 to 100, shows 20), 4 (0.1 to 7.1, shows 2.5) and 5 (a text of 5 characters).
+class FieldTest : public DialogTest {
+  protected:
+    FieldTest() : dialog(allItems) {
+        dialog.atSetup = [this] {
+            dialog.SetFormat(integerField, "%d", 1, 100);
+            dialog.SetFormat(realField, "%.1f", 0.1, 7.1);
+            dialog.SetFormat(textField, "%5s");
+            dialog.SetValue(integerField, 20);
+            dialog.SetValue(realField, 2.5);
+            if (more) {
+                more();
+            }
+        };
+    }
+
+    int Run(const std::function<void(Script&)>& script) { return RunWithScript(dialog, script); }
+
+    /// The field shows what was typed into it in place of its text.
+    static void Fill(Script& script, int item, const std::string& text) {
+        script.Click(script.Middle(item));
+        script.Keys({{VK_HOME}, {VK_SHIFT, VK_END}});
+        script.Type(text);
+    }
+
+    TestDialog dialog;
+    std::function<void()> more;
+};
+
+TEST_F(FieldTest, ProgramTextsAreNoHits) {
+    Run([&](Script& script) {
+        EXPECT_EQ(script.Text(integerField), "20");
+        EXPECT_EQ(script.Text(realField), "2.5");
+    });
+    EXPECT_EQ(dialog.log.Count("hit 3"), 0);
+    EXPECT_EQ(dialog.log.Count("hit 4"), 0);
+}
+
+TEST_F(FieldTest, EachGoodChangeIsAHit) {
+    double value = 0;
+    dialog.atHit = [&](short item) {
+        value = dialog.GetValue(integerField);
+        return item <= 2 ? item : short{0};
+    };
+    Run([&](Script& script) {
+        Fill(script, integerField, "45");
+        script.WaitFor("hit 3", 2);
+    });
+    EXPECT_EQ(value, 45);
+    EXPECT_EQ(dialog.log.Count("hit 3"), 2) << "4, then 45";
+}
+
+TEST_F(FieldTest, AChangeThatTheFieldDoesNotShowIsNone) {
+    Run([&](Script& script) {
+        script.SetText(realField, "2.54");
+        script.SetText(realField, "2.50");
+        script.SetText(realField, "2.6");
+        script.WaitFor("hit 4");
+    });
+    EXPECT_EQ(dialog.log.Count("hit 4"), 1);
+}
+
+TEST_F(FieldTest, LettersAreRefusedWithABeep) {
+    Run([&](Script& script) {
+        Fill(script, integerField, "1a2.");
+        EXPECT_EQ(script.Text(integerField), "12");
+        EXPECT_EQ(Log().beeps, 2);
+        Fill(script, textField, "a.1");
+        EXPECT_EQ(script.Text(textField), "a.1");
+        EXPECT_EQ(Log().beeps, 2);
+    });
+}
+
+TEST_F(FieldTest, ArrowsStepTheNumber) {
+    Run([&](Script& script) {
+        script.Click(script.Middle(integerField));
+        script.Keys({{VK_UP}});
+        EXPECT_EQ(script.Text(integerField), "21");
+        script.Keys({{VK_SHIFT, VK_DOWN}});
+        EXPECT_EQ(script.Text(integerField), "11");
+        script.Keys({{VK_SHIFT, VK_DOWN}, {VK_SHIFT, VK_DOWN}});
+        EXPECT_EQ(script.Text(integerField), "1");
+        script.Keys({{VK_DOWN}});
+        EXPECT_EQ(script.Text(integerField), "1");
+        script.Click(script.Middle(realField));
+        script.Keys({{VK_UP}, {VK_UP}});
+        EXPECT_EQ(script.Text(realField), "2.7");
+        script.Keys({{VK_SHIFT, VK_UP}});
+        EXPECT_EQ(script.Text(realField), "3.7");
+        DWORD begin = 9;
+        DWORD end = 9;
+        SendMessageA(script.Item(realField), EM_GETSEL, reinterpret_cast<WPARAM>(&begin),
+                     reinterpret_cast<LPARAM>(&end));
+        EXPECT_EQ(begin, 0u);
+        EXPECT_EQ(end, 3u) << "selected, to be typed over";
+    });
+    EXPECT_EQ(dialog.log.Count("hit 3"), 3) << "not where nothing changed";
+    EXPECT_EQ(dialog.log.Count("hit 4"), 3);
+}
+
+struct BadText {
+    int item;
+    std::string typed;
+    int button;
+    std::string alert;
+    /// What the field shows then.
+    std::string left;
+    int hits;
+};
+
+class BadTextTest : public FieldTest {
+  protected:
+    void Check(const BadText& bad) {
+        Run([&](Script& script) {
+            script.SetTextLater(bad.item, bad.typed);
+            EXPECT_EQ(script.EndAlert(bad.button), bad.alert);
+            script.WaitUntil("the field's text", [&] { return script.Text(bad.item) == bad.left; });
+        });
+        EXPECT_EQ(dialog.log.Count("hit " + std::to_string(bad.item)), bad.hits) << bad.typed;
+    }
+};
+
+TEST_F(BadTextTest, WhatIsNoIntegerIsTakenBack) {
+    Check({integerField, "x", 1, "Please enter a valid integer in the range between 1 and 100.",
+           "20", 0});
+}
+
+TEST_F(BadTextTest, AFractionIsNoInteger) {
+    Check({integerField, "1.5", 1, "Please enter a valid integer in the range between 1 and 100.",
+           "20", 0});
+}
+
+TEST_F(BadTextTest, WhatIsNoRealIsTakenBack) {
+    Check({realField, "1.2.3", 1,
+           "Please enter a valid real number in the range between 0.1 and 7.1.", "2.5", 0});
+}
+
+TEST_F(BadTextTest, OkTakesTheMaximum) {
+    Check({integerField, "500", 1,
+           "An integer in the range between 1 and 100 required. Would you like to insert the "
+           "closest value?",
+           "100", 1});
+}
+
+TEST_F(BadTextTest, OkTakesTheMinimum) {
+    Check({integerField, "-3", 1,
+           "An integer in the range between 1 and 100 required. Would you like to insert the "
+           "closest value?",
+           "1", 1});
+}
+
+TEST_F(BadTextTest, CancelTakesTheOldValueBack) {
+    Check({integerField, "500", 2,
+           "An integer in the range between 1 and 100 required. Would you like to insert the "
+           "closest value?",
+           "20", 0});
+}
+
+TEST_F(BadTextTest, RealsHaveTheirOwnText) {
+    Check({realField, "9", 1,
+           "A real number in the range between 0.1 and 7.1 required. Would you like to insert the "
+           "closest value?",
+           "7.1", 1});
+}
+
+TEST_F(BadTextTest, ALongTextIsTakenBack) {
+    more = [&] { dialog.SetText(textField, "good"); };
+    Check({textField, "longer", 1, "The length of this text field must be less than 5 characters.",
+           "longe", 0});
+}
+
+TEST_F(BadTextTest, WithoutLimitsOfTheDialogTheUsualOnesHold) {
+    more = [&] {
+        dialog.SetFormat(label, "%d");
+        dialog.SetFormat(textField, "%d");
+    };
+    Check({textField, "40000", 1,
+           "An integer in the range between -32768 and 32767 required. Would you like to insert "
+           "the closest value?",
+           "32767", 1});
+}
+
+TEST_F(FieldTest, ALongTypedTextGoesBackToTheLastGoodOne) {
+    Run([&](Script& script) {
+        Fill(script, textField, "abcde");
+        SendChords({{'F'}});
+        EXPECT_EQ(script.EndAlert(1),
+                  "The length of this text field must be less than 5 characters.");
+        EXPECT_EQ(script.Text(textField), "abcde");
+    });
+}
+
+TEST_F(FieldTest, EveryAlertHasItsText) {
+    const std::vector<std::pair<short, std::string>> alerts = {
+        {18001, "Please enter a valid integer in the range between 5 and 6."},
+        {18002, "Please enter a valid integer larger than 5."},
+        {18003, "Please enter a valid integer less than 5."},
+        {18004, "Please enter a valid real number in the range between 5 and 6."},
+        {18005, "Please enter a valid real number larger than 5."},
+        {18006, "Please enter a valid real number less than 5."},
+        {18007,
+         "An integer in the range between 5 and 6 required. Would you like to insert the closest "
+         "value?"},
+        {18008, "An integer larger than 5 required. Would you like to insert the closest value?"},
+        {18009, "An integer smaller than 5 required. Would you like to insert the closest value?"},
+        {18010,
+         "A real number in the range between 5 and 6 required. Would you like to insert the "
+         "closest value?"},
+        {18011,
+         "A real number larger than 5 required. Would you like to insert the closest value?"},
+        {18012,
+         "A real number larger than 5 required. Would you like to insert the closest value?"},
+        {18013, "Please enter a valid integer."},
+        {18014, "Please enter a valid real number."},
+        {18015, "The length of this text field must be less than 5 characters."}};
+    std::vector<short> answers;
+    dialog.atHit = [&](short item) {
+        if (item == check) {
+            for (const auto& alert : alerts) {
+                answers.push_back(Alert(&dialog, alert.first, "5", "6"));
+            }
+        }
+        return item <= 2 ? item : short{0};
+    };
+    Run([&](Script& script) {
+        script.Click(script.Middle(check));
+        for (const auto& alert : alerts) {
+            const bool hasCancel = GetDlgItem(script.WaitForOther(), 2) != nullptr;
+            EXPECT_EQ(hasCancel, alert.first >= 18007 && alert.first <= 18012) << alert.first;
+            EXPECT_EQ(script.EndAlert(hasCancel ? 2 : 1), alert.second) << alert.first;
+        }
+        script.WaitUntil("all answers", [&] { return answers.size() == alerts.size(); });
+    });
+    EXPECT_EQ(answers, (std::vector<short>{1, 1, 1, 1, 1, 1, 2, 2, 2, 2, 2, 2, 1, 1, 1}));
+}
+
+TEST_F(FieldTest, AnEmptiedFieldGetsItsTextBackWhenItIsLeft) {
+    Run([&](Script& script) {
+        script.Click(script.Middle(integerField));
+        script.Keys({{VK_HOME}, {VK_SHIFT, VK_END}, {VK_DELETE}});
+        EXPECT_EQ(script.Text(integerField), "");
+        script.Keys({{VK_TAB}});
+        script.WaitUntil("the text again", [&] { return script.Text(integerField) == "20"; });
+    });
+    EXPECT_EQ(dialog.log.Count("hit 3"), 0);
+}
+
+TEST_F(FieldTest, BlanksAloneAreAnEmptyField) {
+    Run([&](Script& script) {
+        Fill(script, integerField, "  ");
+        script.Keys({{VK_TAB}});
+        script.WaitUntil("the text again", [&] { return script.Text(integerField) == "20"; });
+    });
+    EXPECT_EQ(dialog.log.Count("hit 3"), 0);
+}
+
+TEST_F(FieldTest, ARequiredTextKeepsOkDisabledWhileItIsEmpty) {
+    more = [&] { dialog.SetFormat(textField, "%+31s"); };
+    Run([&](Script& script) {
+        EXPECT_FALSE(IsWindowEnabled(script.Item(1)));
+        Fill(script, textField, "a");
+        script.WaitFor("hit 5");
+        EXPECT_TRUE(IsWindowEnabled(script.Item(1)));
+        script.Keys({{VK_BACK}});
+        script.WaitFor("hit 5", 2);
+        EXPECT_FALSE(IsWindowEnabled(script.Item(1)));
+    });
+}
+
+TEST_F(FieldTest, ValuesGoInAndOut) {
+    std::vector<double> values;
+    more = [&] {
+        dialog.SetFormat(label, "%.2f");
+        dialog.SetRange(10, 0, 300);
+        dialog.SetRange(14, -50, 50);
+        SendMessageA(GetDlgItem(static_cast<HWND>(dialog.Window()), 9), CB_ADDSTRING, 0,
+                     reinterpret_cast<LPARAM>("one"));
+        SendMessageA(GetDlgItem(static_cast<HWND>(dialog.Window()), 9), CB_ADDSTRING, 0,
+                     reinterpret_cast<LPARAM>("two"));
+        const std::vector<std::pair<short, double>> sets = {{3, 33}, {4, 3.26}, {6, 1.5},  {7, 1},
+                                                            {8, 5},  {9, 2},    {10, 250}, {11, 3},
+                                                            {12, 4}, {14, -20}, {15, 7},   {18, 2}};
+        for (const auto& [item, value] : sets) {
+            dialog.SetValue(item, value);
+            values.push_back(dialog.GetValue(item));
+        }
+        values.push_back(dialog.GetShort(4));
+        EXPECT_EQ(dialog.GetText(6), "1.50");
+        EXPECT_EQ(dialog.GetText(4), "3.3");
+    };
+    Run([](Script&) {});
+    const std::vector<double> expected = {33, 3.26F, 1.5, 1, 1, 2, 250, 3, 4, -20, 1, 2, 3};
+    EXPECT_EQ(values, expected);
+    EXPECT_EQ(dialog.log.All(), (std::vector<std::string>{"hit 2"})) << "only the end";
+}
+
+TEST_F(FieldTest, FormatsAndRangesThatFitNoItemAreFaults) {
+    std::vector<int> faults;
+    more = [&] {
+        faults = {FaultOf([&] { dialog.SetFormat(3, "%x"); }),
+                  FaultOf([&] { dialog.SetFormat(3, "%.2d"); }),
+                  FaultOf([&] { dialog.SetFormat(7, "%d"); }),
+                  FaultOf([&] { dialog.SetRange(7, 0, 1); }),
+                  FaultOf([&] { dialog.SetValue(3, 1e30); })};
+        errorCell = 0;
+    };
+    Run([](Script&) {});
+    EXPECT_EQ(faults, (std::vector<int>{18018, 18018, 18018, 20008, 18022}));
+}
+
+TEST_F(FieldTest, AnEmptyScrollBarIsDisabled) {
+    bool first = true;
+    bool second = false;
+    more = [&] {
+        dialog.SetRange(10, 0, 0);
+        first = dialog.IsEnabled(10);
+        dialog.SetRange(10, 0, 5);
+        second = dialog.IsEnabled(10);
+    };
+    Run([](Script&) {});
+    EXPECT_FALSE(first);
+    EXPECT_TRUE(second);
+}
+
+TEST_F(FieldTest, TheEditCommandsWorkOnTheField) {
+    more = [&] { dialog.SetText(textField, "abc"); };
+    Run([&](Script& script) {
+        script.Click(script.Middle(textField));
+        script.Keys({{VK_CONTROL, 'A'}, {VK_CONTROL, 'X'}});
+        script.WaitUntil("the cut", [&] { return script.Text(textField).empty(); });
+        script.WaitFor("hit 5");
+        script.Keys({{VK_CONTROL, 'V'}, {VK_CONTROL, 'V'}, {VK_CONTROL, 'Z'}});
+        script.WaitFor("menu 18201");
+    });
+    EXPECT_EQ(dialog.log.Count("menu 18209"), 1);
+    EXPECT_EQ(dialog.log.Count("menu 18204"), 1);
+    EXPECT_EQ(dialog.log.Count("menu 18206"), 2);
+}
+
+}  // namespace

@@ -1,0 +1,251 @@
+// Drawing through a dialog's port, looked at pixel by pixel.
+#include "framework/SmallPSDialog.h"
+#include "hostapi/FilterRecord.h"
+#include "tests/framework/windows/DialogScript.Win.h"
+
+namespace {
+
+constexpr short allItems = 500;
+constexpr COLORREF red = RGB(255, 0, 0);
+constexpr COLORREF blue = RGB(0, 0, 255);
+constexpr COLORREF white = RGB(255, 255, 255);
+
+/// A bare window with a port.
+class PortTest : public DialogTest {
+  protected:
+    PortTest()
+        : window(CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 60, 40, nullptr,
+                                 nullptr, nullptr, nullptr)),
+          port(window) {
+        port.SetBackground(white);
+        port.FillRect({0, 0, 40, 60});
+        port.SetForeground(red);
+    }
+    ~PortTest() override { DestroyWindow(window); }
+
+    COLORREF At(int x, int y) const {
+        const HDC context = GetDC(window);
+        const COLORREF color = GetPixel(context, x, y);
+        ReleaseDC(window, context);
+        return color;
+    }
+
+    int CountNot(COLORREF color) const {
+        int count = 0;
+        for (int y = 0; y < 40; ++y) {
+            for (int x = 0; x < 60; ++x) {
+                count += At(x, y) != color ? 1 : 0;
+            }
+        }
+        return count;
+    }
+
+    HWND window;
+    DrawingPort port;
+};
+
+TEST_F(PortTest, ALineHasBothEnds) {
+    port.DrawLine({5, 10}, {5, 20});
+    EXPECT_EQ(At(10, 5), red);
+    EXPECT_EQ(At(20, 5), red);
+    EXPECT_EQ(CountNot(white), 11);
+    port.DrawLine({8, 3}, {8, 3});
+    EXPECT_EQ(CountNot(white), 12);
+}
+
+TEST_F(PortTest, InExclusiveOrTheEndIsLeftOutAndTwiceIsNothing) {
+    port.SetForeground(0);
+    port.SetPenMode(PenMode::exclusiveOr);
+    port.DrawLine({5, 10}, {5, 20});
+    EXPECT_EQ(CountNot(white), 10);
+    EXPECT_EQ(At(20, 5), white);
+    port.DrawLine({5, 10}, {5, 20});
+    EXPECT_EQ(CountNot(white), 0);
+    port.PaintRect({1, 1, 5, 5});
+    EXPECT_EQ(CountNot(white), 16);
+    port.PaintRect({1, 1, 5, 5});
+    port.FrameRect({2, 2, 12, 22});
+    EXPECT_EQ(CountNot(white), 2 * 20 + 2 * 8);
+    port.FrameRect({2, 2, 12, 22});
+    EXPECT_EQ(CountNot(white), 0);
+    port.ResetPen();
+    port.DrawLine({5, 10}, {5, 20});
+    EXPECT_EQ(CountNot(white), 11);
+}
+
+TEST_F(PortTest, RectanglesAreFilledPaintedAndFramed) {
+    port.PaintRect({10, 10, 20, 30});
+    EXPECT_EQ(CountNot(white), 200);
+    EXPECT_EQ(At(10, 10), red);
+    EXPECT_EQ(At(29, 19), red);
+    EXPECT_EQ(At(30, 19), white);
+    port.FillRect({10, 10, 20, 30});
+    EXPECT_EQ(CountNot(white), 0);
+    port.SetPenWidth(3);
+    port.FrameRect({10, 10, 20, 30});
+    EXPECT_EQ(CountNot(white), 200 - 14 * 4);
+    EXPECT_EQ(At(12, 12), red);
+    EXPECT_EQ(At(13, 13), white);
+    port.FrameRect({30, 30, 31, 31});
+    EXPECT_EQ(At(30, 30), red);
+    port.FrameRect({35, 35, 35, 50});
+    EXPECT_EQ(CountNot(white), 200 - 14 * 4 + 1);
+}
+
+TEST_F(PortTest, DrawingIsClipped) {
+    const Region region(hostapi::Rect{0, 0, 10, 10});
+    Region before;
+    port.CopyClip(before);
+    port.SetClip(region);
+    port.PaintRect({5, 5, 20, 20});
+    EXPECT_EQ(CountNot(white), 25);
+    const Region extra(hostapi::Rect{0, 0, 40, 6});
+    port.SetExtraClip(&extra);
+    port.SetForeground(blue);
+    port.PaintRect({5, 5, 20, 20});
+    EXPECT_EQ(At(5, 5), blue);
+    EXPECT_EQ(At(5, 6), red);
+    port.SetExtraClip(nullptr);
+    port.SetClip(before);
+    port.PaintRect({5, 5, 20, 20});
+    EXPECT_EQ(CountNot(white), 225);
+    port.SetClipRect({0, 0, 1, 1});
+    port.PaintRect({0, 0, 40, 60});
+    EXPECT_EQ(CountNot(white), 226);
+}
+
+TEST_F(PortTest, TheHostDrawsIntoTheClipRegion) {
+    EXPECT_EQ(port.Target().window, window);
+    RECT box{};
+    GetRgnBox(static_cast<HRGN>(port.Target().clipRegion), &box);
+    EXPECT_EQ(box.right, 30000);
+    EXPECT_EQ(box.bottom, 30000);
+}
+
+TEST_F(PortTest, SystemColorsHaveNumbers) {
+    port.SetSystemColor(systemHighlight);
+    EXPECT_EQ(port.Foreground(), GetSysColor(COLOR_HIGHLIGHT));
+    port.SetSystemColor(5);
+    EXPECT_EQ(port.Foreground(), GetSysColor(COLOR_ACTIVECAPTION));
+    port.SetSystemColor(8);
+    EXPECT_EQ(port.Foreground(), GetSysColor(COLOR_ACTIVECAPTION));
+    port.SetSystemColor(7);
+    EXPECT_EQ(port.Foreground(), GetSysColor(COLOR_WINDOW));
+    EXPECT_EQ(FaultOf([&] { port.SetSystemColor(9); }), 20008);
+    EXPECT_EQ(FaultOf([&] { port.SetSystemColor(0); }), 20008);
+}
+
+TEST_F(PortTest, PicturesAndIconsAreFoundByNumber) {
+    EXPECT_EQ(port.DrawPicture(603, {0, 0, 20, 20}), 0);
+    EXPECT_GT(CountNot(white), 100);
+    port.FillRect({0, 0, 40, 60});
+    EXPECT_EQ(port.DrawIcon(601, {10, 20}), 0);
+    EXPECT_GT(CountNot(white), 20);
+    EXPECT_EQ(port.IconSize(601).h, 9);
+    EXPECT_EQ(port.IconSize(601).v, 9);
+    port.FillRect({0, 0, 40, 60});
+    EXPECT_EQ(port.DrawPicture(9999, {0, 0, 20, 20}), 20001);
+    EXPECT_EQ(port.DrawIcon(9999, {0, 0}), 20001);
+    EXPECT_EQ(port.IconSize(9999).h, 0);
+    EXPECT_EQ(CountNot(white), 0);
+}
+
+/// The leftmost column and the topmost row with a pixel.
+POINT Corner(const Pixels& pixels, COLORREF ground) {
+    POINT corner{pixels.width, pixels.height};
+    for (int y = 0; y < pixels.height; ++y) {
+        for (int x = 0; x < pixels.width; ++x) {
+            if (pixels.At(x, y) != ground) {
+                corner.x = x < corner.x ? x : corner.x;
+                corner.y = y < corner.y ? y : corner.y;
+            }
+        }
+    }
+    return corner;
+}
+
+TEST_F(PortTest, TextIsAligned) {
+    const auto corner = [&](unsigned flags) {
+        port.SetForeground(0);
+        port.DrawText("I", {0, 0, 40, 60}, flags);
+        Pixels pixels{60, 40, {}};
+        for (int y = 0; y < 40; ++y) {
+            for (int x = 0; x < 60; ++x) {
+                pixels.colors.push_back(At(x, y));
+            }
+        }
+        return Corner(pixels, white);
+    };
+    const POINT plain = corner(0);
+    EXPECT_LT(plain.x, 4);
+    EXPECT_LT(plain.y, 6);
+    EXPECT_GT(corner(textRight).x, 50);
+    EXPECT_NEAR(corner(textCentered).x, 29, 3);
+    EXPECT_NEAR(corner(textMiddle).y, 15, 4);
+    EXPECT_GT(corner(textBottom).y, 25);
+    EXPECT_GT(corner(textMiddle | textRight).x, 50);
+}
+
+TEST_F(PortTest, StringsAreLoadedByBaseAndIndex) {
+    char text[textBufferSize] = "before";
+    EXPECT_EQ(LoadIndexedString(text, 500, 4), 0);
+    EXPECT_STREQ(text, "Help on item 4.");
+    EXPECT_EQ(LoadIndexedString(text, 500, 5), 20001);
+    EXPECT_STREQ(text, "");
+}
+
+TEST_F(PortTest, InvalidRectanglesArePaintedAgainWithoutErasing) {
+    port.InvalidateRect({3, 4, 10, 20});
+    RECT update{};
+    EXPECT_TRUE(GetUpdateRect(window, &update, FALSE));
+    EXPECT_EQ(update.left, 4);
+    EXPECT_EQ(update.top, 3);
+    EXPECT_EQ(update.right, 20);
+    EXPECT_EQ(update.bottom, 10);
+}
+
+class ColorDialog : public SmallPSDialog {
+  public:
+    explicit ColorDialog(hostapi::FilterRecord* filter) : SmallPSDialog(allItems, filter) {}
+
+    void Idle() override {
+        if (!wasDrawn) {
+            DrawColorBox({100, 100, 110, 120}, MakeColor24(200, 100, 50));
+            MoveTo(10, 3);
+            LineTo(15, 3);
+            LineTo(15, 6);
+            const HWND handle = static_cast<HWND>(Window());
+            const HDC context = GetDC(handle);
+            colors = {GetPixel(context, 100, 100), GetPixel(context, 101, 101),
+                      GetPixel(context, 102, 102), GetPixel(context, 119, 109),
+                      GetPixel(context, 15, 6)};
+            ReleaseDC(handle, context);
+            wasDrawn = true;
+            SetPlacement(60, 70);
+            placed = ClientRectangle();
+        }
+        Close(9);
+    }
+
+    bool wasDrawn = false;
+    std::vector<COLORREF> colors;
+    hostapi::Rect placed{};
+};
+
+TEST_F(DialogTest, AColorBoxHasAFrameAndAShade) {
+    ColorDialog dialog(&record);
+    EXPECT_EQ(dialog.Run(), 9);
+    EXPECT_EQ(dialog.colors,
+              (std::vector<COLORREF>{RGB(0, 0, 0), RGB(140, 140, 140), RGB(200, 100, 50),
+                                     RGB(0, 0, 0), RGB(0, 0, 0)}));
+    EXPECT_EQ(dialog.placed.top, 60);
+    EXPECT_EQ(dialog.placed.left, 70);
+    EXPECT_EQ(dialog.Record(), &record);
+}
+
+TEST_F(DialogTest, ADialogOfTheHostNeedsItsRecord) {
+    EXPECT_EQ(AssertionOf([] { ColorDialog dialog(nullptr); }),
+              "SmallPSDialog / Zeile 23 !(f != NULL)");
+}
+
+}  // namespace
