@@ -8,6 +8,7 @@
 #include "files/FileDialog.Win.h"
 #include "framework/About.Win.h"
 #include "framework/Alert.Win.h"
+#include "framework/NorvantaDialog.h"
 #include "hostapi/Results.h"
 #include "shell/FatalError.Win.h"
 #include "shell/Zandermolite.h"
@@ -38,7 +39,11 @@ int TemporaryPath(char* buffer, int size) {
     return static_cast<int>(GetTempPathA(static_cast<DWORD>(size), buffer));
 }
 
+/// Over the dialog that is in use, which rests meanwhile.
 int ShowAlert(std::int16_t id, const AlertTexts& texts) {
+    if (NorvantaDialog* const active = NorvantaDialog::Active()) {
+        return Alert(active, id, texts[0], texts[1], texts[2], texts[3]);
+    }
     return Alert(static_cast<HWND>(hostWindow), id, texts);
 }
 
