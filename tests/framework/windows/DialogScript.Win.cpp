@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <fstream>
 #include <thread>
 
 #include "framework/DialogState.h"
-#include "host/Picture.h"
 #include "shell/FatalError.h"
 #include "tests/e2e/InputDesktop.Win.h"
 
@@ -91,6 +91,28 @@ Pixels CopyPixels(HWND window) {
     }
     ReleaseDC(window, context);
     return pixels;
+}
+
+/// Rows of whole 32-bit pixels, from the top.
+void WriteBitmap(const Pixels& pixels, const std::string& path) {
+    BITMAPINFOHEADER header{};
+    header.biSize = sizeof header;
+    header.biWidth = pixels.width;
+    header.biHeight = -pixels.height;
+    header.biPlanes = 1;
+    header.biBitCount = 32;
+    BITMAPFILEHEADER file{};
+    file.bfType = 0x4D42;
+    file.bfOffBits = sizeof file + sizeof header;
+    std::ofstream out(path, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(&file), sizeof file);
+    out.write(reinterpret_cast<const char*>(&header), sizeof header);
+    for (const COLORREF color : pixels.colors) {
+        const char bytes[] = {static_cast<char>(GetBValue(color)),
+                              static_cast<char>(GetGValue(color)),
+                              static_cast<char>(GetRValue(color)), 0};
+        out.write(bytes, sizeof bytes);
+    }
 }
 
 }  // namespace
@@ -306,21 +328,9 @@ Pixels Script::Shot(int item) const {
 }
 
 void Script::KeepPicture(const std::string& name) const {
-    if (screenshotFolder.empty()) {
-        return;
+    if (!screenshotFolder.empty()) {
+        WriteBitmap(Shot(), screenshotFolder + "/" + name + ".bmp");
     }
-    const Pixels shot = Shot();
-    host::Picture picture = host::MakePicture(shot.width, shot.height, 3);
-    for (int y = 0; y < shot.height; ++y) {
-        for (int x = 0; x < shot.width; ++x) {
-            const COLORREF pixel = shot.At(x, y);
-            std::uint8_t* const bytes = picture.Pixel(x, y);
-            bytes[0] = GetRValue(pixel);
-            bytes[1] = GetGValue(pixel);
-            bytes[2] = GetBValue(pixel);
-        }
-    }
-    host::SavePicture(picture, screenshotFolder + "/" + name + ".png");
 }
 
 int RunWithScript(TestDialog& dialog, const std::function<void(Script&)>& script) {
@@ -349,12 +359,25 @@ int RunWithScript(TestDialog& dialog, const std::function<void(Script&)>& script
     return result;
 }
 
-DialogTest::DialogTest() {
+PlatformLog& Log() {
+    static PlatformLog log;
+    return log;
+}
+
+DialogTest::DialogTest() : servicesOutside(platformServices) {
+    Log().faults.clear();
+    Log().beeps = 0;
     LetTimePass();
+    platformServices.tickCount = [] { return Log().ticks.load(); };
+    platformServices.beep = [] { ++Log().beeps; };
+    platformServices.reportFault = [](std::int16_t id, const char* file, int) {
+        Log().faults.push_back({id, file});
+    };
 }
 
 DialogTest::~DialogTest() {
     errorCell = 0;
+    platformServices = servicesOutside;
     EXPECT_EQ(dialogState.newest, nullptr);
     EXPECT_EQ(dialogState.dragDepth, 0);
 }

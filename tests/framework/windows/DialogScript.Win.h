@@ -1,8 +1,10 @@
 // Opens a dialog in the test's thread and lets a script use it from another, with real input.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <windows.h>
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 #include <string>
@@ -10,7 +12,8 @@
 #include <vector>
 
 #include "framework/NorvantaDialog.h"
-#include "tests/support/CoreTest.h"
+#include "hostapi/FilterRecord.h"
+#include "shell/Platform.h"
 
 /// Where to leave pictures for people to look at; empty for nowhere.
 extern std::string screenshotFolder;
@@ -125,12 +128,43 @@ class Script {
 /// Answers what Run answers.
 int RunWithScript(TestDialog& dialog, const std::function<void(Script&)>& script);
 
-/// Tests of dialogs: no error pending before or behind, no clock that runs by itself.
-class DialogTest : public CoreTest {
+/// What the platform of the running test was asked to do.
+struct PlatformLog {
+    struct Fault {
+        int id;
+        std::string file;
+    };
+    std::vector<Fault> faults;
+    std::atomic<int> beeps = 0;
+    /// The clock, in milliseconds; it stands still by itself.
+    std::atomic<std::uint32_t> ticks = 0;
+};
+
+/// The log of the running DialogTest.
+PlatformLog& Log();
+
+/// Tests of dialogs: no error pending before or behind, faults noted in place of being shown.
+class DialogTest : public testing::Test {
   protected:
     DialogTest();
     ~DialogTest() override;
 
     /// The next click is no second one.
     static void LetTimePass() { Log().ticks += 10000; }
+
+    hostapi::FilterRecord record{};
+
+  private:
+    PlatformServices servicesOutside;
 };
+
+/// Runs `operation`; answers the id that it throws, 0 for none.
+template <typename Operation>
+int FaultOf(Operation operation) {
+    try {
+        operation();
+    } catch (std::int16_t id) {
+        return id;
+    }
+    return 0;
+}

@@ -1,7 +1,8 @@
 // Drawing through a dialog's port, looked at pixel by pixel.
+#include "tests/framework/windows/DialogScript.Win.h"
+
 #include "framework/SmallPSDialog.h"
 #include "hostapi/FilterRecord.h"
-#include "tests/framework/windows/DialogScript.Win.h"
 
 namespace {
 
@@ -244,8 +245,9 @@ TEST_F(DialogTest, AColorBoxHasAFrameAndAShade) {
 }
 
 TEST_F(DialogTest, ADialogOfTheHostNeedsItsRecord) {
-    EXPECT_EQ(AssertionOf([] { ColorDialog dialog(nullptr); }),
-              "SmallPSDialog / Zeile 23 !(f != NULL)");
+    EXPECT_EQ(FaultOf([] { ColorDialog dialog(nullptr); }), 2);
+    ASSERT_EQ(Log().faults.size(), 1u);
+    EXPECT_EQ(Log().faults[0].file, "SmallPSDialog / Zeile 23 !(f != NULL)");
 }
 
 }  // namespace
