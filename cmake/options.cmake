@@ -1,5 +1,6 @@
 # What every target of the project is compiled and linked with.
 option(ZANDERMOLITE_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(ZANDERMOLITE_FUZZ "Build the fuzz targets of libFuzzer alone; needs Clang" OFF)
 
 add_library(project_options INTERFACE)
 target_include_directories(project_options INTERFACE ${PROJECT_SOURCE_DIR})
@@ -9,9 +10,10 @@ target_compile_options(project_options INTERFACE
   -ffp-contract=off -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=
   -Wall -Wextra -Wpedantic -Werror -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast
   -Wcast-qual -Wcast-align -Wnon-virtual-dtor -Woverloaded-virtual
-  -Wduplicated-cond -Wlogical-op -Wformat=2 -Wextra-semi
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond> $<$<CXX_COMPILER_ID:GNU>:-Wlogical-op>
+  -Wformat=2 -Wextra-semi
   # GCC 12 sees overlaps in its own library's string concatenation.
-  -Wno-restrict)
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(WIN32)
   target_compile_definitions(project_options INTERFACE
     WIN32_LEAN_AND_MEAN NOMINMAX WINVER=0x0501 _WIN32_WINNT=0x0501 __USE_MINGW_ANSI_STDIO=1)
@@ -30,6 +32,9 @@ if(ZANDERMOLITE_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize=alignment
                       -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
+endif()
+if(ZANDERMOLITE_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 # Header-only libraries of the system, reached without /usr/include itself: a cross compiler must

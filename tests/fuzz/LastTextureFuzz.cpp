@@ -1,0 +1,55 @@
+// Reads any bytes as the file of the last texture; for libFuzzer.
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
+#include "host/MemorySuites.h"
+#include "raster/PicStorage.h"
+#include "shell/LastTexture.h"
+#include "shell/PhotoshopUtilities.h"
+#include "tests/fuzz/Require.h"
+
+namespace {
+
+/// Enough for a texture of 512 by 512 with its undo store; larger ones meet a shortage.
+constexpr std::int32_t hostMemory = 4 << 20;
+
+/// What is written again is what was read.
+void CheckWritten(const PaintClass& pic, const std::uint8_t* data, std::size_t size) {
+    char* written = nullptr;
+    std::size_t writtenSize = 0;
+    {
+        const FilePointer stream(open_memstream(&written, &writtenSize));
+        Require(WriteTexture(stream.get(), pic));
+    }
+    Require(writtenSize <= size && std::memcmp(written, data, writtenSize) == 0);
+    std::free(written);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) {
+        return 0;  // no stream can be had of nothing
+    }
+    host::MemorySettings settings;
+    settings.budget = hostMemory;
+    host::MemorySuites suites(settings);
+    hostapi::FilterRecord record{};
+    record.bufferProcs = suites.Buffers();
+    record.handleProcs = suites.Handles();
+    filterRecord = &record;
+    {
+        std::string copy(reinterpret_cast<const char*>(data), size);
+        const FilePointer stream(fmemopen(copy.data(), copy.size(), "rb"));
+        const auto pic = ReadTexture(stream.get());
+        if (pic) {
+            CheckWritten(*pic, data, size);
+        }
+    }
+    filterRecord = nullptr;
+    suites.CheckAtEnd();
+    Require(suites.FoundFaults().IsEmpty());
+    return 0;
+}

@@ -1,0 +1,11 @@
+// What a fuzz target insists on.
+#pragma once
+
+#include <cstdlib>
+
+/// Ends the program, which libFuzzer reports with the input.
+inline void Require(bool holds) {
+    if (!holds) {
+        std::abort();
+    }
+}
