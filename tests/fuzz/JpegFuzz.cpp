@@ -1,12 +1,12 @@
 // Loads any bytes as a texture file; for libFuzzer.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 #include "files/TextureFile.h"
 #include "host/ColorServices.h"
 #include "host/MemorySuites.h"
 #include "shell/PhotoshopUtilities.h"
+#include "tests/fuzz/Require.h"
 #include "tests/support/MemoryFile.h"
 
 namespace {
@@ -38,12 +38,6 @@ class Host {
     host::MemorySuites suites{host::MemorySettings{}};
     hostapi::FilterRecord record{};
 };
-
-void Require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 /// With the host that is there, so that no raster outlives it.
 void LoadAsTexture() {

@@ -12,8 +12,8 @@
 
 namespace {
 
-/// Enough for a texture of 512 by 512 with its undo store; larger ones meet a shortage.
-constexpr std::int32_t hostMemory = 4 << 20;
+/// Little, so that runs are quick: textures of more than some 180 by 180 meet a shortage.
+constexpr std::int32_t hostMemory = 1 << 18;
 
 /// What is written again is what was read.
 void CheckWritten(const PaintClass& pic, const std::uint8_t* data, std::size_t size) {
