@@ -137,6 +137,21 @@ INT_PTR CALLBACK DialogWindow::Procedure(HWND window, UINT message, WPARAM wPara
     return handled ? TRUE : FALSE;
 }
 
+/// The time of Setup. It needs its window to the end: an error from before closes the dialog
+/// afterwards.
+class OpeningSection {
+  public:
+    explicit OpeningSection(NorvantaDialog& newDialog) : dialog(newDialog) {
+        dialog.isOpening = true;
+    }
+    OpeningSection(const OpeningSection&) = delete;
+    OpeningSection& operator=(const OpeningSection&) = delete;
+    ~OpeningSection() { dialog.isOpening = false; }
+
+  private:
+    NorvantaDialog& dialog;
+};
+
 /// Whether the system shall choose the first focus.
 bool DialogWindow::Open(HWND window, NorvantaDialog& dialog) {
     dialog.port = std::make_unique<DrawingPort>(window);
@@ -147,7 +162,10 @@ bool DialogWindow::Open(HWND window, NorvantaDialog& dialog) {
     dialog.isInAlert = false;
     dialog.helpId = 0;
     dialog.previousFocus = dialogState.focused;
-    dialog.Setup();
+    {
+        const OpeningSection section(dialog);
+        dialog.Setup();
+    }
     if (!dialog.windowExists || dialog.isKeptHidden) {
         return true;
     }
@@ -158,7 +176,8 @@ bool DialogWindow::Open(HWND window, NorvantaDialog& dialog) {
     ShowWindow(window, IsZoomed(window) ? SW_SHOWMAXIMIZED : SW_SHOW);
     SetForegroundWindow(window);
     dialog.isShown = true;
-    return dialog.GetFocusItem() == 0;
+    // Being shown brings messages, and one may have closed it.
+    return !dialog.windowExists || dialog.GetFocusItem() == 0;
 }
 
 /// A window larger than its screen's work area is cut to it, and one that sticks out moves in.
@@ -205,7 +224,9 @@ LRESULT CALLBACK DialogWindow::Subclass(HWND window, UINT message, WPARAM wParam
 bool DialogWindow::Handle(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (errorCell != 0) {
         // What was thrown below a message ends the dialog, and then the ones below it.
-        dialog.Close(errorCell);
+        if (!dialog.isOpening) {
+            dialog.Close(errorCell);
+        }
         return false;
     }
     Refresh(dialog, message);
@@ -282,7 +303,7 @@ bool DialogWindow::Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam
             TakeSize(dialog, wParam);
             return false;
         case WM_MOVE:
-            NoteClientRectangle(dialog);
+            NoteClientPlace(dialog);
             return false;
         case WM_SETCURSOR:
             return IsInClient(lParam) && IsWindowEnabled(Window(dialog));
@@ -402,6 +423,17 @@ bool DialogWindow::TakeScroll(NorvantaDialog& dialog, int code, int place, HWND 
         dialog.HitItem(item);
     }
     return true;
+}
+
+/// The size stays as recorded: the system tells of a move before it tells of a new size.
+void DialogWindow::NoteClientPlace(NorvantaDialog& dialog) {
+    if (IsIconic(Window(dialog))) {
+        return;
+    }
+    POINT corner{};
+    ClientToScreen(Window(dialog), &corner);
+    hostapi::Rect& client = dialog.clientRectangle;
+    client = Offset(client, corner.x - client.left, corner.y - client.top);
 }
 
 void DialogWindow::TakeSize(NorvantaDialog& dialog, WPARAM wParam) {

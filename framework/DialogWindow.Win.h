@@ -38,6 +38,7 @@ class DialogWindow {
     static void NoteClientRectangle(NorvantaDialog& dialog);
 
   private:
+    static void NoteClientPlace(NorvantaDialog& dialog);
     static bool Open(HWND window, NorvantaDialog& dialog);
     static void FitToScreen(NorvantaDialog& dialog);
     static bool Handle(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam);

@@ -23,8 +23,12 @@ GdiObject Made(HGDIOBJ object, int line) {
     return GdiObject(object);
 }
 
-bool IsDown(int key) {
-    return (GetAsyncKeyState(key) & 0x8000) != 0;
+int ModifiersBy(SHORT(WINAPI* stateOf)(int key)) {
+    const auto bit = [stateOf](int key, int modifier) {
+        return (stateOf(key) & 0x8000) != 0 ? modifier : 0;
+    };
+    return bit(VK_CONTROL, modifierControl) | bit(VK_SHIFT, modifierShift) |
+           bit(VK_CAPITAL, modifierCapsLock) | bit(VK_MENU, modifierAlt);
 }
 
 /// The colour of the system behind a number of SystemColor; -1 for an unknown number.
@@ -88,8 +92,11 @@ std::int16_t LoadIndexedString(char* buffer, int base, int index) {
 }
 
 int GetModifiers() {
-    return (IsDown(VK_CONTROL) ? modifierControl : 0) | (IsDown(VK_SHIFT) ? modifierShift : 0) |
-           (IsDown(VK_CAPITAL) ? modifierCapsLock : 0) | (IsDown(VK_MENU) ? modifierAlt : 0);
+    return ModifiersBy(GetAsyncKeyState);
+}
+
+int GetMessageModifiers() {
+    return ModifiersBy(GetKeyState);
 }
 
 // --- Regions ---

@@ -83,8 +83,11 @@ enum Modifier : int {
     modifierCapsLock = 4,
     modifierAlt = 8
 };
-/// The keys held down at this moment, not when a message was sent.
+/// The keys held down now: for a drag, which takes no messages meanwhile.
 int GetModifiers();
+/// The keys held down when the message that is being handled came: for a key, which may have been
+/// let go since.
+int GetMessageModifiers();
 
 // --- Regions ---
 

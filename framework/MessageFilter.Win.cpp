@@ -98,7 +98,7 @@ bool DialogWindow::FilterKey(NorvantaDialog& dialog, const MSG& message) {
     if (FilterSystemKey(dialog, character)) {
         return true;
     }
-    const short item = dialog.KeyDown(character, GetModifiers());
+    const short item = dialog.KeyDown(character, GetMessageModifiers());
     if (item < 0) {
         return false;
     }
@@ -110,7 +110,7 @@ bool DialogWindow::FilterSystemKey(NorvantaDialog& dialog, int character) {
     switch (character) {
         case tabCharacter:
             if (const short item = dialog.GetFocusItem(); item != 0) {
-                dialog.SetFocus(item, (GetModifiers() & modifierShift) != 0 ? -1 : 1);
+                dialog.SetFocus(item, (GetMessageModifiers() & modifierShift) != 0 ? -1 : 1);
             }
             return true;
         case escapeCharacter:

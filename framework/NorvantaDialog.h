@@ -240,6 +240,7 @@ class NorvantaDialog {
     friend class DialogWindow;
     friend class DialogSuspension;
     friend class AlertSection;
+    friend class OpeningSection;
 
     bool IsItem(short item) const { return item >= 1 && item <= itemCount; }
     ItemRecord& Record(short item);
@@ -281,6 +282,8 @@ class NorvantaDialog {
     hostapi::Point minimumSize{};
     hostapi::Rect clientRectangle{};
     bool windowExists = false;
+    /// Setup runs.
+    bool isOpening = false;
     bool isShown = false;
     bool wasPlaced = false;
     bool isKeptHidden = false;

@@ -173,7 +173,7 @@ TEST_F(ControlsTest, ALiveMenuFollowsThePointerAndComesBack) {
         SendChords({{VK_END}});
         script.WaitFor("hit 13");
         CloseMenu(script, VK_ESCAPE);
-        script.WaitFor("hit 13", 2);
+        script.WaitFor("hit 13 twice");
     });
     EXPECT_EQ(values, (std::vector<int>{5, 2}));
 }

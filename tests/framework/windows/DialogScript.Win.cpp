@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdio>
 #include <fstream>
 #include <thread>
 
@@ -16,6 +17,8 @@ namespace {
 constexpr DWORD pollMilliseconds = 5;
 /// Long enough for a loaded machine; nothing waits for it in vain unless it fails.
 constexpr DWORD patienceMilliseconds = 20000;
+/// Thrown where a wait has failed, so that the script ends there.
+struct ScriptFailure {};
 /// The system keeps "not pressed" for a while: a press that comes earlier would not be seen.
 constexpr DWORD betweenPresses = 60;
 
@@ -45,6 +48,18 @@ BOOL CALLBACK TakeDialog(HWND window, LPARAM parameter) {
         return FALSE;
     }
     return TRUE;
+}
+
+/// How often the dialog's thread has found nothing to do but its timers and the rest of a drag.
+std::atomic<unsigned> rests = 0;
+
+/// The timers' messages are the last: the system gives them out when no input waits.
+LRESULT CALLBACK CountTimers(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HC_ACTION && wParam == PM_REMOVE &&
+        reinterpret_cast<const MSG*>(lParam)->message == WM_TIMER) {
+        ++rests;
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
 HWND FindDialog(DWORD thread, HWND except) {
@@ -175,6 +190,7 @@ void TestDialog::DrawItem(short item) {
 }
 
 void TestDialog::Idle() {
+    ++rests;
     if (atIdle) {
         atIdle();
     }
@@ -196,8 +212,9 @@ Script::~Script() {
 }
 
 void Script::Settle() const {
-    DWORD_PTR ignored;
-    SendMessageTimeoutA(dialog, WM_NULL, 0, 0, SMTO_BLOCK, patienceMilliseconds, &ignored);
+    // The first one may have been on its way already.
+    const unsigned before = rests;
+    WaitUntil("the dialog's rest", [&] { return rests - before >= 3 || !IsWindow(dialog); });
 }
 
 POINT Script::Inside(int item, int x, int y) const {
@@ -285,6 +302,7 @@ void Script::WaitUntil(const std::string& what, const std::function<bool()>& con
         seen += event + "; ";
     }
     ADD_FAILURE() << "did not come: " << what << "\nseen: " << seen;
+    throw ScriptFailure{};
 }
 
 int Script::Focus() const {
@@ -333,29 +351,66 @@ void Script::KeepPicture(const std::string& name) const {
     }
 }
 
+namespace {
+
+/// Ends whatever still runs in the thread: a drag, a menu, dialogs over the test's, at last that
+/// one. A dialog that stays all the same ends the program, so that no failure becomes a hang.
+void EndAll(DWORD thread, HWND dialog, HWND before, const std::atomic<bool>& finished) {
+    constexpr UINT cancel = WM_APP + 2;
+    for (DWORD waited = 0; !finished && waited < patienceMilliseconds; waited += betweenPresses) {
+        const HWND top = FindDialog(thread, before);
+        if (top == nullptr || top == dialog) {
+            PostMessageA(dialog, WM_CANCELMODE, 0, 0);
+            PostMessageA(dialog, cancel, 0, 0);
+        } else {
+            PostMessageA(top, WM_CLOSE, 0, 0);
+        }
+        Sleep(betweenPresses);
+    }
+    if (!finished) {
+        std::fprintf(stderr, "a dialog could not be closed\n");
+        std::fflush(nullptr);
+        TerminateProcess(GetCurrentProcess(), 1);
+    }
+}
+
+/// What the script's thread does.
+void Play(DWORD thread, HWND before, TestDialog& dialog, const std::atomic<bool>& finished,
+          const std::function<void(Script&)>& script) {
+    HWND window = nullptr;
+    Wait([&] { return finished || (window = FindDialog(thread, before)) != nullptr; });
+    if (window == nullptr) {
+        return;
+    }
+    try {
+        Script running(window, dialog);
+        running.Settle();
+        script(running);
+    } catch (const ScriptFailure&) {
+        // It is noted already. What the test's dialog answers to its cancel item is unknown here;
+        // a pending error ends it whatever it answers.
+        ReleaseMouse();
+        errorCell = faultBadArgument;
+    }
+    EndAll(thread, window, before, finished);
+}
+
+}  // namespace
+
 int RunWithScript(TestDialog& dialog, const std::function<void(Script&)>& script) {
     const DWORD thread = GetCurrentThreadId();
     const HDESK desktop = GetThreadDesktop(thread);
     const HWND before = FindDialog(thread, nullptr);
+    const HHOOK timers = SetWindowsHookExA(WH_GETMESSAGE, CountTimers, nullptr, thread);
     std::atomic<bool> finished = false;
     std::thread helper([&] {
         SetThreadDesktop(desktop);
-        HWND window = nullptr;
-        Wait([&] { return finished || (window = FindDialog(thread, before)) != nullptr; });
-        if (window == nullptr) {
-            return;
-        }
-        Script running(window, dialog);
-        running.Settle();
-        script(running);
-        if (IsWindow(window)) {
-            // So that the program ends, and says what failed.
-            PostMessageA(window, WM_APP + 2, 0, 0);
-        }
+        Play(thread, before, dialog, finished, script);
     });
     const int result = dialog.Run();
     finished = true;
     helper.join();
+    UnhookWindowsHookEx(timers);
     return result;
 }
 

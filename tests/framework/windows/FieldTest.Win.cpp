@@ -345,12 +345,17 @@ TEST_F(FieldTest, TheEditCommandsWorkOnTheField) {
         script.Keys({{VK_CONTROL, 'A'}, {VK_CONTROL, 'X'}});
         script.WaitUntil("the cut", [&] { return script.Text(textField).empty(); });
         script.WaitFor("hit 5");
-        script.Keys({{VK_CONTROL, 'V'}, {VK_CONTROL, 'V'}, {VK_CONTROL, 'Z'}});
-        script.WaitFor("menu 18201");
+        script.Keys({{VK_CONTROL, 'Z'}});
+        script.WaitFor("hit 5", 2);
+        EXPECT_EQ(script.Text(textField), "abc");
+        script.Keys({{VK_END}, {VK_BACK}, {VK_BACK}, {VK_CONTROL, 'V'}});
+        script.WaitFor("hit 5", 5);
+        EXPECT_EQ(script.Text(textField), "aabc");
     });
-    EXPECT_EQ(dialog.log.Count("menu 18209"), 1);
-    EXPECT_EQ(dialog.log.Count("menu 18204"), 1);
-    EXPECT_EQ(dialog.log.Count("menu 18206"), 2);
+    EXPECT_EQ(dialog.log.All(),
+              (std::vector<std::string>{"menu 18209", "menu 18204", "hit 5", "menu 18201", "hit 5",
+                                        "key 8 0", "hit 5", "key 8 0", "hit 5", "menu 18206",
+                                        "hit 5", "hit 2"}));
 }
 
 }  // namespace

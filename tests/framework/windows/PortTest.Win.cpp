@@ -105,7 +105,8 @@ TEST_F(PortTest, DrawingIsClipped) {
     port.SetForeground(blue);
     port.PaintRect({5, 5, 20, 20});
     EXPECT_EQ(At(5, 5), blue);
-    EXPECT_EQ(At(5, 6), red);
+    EXPECT_EQ(At(5, 9), blue);
+    EXPECT_EQ(At(6, 5), red);
     port.SetExtraClip(nullptr);
     port.SetClip(before);
     port.PaintRect({5, 5, 20, 20});
@@ -196,6 +197,7 @@ TEST_F(PortTest, StringsAreLoadedByBaseAndIndex) {
 }
 
 TEST_F(PortTest, InvalidRectanglesArePaintedAgainWithoutErasing) {
+    ValidateRect(window, nullptr);
     port.InvalidateRect({3, 4, 10, 20});
     RECT update{};
     EXPECT_TRUE(GetUpdateRect(window, &update, FALSE));
@@ -203,6 +205,7 @@ TEST_F(PortTest, InvalidRectanglesArePaintedAgainWithoutErasing) {
     EXPECT_EQ(update.top, 3);
     EXPECT_EQ(update.right, 20);
     EXPECT_EQ(update.bottom, 10);
+    EXPECT_EQ(At(5, 5), white) << "what stands there stays";
 }
 
 class ColorDialog : public SmallPSDialog {
