@@ -119,6 +119,21 @@ void PaintAnyStroke(PaintClass& pic, AnyInput& input) {
     }
 }
 
+/// Words alone rarely make shapes that show.
+ShapesParams AnyShapes(AnyInput& input) {
+    auto params = input.Record<ShapesParams>();
+    if (!input.OneIn(4)) {
+        params.kind = input.Number(1, 3);
+        params.sizeX = input.Real();
+        params.sizeY = input.Real();
+    }
+    if (!input.OneIn(4)) {
+        params.repeatX = static_cast<std::int16_t>(input.Number(1, 5));
+        params.repeatY = static_cast<std::int16_t>(input.Number(1, 5));
+    }
+    return params;
+}
+
 void ShiftAnywhere(PaintClass& pic, AnyInput& input) {
     if (!input.OneIn(8)) {
         pic.GetClone();
@@ -181,9 +196,8 @@ const Row rows[] = {
          bool abortFlag = false;
          pic.Soften(input.Short(), &progress, &abortFlag);
      }},
-    {"Shapes", [](PaintClass& pic, AnyInput& input) { pic.Shapes(input.Record<ShapesParams>()); }},
-    {"RunShapes",
-     [](PaintClass& pic, AnyInput& input) { RunShapes(pic, input.Record<ShapesParams>()); }},
+    {"Shapes", [](PaintClass& pic, AnyInput& input) { pic.Shapes(AnyShapes(input)); }},
+    {"RunShapes", [](PaintClass& pic, AnyInput& input) { RunShapes(pic, AnyShapes(input)); }},
     {"Drops", [](PaintClass& pic, AnyInput& input) { pic.Drops(input.Record<DropsParams>()); }},
     {"Dividers",
      [](PaintClass& pic, AnyInput& input) { pic.Dividers(input.Record<DividersParams>()); }},
