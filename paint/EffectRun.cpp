@@ -2,6 +2,7 @@
 
 #include <limits>
 #include <new>
+#include <utility>
 
 #include "paint/Resize.h"
 
@@ -23,16 +24,17 @@ bool RunDrops(PaintClass& pic, const DropsParams& params) {
     return pic.Drops(params);
 }
 
-void RunDividers(PaintClass& pic, const DividersParams& params, const RGBColor16& foreground,
-                 const RGBColor16& background) {
-    DividersParams colored = params;
-    colored.foreground = foreground;
-    colored.background = background;
-    pic.Dividers(colored);
+void RunDividers(PaintClass& pic, const DividersParams& params) {
+    pic.Dividers(params);
 }
 
-void RunWaves(PaintClass& pic, const WavesParams& params) {
+bool RunWaves(PaintClass& pic, const WavesParams& params) {
+    // It answers nothing; that it ran shows in the texture alone.
+    const bool before = std::exchange(pic.changed, false);
     pic.Waves(params);
+    const bool ran = pic.changed;
+    pic.changed = ran || before;
+    return ran;
 }
 
 bool RunTwirls(PaintClass& pic, const TwirlsParams& params) {

@@ -14,10 +14,12 @@ bool RunLines(PaintClass& pic, const LinesParams& params);
 bool RunShapes(PaintClass& pic, const ShapesParams& params);
 /// False without memory.
 bool RunDrops(PaintClass& pic, const DropsParams& params);
-/// Draws with the editor's two colours, whatever stands in the record.
-void RunDividers(PaintClass& pic, const DividersParams& params, const RGBColor16& foreground,
-                 const RGBColor16& background);
-void RunWaves(PaintClass& pic, const WavesParams& params);
+/// Draws with the record's two colours. Who makes a record of a dialog or a preset puts the
+/// editor's there; a repeat draws with those of its record, though the editor's may have changed
+/// since.
+void RunDividers(PaintClass& pic, const DividersParams& params);
+/// False without memory.
+bool RunWaves(PaintClass& pic, const WavesParams& params);
 /// False without memory.
 bool RunTwirls(PaintClass& pic, const TwirlsParams& params);
 /// Reads between pixels, as the editor always does, or the nearest ones. False without memory.

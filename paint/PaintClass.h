@@ -37,7 +37,8 @@ class PaintClass : public PicClass {
 
     // PaintClass1: convolutions. Where a result is bool, false means that a block could not be
     // had, and the colours are as they were. `progress` may be null in Blur alone; `abortFlag` is
-    // set if a progress object asks for the end of the work, which the program's own never does.
+    // cleared at first. Blur sets it if a progress object asks for the end of the work, which the
+    // program's own never does.
 
     /// Mode 1: the colours of all pixels; 2: the alpha bytes below 255; 3: the colours of pixels
     /// whose alpha byte is not 255. Any other mode does nothing and answers false. Reports rows

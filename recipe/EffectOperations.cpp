@@ -116,11 +116,14 @@ void RunEffect(Session& session, const DropsParams& params) {
 }
 
 void RunEffect(Session& session, const DividersParams& params) {
-    RunDividers(session.Texture(), params, session.foreground, session.background);
+    DividersParams colored = params;
+    colored.foreground = session.foreground;
+    colored.background = session.background;
+    RunDividers(session.Texture(), colored);
 }
 
 void RunEffect(Session& session, const WavesParams& params) {
-    RunWaves(TextureWithRoom(session), params);
+    CheckMemory(RunWaves(session.Texture(), params));
 }
 
 void RunEffect(Session& session, const TwirlsParams& params) {

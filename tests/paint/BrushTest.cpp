@@ -167,12 +167,13 @@ TEST_F(BrushTest, AStampOnACornerShowsInAllFour) {
 }
 
 TEST_F(BrushTest, TwiceWithinAStrokeIsOnceButTwoStrokesBlendAgain) {
-    const Path once = {At(10, 10), At(25, 18)};
-    const Path twice = {At(10, 10), At(25, 18), At(10, 10)};
+    // Level, so that the way back falls on the same places to the last bit.
+    const Path once = {At(10, 10), At(25, 10)};
+    const Path twice = {At(10, 10), At(25, 10), At(10, 10)};
     Canvas first(*this, 40, 30);
     Canvas second(*this, 40, 30);
     PaintStroke<BrushStroke>(first.pic, once);
-    PaintStroke<BrushStroke>(second.pic, {At(10, 10), At(25, 18), At(25, 18)});
+    PaintStroke<BrushStroke>(second.pic, twice);
     EXPECT_EQ(PixelsOf(first.pic), PixelsOf(second.pic));
     const std::vector<Pixel> painted = PixelsOf(first.pic);
     PaintStroke<BrushStroke>(first.pic, once);

@@ -4,6 +4,7 @@
 #include "paint/FilterParams.h"
 #include "paint/PaintClass.h"
 #include "tests/reference/PlainColors.h"
+#include "tests/support/BusyCursor.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
@@ -215,24 +216,18 @@ TEST_F(ColorAdjustmentsTest, WithoutMemoryForACloneNothingChanges) {
     memory.FailAllocation(0);
 }
 
-TEST_F(ColorAdjustmentsTest, ShowABusyCursor) {
-    struct Editor final : ProgressTarget {
-        void DrawProgress(short /*percent*/) override {}
-    } editor;
-    PaintClass pic(4, 4);
-    CursorClass::target = &editor;
-    pic.Saturation(50);
-    const int afterSaturation = Log().waitCursors + Log().arrowCursors;
-    pic.BrightnessContrast(50, 50);
-    const int afterContrast = Log().waitCursors + Log().arrowCursors;
-    pic.AddColor(white16, 50);
-    const int afterColor = Log().waitCursors + Log().arrowCursors;
-    pic.Invert();
-    CursorClass::target = nullptr;
-    EXPECT_GT(afterSaturation, 0);
-    EXPECT_GT(afterContrast, afterSaturation);
-    EXPECT_GT(afterColor, afterContrast);
-    EXPECT_EQ(Log().waitCursors + Log().arrowCursors, afterColor) << "Invert shows none";
+TEST_F(ColorAdjustmentsTest, TickTheBusyCursorAfterEachRow) {
+    const auto ticksOf = [](auto operation) {
+        PaintClass pic(3, 4);
+        const BusyCursor cursor;
+        operation(pic);
+        EXPECT_EQ(cursor.Arrows(), cursor.Waits() != 0 ? 1 : 0);
+        return cursor.Waits() - 1;
+    };
+    EXPECT_EQ(ticksOf([](PaintClass& pic) { pic.Saturation(50); }), 4);
+    EXPECT_EQ(ticksOf([](PaintClass& pic) { pic.BrightnessContrast(50, 50); }), 4);
+    EXPECT_EQ(ticksOf([](PaintClass& pic) { pic.AddColor(white16, 50); }), 4);
+    EXPECT_EQ(ticksOf([](PaintClass& pic) { pic.Invert(); }), -1) << "shows none";
 }
 
 TEST_F(ColorAdjustmentsTest, InvertIsTheSameAsThePlainLoop) {

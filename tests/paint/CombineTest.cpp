@@ -2,6 +2,7 @@
 
 #include "paint/PaintClass.h"
 #include "tests/reference/PlainColors.h"
+#include "tests/support/BusyCursor.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
@@ -158,17 +159,14 @@ TEST_F(CombineTest, ASmallerTextureFailsTheAccessorsAssertion) {
 }
 
 TEST_F(CombineTest, NeedsNoMemoryAndShowsABusyCursor) {
-    struct Editor final : ProgressTarget {
-        void DrawProgress(short /*percent*/) override {}
-    } editor;
     PaintClass pic(5, 4);
     PaintClass other(5, 4);
     const int before = memory.Allocations();
-    CursorClass::target = &editor;
+    const BusyCursor cursor;
     const CombineRecord what{50, 3, &pic, &other};
     pic.Combine(&what);
-    CursorClass::target = nullptr;
-    EXPECT_GT(Log().waitCursors + Log().arrowCursors, 0);
+    EXPECT_EQ(cursor.Waits(), 1);
+    EXPECT_EQ(cursor.Arrows(), 1);
     EXPECT_EQ(memory.Allocations(), before);
 }
 

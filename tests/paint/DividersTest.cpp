@@ -8,6 +8,7 @@
 #include "paint/PaintClass.h"
 #include "paint/Random.h"
 #include "tests/reference/PlainDividers.h"
+#include "tests/support/BusyCursor.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/RandomInput.h"
@@ -358,13 +359,23 @@ TEST_P(DividersAssertionTest, AStartOnTheFarEdgeFailsTheAssertion) {
     }
     Log().clock = clock;
     PaintClass pic(oneTrySide, oneTrySide);
+    const BusyCursor cursor;
     EXPECT_EQ(AssertionOf([&] { pic.Dividers(OneTry(Thin())); }), startOutside);
+    EXPECT_EQ(cursor.Arrows(), 1);
     EXPECT_FALSE(pic.changed);
     EXPECT_EQ(CountOf(PixelsOf(pic), white), 3600u);
 }
 
 // The width and the direction are drawn before x and y.
 INSTANTIATE_TEST_SUITE_P(XAndY, DividersAssertionTest, testing::Values(2, 3));
+
+TEST_F(DividersTest, ShowTheBusyCursorOnce) {
+    PaintClass pic(60, 60);
+    const BusyCursor cursor;
+    pic.Dividers(Thin());
+    EXPECT_EQ(cursor.Waits(), 1);
+    EXPECT_EQ(cursor.Arrows(), 1);
+}
 
 TEST_F(DividersTest, TheSecondDecidesThePattern) {
     const std::vector<Pixel> first = DividersOf(60, 60, Thin());
@@ -373,11 +384,16 @@ TEST_F(DividersTest, TheSecondDecidesThePattern) {
     EXPECT_NE(DividersOf(60, 60, Thin()), first);
 }
 
-TEST_F(DividersTest, TheRunStepTakesTheEditorsColors) {
+TEST_F(DividersTest, TheRunStepTakesTheRecordsColors) {
     PaintClass pic(60, 60);
+    RGBColor16 editorsFore{0x7100, 0x7200, 0x7300};
+    RGBColor16 editorsBack{0x7400, 0x7500, 0x7600};
+    pic.SetColors(&editorsFore, &editorsBack);
     DividersParams params = OneTry(Thin());
     params.transparent = 0;
-    RunDividers(pic, params, {0x1100, 0x2200, 0x3300}, {0x4400, 0x5500, 0x6600});
+    params.foreground = {0x1100, 0x2200, 0x3300};
+    params.background = {0x4400, 0x5500, 0x6600};
+    RunDividers(pic, params);
     EXPECT_EQ(CountOf(PixelsOf(pic), Color(0x11, 0x22, 0x33)), 60u);
     EXPECT_EQ(CountOf(PixelsOf(pic), Color(0x44, 0x55, 0x66)), 3540u);
 }

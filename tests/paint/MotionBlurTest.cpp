@@ -5,6 +5,7 @@
 #include "paint/FilterParams.h"
 #include "paint/PaintClass.h"
 #include "tests/reference/PlainBlur.h"
+#include "tests/support/BusyCursor.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/FailingHandles.h"
@@ -166,15 +167,12 @@ TEST_F(MotionBlurTest, WithoutMemoryNothingChanges) {
     EXPECT_EQ(none.Asked(), blocks);
 }
 
-TEST_F(MotionBlurTest, ShowsABusyCursor) {
-    struct Editor final : ProgressTarget {
-        void DrawProgress(short /*percent*/) override {}
-    } editor;
-    CursorClass::target = &editor;
-    PaintClass pic(4, 4);
+TEST_F(MotionBlurTest, TicksTheBusyCursorAfterEachRow) {
+    PaintClass pic(4, 5);
+    const BusyCursor cursor;
     ASSERT_TRUE(pic.MotionBlur(2, 1));
-    CursorClass::target = nullptr;
-    EXPECT_GT(Log().waitCursors + Log().arrowCursors, 0);
+    EXPECT_EQ(cursor.Waits(), 1 + 5);
+    EXPECT_EQ(cursor.Arrows(), 1);
 }
 
 }  // namespace

@@ -152,6 +152,16 @@ TEST_F(ShapesTest, TheSameAsThePlainLoopAtTheLargestTile) {
     WithBothCompilations([this] { ExpectSameAsPlain(512, 511, ShapesParams{}); });
 }
 
+TEST_F(ShapesTest, TheGrainOfMiddlingTilesIsThePlainLoops) {
+    // Width and height of 513 to 767 together thin the grain out.
+    for (const auto& [width, height] :
+         {std::pair<short, short>{300, 290}, {213, 300}, {383, 383}}) {
+        ShapesParams params;
+        params.material = 100;
+        ExpectSameAsPlain(width, height, params);
+    }
+}
+
 TEST_F(ShapesTest, RecordsOutOfRangeAreTheSameAsThePlainLoopToo) {
     for (int i = 0; i < 60; ++i) {
         auto params = input.AnyBytes<ShapesParams>();

@@ -4,6 +4,7 @@
 #include "paint/PaintClass.h"
 #include "paint/Random.h"
 #include "tests/reference/PlainWaves.h"
+#include "tests/support/BusyCursor.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/FailingHandles.h"
@@ -287,6 +288,21 @@ TEST_F(WavesTest, WithoutMemoryNothingChanges) {
     EXPECT_EQ(PixelsOf(pic), before);
     EXPECT_EQ(pic.clone, nullptr);
     EXPECT_FALSE(pic.changed);
+}
+
+TEST_F(WavesTest, TickTheBusyCursorForEachRow) {
+    PaintClass pic(4, 5);
+    {
+        const BusyCursor cursor;
+        pic.Waves(WavesParams{});
+        EXPECT_EQ(cursor.Waits(), 1 + 5);
+        EXPECT_EQ(cursor.Arrows(), 1);
+    }
+    memory.FailAllocation(1);
+    const BusyCursor cursor;
+    pic.Waves(WavesParams{});
+    EXPECT_EQ(cursor.Waits(), 1) << "no row";
+    EXPECT_EQ(cursor.Arrows(), 1);
 }
 
 TEST_F(WavesTest, WithoutMemoryForTheWindowItIsJustSlower) {

@@ -89,7 +89,12 @@ TEST_F(EffectOperationsTest, DropsTakesItsDefaultsAndEveryKey) {
 }
 
 TEST_F(EffectOperationsTest, DividersTakesItsDefaultsEveryKeyAndTheColors) {
-    ExpectSame("dividers", [](PaintClass& pic) { RunDividers(pic, {}, black16, white16); });
+    ExpectSame("dividers", [](PaintClass& pic) {
+        DividersParams params;
+        params.foreground = black16;
+        params.background = white16;
+        RunDividers(pic, params);
+    });
     const RGBColor16 foreground{0x1000, 0x2000, 0x3000};
     const RGBColor16 background{0x4000, 0x5000, 0x6000};
     ExpectSame(
@@ -106,7 +111,9 @@ TEST_F(EffectOperationsTest, DividersTakesItsDefaultsEveryKeyAndTheColors) {
             params.lineWidth = 4;
             params.widthVariation = 60;
             params.minimalGap = 7;
-            RunDividers(pic, params, foreground, background);
+            params.foreground = foreground;
+            params.background = background;
+            RunDividers(pic, params);
         });
 }
 
@@ -182,8 +189,10 @@ TEST_F(EffectOperationsTest, SayThatMemoryIsShort) {
         EXPECT_EQ(ColorsOf(Texture()), before) << line;
     }
     Run("new width=40 height=40");
-    const FailingHandles tables(1);
-    EXPECT_EQ(FailureOf("shapes"), "1: not enough memory");
+    for (const char* line : {"shapes", "waves"}) {
+        const FailingHandles tables(1);
+        EXPECT_EQ(FailureOf(line), "1: not enough memory") << line;
+    }
 }
 
 }  // namespace
