@@ -36,6 +36,8 @@ class DialogWindow {
     static void CountItems(NorvantaDialog& dialog);
     static void MeasureText(NorvantaDialog& dialog);
     static void NoteClientRectangle(NorvantaDialog& dialog);
+    /// Part of NorvantaDialog::Close.
+    static void EndScrolling(NorvantaDialog& dialog);
 
   private:
     static void NoteClientPlace(NorvantaDialog& dialog);

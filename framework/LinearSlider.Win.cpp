@@ -108,12 +108,20 @@ void Press(HWND control, LinearSlider& slider, LPARAM place) {
     Follow(control, slider, place);
 }
 
-void Release(HWND control, LinearSlider& slider) {
+/// Whether there was a drag.
+bool EndTracking(LinearSlider& slider) {
     if (!slider.isTracking) {
-        return;
+        return false;
     }
     --dialogState.dragDepth;
     slider.isTracking = false;
+    return true;
+}
+
+void Release(HWND control, LinearSlider& slider) {
+    if (!EndTracking(slider)) {
+        return;
+    }
     Redraw(control);
     if (GetCapture() == control) {
         ReleaseCapture();
@@ -185,6 +193,9 @@ LRESULT Take(HWND control, LinearSlider& slider, UINT message, WPARAM wParam, LP
         case WM_LBUTTONUP:
         case WM_CAPTURECHANGED:
             Release(control, slider);
+            return 0;
+        case WM_DESTROY:
+            EndTracking(slider);
             return 0;
         case WM_KEYDOWN:
             if (const auto key = KeyOf(wParam)) {

@@ -186,6 +186,7 @@ void NorvantaDialog::Close(int newResult) {
         KillTimer(window, idleTimer);
         timer = 0;
     }
+    DialogWindow::EndScrolling(*this);
     windowExists = false;
     if (kind == Kind::modal) {
         EndDialog(window, newResult);
@@ -193,6 +194,16 @@ void NorvantaDialog::Close(int newResult) {
         DestroyWindow(window);
     }
     isShown = false;
+}
+
+/// The end of a scroll bar's drag does not reach a dialog that has closed.
+void DialogWindow::EndScrolling(NorvantaDialog& dialog) {
+    for (ItemRecord& record : dialog.items) {
+        if (record.isTracking && record.kind == itemScrollBar) {
+            --dialogState.dragDepth;
+        }
+        record.isTracking = false;
+    }
 }
 
 void DialogWindow::CountItems(NorvantaDialog& dialog) {
@@ -305,6 +316,10 @@ void NorvantaDialog::WriteText(short item, const char* text, bool select) {
     ++textDepth;
     SetWindowTextA(ControlOf(record), cut);
     --textDepth;
+    if (dialogState.dragDepth > 0) {
+        // A drag takes no messages in which the control could paint itself.
+        UpdateWindow(ControlOf(record));
+    }
     record.isProgrammatic = true;
     if (select && record.IsEditField()) {
         SendMessageA(ControlOf(record), EM_SETSEL, 0, -1);

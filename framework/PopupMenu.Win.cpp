@@ -114,17 +114,18 @@ bool Load(HWND control, PopupMenu& popup) {
 
 struct BoxLook {
     COLORREF text;
-    int fill;
+    HBRUSH fill;
 };
 
 BoxLook LookOf(HWND control) {
     if (!IsControlEnabled(control)) {
-        return {GetSysColor(COLOR_GRAYTEXT), COLOR_BTNFACE};
+        return {GetSysColor(COLOR_GRAYTEXT), GetSysColorBrush(COLOR_BTNFACE)};
     }
     if (GetFocus() == control) {
-        return {GetSysColor(COLOR_HIGHLIGHTTEXT), COLOR_HIGHLIGHT};
+        return {GetSysColor(COLOR_HIGHLIGHTTEXT), GetSysColorBrush(COLOR_HIGHLIGHT)};
     }
-    return {RGB(0, 0, 0), COLOR_WINDOW};
+    // Black on white whatever the user's colours: one alone of the two could vanish.
+    return {RGB(0, 0, 0), static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))};
 }
 
 /// Draws the label; answers where the box begins.
@@ -175,7 +176,7 @@ void PaintBox(HWND control, const PopupMenu& popup, HDC context, RECT box) {
     DrawEdge(context, &box, EDGE_SUNKEN, BF_RECT);
     RECT inside = box;
     InflateRect(&inside, -edge, -edge);
-    FillRect(context, &inside, GetSysColorBrush(look.fill));
+    FillRect(context, &inside, look.fill);
     const int arrowWidth = height * 2 / 3;
     PaintArrow(context, inside, arrowWidth, isEnabled, popup.isOpen);
     RECT text = inside;

@@ -93,6 +93,9 @@ WORD KeyOf(char c) {
 Pixels CopyPixels(HWND window) {
     RedrawWindow(window, nullptr, nullptr,
                  RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    // The window's own thread may have begun to paint by itself; it answers when it is through.
+    DWORD_PTR ignored;
+    SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_BLOCK, patienceMilliseconds, &ignored);
     RECT frame{};
     GetWindowRect(window, &frame);
     Pixels pixels;
