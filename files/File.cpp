@@ -219,8 +219,8 @@ std::int32_t File::Read(void* buffer, std::int32_t start, std::int32_t count) {
 std::int16_t File::Write(const void* buffer, std::int32_t start, std::int32_t count) {
     lastFileError = fileSucceeded;
     const std::int64_t end = std::int64_t{start} + std::max(count, 0);
-    if (handle != nullptr && count > 0) {
-        if (!fileSystem.isReadable(buffer, count)) {
+    if (handle != nullptr && count >= 0) {
+        if (count > 0 && !fileSystem.isReadable(buffer, count)) {
             FatalError(faultBadArgument, source, __LINE__);
         }
         if (end > Clamped(end)) {
@@ -232,7 +232,9 @@ std::int16_t File::Write(const void* buffer, std::int32_t start, std::int32_t co
         if (!fileSystem.seek(handle, start)) {
             return Failed(fileNotWritten);
         }
-        WriteAll(handle, buffer, count);
+        if (count > 0) {
+            WriteAll(handle, buffer, count);
+        }
     }
     position = Clamped(end);
     return fileSucceeded;

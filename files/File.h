@@ -99,10 +99,10 @@ class File {
     /// end. A closed file gives 0. FatalError 20008 for a block that cannot be written and for a
     /// short read, 20002 when the system cannot seek or read.
     std::int32_t Read(void* buffer, std::int32_t start, std::int32_t count);
-    /// Writes through to the disk, growing the file first if need be. 0 or fileNotWritten, with the
-    /// position as it was; on success the position is behind the last byte written. A closed file
-    /// only gets its position set. FatalError 20008 for a block that cannot be read and for a short
-    /// write, 20002 when the system cannot write.
+    /// Writes through to the disk, growing the file first if need be, also up to a place to which
+    /// no bytes go. 0 or fileNotWritten, with the position as it was; on success the position is
+    /// behind the last byte written. A closed file only gets its position set. FatalError 20008 for
+    /// a block that cannot be read and for a short write, 20002 when the system cannot write.
     std::int16_t Write(const void* buffer, std::int32_t start, std::int32_t count);
     /// At most 0x7FFFFFFF. FatalError 20002 for a closed file.
     std::int32_t GetSize();

@@ -249,11 +249,13 @@ std::int16_t ReadJPEGInfo(File& file, ImageInfo& info) {
         return opened;
     }
     FileCloser closer(file);
-    const std::int16_t status = StatusOf([&] { return ReadInfo(file, info); });
-    if (wasOpen && status == 0) {
-        closer.Keep();
-    }
-    return status;
+    return StatusOf([&] {
+        const std::int16_t status = ReadInfo(file, info);
+        if (wasOpen) {
+            closer.Keep();
+        }
+        return status;
+    });
 }
 
 void SetJPEGLayout(const ImageInfo& info) {

@@ -10,7 +10,8 @@
 
 /// Fills the record from the header and keeps a copy as the layout. The file may carry up to 16383
 /// bytes in front of its picture. Other pictures than grey and those of three components are
-/// imageNotRead. Sides above 32767 come out negative. A file that is open stays open.
+/// imageNotRead. Sides above 32767 come out negative. A file that is open stays open, unless the
+/// library cannot make out its header.
 std::int16_t ReadJPEGInfo(File& file, ImageInfo& info);
 
 /// How the caller of the pixel calls has its pixels in memory.

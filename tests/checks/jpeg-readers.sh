@@ -1,6 +1,6 @@
 #!/bin/sh
-# jpeg-readers.sh RECIPE_TOOL: djpeg reads the textures that we save as JPEG, and finds the pixels
-# that we find in them.
+# jpeg-readers.sh RECIPE_TOOL: djpeg and ImageMagick read the textures that we save as JPEG, and find
+# the pixels that we find in them.
 set -eu
 tool=$(realpath "$1")
 folder=$(mktemp -d); trap 'rm -rf "$folder"' EXIT
@@ -19,4 +19,6 @@ RECIPE
   perl -0777 -ne 'print substr($_, 4) =~ s/(...)./$1/gsr' "$size.tmp" > ours
   [ "$(wc -c < ours)" -eq $((3 * ${size%x*} * ${size#*x})) ]
   cmp ours theirs
+  /usr/bin/convert "$size.jpg" -depth 8 rgb:magick
+  cmp ours magick
 done

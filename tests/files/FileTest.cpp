@@ -462,14 +462,18 @@ TEST_F(FileTest, AClosedFileOnlyGetsItsPosition) {
     EXPECT_EQ(Bytes(), "abc");
 }
 
-TEST_F(FileTest, NothingToWriteIsWritten) {
+TEST_F(FileTest, NothingToWriteOnlyGrowsTheFile) {
     Put("abc");
     ASSERT_EQ(file.Open(), 0);
+    EXPECT_EQ(file.Write(nullptr, 2, 0), 0);
+    EXPECT_EQ(file.position, 2);
+    EXPECT_EQ(file.GetSize(), 3);
     EXPECT_EQ(file.Write(nullptr, 5, 0), 0);
     EXPECT_EQ(file.position, 5);
-    EXPECT_EQ(file.Write("x", 5, -1), 0);
-    EXPECT_EQ(file.position, 5);
-    EXPECT_EQ(file.GetSize(), 3);
+    EXPECT_EQ(file.GetSize(), 5);
+    EXPECT_EQ(file.Write("x", 7, -1), 0);
+    EXPECT_EQ(file.position, 7);
+    EXPECT_EQ(file.GetSize(), 5);
 }
 
 TEST_F(FileTest, PlacesThatNoFileHasAreRefused) {

@@ -135,6 +135,11 @@ TEST_F(JPEGSupportTest, AnOpenFileStaysOpenUnlessItsHeaderIsBad) {
     EXPECT_EQ(ReadJPEGInfo(file, info), 0);
     EXPECT_NE(file.handle, nullptr);
     file.Close();
+    Put(Fixture("cmyk.jpg"));
+    ASSERT_EQ(file.Open("r"), 0);
+    EXPECT_EQ(ReadJPEGInfo(file, info), 17401);
+    EXPECT_NE(file.handle, nullptr) << "the header is good, only not one that is taken";
+    file.Close();
     Put("no picture");
     ASSERT_EQ(file.Open("r"), 0);
     EXPECT_EQ(ReadJPEGInfo(file, info), 17401);

@@ -1,8 +1,10 @@
 #include "files/TextureFile.h"
 
+#include <cstdlib>
 #include <cstring>
 
 #include "files/FileDialog.h"
+#include "host/Picture.h"
 #include "tests/files/ImageTest.h"
 #include "tests/reference/PlainJpeg.h"
 #include "tests/support/Pictures.h"
@@ -161,6 +163,33 @@ TEST_F(TextureFileTest, ASavedTextureLoadsAgainWithoutAJFIFMark) {
     }
 }
 
+TEST_F(TextureFileTest, AnUnrelatedDecoderReadsWhatIsSaved) {
+    for (const short side : {short{1}, short{8}, short{37}, short{512}}) {
+        picture = std::make_unique<PaintClass>(side, side);
+        for (short y = 0; y < side; ++y) {
+            for (short x = 0; x < side; ++x) {
+                picture->SetRGB(x, y, static_cast<unsigned char>(x * 255 / side), 90,
+                                static_cast<unsigned char>(y * 255 / side));
+            }
+        }
+        dialog.choice = NameOf("ramp.jpg");
+        ASSERT_TRUE(SaveTexture(picture.get(), editor));
+        const std::string bytes = BytesIn("ramp.jpg");
+        const host::Picture other =
+            host::DecodePicture(std::vector<std::uint8_t>(bytes.begin(), bytes.end()), "ramp.jpg");
+        ASSERT_EQ(other.width, side);
+        ASSERT_EQ(other.height, side);
+        ASSERT_EQ(other.planes, 3);
+        const std::vector<Pixel> colors = ColorsOf(*picture);
+        double difference = 0.0;
+        for (std::size_t i = 0; i < other.pixels.size(); ++i) {
+            const auto saved = static_cast<int>(colors[i / 3] >> (i % 3 * 8) & 255);
+            difference += std::abs(saved - other.pixels[i]);
+        }
+        EXPECT_LT(difference / static_cast<double>(other.pixels.size()), 4.0) << side;
+    }
+}
+
 TEST_F(TextureFileTest, TheNameGetsTheExtension) {
     dialog.choice = NameOf("tile");
     EXPECT_TRUE(SaveTexture(picture.get(), editor));
@@ -203,14 +232,17 @@ TEST_F(TextureFileTest, AFailedSaveLeavesTheName) {
 
 TEST_F(TextureFileTest, AFileThatGoesBetweenHeaderAndPixelsIsAFailedLoad) {
     Put(Fixture("baseline.jpg"));
-    static int opened;
-    opened = 0;
-    static const auto openFile = fileSystem.open;
-    fileSystem.open = [](const char* path, FileAccess access, FileDisposition disposition) {
-        return ++opened == 1 ? openFile(path, access, disposition) : nullptr;
+    static std::string path;
+    path = NameOf("a.jpg");
+    static const auto closeFile = fileSystem.close;
+    fileSystem.close = [](void* handle) {
+        const bool isClosed = closeFile(handle);
+        EXPECT_TRUE(std::filesystem::remove(path)) << "removed once, behind the header";
+        return isClosed;
     };
     EXPECT_FALSE(LoadNamed("a.jpg"));
-    EXPECT_EQ(opened, 2);
+    EXPECT_EQ(GetLastFileError(), 19006);
+    EXPECT_FALSE(std::filesystem::exists(path));
     ExpectUntouched();
 }
 

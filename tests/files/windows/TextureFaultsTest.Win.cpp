@@ -1,0 +1,124 @@
+// What becomes of a texture and its file when the system refuses. The editor says a failed load
+// with alert 16106 and a failed save with 16107; no status and no fault reaches the user beside
+// that.
+#include <windows.h>
+
+#include "files/FileDialog.h"
+#include "files/TextureFile.h"
+#include "shell/LastTexture.h"
+#include "tests/files/ImageTest.h"
+#include "tests/files/windows/HoldingProcess.Win.h"
+#include "tests/support/Pictures.h"
+
+namespace {
+
+// Under Wine a folder in which not even an administrator makes files, and a file for which there is
+// never any room; elsewhere neither is there.
+constexpr char readOnlyFolder[] = "Z:\\proc";
+constexpr char fullFile[] = "Z:\\dev\\full";
+
+std::string chosenPath;
+
+struct Editor final : TextureFileOwner {
+    void* Window() const override { return nullptr; }
+    void SuspendDialogs() override {}
+    void ResumeDialogs() override {}
+};
+
+class SystemTextureTest : public ImageTest {
+  protected:
+    SystemTextureTest() {
+        platformServices.runFileDialog = [](FileDialog& dialog) {
+            dialog.path[chosenPath.copy(dialog.path, filePathCapacity - 1)] = '\0';
+            return true;
+        };
+        editor.textureName = "before.jpg";
+        FillWithNoise(*picture);
+        pixels = PixelsOf(*picture);
+    }
+
+    bool SaveAs(const std::string& path) {
+        chosenPath = path;
+        return SaveTexture(picture.get(), editor);
+    }
+    bool Load(const std::string& path) {
+        file.SetPath(path);
+        return LoadTexture(picture, editor, file);
+    }
+    void ExpectTextureAsBefore() {
+        EXPECT_EQ(PixelsOf(*picture), pixels);
+        EXPECT_EQ(editor.textureName, "before.jpg");
+        EXPECT_TRUE(Log().faults.empty());
+        EXPECT_TRUE(Log().alerts.empty());
+        EXPECT_EQ(file.handle, nullptr);
+    }
+
+    Editor editor;
+    std::unique_ptr<PaintClass> picture = std::make_unique<PaintClass>(short{20}, short{10});
+    std::vector<Pixel> pixels;
+};
+
+TEST_F(SystemTextureTest, AFileInUseByAnotherProcessIsNeitherLoadedNorReplaced) {
+    Put(Fixture("baseline.jpg"));
+    {
+        const HoldingProcess holder(NameOf("a.jpg"));
+        ASSERT_TRUE(holder.Holds());
+        EXPECT_FALSE(Load(NameOf("a.jpg")));
+        EXPECT_FALSE(SaveAs(NameOf("a.jpg")));
+        ExpectTextureAsBefore();
+    }
+    EXPECT_EQ(BytesIn("a.jpg"), Fixture("baseline.jpg"));
+    EXPECT_TRUE(Load(NameOf("a.jpg")));
+}
+
+TEST_F(SystemTextureTest, AReadOnlyFolderIsAFailedSave) {
+    EXPECT_FALSE(SaveAs(std::string(readOnlyFolder) + "\\a.jpg"));
+    EXPECT_FALSE(Load(std::string(readOnlyFolder) + "\\a.jpg"));
+    ExpectTextureAsBefore();
+}
+
+TEST_F(SystemTextureTest, AFullDiskIsTheStatusOfAWriteThatGrows) {
+    file.SetPath(fullFile);
+    const std::int16_t created = file.Create();
+    if (created == 0) {
+        EXPECT_EQ(file.Write("abc", 0, 3), 19011);
+        EXPECT_EQ(file.Close(), 0);
+    } else {
+        EXPECT_EQ(created, 19007);
+    }
+    ExpectTextureAsBefore();
+}
+
+TEST_F(SystemTextureTest, NobodyRemovesAFileWhileItIsWritten) {
+    static std::string path;
+    static bool (*systemsWrite)(void*, const void*, std::int32_t, std::int32_t*);
+    path = NameOf("a.jpg");
+    systemsWrite = fileSystem.write;
+    fileSystem.write = [](void* handle, const void* buffer, std::int32_t count,
+                          std::int32_t* transferred) {
+        EXPECT_FALSE(DeleteFileA(path.c_str()));
+        return systemsWrite(handle, buffer, count, transferred);
+    };
+    EXPECT_TRUE(SaveAs(path));
+    EXPECT_TRUE(Load(path));
+}
+
+TEST_F(SystemTextureTest, TheLastTexturesFileIsGivenUpWithoutAWord) {
+    Log().temporaryPath = folder.Path().string();
+    ASSERT_TRUE(SaveLastTexture(picture.get()));
+    const std::string path = NameOf("Zandermolite.tmp");
+    const std::string before = BytesOf(path);
+    {
+        const HoldingProcess holder(path);
+        ASSERT_TRUE(holder.Holds());
+        EXPECT_FALSE(SaveLastTexture(picture.get()));
+        EXPECT_EQ(LoadLastTexture(), nullptr);
+    }
+    EXPECT_EQ(BytesOf(path), before);
+    Log().temporaryPath = readOnlyFolder;
+    EXPECT_FALSE(SaveLastTexture(picture.get()));
+    EXPECT_EQ(LoadLastTexture(), nullptr);
+    ExpectTextureAsBefore();
+}
+
+}  // namespace
