@@ -148,6 +148,17 @@ TEST_F(ControlsTest, APopupTakesTheChosenEntry) {
     EXPECT_EQ(Hits(popup), 1) << "not while the menu was open";
 }
 
+TEST_F(ControlsTest, ChoosingTheChosenEntryOfAPopupCounts) {
+    Run([&](Script& script) {
+        OpenMenu(script, popup);
+        SendChords({{VK_DOWN}});
+        CloseMenu(script, VK_RETURN);
+        script.WaitFor("hit 12");
+        EXPECT_EQ(Value(popup), 1);
+    });
+    EXPECT_EQ(Hits(popup), 1);
+}
+
 TEST_F(ControlsTest, APopupLeftWithEscapeChangesNothing) {
     Run([&](Script& script) {
         OpenMenu(script, popup);
@@ -174,6 +185,27 @@ TEST_F(ControlsTest, ALiveMenuFollowsThePointerAndComesBack) {
         script.WaitFor("hit 13");
         CloseMenu(script, VK_ESCAPE);
         script.WaitFor("hit 13 twice");
+    });
+    EXPECT_EQ(values, (std::vector<int>{5, 2}));
+}
+
+TEST_F(ControlsTest, OverAnUnusableEntryALiveMenuShowsTheOldOne) {
+    std::vector<int> values;
+    dialog.atHit = [&](short item) {
+        if (item == live) {
+            values.push_back(Value(live));
+        }
+        return item <= 2 ? item : short{0};
+    };
+    setup = [&] { dialog.SetValue(live, 2); };
+    Run([&](Script& script) {
+        OpenMenu(script, live);
+        SendChords({{VK_END}});
+        script.WaitFor("hit 13");
+        // The first entry is disabled.
+        SendChords({{VK_HOME}});
+        script.WaitFor("hit 13 twice");
+        CloseMenu(script, VK_ESCAPE);
     });
     EXPECT_EQ(values, (std::vector<int>{5, 2}));
 }
@@ -258,6 +290,32 @@ TEST_F(ControlsTest, EntriesCanBeDisabledAndHavePictures) {
     });
 }
 
+TEST_F(ControlsTest, APopupTakes32Pictures) {
+    setup = [&] {
+        const HWND control = GetDlgItem(static_cast<HWND>(dialog.Window()), popup);
+        constexpr int count = 33;
+        for (int i = dialog.PopupCount(popup); i < count; ++i) {
+            dialog.InsertPopupEntry(popup, static_cast<short>(i + 1), "more");
+        }
+        int taken = 0;
+        for (int i = 0; i < count; ++i) {
+            taken += SendMessageA(control, CB_SETITEMDATA, static_cast<WPARAM>(i), 603) == 0;
+        }
+        // Position 3 is a separator, which takes one as well.
+        EXPECT_EQ(taken, 32);
+    };
+    Run([](Script& script) { script.Settle(); });
+}
+
+TEST_F(ControlsTest, ControlsThatUseArrowsSaySo) {
+    Run([&](Script& script) {
+        for (const int item : {popup, live, slider}) {
+            EXPECT_EQ(Send(script, item, WM_GETDLGCODE, 0, 0), 1) << item;
+        }
+        EXPECT_EQ(Send(script, palette, WM_GETDLGCODE, 0, 0), 0);
+    });
+}
+
 TEST_F(ControlsTest, PopupsKeepWhateverNumberTheyAreGiven) {
     setup = [&] {
         dialog.SetValue(popup, 77);
@@ -294,6 +352,19 @@ TEST_F(ControlsTest, ADragOfTheSliderIsFollowed) {
     EXPECT_GE(depthDuring, 1);
     EXPECT_EQ(Hits(slider), 1) << "at the end";
     EXPECT_EQ(dialog.log.Count("scroll 14 to 100"), 1);
+}
+
+TEST_F(ControlsTest, ADragEndsWhenTheSliderLosesTheMouse) {
+    Run([&](Script& script) {
+        script.Press(script.Middle(slider));
+        script.WaitUntil("the press", [&] { return dialogState.dragDepth > 0; });
+        PostMessageA(script.Item(slider), WM_CANCELMODE, 0, 0);
+        script.WaitFor("hit 14");
+        EXPECT_EQ(dialogState.dragDepth, 0);
+        ReleaseMouse();
+        script.Settle();
+    });
+    EXPECT_EQ(Hits(slider), 1) << "not once more when the button comes up";
 }
 
 TEST_F(ControlsTest, KeysMoveTheSlider) {
@@ -421,6 +492,17 @@ TEST_F(ControlsTest, AUserItemIsDrawnByTheDialog) {
         const Pixels shot = script.Shot(userItem);
         EXPECT_EQ(shot.At(shot.width / 2, shot.height / 2), RGB(10, 200, 30));
         EXPECT_EQ(shot.At(0, 0), RGB(10, 200, 30));
+    });
+}
+
+TEST_F(ControlsTest, AUserItemIsDrawnAnewWhenItIsDisabled) {
+    std::atomic<int> draws = 0;
+    dialog.atDraw = [&](short item) { draws += item == userItem ? 1 : 0; };
+    Run([&](Script& script) {
+        script.Settle();
+        const int before = draws;
+        EnableWindow(script.Item(userItem), FALSE);
+        script.WaitUntil("a paint", [&] { return draws > before; });
     });
 }
 
@@ -644,6 +726,40 @@ TEST_F(ControlsTest, CheckBoxesRadioButtonsAndListsAreHits) {
         script.WaitFor("hit 9", 2);
         EXPECT_EQ(dialog.GetShort(9), 2);
         EXPECT_EQ(dialog.GetShort(7), 0) << "the dialog itself checks the box";
+    });
+}
+
+// --- Without their resources ---
+
+constexpr short bare = 550;
+
+TEST_F(DialogTest, ControlsWithoutPicturesStayEmptyAndQuiet) {
+    TestDialog dialog(bare);
+    RunWithScript(dialog, [&](Script& script) {
+        const auto send = [&](int item, UINT message, WPARAM wParam, LPARAM lParam) {
+            return SendMessageA(script.Item(item), message, wParam, lParam);
+        };
+        EXPECT_EQ(send(3, controlGetCount, 0, 0), 0) << "a palette without cells";
+        send(3, controlSetValue, 0, 1);
+        script.Click(script.Middle(3));
+        for (const int item : {4, 5}) {
+            send(item, controlSetValue, 0, 3);
+            EXPECT_EQ(send(item, controlGetValue, 0, 0), 0) << item;
+            EXPECT_EQ(send(item, CB_GETCOUNT, 0, 0), 0) << item;
+            send(item, CB_INSERTSTRING, 0, reinterpret_cast<LPARAM>("x"));
+            script.Click(script.Middle(item));
+            EXPECT_FALSE(script.IsInMenu()) << item;
+        }
+        EXPECT_TRUE(dialog.log.All().empty());
+        LetTimePass();
+        script.Click(script.Middle(6));
+        script.WaitFor("hit 6");
+        EXPECT_EQ(send(6, controlGetValue, 0, 0), 1) << "a padlock works without its pictures";
+        const Pixels shot = script.Shot(4);
+        for (const COLORREF color : shot.colors) {
+            ASSERT_EQ(color, GetSysColor(COLOR_BTNFACE));
+        }
+        script.KeepPicture("bare");
     });
 }
 

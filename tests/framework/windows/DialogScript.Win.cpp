@@ -208,6 +208,10 @@ short TestDialog::CursorAt(short item) {
     return atCursor ? atCursor(item) : NorvantaDialog::CursorAt(item);
 }
 
+void TestDialog::DiskEvent() {
+    log.Add("disk");
+}
+
 Script::~Script() {
     for (std::thread& helper : helpers) {
         helper.join();

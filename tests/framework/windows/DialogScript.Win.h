@@ -48,8 +48,9 @@ class EventLog {
 /// A dialog that tells its log what it was asked, and does what the test gives it to do.
 class TestDialog : public NorvantaDialog {
   public:
-    explicit TestDialog(short resource, NorvantaDialog* newOwner = nullptr)
-        : NorvantaDialog(resource, newOwner) {}
+    explicit TestDialog(short resource, NorvantaDialog* newOwner = nullptr,
+                        Kind newKind = Kind::modal)
+        : NorvantaDialog(resource, newOwner, newKind) {}
 
     void Setup() override;
     short ItemHit(short item) override;
@@ -60,6 +61,7 @@ class TestDialog : public NorvantaDialog {
     void Idle() override;
     void Resize(short widthChange, short heightChange) override;
     short CursorAt(short item) override;
+    void DiskEvent() override;
 
     EventLog log;
     std::function<void()> atSetup;

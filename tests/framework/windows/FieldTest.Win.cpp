@@ -146,6 +146,11 @@ TEST_F(BadTextTest, AFractionIsNoInteger) {
            "20", 0});
 }
 
+TEST_F(BadTextTest, ADigitBehindABlankIsNoInteger) {
+    Check({integerField, "12 3", 1, "Please enter a valid integer in the range between 1 and 100.",
+           "20", 0});
+}
+
 TEST_F(BadTextTest, WhatIsNoRealIsTakenBack) {
     Check({realField, "1.2.3", 1,
            "Please enter a valid real number in the range between 0.1 and 7.1.", "2.5", 0});
@@ -194,6 +199,92 @@ TEST_F(BadTextTest, WithoutLimitsOfTheDialogTheUsualOnesHold) {
            "An integer in the range between -32768 and 32767 required. Would you like to insert "
            "the closest value?",
            "32767", 1});
+}
+
+TEST_F(FieldTest, AMinusSignIsTypedAndItsNumberRefused) {
+    more = [&] { dialog.SetRange(integerField, 0, 100); };
+    Run([&](Script& script) {
+        Fill(script, integerField, "-");
+        EXPECT_EQ(script.Text(integerField), "-");
+        EXPECT_EQ(Log().beeps, 0);
+        SendChords({{'5'}});
+        EXPECT_EQ(script.EndAlert(1),
+                  "An integer in the range between 0 and 100 required. Would you like to insert "
+                  "the closest value?");
+        EXPECT_EQ(script.Text(integerField), "0");
+    });
+}
+
+TEST_F(FieldTest, ThousandsAreSeparatedAsTheUserLikes) {
+    double value = 0;
+    more = [&] { dialog.SetRange(integerField, 0, 30000); };
+    dialog.atHit = [&](short item) {
+        value = dialog.GetValue(integerField);
+        return item <= 2 ? item : short{0};
+    };
+    Run([&](Script& script) {
+        script.SetText(integerField, "1,000");
+        script.WaitFor("hit 3");
+        EXPECT_EQ(script.Text(integerField), "1,000") << "left as typed";
+    });
+    EXPECT_EQ(value, 1000);
+}
+
+TEST_F(FieldTest, AValueThatShowsAlikeLeavesTheTextAlone) {
+    more = [&] {
+        dialog.SetText(realField, "2.50");
+        dialog.SetValue(realField, 2.54);
+        EXPECT_EQ(dialog.GetText(realField), "2.50");
+        EXPECT_NEAR(dialog.GetValue(realField), 2.54, 1e-6) << "stored all the same";
+        dialog.SetValue(realField, 2.65);
+        EXPECT_EQ(dialog.GetText(realField), "2.7");
+    };
+    Run([](Script&) {});
+}
+
+TEST_F(FieldTest, ANewValueCanBeSelected) {
+    DWORD begin = 9;
+    DWORD end = 9;
+    more = [&] {
+        dialog.SetValue(integerField, 77, true);
+        SendMessageA(GetDlgItem(static_cast<HWND>(dialog.Window()), integerField), EM_GETSEL,
+                     reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
+    };
+    Run([](Script&) {});
+    EXPECT_EQ(begin, 0u);
+    EXPECT_EQ(end, 2u);
+}
+
+TEST_F(FieldTest, APlusInTheFormatShowsTheSign) {
+    more = [&] {
+        dialog.SetFormat(integerField, "%+4d", -100, 100);
+        dialog.SetValue(integerField, 5);
+        EXPECT_EQ(dialog.GetText(integerField), "  +5");
+        dialog.SetValue(integerField, -5);
+        EXPECT_EQ(dialog.GetText(integerField), "  -5");
+    };
+    Run([](Script&) {});
+}
+
+TEST_F(FieldTest, TextsAreCutAt255Bytes) {
+    more = [&] {
+        dialog.SetFormat(textField, "%s");
+        dialog.SetText(textField, std::string(300, 'x').c_str());
+        EXPECT_EQ(dialog.GetText(textField), std::string(255, 'x'));
+    };
+    Run([](Script&) {});
+}
+
+TEST_F(FieldTest, ValuesAreRoundedHalfAwayFromZero) {
+    more = [&] {
+        dialog.SetFormat(realField, "%.1f", -10, 10);
+        for (const auto& [value, rounded] :
+             std::vector<std::pair<double, short>>{{2.5, 3}, {-2.5, -3}, {2.25, 2}, {-0.5, -1}}) {
+            dialog.SetValue(realField, value);
+            EXPECT_EQ(dialog.GetShort(realField), rounded);
+        }
+    };
+    Run([](Script&) {});
 }
 
 TEST_F(FieldTest, ALongTypedTextGoesBackToTheLastGoodOne) {

@@ -1,0 +1,277 @@
+// What the system tells a dialog beside clicks and keys, and what dialogs tell each other.
+#include <windows.h>
+
+#include <dbt.h>
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include <atomic>
+#include <cstring>
+
+#include "framework/DialogState.h"
+#include "shell/FatalError.h"
+#include "tests/e2e/InputDesktop.Win.h"
+#include "tests/framework/windows/DialogScript.Win.h"
+
+namespace {
+
+constexpr short allItems = 500;
+constexpr short small = 520;
+constexpr short resizable = 530;
+constexpr short check = 7;
+constexpr short scrollBar = 10;
+constexpr short slider = 14;
+constexpr short userItem = 20;
+
+class MessagesTest : public DialogTest {};
+
+TEST_F(MessagesTest, NewSystemColoursReachTheBackground) {
+    TestDialog dialog(allItems);
+    dialog.atSetup = [&] { dialog.Port().SetBackground(MakeColor24(1, 2, 3)); };
+    RunWithScript(dialog, [&](Script& script) {
+        SendMessageA(script.Dialog(), WM_SYSCOLORCHANGE, 0, 0);
+        EXPECT_EQ(dialog.Port().Background(), GetSysColor(COLOR_BTNFACE));
+    });
+}
+
+/// Gives the dialog files as the system's shell does; names as in a list of strings.
+void Drop(HWND window, const std::vector<std::string>& files) {
+    std::string names;
+    for (const std::string& file : files) {
+        names += file + '\0';
+    }
+    const SIZE_T size = sizeof(DROPFILES) + names.size() + 1;
+    const HGLOBAL memory = GlobalAlloc(GHND, size);
+    auto* const drop = static_cast<DROPFILES*>(GlobalLock(memory));
+    drop->pFiles = sizeof(DROPFILES);
+    std::memcpy(drop + 1, names.data(), names.size());
+    GlobalUnlock(memory);
+    SendMessageA(window, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+}
+
+TEST_F(MessagesTest, DroppedFilesReachTheHandler) {
+    TestDialog dialog(allItems);
+    std::vector<std::string> paths;
+    dialog.SetDropHandler(
+        [](void* context, const char* path) {
+            static_cast<std::vector<std::string>*>(context)->push_back(path);
+        },
+        &paths);
+    RunWithScript(dialog, [&](Script& script) {
+        EXPECT_NE(GetWindowLongA(script.Dialog(), GWL_EXSTYLE) & WS_EX_ACCEPTFILES, 0);
+        Drop(script.Dialog(), {"C:\\one.jpg", "C:\\a folder\\two.jpg"});
+    });
+    EXPECT_EQ(paths, (std::vector<std::string>{"C:\\one.jpg", "C:\\a folder\\two.jpg"}));
+}
+
+TEST_F(MessagesTest, WithoutAHandlerDroppedFilesAreLetGo) {
+    TestDialog dialog(allItems);
+    RunWithScript(dialog, [&](Script& script) {
+        EXPECT_EQ(GetWindowLongA(script.Dialog(), GWL_EXSTYLE) & WS_EX_ACCEPTFILES, 0);
+        Drop(script.Dialog(), {"C:\\one.jpg"});
+    });
+    EXPECT_EQ(dialog.log.All(), (std::vector<std::string>{"hit 2"}));
+}
+
+TEST_F(MessagesTest, ANewVolumeReachesTheActiveDialog) {
+    TestDialog dialog(allItems);
+    RunWithScript(dialog, [&](Script& script) {
+        const auto tell = [&](WPARAM event, DWORD type) {
+            DEV_BROADCAST_VOLUME volume{};
+            volume.dbcv_size = sizeof volume;
+            volume.dbcv_devicetype = type;
+            SendMessageA(script.Dialog(), WM_DEVICECHANGE, event,
+                         reinterpret_cast<LPARAM>(&volume));
+        };
+        tell(DBT_DEVICEREMOVECOMPLETE, DBT_DEVTYP_VOLUME);
+        tell(DBT_DEVICEARRIVAL, DBT_DEVTYP_PORT);
+        EXPECT_EQ(dialog.log.Count("disk"), 0);
+        tell(DBT_DEVICEARRIVAL, DBT_DEVTYP_VOLUME);
+        EXPECT_EQ(dialog.log.Count("disk"), 1);
+    });
+}
+
+TEST_F(MessagesTest, TheCloseBoxDoesNothingWithoutACancelItem) {
+    TestDialog dialog(small);
+    dialog.SetCancelItem(0);
+    bool isOpen = false;
+    const int result = RunWithScript(dialog, [&](Script& script) {
+        SendMessageA(script.Dialog(), WM_CLOSE, 0, 0);
+        isOpen = IsWindowVisible(script.Dialog()) != FALSE;
+        script.Click(script.Middle(1));
+    });
+    EXPECT_TRUE(isOpen);
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(dialog.log.All(), (std::vector<std::string>{"hit 1"}));
+}
+
+TEST_F(MessagesTest, ADragHitsItsItemOnTheWayAndAtTheEnd) {
+    TestDialog dialog(allItems);
+    dialog.atSetup = [&] { dialog.SetRange(scrollBar, 0, 9); };
+    dialog.atScroll = [&](short item, int value) {
+        return dialog.NorvantaDialog::ScrollChanged(item, value);
+    };
+    RunWithScript(dialog, [&](Script& script) {
+        RECT rect{};
+        GetWindowRect(script.Item(scrollBar), &rect);
+        script.Click({rect.right - 4, (rect.top + rect.bottom) / 2});
+        script.WaitFor("hit 10", 2);
+    });
+    EXPECT_EQ(dialog.log.Count("hit 10"), 2);
+}
+
+TEST_F(MessagesTest, AnErrorInADragEndsTheDrag) {
+    for (const short item : {scrollBar, slider, userItem}) {
+        errorCell = 0;
+        TestDialog dialog(allItems);
+        dialog.atSetup = [&] { dialog.SetRange(scrollBar, 0, 9); };
+        dialog.atScroll = [](short, int) -> bool { throw std::int16_t{20002}; };
+        dialog.atHit = [](short) -> short { throw std::int16_t{20002}; };
+        const int result = RunWithScript(dialog, [&](Script& script) {
+            RECT rect{};
+            GetWindowRect(script.Item(item), &rect);
+            script.Press({rect.right - 4, (rect.top + rect.bottom) / 2});
+            script.WaitUntil("the end", [&] { return !IsWindowVisible(script.Dialog()); });
+            ReleaseMouse();
+        });
+        EXPECT_EQ(result, 20002) << item;
+        EXPECT_EQ(dialogState.dragDepth, 0) << item;
+    }
+}
+
+TEST_F(MessagesTest, KeysComeAsCharactersWithTheirModifiers) {
+    TestDialog dialog(allItems);
+    RunWithScript(dialog, [&](Script& script) {
+        script.Click(script.Middle(5));
+        script.Keys({{'A'}, {VK_SHIFT, 'A'}, {VK_CONTROL, 'K'}, {VK_UP}, {VK_SHIFT, VK_DOWN}});
+        script.WaitFor("key 31 2");
+    });
+    std::vector<std::string> keys;
+    for (const std::string& event : dialog.log.All()) {
+        if (event.rfind("key", 0) == 0) {
+            keys.push_back(event);
+        }
+    }
+    EXPECT_EQ(keys, (std::vector<std::string>{"key 97 0", "key 65 2", "key 11 1", "key 30 0",
+                                              "key 31 2"}));
+}
+
+TEST_F(MessagesTest, AWindowOutsideTheScreenIsBroughtIn) {
+    const hostapi::Rect places[] = {{5000, 5000, 5100, 5250}, {0, 0, 4000, 4000}};
+    for (const hostapi::Rect& place : places) {
+        TestDialog dialog(resizable);
+        dialog.atSetup = [&] { dialog.SetPlacement(place); };
+        RECT frame{};
+        RECT area{};
+        RunWithScript(dialog, [&](Script& script) {
+            GetWindowRect(script.Dialog(), &frame);
+            SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+            script.Click(script.Middle(1));
+        });
+        EXPECT_GE(frame.left, area.left);
+        EXPECT_GE(frame.top, area.top);
+        EXPECT_LE(frame.right, area.right);
+        EXPECT_LE(frame.bottom, area.bottom);
+    }
+}
+
+// --- More than one dialog ---
+
+bool IsVisible(const NorvantaDialog& dialog) {
+    return IsWindowVisible(static_cast<HWND>(dialog.Window())) != FALSE;
+}
+
+TEST_F(MessagesTest, AFloatingDialogComesAndGoesWithTheProgram) {
+    TestDialog dialog(small, nullptr, NorvantaDialog::Kind::floating);
+    dialog.Create();
+    const HWND window = static_cast<HWND>(dialog.Window());
+    EXPECT_TRUE(IsVisible(dialog));
+    dialog.AppActivate(false);
+    EXPECT_FALSE(IsVisible(dialog));
+    dialog.AppActivate(true);
+    EXPECT_TRUE(IsVisible(dialog));
+    {
+        const DialogSuspension suspension;
+        EXPECT_FALSE(IsVisible(dialog));
+    }
+    EXPECT_TRUE(IsVisible(dialog));
+    dialog.SetActive(false);
+    EXPECT_FALSE(IsWindowEnabled(window));
+    dialog.SetActive(true);
+    EXPECT_TRUE(IsWindowEnabled(window));
+    EXPECT_EQ(dialog.CloseBox(), 0) << "it has no cancel item";
+    EXPECT_FALSE(IsVisible(dialog));
+    dialog.Close(1);
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_FALSE(dialog.IsOpen());
+}
+
+TEST_F(MessagesTest, ADialogThatGoesTakesItsWindowAlong) {
+    HWND window = nullptr;
+    {
+        TestDialog dialog(small, nullptr, NorvantaDialog::Kind::floating);
+        dialog.Create();
+        window = static_cast<HWND>(dialog.Window());
+        EXPECT_TRUE(IsWindow(window));
+    }
+    EXPECT_FALSE(IsWindow(window));
+}
+
+TEST_F(MessagesTest, KeysGoToTheDialogWithTheFocus) {
+    TestDialog dialog(small, nullptr, NorvantaDialog::Kind::floating);
+    dialog.atSetup = [&] {
+        dialog.SetFormat(3, "%d", 0, 10);
+        dialog.SetValue(3, 5);
+    };
+    dialog.Create();
+    dialog.SetFocus(3);
+    dialogState.focused = &dialog;
+    TestDialog other(small);
+    EXPECT_EQ(other.NorvantaDialog::KeyDown(upArrowCharacter, 0), 0);
+    EXPECT_EQ(dialog.GetText(3), "6");
+    EXPECT_EQ(dialog.GetValue(3), 6);
+    EXPECT_EQ(dialog.log.Count("hit 3"), 1);
+    EXPECT_EQ(other.NorvantaDialog::KeyDown('x', 0), 0);
+    EXPECT_EQ(Log().beeps, 1);
+    EXPECT_EQ(other.NorvantaDialog::KeyDown('7', 0), -1);
+    EXPECT_TRUE(other.log.All().empty());
+}
+
+TEST_F(MessagesTest, ADialogCanOpenWithoutBeingShown) {
+    TestDialog dialog(small);
+    dialog.KeepHidden();
+    bool wasVisible = true;
+    dialog.atIdle = [&] {
+        wasVisible = IsVisible(dialog);
+        dialog.Close(4);
+    };
+    EXPECT_EQ(dialog.Run(), 4);
+    EXPECT_FALSE(wasVisible);
+}
+
+TEST_F(MessagesTest, IdleRestsInAnAlert) {
+    TestDialog dialog(allItems);
+    std::atomic<int> idles = 0;
+    dialog.atIdle = [&] { ++idles; };
+    dialog.atHit = [&](short item) {
+        if (item == check) {
+            Alert(&dialog, 18013);
+        }
+        return item <= 2 ? item : short{0};
+    };
+    RunWithScript(dialog, [&](Script& script) {
+        script.Click(script.Middle(check));
+        script.WaitForOther();
+        const int before = idles;
+        EXPECT_EQ(NorvantaDialog::Active(), nullptr);
+        for (int i = 0; i < 5; ++i) {
+            SendMessageA(script.Dialog(), WM_TIMER, 1, 0);
+        }
+        EXPECT_EQ(idles, before);
+        script.EndAlert(1);
+        script.WaitUntil("idle work again", [&] { return idles > before; });
+        EXPECT_EQ(NorvantaDialog::Active(), &dialog);
+    });
+}
+
+}  // namespace
