@@ -282,6 +282,26 @@ TEST_F(FileTest, CloseOfAClosedFileIsFine) {
     EXPECT_EQ(GetLastFileError(), 0);
 }
 
+TEST_F(FileTest, CloseFlushesFirst) {
+    Put("abc");
+    ASSERT_EQ(file.Open(), 0);
+    static std::vector<std::string> steps;
+    steps.clear();
+    static FileSystemServices real;
+    real = fileSystem;
+    fileSystem.flush = [](void* handle) {
+        steps.push_back("flush");
+        real.flush(handle);
+        return false;  // which is not looked at
+    };
+    fileSystem.close = [](void* handle) {
+        steps.push_back("close");
+        return real.close(handle);
+    };
+    EXPECT_EQ(file.Close(), 0);
+    EXPECT_EQ(steps, (std::vector<std::string>{"flush", "close"}));
+}
+
 TEST_F(FileTest, AFailedCloseIsAStatusAndStillClears) {
     Put("abc");
     ASSERT_EQ(file.Open("r"), 0);

@@ -1,6 +1,7 @@
 // Files of every kind that others write, and what becomes of damaged ones.
 #include "files/JPEGDecoder.h"
 
+#include <cstdlib>
 #include <fstream>
 #include <string_view>
 
@@ -220,6 +221,38 @@ TEST_F(JPEGDecoderTest, TruncatedFilesAreReadAsFarAsTheyGo) {
         }
         EXPECT_GT(loaded, 50) << name;
     }
+}
+
+TEST_F(JPEGDecoderTest, WarningsAreKeptFromTheUser) {
+    const std::string whole = Fixture("size-17x33.jpg");
+    testing::internal::CaptureStderr();
+    EXPECT_NE(Load(whole.substr(0, whole.size() - 100)), nullptr);
+    EXPECT_EQ(Load("no picture"), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+/// The library's own variable, which would have it keep pictures in files.
+class MemoryVariable {
+  public:
+    explicit MemoryVariable(const char* value) { Set(value); }
+    MemoryVariable(const MemoryVariable&) = delete;
+    MemoryVariable& operator=(const MemoryVariable&) = delete;
+    ~MemoryVariable() { Set(""); }
+
+  private:
+    static void Set(const char* value) {
+#ifdef _WIN32
+        _putenv_s("JPEGMEM", value);
+#else
+        setenv("JPEGMEM", value, 1);
+#endif
+    }
+};
+
+TEST_F(JPEGDecoderTest, TheEnvironmentLimitsNoMemory) {
+    const MemoryVariable variable("1");
+    ExpectPlainTexture(Fixture("baseline.jpg"));
+    EXPECT_NE(Load(Fixture("size-512x512-progressive.jpg")), nullptr);
 }
 
 TEST_F(JPEGDecoderTest, MissingRowsAreGrey) {

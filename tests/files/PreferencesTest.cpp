@@ -244,6 +244,25 @@ TEST_F(PreferencesTest, AReadErrorIsReportedAndTheFileIsDeleted) {
     EXPECT_FALSE(Exists());
 }
 
+TEST_F(PreferencesTest, TheFileIsThereUntilTheUserHasReadTheAlert) {
+    static std::filesystem::path path;
+    path = File();
+    static int shown;
+    shown = 0;
+    platformServices.showAlert = [](std::int16_t, const std::array<const char*, 4>&) {
+        EXPECT_TRUE(std::filesystem::exists(path));
+        ++shown;
+        return 1;
+    };
+    WriteBytes(path, "VELL");
+    EXPECT_FALSE(LoadPreferences(preferences));
+    EXPECT_FALSE(Exists());
+    fileSystem.write = [](void*, const void*, std::int32_t, std::int32_t*) { return false; };
+    EXPECT_FALSE(SavePreferences(preferences));
+    EXPECT_FALSE(Exists());
+    EXPECT_EQ(shown, 2);
+}
+
 TEST_F(PreferencesTest, AFailedCloseIsAFailureWithoutAWord) {
     static bool (*systemsClose)(void*);
     systemsClose = fileSystem.close;
