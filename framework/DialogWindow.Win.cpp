@@ -154,8 +154,11 @@ class OpeningSection {
 
 /// Whether the system shall choose the first focus.
 bool DialogWindow::Open(HWND window, NorvantaDialog& dialog) {
-    dialog.port = std::make_unique<DrawingPort>(window);
+    // First of all: whatever fails below, the dialog is found at the next message and closed.
+    dialog.systemWindow = window;
     dialog.windowExists = true;
+    dialog.port.reset();
+    dialog.port = std::make_unique<DrawingPort>(window);
     dialog.wasPlaced = false;
     dialog.focus = FocusState{};
     dialog.textDepth = 0;
@@ -365,6 +368,7 @@ bool DialogWindow::TakeNotification(NorvantaDialog& dialog, WPARAM wParam, LPARA
     if (!dialog.IsItem(item)) {
         return false;
     }
+    dialogState.isDoubleClick = TakeClick(GetDoubleClickTime());
     const std::uint8_t kind = dialog.Record(item).kind;
     // Only the system's own controls put a record behind the message.
     const bool isTabChange =
@@ -372,19 +376,26 @@ bool DialogWindow::TakeNotification(NorvantaDialog& dialog, WPARAM wParam, LPARA
     if (kind != itemCustom && !isTabChange) {
         return false;
     }
-    dialogState.isDoubleClick = TakeClick(GetDoubleClickTime());
     dialog.HitItem(item);
     return true;
 }
 
 namespace {
 
-/// The thumb of a scroll bar in all its bits; the message has only 16.
+/// The thumb of a scroll bar in all its bits; the message has only the lower 16, and the last one
+/// may come when the thumb is let go already.
 int ThumbPlace(HWND control, int place) {
     SCROLLINFO info{};
     info.cbSize = sizeof info;
-    info.fMask = SIF_TRACKPOS;
-    return GetScrollInfo(control, SB_CTL, &info) ? info.nTrackPos : place;
+    info.fMask = SIF_TRACKPOS | SIF_POS;
+    if (GetScrollInfo(control, SB_CTL, &info)) {
+        for (const int whole : {info.nTrackPos, info.nPos}) {
+            if (static_cast<std::uint16_t>(whole) == static_cast<std::uint16_t>(place)) {
+                return whole;
+            }
+        }
+    }
+    return place;
 }
 
 }  // namespace
@@ -408,8 +419,8 @@ bool DialogWindow::TakeScroll(NorvantaDialog& dialog, int code, int place, HWND 
         dialogState.dragDepth += isEnd ? -1 : 1;
     }
     record.isTracking = !isEnd;
-    const int thumb =
-        record.kind == itemScrollBar && code == scrollThumb ? ThumbPlace(control, place) : place;
+    const bool isThumb = code == scrollThumb || code == scrollThumbEnd;
+    const int thumb = record.kind == itemScrollBar && isThumb ? ThumbPlace(control, place) : place;
     const int before = static_cast<int>(std::lround(record.tracked));
     const int position = ScrolledTo(record, code, before, thumb);
     if (position != before) {

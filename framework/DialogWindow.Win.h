@@ -36,8 +36,9 @@ class DialogWindow {
     static void CountItems(NorvantaDialog& dialog);
     static void MeasureText(NorvantaDialog& dialog);
     static void NoteClientRectangle(NorvantaDialog& dialog);
-    /// Part of NorvantaDialog::Close.
+    // Parts of NorvantaDialog::Close.
     static void EndScrolling(NorvantaDialog& dialog);
+    static void Forget(const NorvantaDialog& dialog);
 
   private:
     static void NoteClientPlace(NorvantaDialog& dialog);

@@ -43,19 +43,18 @@ FieldAlert ChooseFieldAlert(const ItemRecord& record, std::int16_t status) {
     if (minimum.empty() && maximum.empty()) {
         return {isInteger ? alertIntegerAlone : alertRealAlone, {}};
     }
+    const bool offersClosest = status == fieldAboveMaximum || status == fieldBelowMinimum;
     const short column = LimitColumn(!minimum.empty(), !maximum.empty());
-    const short offset = OffersClosestValue(status) ? alertOffersFrom - alertInteger : 0;
+    const short offset = offersClosest ? alertOffersFrom - alertInteger : 0;
     const short first = isInteger ? alertInteger : alertReal;
-    FieldAlert alert{static_cast<short>(first + column + offset), {}};
+    const std::string& closest = status == fieldAboveMaximum ? maximum : minimum;
+    FieldAlert alert{
+        static_cast<short>(first + column + offset), {}, offersClosest && !closest.empty()};
     alert.texts[0] = minimum.empty() ? maximum : minimum;
     if (column == 0) {
         alert.texts[1] = maximum;
     }
     return alert;
-}
-
-bool OffersClosestValue(std::int16_t status) {
-    return status == fieldAboveMaximum || status == fieldBelowMinimum;
 }
 
 float ClosestValue(const ItemRecord& record, std::int16_t status) {

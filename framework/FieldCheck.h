@@ -41,13 +41,12 @@ struct FieldAlert {
     short id;
     /// For ^0 and ^1; empty where the alert has no such marker.
     std::string texts[2];
+    /// Button 1 puts the closest value in the field; not one that no field can show.
+    bool offersClosest = false;
 };
 
 /// The alert for a number that is bad with `status`.
 FieldAlert ChooseFieldAlert(const ItemRecord& record, std::int16_t status);
-
-/// Whether button 1 of the alert puts the closest value in the field.
-bool OffersClosestValue(std::int16_t status);
 
 /// The limit that a number beyond it becomes.
 float ClosestValue(const ItemRecord& record, std::int16_t status);

@@ -65,11 +65,12 @@ UINT DrawTextFormat(unsigned flags) {
     return format;
 }
 
-/// The rectangle moved down so that the text stands in its middle or at its bottom.
+/// The rectangle moved down so that the text stands in its middle or at its bottom; a text that is
+/// higher begins at the top.
 RECT PlaceText(HDC context, const char* text, RECT rect, unsigned flags) {
     RECT needed = rect;
     DrawTextA(context, text, -1, &needed, DrawTextFormat(flags) | DT_CALCRECT);
-    const LONG spare = (rect.bottom - rect.top) - (needed.bottom - needed.top);
+    const LONG spare = (std::max)(0L, (rect.bottom - rect.top) - (needed.bottom - needed.top));
     if ((flags & textMiddle) != 0) {
         rect.top += spare / 2;
     } else if ((flags & textBottom) != 0) {

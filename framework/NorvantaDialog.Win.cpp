@@ -113,11 +113,7 @@ NorvantaDialog::~NorvantaDialog() {
         link = &(*link)->next;
     }
     *link = next;
-    for (NorvantaDialog** state : {&dialogState.active, &dialogState.focused}) {
-        if (*state == this) {
-            *state = nullptr;
-        }
-    }
+    DialogWindow::Forget(*this);
     if (dialogState.newest == nullptr) {
         DialogWindow::RemoveFilter();
         UnregisterControlClasses();
@@ -188,12 +184,23 @@ void NorvantaDialog::Close(int newResult) {
     }
     DialogWindow::EndScrolling(*this);
     windowExists = false;
+    // The window's own message of this does not find the dialog any more.
+    DialogWindow::Forget(*this);
     if (kind == Kind::modal) {
         EndDialog(window, newResult);
     } else {
         DestroyWindow(window);
     }
     isShown = false;
+}
+
+/// No longer the active dialog nor that with the focus.
+void DialogWindow::Forget(const NorvantaDialog& dialog) {
+    for (NorvantaDialog** state : {&dialogState.active, &dialogState.focused}) {
+        if (*state == &dialog) {
+            *state = nullptr;
+        }
+    }
 }
 
 /// The end of a scroll bar's drag does not reach a dialog that has closed.
@@ -512,7 +519,7 @@ short NorvantaDialog::ItemAtPoint(hostapi::Point place) const {
 // --- The window ---
 
 void* NorvantaDialog::Window() const {
-    return port != nullptr ? port->Window() : nullptr;
+    return systemWindow;
 }
 
 void NorvantaDialog::UpdateNow() {
@@ -561,12 +568,11 @@ void NorvantaDialog::Center() {
     PlaceWindow(window, PushedInto(moved, Shrunk(WorkAreaOf(over), dialogMargin)));
 }
 
-void NorvantaDialog::SetPlacement(const hostapi::Rect& placement) {
+void NorvantaDialog::PlaceClient(const hostapi::Rect& newClient) {
     CheckWindow();
     const HWND window = DialogWindow::Window(*this);
-    const Placing placing = UnpackPlacement(placement);
     const ScreenRect client = ClientOnScreen(window);
-    const ScreenRect wanted = ToScreenRect(placing.client);
+    const ScreenRect wanted = ToScreenRect(newClient);
     const ScreenRect frame = WindowRect(window);
     const ScreenRect moved{
         frame.left + wanted.left - client.left, frame.top + wanted.top - client.top,
@@ -574,9 +580,14 @@ void NorvantaDialog::SetPlacement(const hostapi::Rect& placement) {
     if (!(moved == frame)) {
         PlaceWindow(window, moved);
     }
+}
+
+void NorvantaDialog::SetPlacement(const hostapi::Rect& placement) {
+    const Placing placing = UnpackPlacement(placement);
+    PlaceClient(placing.client);
     if (placing.isMaximized) {
         // The place before stays the normal one.
-        ShowWindow(window, SW_MAXIMIZE);
+        ShowWindow(DialogWindow::Window(*this), SW_MAXIMIZE);
     }
 }
 

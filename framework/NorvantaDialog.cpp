@@ -218,7 +218,7 @@ void NorvantaDialog::WriteValue(short item, double value, bool select) {
     // A field that shows nothing shows no value either; but one that the user has just emptied is
     // left alone.
     const bool isBlank = !(focus.isEmptied && focus.item == item) && GetText(item).empty();
-    const bool isWritten = isBlank || IsVisibleChange(record, value);
+    const bool isWritten = isBlank || IsShownAnew(record, value);
     record.value = static_cast<float>(value);
     if (isWritten) {
         WriteNumber(item, select);
@@ -281,8 +281,9 @@ void NorvantaDialog::UpdateDefaultItem() {
         isOneRequired |= isRequired;
         isOneEmpty |= isEmpty;
     }
-    if (isOneRequired && IsItem(defaultItem)) {
+    if ((isOneRequired || isDefaultHeld) && IsItem(defaultItem)) {
         Enable(defaultItem, !isOneEmpty);
+        isDefaultHeld = isOneEmpty;
     }
 }
 
@@ -329,7 +330,7 @@ short NorvantaDialog::CheckNumber(short item) {
 short NorvantaDialog::AnswerBadNumber(short item, std::int16_t status) {
     const FieldAlert alert = ChooseFieldAlert(Record(item), status);
     const short answer = Alert(this, alert.id, alert.texts[0].c_str(), alert.texts[1].c_str());
-    const bool takesClosest = answer == okItem && OffersClosestValue(status);
+    const bool takesClosest = answer == okItem && alert.offersClosest;
     if (takesClosest) {
         Record(item).value = ClosestValue(Record(item), status);
     }

@@ -88,8 +88,8 @@ class NorvantaDialog {
     virtual void UpdateMenus();
     /// A volume arrived.
     virtual void DiskEvent();
-    /// Answers the item to be hit. The base answers the cancel item; without one it hides the
-    /// dialog and answers 0.
+    /// Answers the item to be hit. The base answers the cancel item; without one it hides a
+    /// floating dialog and answers 0. A modal one stays: nobody could end it when it is hidden.
     virtual short CloseBox();
     /// The client area has changed by this much. The base moves and grows items by their rules.
     virtual void Resize(short widthChange, short heightChange);
@@ -238,6 +238,7 @@ class NorvantaDialog {
 
   private:
     friend class DialogWindow;
+    friend class SmallPSDialog;
     friend class DialogSuspension;
     friend class AlertSection;
     friend class OpeningSection;
@@ -256,6 +257,8 @@ class NorvantaDialog {
     short StepField(short item, int key, int modifiers);
     void RememberGoodText(short item, const std::string& text);
     void UpdateDefaultItem();
+    /// `client` on the screen.
+    void PlaceClient(const hostapi::Rect& client);
     void TakeFocusStep();
     void ShowHelp(std::uint32_t id);
 
@@ -282,6 +285,8 @@ class NorvantaDialog {
     hostapi::Point minimumSize{};
     hostapi::Rect clientRectangle{};
     bool windowExists = false;
+    /// HWND; stands when the port cannot be made.
+    void* systemWindow = nullptr;
     /// Setup runs.
     bool isOpening = false;
     bool isShown = false;
@@ -289,6 +294,8 @@ class NorvantaDialog {
     bool isKeptHidden = false;
     bool isEnabled = true;
     short defaultItem;
+    /// The default item is disabled because a required text is empty.
+    bool isDefaultHeld = false;
     short cancellingItem;
     hostapi::Point mouse{};
     FocusState focus;

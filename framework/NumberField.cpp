@@ -210,6 +210,11 @@ bool IsVisibleChange(const ItemRecord& record, double value) {
            visiblePart * SmallestStep(record);
 }
 
+bool IsShownAnew(const ItemRecord& record, double value) {
+    return std::fabs(value - static_cast<double>(record.value)) >
+           visiblePart * SmallestStep(record);
+}
+
 std::int16_t ParseNumber(const char* text, const ItemRecord& record, double* value) {
     if (*text == '\0') {
         return fieldEmpty;

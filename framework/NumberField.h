@@ -56,8 +56,11 @@ void StoreLimits(ItemRecord& record, double minimum, double maximum);
 /// 1 in the last decimal that the field shows.
 double SmallestStep(const ItemRecord& record);
 
-/// Whether the field shows `value` otherwise than its stored one.
+/// Whether a number that was typed is another than the stored one.
 bool IsVisibleChange(const ItemRecord& record, double value);
+/// Whether a number that the program sets is written into the field. Of a difference that is just
+/// great enough, typing makes a change and setting does not.
+bool IsShownAnew(const ItemRecord& record, double value);
 
 /// 0 with the number in `*value`, or one of fieldNotInteger, fieldNotReal, fieldAboveMaximum,
 /// fieldBelowMinimum, fieldEmpty. A record that is not numeric is FatalError 18019. A sign alone is

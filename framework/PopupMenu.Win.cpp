@@ -148,14 +148,17 @@ int PaintLabel(HWND control, HDC context, const RECT& client) {
                         static_cast<int>(metrics.tmAveCharWidth));
 }
 
-void PaintPicture(HDC context, HBITMAP picture, const RECT& box) {
+/// A square a little smaller than the box, as far as the edge leaves room for it.
+void PaintPicture(HDC context, HBITMAP picture, const RECT& box, const RECT& inside) {
     const SIZE size = BitmapSize(picture);
     const int side = box.bottom - box.top - 2;
     const MemoryContext memory(context, picture);
+    IntersectClipRect(context, inside.left, inside.top, inside.right, inside.bottom);
     SetStretchBltMode(context, HALFTONE);
     SetBrushOrgEx(context, 0, 0, nullptr);
     StretchBlt(context, box.left + 1, box.top + 1, side, side, memory.Get(), 0, 0, size.cx, size.cy,
                SRCCOPY);
+    SelectClipRgn(context, nullptr);
 }
 
 void PaintArrow(HDC context, const RECT& inside, int width, bool isEnabled, bool isOpen) {
@@ -184,7 +187,7 @@ void PaintBox(HWND control, const PopupMenu& popup, HDC context, RECT box) {
     text.right -= arrowWidth;
     if (!popup.pictures.empty()) {
         if (const HBITMAP picture = PictureOf(popup, popup.selected)) {
-            PaintPicture(context, picture, inside);
+            PaintPicture(context, picture, box, inside);
         }
         text.left += height;
     }
@@ -386,15 +389,23 @@ GdiObject Scaled(HBITMAP picture, int width, int height) {
 bool SetPicture(PopupMenu& popup, int position, int resource) {
     GdiObject picture = LoadPicture(resource);
     const UINT id = IdOf(popup, position + 1);
-    std::erase_if(popup.pictures, [id](const EntryPicture& before) { return before.id == id; });
-    if (picture == nullptr || popup.pictures.size() >= maximalPictures) {
+    const auto before = std::find_if(popup.pictures.begin(), popup.pictures.end(),
+                                     [id](const EntryPicture& other) { return other.id == id; });
+    const bool isNew = before == popup.pictures.end();
+    if (picture == nullptr || (isNew && popup.pictures.size() >= maximalPictures)) {
         return false;
     }
     GdiObject mark = Scaled(As<HBITMAP>(picture), GetSystemMetrics(SM_CXMENUCHECK),
                             GetSystemMetrics(SM_CYMENUCHECK));
     SetMenuItemBitmaps(popup.entries, static_cast<UINT>(position), MF_BYPOSITION, As<HBITMAP>(mark),
                        As<HBITMAP>(mark));
-    popup.pictures.push_back({id, std::move(mark), std::move(picture)});
+    // The menu has the new mark; only now may the old one go.
+    EntryPicture entry{id, std::move(mark), std::move(picture)};
+    if (isNew) {
+        popup.pictures.push_back(std::move(entry));
+    } else {
+        *before = std::move(entry);
+    }
     return true;
 }
 

@@ -1,6 +1,5 @@
 #include "framework/SmallPSDialog.h"
 
-#include "framework/DialogGeometry.h"
 #include "shell/FatalError.h"
 
 namespace {
@@ -44,6 +43,5 @@ void SmallPSDialog::DrawColorBox(const hostapi::Rect& rect, Color24 color) {
 
 void SmallPSDialog::SetPlacement(short top, short left) {
     const hostapi::Rect client = ClientRectangle();
-    const hostapi::Rect moved = Offset(client, left - client.left, top - client.top);
-    SetPlacement(PackPlacement({moved, false}));
+    PlaceClient(Offset(client, left - client.left, top - client.top));
 }

@@ -69,16 +69,23 @@ TEST(FieldCheckTest, BeyondALimitTheAlertOffersTheClosestValue) {
         EXPECT_EQ(AlertFor(Field(itemReal, -none, 7), status), "18012 (7.0) ()");
         EXPECT_EQ(AlertFor(Field(itemInteger, -none, none), status), "18013 () ()");
         EXPECT_EQ(AlertFor(Field(itemReal, -none, none), status), "18014 () ()");
-        EXPECT_TRUE(OffersClosestValue(status));
+        EXPECT_TRUE(ChooseFieldAlert(Field(itemInteger, 1, 100), status).offersClosest);
+        EXPECT_FALSE(ChooseFieldAlert(Field(itemInteger, -none, none), status).offersClosest);
     }
-    EXPECT_FALSE(OffersClosestValue(fieldNotInteger));
-    EXPECT_FALSE(OffersClosestValue(fieldNotReal));
+    EXPECT_FALSE(ChooseFieldAlert(Field(itemInteger, 1, 100), fieldNotInteger).offersClosest);
+    EXPECT_FALSE(ChooseFieldAlert(Field(itemReal, 1, 100), fieldNotReal).offersClosest);
     EXPECT_EQ(ClosestValue(Field(itemInteger, 1, 100), fieldAboveMaximum), 100);
     EXPECT_EQ(ClosestValue(Field(itemInteger, 1, 100), fieldBelowMinimum), 1);
 }
 
 TEST(FieldCheckTest, ALimitThatNoFieldCanShowIsLeftOut) {
-    EXPECT_EQ(AlertFor(Field(itemInteger, 1, 1e10F), 18013), "18002 (1) ()");
+    const ItemRecord record = Field(itemInteger, 1, 1e10F);
+    EXPECT_EQ(AlertFor(record, 18013), "18002 (1) ()");
+    EXPECT_FALSE(ChooseFieldAlert(record, fieldAboveMaximum).offersClosest);
+    EXPECT_TRUE(ChooseFieldAlert(record, fieldBelowMinimum).offersClosest);
+    const ItemRecord none = Field(itemInteger, -1e20F, 1e10F);
+    EXPECT_EQ(AlertFor(none, fieldAboveMaximum), "18013 () ()");
+    EXPECT_FALSE(ChooseFieldAlert(none, fieldAboveMaximum).offersClosest);
 }
 
 TEST(FieldCheckTest, TextsHaveAWidth) {

@@ -246,6 +246,15 @@ TEST_F(NumberFieldTest, ChangesBelowTheLastDigitAreNone) {
     EXPECT_TRUE(IsVisibleChange(field, 4.9));
 }
 
+TEST_F(NumberFieldTest, TypingAndSettingPartAtTheSmallestChange) {
+    const ItemRecord field = Field(itemInteger, 0);
+    EXPECT_TRUE(IsVisibleChange(field, 0.95));
+    EXPECT_FALSE(IsShownAnew(field, 0.95));
+    EXPECT_FALSE(IsVisibleChange(field, 0.94));
+    EXPECT_TRUE(IsShownAnew(field, 0.96));
+    EXPECT_TRUE(IsShownAnew(field, -0.96));
+}
+
 TEST_F(NumberFieldTest, RefusesWhatNoNumberHas) {
     std::string refused;
     std::string refusedByReals;

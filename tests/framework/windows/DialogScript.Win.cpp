@@ -328,6 +328,34 @@ bool Script::IsInMenu() const {
     return (info.flags & GUI_INMENUMODE) != 0;
 }
 
+HMENU Script::OpenMenu() const {
+    constexpr UINT getMenu = 0x01E1;
+    HWND window = nullptr;
+    WaitUntil("an open menu", [&] {
+        window = FindWindowA("#32768", nullptr);
+        return window != nullptr && IsWindowVisible(window);
+    });
+    return reinterpret_cast<HMENU>(SendMessageA(window, getMenu, 0, 0));
+}
+
+POINT Script::MenuEntry(int entry) const {
+    const HMENU menu = OpenMenu();
+    RECT rect{};
+    WaitUntil("the entry's place", [&] {
+        return GetMenuItemRect(nullptr, menu, static_cast<UINT>(entry - 1), &rect) &&
+               rect.bottom > rect.top;
+    });
+    return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+}
+
+bool Script::IsAllSelected(int item) const {
+    DWORD begin = 1;
+    DWORD end = 0;
+    SendMessageA(Item(item), EM_GETSEL, reinterpret_cast<WPARAM>(&begin),
+                 reinterpret_cast<LPARAM>(&end));
+    return begin == 0 && end == Text(item).size();
+}
+
 HWND Script::WaitForOther() const {
     const DWORD thread = GetWindowThreadProcessId(dialog, nullptr);
     HWND other = nullptr;

@@ -110,6 +110,12 @@ class Script {
     /// The item that has the focus; 0 for none.
     int Focus() const;
     bool IsInMenu() const;
+    /// Of the popup menu that is open.
+    HMENU OpenMenu() const;
+    /// The middle of an entry of the open menu, counted from 1, on the screen.
+    POINT MenuEntry(int entry) const;
+    /// Whether all of a field's text is selected.
+    bool IsAllSelected(int item) const;
 
     /// The visible alert or other dialog over this one.
     HWND WaitForOther() const;

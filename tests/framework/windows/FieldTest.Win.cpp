@@ -131,6 +131,7 @@ class BadTextTest : public FieldTest {
             script.SetTextLater(bad.item, bad.typed);
             EXPECT_EQ(script.EndAlert(bad.button), bad.alert);
             script.WaitUntil("the field's text", [&] { return script.Text(bad.item) == bad.left; });
+            EXPECT_TRUE(script.IsAllSelected(bad.item)) << "to be typed over";
         });
         EXPECT_EQ(dialog.log.Count("hit " + std::to_string(bad.item)), bad.hits) << bad.typed;
     }
@@ -372,6 +373,71 @@ TEST_F(FieldTest, ARequiredTextKeepsOkDisabledWhileItIsEmpty) {
         script.WaitFor("hit 5", 2);
         EXPECT_FALSE(IsWindowEnabled(script.Item(1)));
     });
+}
+
+TEST_F(FieldTest, OkComesBackWhenNoTextIsRequiredAnyMore) {
+    more = [&] {
+        dialog.SetFormat(textField, "%+s");
+        EXPECT_FALSE(dialog.IsEnabled(1));
+        dialog.SetFormat(textField, "%s");
+        EXPECT_TRUE(dialog.IsEnabled(1));
+        dialog.Enable(1, false);
+        dialog.SetFormat(textField, "%s");
+        EXPECT_FALSE(dialog.IsEnabled(1)) << "that was the dialog's own wish";
+    };
+    Run([](Script&) {});
+}
+
+TEST_F(FieldTest, ABlankFieldShowsTheValueItIsGiven) {
+    more = [&] {
+        dialog.SetFormat(textField, "%d");
+        EXPECT_EQ(dialog.GetText(textField), "");
+        dialog.SetValue(textField, 0);
+        EXPECT_EQ(dialog.GetText(textField), "0") << "though it had that value before";
+    };
+    Run([](Script&) {});
+}
+
+TEST_F(FieldTest, TabAndSetFocusSelectTheText) {
+    Run([&](Script& script) {
+        script.Click(script.Middle(integerField));
+        script.Keys({{VK_TAB}});
+        EXPECT_EQ(script.Focus(), realField);
+        EXPECT_TRUE(script.IsAllSelected(realField));
+        script.Keys({{VK_END}, {VK_SHIFT, VK_TAB}});
+        EXPECT_EQ(script.Focus(), integerField);
+        EXPECT_TRUE(script.IsAllSelected(integerField));
+    });
+}
+
+TEST_F(FieldTest, CopyAndClearWorkFromTheMenu) {
+    more = [&] { dialog.SetText(textField, "abc"); };
+    Run([&](Script& script) {
+        const auto choose = [&](int id) {
+            SendMessageA(script.Dialog(), WM_COMMAND, static_cast<WPARAM>(id), 0);
+        };
+        script.Click(script.Middle(textField));
+        choose(18209);
+        choose(18205);
+        EXPECT_EQ(dialog.log.Count("hit 5"), 0) << "copying changes nothing";
+        choose(18207);
+        EXPECT_EQ(script.Text(textField), "");
+        EXPECT_EQ(dialog.log.Count("hit 5"), 1);
+        choose(18206);
+        EXPECT_EQ(script.Text(textField), "abc");
+        EXPECT_EQ(dialog.log.Count("hit 5"), 2);
+        choose(18208);
+        EXPECT_EQ(script.Text(textField), "abc");
+        EXPECT_EQ(dialog.log.Count("hit 5"), 2) << "no such command";
+    });
+}
+
+TEST_F(FieldTest, WithoutAFieldTheEditCommandsDoNothing) {
+    Run([&](Script& script) {
+        script.Click(script.Middle(check));
+        SendMessageA(script.Dialog(), WM_COMMAND, 18207, 0);
+    });
+    EXPECT_EQ(dialog.log.All(), (std::vector<std::string>{"hit 7", "menu 18207", "hit 2"}));
 }
 
 TEST_F(FieldTest, ValuesGoInAndOut) {

@@ -1,6 +1,8 @@
 // Help, cursors and menus.
 #include "framework/Help.Win.h"
 
+#include <cstring>
+
 #include "framework/DialogState.h"
 #include "shell/FatalError.h"
 #include "shell/Module.Win.h"
@@ -120,6 +122,19 @@ TEST_F(HelpTest, AnItemInsideAGroupIsFoundBeforeTheGroup) {
     EXPECT_EQ(hidden, 19);
 }
 
+/// Empty for an empty clipboard.
+void SetClipboard(const std::string& text) {
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    if (!text.empty()) {
+        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+        std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
+        GlobalUnlock(memory);
+        SetClipboardData(CF_TEXT, memory);
+    }
+    CloseClipboard();
+}
+
 TEST_F(HelpTest, TheEditMenuFollowsTheField) {
     TestDialog dialog(resizable);
     dialog.atSetup = [&] { dialog.SetText(2, "abc"); };
@@ -132,6 +147,15 @@ TEST_F(HelpTest, TheEditMenuFollowsTheField) {
             for (const UINT id : {18204u, 18205u, 18207u, 18209u}) {
                 enabled.push_back((GetMenuState(menu, id, MF_BYCOMMAND) & MF_GRAYED) == 0);
             }
+            enabled.push_back((GetMenuState(menu, 18201, MF_BYCOMMAND) & MF_GRAYED) == 0);
+            SetClipboard("");
+            dialog.UpdateMenus();
+            enabled.push_back((GetMenuState(menu, 18206, MF_BYCOMMAND) & MF_GRAYED) == 0);
+            SetClipboard("text");
+            dialog.MenuCommand(18207);
+            dialog.UpdateMenus();
+            enabled.push_back((GetMenuState(menu, 18206, MF_BYCOMMAND) & MF_GRAYED) == 0);
+            enabled.push_back((GetMenuState(menu, 18201, MF_BYCOMMAND) & MF_GRAYED) == 0);
             dialog.SetFocus(1);
             dialog.UpdateMenus();
             enabled.push_back((GetMenuState(menu, 18204, MF_BYCOMMAND) & MF_GRAYED) == 0);
@@ -144,7 +168,8 @@ TEST_F(HelpTest, TheEditMenuFollowsTheField) {
         script.WaitFor("hit 3");
         script.Click(script.Middle(1));
     });
-    EXPECT_EQ(enabled, (std::vector<bool>{true, true, true, true, false, false}));
+    EXPECT_EQ(enabled,
+              (std::vector<bool>{true, true, true, true, false, false, true, true, false, false}));
 }
 
 TEST_F(HelpTest, AnAlertWithoutAResourceIsAFault) {

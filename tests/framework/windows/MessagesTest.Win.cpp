@@ -237,6 +237,65 @@ TEST_F(MessagesTest, KeysGoToTheDialogWithTheFocus) {
     EXPECT_TRUE(other.log.All().empty());
 }
 
+TEST_F(MessagesTest, AKeyWithoutACharacterIsSwallowed) {
+    TestDialog dialog(small);
+    dialog.atIdle = [&] {
+        EXPECT_EQ(dialog.NorvantaDialog::KeyDown(0, 0), 0);
+        dialog.Close(1);
+    };
+    EXPECT_EQ(dialog.Run(), 1);
+}
+
+TEST_F(MessagesTest, AClosedDialogIsNotTheActiveOne) {
+    TestDialog dialog(small);
+    EXPECT_EQ(RunWithScript(dialog, [](Script& script) { script.Click(script.Middle(1)); }), 1);
+    EXPECT_EQ(NorvantaDialog::Active(), nullptr);
+    EXPECT_EQ(dialogState.focused, nullptr);
+}
+
+/// All objects that the system gives, but for a few.
+class GdiShortage {
+  public:
+    explicit GdiShortage(int spared) {
+        while (const HRGN region = CreateRectRgn(0, 0, 1, 1)) {
+            regions.push_back(region);
+        }
+        for (int i = 0; i < spared && !regions.empty(); ++i) {
+            DeleteObject(regions.back());
+            regions.pop_back();
+        }
+    }
+    GdiShortage(const GdiShortage&) = delete;
+    GdiShortage& operator=(const GdiShortage&) = delete;
+    ~GdiShortage() {
+        for (const HRGN region : regions) {
+            DeleteObject(region);
+        }
+    }
+
+  private:
+    std::vector<HRGN> regions;
+};
+
+TEST_F(MessagesTest, WithoutAPortADialogEndsByItself) {
+    int shortages = 0;
+    for (int spared = 0; spared < 16; ++spared) {
+        errorCell = 0;
+        TestDialog dialog(small);
+        dialog.atIdle = [&] { dialog.Close(1); };
+        int result = 0;
+        const int fault = FaultOf([&] {
+            const GdiShortage shortage(spared);
+            result = RunWithScript(dialog, [](Script&) {});
+        });
+        EXPECT_TRUE(fault == 20001 || fault == -108 || result == -108 || result == 1)
+            << spared << ": " << fault << " " << result;
+        shortages += result == -108 ? 1 : 0;
+        EXPECT_FALSE(dialog.IsOpen());
+    }
+    EXPECT_GT(shortages, 0) << "some have come as far as the port";
+}
+
 TEST_F(MessagesTest, ADialogCanOpenWithoutBeingShown) {
     TestDialog dialog(small);
     dialog.KeepHidden();

@@ -133,6 +133,14 @@ TEST_F(PortTest, SystemColorsHaveNumbers) {
     EXPECT_EQ(port.Foreground(), GetSysColor(COLOR_ACTIVECAPTION));
     port.SetSystemColor(7);
     EXPECT_EQ(port.Foreground(), GetSysColor(COLOR_WINDOW));
+    port.SetSystemColor(systemButtonText);
+    EXPECT_EQ(port.Foreground(), GetSysColor(COLOR_BTNTEXT));
+    port.SetSystemColor(systemGrayText);
+    EXPECT_EQ(port.Foreground(), GetSysColor(COLOR_GRAYTEXT));
+    port.SetSystemColor(systemHighlightText);
+    EXPECT_EQ(port.Foreground(), GetSysColor(COLOR_HIGHLIGHTTEXT));
+    port.SetSystemColor(systemFixedGray);
+    EXPECT_EQ(port.Foreground(), RGB(0x7F, 0x7F, 0x7F));
     EXPECT_EQ(FaultOf([&] { port.SetSystemColor(9); }), 20008);
     EXPECT_EQ(FaultOf([&] { port.SetSystemColor(0); }), 20008);
 }
@@ -150,6 +158,27 @@ TEST_F(PortTest, PicturesAndIconsAreFoundByNumber) {
     EXPECT_EQ(port.DrawIcon(9999, {0, 0}), 20001);
     EXPECT_EQ(port.IconSize(9999).h, 0);
     EXPECT_EQ(CountNot(white), 0);
+}
+
+TEST_F(PortTest, TheLastPictureGivesWayToAnother) {
+    port.DrawPicture(603, {0, 0, 20, 20});
+    const COLORREF first = At(10, 10);
+    port.DrawPicture(600, {0, 0, 20, 20});
+    EXPECT_NE(At(10, 10), first);
+    port.DrawPicture(603, {0, 0, 20, 20});
+    EXPECT_EQ(At(10, 10), first);
+}
+
+TEST_F(PortTest, AnEdgeIsOnePixelWideAndHasTwoLooks) {
+    port.DrawEdge({5, 5, 15, 25}, 0);
+    const COLORREF sunken = At(5, 5);
+    EXPECT_NE(sunken, white);
+    EXPECT_EQ(At(6, 6), white);
+    port.DrawEdge({5, 5, 15, 25}, -1);
+    EXPECT_EQ(At(5, 5), sunken);
+    port.DrawEdge({5, 5, 15, 25}, 1);
+    EXPECT_NE(At(5, 5), sunken);
+    EXPECT_EQ(At(6, 6), white);
 }
 
 /// The leftmost column and the topmost row with a pixel.
@@ -186,6 +215,64 @@ TEST_F(PortTest, TextIsAligned) {
     EXPECT_NEAR(corner(textMiddle).y, 15, 4);
     EXPECT_GT(corner(textBottom).y, 25);
     EXPECT_GT(corner(textMiddle | textRight).x, 50);
+}
+
+TEST_F(PortTest, TextWrapsUnlessItMayNot) {
+    port.SetForeground(0);
+    const auto hasSecondLine = [&] {
+        for (int y = 16; y < 40; ++y) {
+            for (int x = 0; x < 60; ++x) {
+                if (At(x, y) != white) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    };
+    port.DrawText("wrapped text", {0, 0, 40, 60}, 0);
+    EXPECT_TRUE(hasSecondLine());
+    port.DrawText("wrapped text", {0, 0, 40, 60}, textNoWrap);
+    EXPECT_FALSE(hasSecondLine());
+}
+
+TEST_F(PortTest, ATextHigherThanItsPlaceStaysInIt) {
+    port.SetForeground(0);
+    for (const unsigned flag : {textMiddle, textBottom}) {
+        port.DrawText("I\nI\nI\nI", {20, 10, 26, 50}, flag);
+        for (int y = 0; y < 40; ++y) {
+            for (int x = 0; x < 60; ++x) {
+                const bool isInside = y >= 20 && y < 26 && x >= 10 && x < 50;
+                ASSERT_TRUE(isInside || At(x, y) == white) << x << "," << y;
+            }
+        }
+    }
+}
+
+TEST_F(DialogTest, MenuEntriesAreCheckedAndRenamed) {
+    constexpr UINT own = 17777;
+    TestDialog dialog(530);
+    dialog.atIdle = [&] {
+        const HMENU menu = GetMenu(static_cast<HWND>(dialog.Window()));
+        DrawingPort& port = dialog.Port();
+        const auto has = [&](UINT flag) {
+            return (GetMenuState(menu, own, MF_BYCOMMAND) & flag) != 0;
+        };
+        port.CheckMenuItem(own, true);
+        EXPECT_TRUE(has(MF_CHECKED));
+        port.CheckMenuItem(own, false);
+        EXPECT_FALSE(has(MF_CHECKED));
+        port.EnableMenuItem(own, false);
+        EXPECT_TRUE(has(MF_GRAYED));
+        port.EnableMenuItem(own, true);
+        EXPECT_FALSE(has(MF_GRAYED));
+        port.RenameMenuItem(own, "Another");
+        char text[32] = "";
+        GetMenuStringA(menu, own, text, sizeof text, MF_BYCOMMAND);
+        EXPECT_STREQ(text, "Another");
+        port.RenameMenuItem(4711, "none");
+        dialog.Close(1);
+    };
+    EXPECT_EQ(dialog.Run(), 1);
 }
 
 TEST_F(PortTest, StringsAreLoadedByBaseAndIndex) {
@@ -227,6 +314,8 @@ class ColorDialog : public SmallPSDialog {
             wasDrawn = true;
             SetPlacement(60, 70);
             placed = ClientRectangle();
+            SetPlacement(-40, 70);
+            placedAbove = ClientRectangle();
         }
         Close(9);
     }
@@ -234,6 +323,7 @@ class ColorDialog : public SmallPSDialog {
     bool wasDrawn = false;
     std::vector<COLORREF> colors;
     hostapi::Rect placed{};
+    hostapi::Rect placedAbove{};
 };
 
 TEST_F(DialogTest, AColorBoxHasAFrameAndAShade) {
@@ -244,6 +334,8 @@ TEST_F(DialogTest, AColorBoxHasAFrameAndAShade) {
                                      RGB(0, 0, 0), RGB(0, 0, 0)}));
     EXPECT_EQ(dialog.placed.top, 60);
     EXPECT_EQ(dialog.placed.left, 70);
+    EXPECT_EQ(dialog.placedAbove.top, -40) << "on a screen above the first";
+    EXPECT_EQ(Height(dialog.placedAbove), Height(dialog.placed));
     EXPECT_EQ(dialog.Record(), &record);
 }
 
