@@ -2,7 +2,8 @@
 
 #include <windows.h>
 
-#include "hostapi/HostTypes.h"
+#include "framework/LoadedModule.Win.h"
+#include "hostapi/SharedLibrary.h"
 #include "resources/Strings.h"
 #include "shell/FatalError.h"
 #include "shell/Module.Win.h"
@@ -10,18 +11,6 @@
 namespace {
 
 constexpr int textCapacity = 256;
-constexpr std::uint32_t aboutService = hostapi::FourCharacters('A', 'b', 't', 'B');
-
-/// The service's record in the shared library.
-struct AboutService {
-    std::int16_t flag;
-    void(__cdecl* open)();
-    void(__cdecl* close)();
-    void(__cdecl* showAbout)();
-};
-
-/// Non-zero, with the service's record, if the library offers it.
-using LookupProcedure = int(__cdecl*)(std::uint32_t tag, void** service);
 
 struct ToolboxNames {
     char productKey[textCapacity];
@@ -35,13 +24,13 @@ void LoadName(StringId id, char (&text)[textCapacity]) {
     }
 }
 
-LookupProcedure FindLookup(const char* library) {
-    const HMODULE module = GetModuleHandleA(library);
+hostapi::LookupService FindLookup(const char* library) {
+    const HMODULE module = FindLoadedModule(library);
     if (module == nullptr) {
         return nullptr;
     }
     // Through a pointer without a type: the system hands out every function as one of its own.
-    return reinterpret_cast<LookupProcedure>(
+    return reinterpret_cast<hostapi::LookupService>(
         reinterpret_cast<void*>(GetProcAddress(module, "ICCLookup")));
 }
 
@@ -52,12 +41,13 @@ void ShowAbout() {
     LoadName(stringProductKey, names.productKey);
     LoadName(stringFamilyKey, names.familyKey);
     LoadName(stringSharedLibrary, names.library);
-    const LookupProcedure lookup = FindLookup(names.library);
+    const hostapi::LookupService lookup = FindLookup(names.library);
     void* service = nullptr;
-    if (lookup == nullptr || lookup(aboutService, &service) == 0 || service == nullptr) {
+    if (lookup == nullptr || lookup(hostapi::aboutServiceTag, &service) == 0 ||
+        service == nullptr) {
         return;
     }
-    const auto* const about = static_cast<const AboutService*>(service);
+    const auto* const about = static_cast<const hostapi::AboutService*>(service);
     if (about->showAbout != nullptr) {
         about->showAbout();
     }

@@ -4,8 +4,6 @@
 
 #include <shellapi.h>
 
-#include <filesystem>
-
 #include "host/Picture.h"
 
 namespace host {
@@ -18,6 +16,14 @@ std::vector<std::string> ProgramArguments() {
         arguments.push_back(Utf8Name(std::filesystem::path(words[i])));
     LocalFree(words);
     return arguments;
+}
+
+std::filesystem::path ProgramFolder() {
+    constexpr std::size_t longestPath = 32768;
+    std::wstring file(longestPath, L'\0');
+    const DWORD length = GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()));
+    file.resize(length);
+    return std::filesystem::path(file).parent_path();
 }
 
 }  // namespace host

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "host/Arguments.Win.h"
+#include "host/FamilyServices.Win.h"
 #include "host/BatchOptions.h"
 #include "host/BatchReport.h"
 #include "host/FilterSession.Win.h"
@@ -113,6 +114,7 @@ int Run(const BatchOptions& options) {
     Batch batch(options, InputPicture(options));
     std::string written;
     if (options.about) {
+        const FamilyServices services;
         batch.RunAbout();
     } else if (options.selector) {
         batch.RunSelector();

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "host/Arguments.Win.h"
 #include "host/FileDialogs.Win.h"
 #include "host/FilterMenu.Win.h"
 #include "host/Geometry.h"
@@ -26,13 +27,6 @@ constexpr const char* selectHint = "Drag to select, then choose a filter.";
 // At 96 dots per inch.
 constexpr Size usualSize{1000, 740};
 constexpr Size smallestSize{480, 320};
-
-fs::path ProgramFolder() {
-    std::wstring file(32768, L'\0');
-    const DWORD length = GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()));
-    file.resize(length);
-    return fs::path(file).parent_path();
-}
 
 // In the middle of the screen, and no larger than that.
 RECT UsualPlace() {

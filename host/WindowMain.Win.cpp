@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host/Arguments.Win.h"
+#include "host/FamilyServices.Win.h"
 #include "host/HostWindow.Win.h"
 #include "host/NativeWindow.Win.h"
 #include "host/WindowOptions.h"
@@ -43,6 +44,7 @@ int Main(int show) {
             Print(commandLine.text);
             return statusDone;
         }
+        const FamilyServices services;
         HostWindow window(commandLine.options);
         window.Open(show);
         window.CarryOutOptions();

@@ -7,6 +7,19 @@ target_link_libraries(hostview PUBLIC hostcommand PRIVATE project_options system
 
 if(WIN32)
   configure_file(WindowVersion.h.in ${CMAKE_CURRENT_BINARY_DIR}/generated/host/WindowVersion.h @ONLY)
+
+  # Of the family of the plug-in, not of the host: the programs only load it. The name in its table
+  # of exports is another than that of its file.
+  add_library(sharedlibrary MODULE
+    SharedLibrary.Win.cpp ServiceDirectory.cpp SharedLibrary.rc SharedLibrary.def)
+  set_target_properties(sharedlibrary PROPERTIES PREFIX "" OUTPUT_NAME Hadrowen)
+  target_include_directories(sharedlibrary PRIVATE
+    ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_BINARY_DIR}/generated)
+  target_link_libraries(sharedlibrary PRIVATE hostapi project_options)
+  target_link_options(sharedlibrary PRIVATE -s)
+  set_source_files_properties(SharedLibrary.rc PROPERTIES OBJECT_DEPENDS
+    "${CMAKE_CURRENT_SOURCE_DIR}/SharedLibraryResources.h;${PROJECT_SOURCE_DIR}/resources/zandermolite.ico")
+
   add_executable(zandermolite-host WIN32
     FileDialogs.Win.cpp FilterMenu.Win.cpp FilterRunner.Win.cpp
     HostDialogs.Win.cpp HostWindow.Win.cpp NativeWindow.Win.cpp PictureView.Win.cpp

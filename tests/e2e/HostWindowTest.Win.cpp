@@ -469,6 +469,14 @@ TEST_F(MisbehavingFilterTest, ShowsTheFiltersAbout) {
     program->WaitForStatus(StatusBar::Message, L"The filter answered 7");
 }
 
+TEST_F(HostWindowTest, ShowsTheAboutBoxOfThePluginsFamily) {
+    StartWithPicture();
+    program->ChooseInMenu('H', 0, 0);
+    const HWND box = program->WaitForDialog(L"About Zandermolite");
+    HostProgram::Push(box, IDOK);
+    program->WaitForDialogsEnd();
+}
+
 class CountingFilterTest : public MisbehavingFilterTest,
                            public testing::WithParamInterface<const wchar_t*> {};
 

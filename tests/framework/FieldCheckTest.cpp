@@ -83,9 +83,9 @@ TEST(FieldCheckTest, ALimitThatNoFieldCanShowIsLeftOut) {
     EXPECT_EQ(AlertFor(record, 18013), "18002 (1) ()");
     EXPECT_FALSE(ChooseFieldAlert(record, fieldAboveMaximum).offersClosest);
     EXPECT_TRUE(ChooseFieldAlert(record, fieldBelowMinimum).offersClosest);
-    const ItemRecord none = Field(itemInteger, -1e20F, 1e10F);
-    EXPECT_EQ(AlertFor(none, fieldAboveMaximum), "18013 () ()");
-    EXPECT_FALSE(ChooseFieldAlert(none, fieldAboveMaximum).offersClosest);
+    const ItemRecord noneShown = Field(itemInteger, -1e20F, 1e10F);
+    EXPECT_EQ(AlertFor(noneShown, fieldAboveMaximum), "18013 () ()");
+    EXPECT_FALSE(ChooseFieldAlert(noneShown, fieldAboveMaximum).offersClosest);
 }
 
 TEST(FieldCheckTest, TextsHaveAWidth) {

@@ -1,8 +1,10 @@
 #include "framework/About.Win.h"
 
-#include "hostapi/HostTypes.h"
+#include "framework/LoadedModule.Win.h"
+#include "hostapi/SharedLibrary.h"
 #include "shell/FatalError.h"
 #include "shell/Module.Win.h"
+#include "tests/shell/windows/DialogDriver.Win.h"
 #include "tests/shell/windows/Libraries.Win.h"
 #include "tests/shell/windows/StandInToolbox.Win.h"
 #include "tests/support/CoreTest.h"
@@ -29,8 +31,7 @@ TEST_F(AboutTest, TheLibrarysServiceShowsTheBox) {
     const auto count = toolbox.Find<AboutCountProcedure>("AboutCount");
     ShowAbout();
     EXPECT_EQ(count(), 1);
-    EXPECT_EQ(toolbox.Find<LastTagProcedure>("LastTag")(),
-              hostapi::FourCharacters('A', 'b', 't', 'B'));
+    EXPECT_EQ(toolbox.Find<LastTagProcedure>("LastTag")(), hostapi::aboutServiceTag);
     ShowAbout();
     EXPECT_EQ(count(), 2);
 }
@@ -45,6 +46,61 @@ TEST_F(AboutTest, NothingHappensWithoutTheService) {
     }
     EXPECT_EQ(toolbox.Find<AboutCountProcedure>("AboutCount")(), 0);
     EXPECT_TRUE(Log().faults.empty());
+}
+
+/// The library that the host loads.
+class FamilyLibraryTest : public AboutTest {
+  protected:
+    const LoadedLibrary family{Arguments().family};
+};
+
+TEST_F(FamilyLibraryTest, IsFoundByItsOwnName) {
+    EXPECT_EQ(GetModuleHandleA("Quorlinbench"), nullptr) << "no file has the name";
+    EXPECT_EQ(FindLoadedModule("Quorlinbench"), family.Module());
+    EXPECT_EQ(FindLoadedModule("quorlinBENCH"), family.Module());
+    EXPECT_EQ(FindLoadedModule("Hadrowen"), family.Module());
+    EXPECT_EQ(FindLoadedModule("Quorlin"), nullptr);
+    EXPECT_EQ(FindLoadedModule("kernel32"), GetModuleHandleA("kernel32"));
+}
+
+TEST_F(FamilyLibraryTest, ShowsTheAboutBox) {
+    const SeenDialog box = DriveDialog(ShowAbout);
+    EXPECT_EQ(box.title, "About Zandermolite");
+    EXPECT_TRUE(box.closed);
+    EXPECT_TRUE(box.cutControls.empty());
+    KeepScreenshot(box, "family-about");
+    EXPECT_TRUE(DriveDialog(ShowAbout, Ending::escape).closed);
+}
+
+TEST_F(FamilyLibraryTest, TheProductShowsItForTheHost) {
+    const LoadedPlugin plugin;
+    hostapi::PlatformData platformData{};
+    hostapi::AboutRecord about{&platformData};
+    std::int16_t result = 999;
+    const SeenDialog box = DriveDialog([&] {
+        plugin.Entry()(0, reinterpret_cast<hostapi::FilterRecord*>(&about), nullptr, &result);
+    });
+    EXPECT_EQ(box.title, "About Zandermolite");
+    EXPECT_EQ(result, 0);
+}
+
+TEST_F(FamilyLibraryTest, KeepsTheServicesOfOthersAsWell) {
+    const auto lookup = family.Find<hostapi::LookupService>("ICCLookup");
+    const auto add = family.Find<hostapi::RegisterService>("ICCRegister");
+    const auto remove = family.Find<hostapi::RemoveService>("ICCRemove");
+    constexpr hostapi::ServiceTag tag = hostapi::FourCharacters('T', 'e', 's', 't');
+    int own = 0;
+    void* found = &own;
+    EXPECT_EQ(lookup(tag, &found), 0);
+    EXPECT_EQ(found, nullptr);
+    EXPECT_NE(add(tag, &own), 0);
+    EXPECT_EQ(add(tag, &own), 0) << "taken";
+    EXPECT_NE(lookup(tag, &found), 0);
+    EXPECT_EQ(found, &own);
+    EXPECT_NE(remove(tag), 0);
+    EXPECT_EQ(remove(tag), 0);
+    EXPECT_NE(lookup(hostapi::aboutServiceTag, &found), 0);
+    EXPECT_EQ(static_cast<hostapi::AboutService*>(found)->flag, 1);
 }
 
 TEST_F(AboutTest, MissingNamesAreAFault) {

@@ -26,6 +26,7 @@ bool ReadArguments(int count, char** values) {
         const std::string argument = values[i];
         if (!TakePath(argument, "plugin", arguments.plugin) &&
             !TakePath(argument, "toolbox", arguments.toolbox) &&
+            !TakePath(argument, "family", arguments.family) &&
             !TakePath(argument, "screenshots", arguments.screenshots)) {
             std::fprintf(stderr, "unknown argument %s\n", values[i]);
             return false;

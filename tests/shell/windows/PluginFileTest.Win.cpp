@@ -49,7 +49,7 @@ TEST_F(PluginFileTest, ExportsTheEntryAlone) {
 TEST_F(PluginFileTest, ImportsTheSystemsLibrariesAlone) {
     const std::set<std::string> systems = {"kernel32.dll", "user32.dll",   "gdi32.dll",
                                            "advapi32.dll", "comdlg32.dll", "shell32.dll",
-                                           "msvcrt.dll"};
+                                           "comctl32.dll", "msvcrt.dll"};
     int libraries = 0;
     for (const auto* entry = At<IMAGE_IMPORT_DESCRIPTOR>(Directory(IMAGE_DIRECTORY_ENTRY_IMPORT));
          entry->Name != 0; ++entry) {

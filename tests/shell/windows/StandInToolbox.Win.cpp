@@ -1,5 +1,7 @@
 #include "tests/shell/windows/StandInToolbox.Win.h"
 
+#include "hostapi/SharedLibrary.h"
+
 namespace {
 
 ToolboxMode mode = ToolboxMode::offersAbout;
@@ -11,12 +13,8 @@ void __cdecl ShowAbout() {
     ++abouts;
 }
 
-struct AboutService {
-    std::int16_t flag;
-    void(__cdecl* procedures[3])();
-};
-AboutService complete{1, {Nothing, Nothing, ShowAbout}};
-AboutService incomplete{1, {Nothing, Nothing, nullptr}};
+hostapi::AboutService complete{1, Nothing, Nothing, ShowAbout};
+hostapi::AboutService incomplete{1, Nothing, Nothing, nullptr};
 
 }  // namespace
 
