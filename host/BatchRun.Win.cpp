@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "host/Arguments.Win.h"
-#include "host/FamilyServices.Win.h"
 #include "host/BatchOptions.h"
 #include "host/BatchReport.h"
+#include "host/FamilyServices.Win.h"
 #include "host/FilterSession.Win.h"
 #include "host/Picture.h"
 #include "host/PluginFile.Win.h"
