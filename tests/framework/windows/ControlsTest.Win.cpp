@@ -233,7 +233,7 @@ TEST_F(ControlsTest, ALiveMenuFollowsThePointer) {
 
 TEST_F(ControlsTest, ALongMenuHasColumns) {
     Run([&](Script& script) {
-        for (int i = Send(script, live, CB_GETCOUNT, 0, 0); i < 80; ++i) {
+        for (int i = static_cast<int>(Send(script, live, CB_GETCOUNT, 0, 0)); i < 80; ++i) {
             Send(script, live, CB_INSERTSTRING, 1, reinterpret_cast<LPARAM>("more"));
         }
         OpenMenu(script, live);

@@ -1,6 +1,7 @@
 // Help, cursors and menus.
 #include "framework/Help.Win.h"
 
+#include <atomic>
 #include <cstring>
 
 #include "framework/DialogState.h"
@@ -55,6 +56,44 @@ TEST_F(HelpTest, WhatTheSystemRefusesIsThrown) {
     EXPECT_EQ(FaultOf([&] { dialog.HelpCommand(); }), -108);
     openAnswer = 33;
     EXPECT_EQ(FaultOf([&] { dialog.HelpCommand(); }), 0);
+}
+
+TEST_F(HelpTest, WhatTheSystemRefusesClosesTheDialogsFromThenOn) {
+    openAnswer = 2;
+    TestDialog dialog(resizable);
+    EXPECT_EQ(RunWithScript(dialog,
+                            [](Script& script) {
+                                PostMessageA(script.Dialog(), WM_COMMAND, 20000, 0);
+                                script.WaitUntil("the end",
+                                                 [&] { return !IsWindow(script.Dialog()); });
+                            }),
+              2);
+    // Nothing takes a pending error back.
+    TestDialog next(allItems);
+    EXPECT_EQ(next.Run(), 2);
+}
+
+TEST_F(HelpTest, ADialogThatIsNoLongerActiveShowsNoHelp) {
+    TestDialog dialog(allItems);
+    dialog.SetHelpItem(6);
+    std::string after = "not asked";
+    std::atomic<bool> mayAsk = false;
+    std::atomic<bool> hasAsked = false;
+    dialog.atIdle = [&] {
+        if (mayAsk && !hasAsked) {
+            dialog.SetActive(false);
+            after = dialog.GetText(6);
+            dialog.SetActive(true);
+            hasAsked = true;
+        }
+    };
+    RunWithScript(dialog, [&](Script& script) {
+        script.MoveTo(script.Middle(4));
+        script.WaitUntil("the help", [&] { return script.Text(6) == "Help on item 4."; });
+        mayAsk = true;
+        script.WaitUntil("the answer", [&] { return hasAsked.load(); });
+    });
+    EXPECT_EQ(after, "");
 }
 
 TEST_F(HelpTest, EachItemHasItsHelpId) {

@@ -1,5 +1,7 @@
 #include "framework/Alert.Win.h"
 
+#include "framework/NorvantaDialog.h"
+#include "resources/Ids.h"
 #include "resources/Strings.h"
 #include "shell/FatalError.Win.h"
 #include "shell/FatalError.h"
@@ -70,6 +72,30 @@ TEST_F(AlertTest, AnAssertionStandsInPlaceOfTheFile) {
     EXPECT_EQ(dialog.Text(4), std::string("File: ") + text);
     EXPECT_EQ(dialog.Text(5), "Line Number: -1");
     EXPECT_EQ(dialog.cutControls, std::vector<int>{});
+}
+
+/// Any dialog of the product.
+class FaultyDialog : public NorvantaDialog {
+  public:
+    FaultyDialog() : NorvantaDialog(sharpenDialog) { KeepHidden(); }
+    void Idle() override {
+        ++idles;
+        FatalError(20002, "C:\\source\\Faulty.cpp", 7);
+    }
+    int idles = 0;
+};
+
+TEST_F(AlertTest, AFaultInADialogShowsItsBoxOnceAndClosesTheDialog) {
+    int result = 0;
+    int idles = 0;
+    const SeenDialog fault = DriveDialog([&] {
+        FaultyDialog dialog;
+        result = dialog.Run();
+        idles = dialog.idles;
+    });
+    EXPECT_EQ(fault.Text(3), "A fatal error of type = 20002 occured.");
+    EXPECT_EQ(result, 20002);
+    EXPECT_EQ(idles, 1) << "the timer went on below the box";
 }
 
 TEST_F(AlertTest, TheLongestAssertionsAreNotCutOff) {

@@ -175,6 +175,10 @@ class Driver {
 Screenshot Capture(HWND window) {
     RedrawWindow(window, nullptr, nullptr,
                  RDW_INVALIDATE | RDW_FRAME | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    // The window's own thread may have begun to paint by itself; it answers when it is through.
+    constexpr UINT patienceMilliseconds = 20000;
+    DWORD_PTR ignored;
+    SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_BLOCK, patienceMilliseconds, &ignored);
     RECT frame;
     GetWindowRect(window, &frame);
     Screenshot shot;
