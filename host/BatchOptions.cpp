@@ -27,6 +27,17 @@ void RequireComplete(const BatchOptions& options) {
         throw CommandLineError("--image is missing");
 }
 
+std::vector<DialogPress> Presses(const std::vector<std::string>& texts) {
+    std::vector<DialogPress> presses;
+    try {
+        for (const std::string& text : texts)
+            presses.push_back(ParsePress(text));
+    } catch (const std::invalid_argument& error) {
+        throw CommandLineError(std::string("--press: ") + error.what());
+    }
+    return presses;
+}
+
 }  // namespace
 
 ParsedCommandLine ParseBatchOptions(const std::vector<std::string>& arguments) {
@@ -36,6 +47,7 @@ ParsedCommandLine ParseBatchOptions(const std::vector<std::string>& arguments) {
     app.set_version_flag("--version", "zandermolite-run " + std::string(versionText));
     BatchOptions options;
     std::string out, list;
+    std::vector<std::string> presses;
     const CommonOptionReader common(app);
     app.add_option("--name", options.filterName,
                    "The filter's name, if the file holds several (default: the first)");
@@ -49,6 +61,10 @@ ParsedCommandLine ParseBatchOptions(const std::vector<std::string>& arguments) {
     app.add_option("--selector", options.selector, "Only call this selector")->excludes(about);
     app.add_option("--list", list, "Only list the filters of this file or folder")
         ->type_name("FILE");
+    app.add_option("--press", presses,
+                   "Press the button with this control id in the filter's dialog with this title "
+                   "(may be given more than once: in this order)")
+        ->type_name("TITLE:ITEM");
     app.add_flag("--json", options.json, "Print JSON in place of the lines");
 
     const std::string text = ParseCommandLine(app, arguments);
@@ -57,6 +73,7 @@ ParsedCommandLine ParseBatchOptions(const std::vector<std::string>& arguments) {
     options.common = common.Read();
     options.out = PathFromUtf8(out);
     options.list = PathFromUtf8(list);
+    options.presses = Presses(presses);
     RequireComplete(options);
     return {options, {}};
 }

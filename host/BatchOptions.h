@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/CommonOptions.h"
+#include "host/DialogPress.h"
 
 namespace host {
 
@@ -27,6 +28,8 @@ struct BatchOptions {
     /// Set: nothing but this selector is called.
     std::optional<std::int16_t> selector;
     bool json = false;
+    /// What a user would press in the filter's dialogs, in order.
+    std::vector<DialogPress> presses;
 };
 
 struct ParsedCommandLine {

@@ -14,6 +14,7 @@
 #include "host/Arguments.Win.h"
 #include "host/BatchOptions.h"
 #include "host/BatchReport.h"
+#include "host/DialogUser.Win.h"
 #include "host/FamilyServices.Win.h"
 #include "host/FilterSession.Win.h"
 #include "host/Picture.h"
@@ -113,6 +114,7 @@ Picture InputPicture(const BatchOptions& options) {
 int Run(const BatchOptions& options) {
     Batch batch(options, InputPicture(options));
     std::string written;
+    DialogUser user(options.presses);
     if (options.about) {
         const FamilyServices services;
         batch.RunAbout();
@@ -125,6 +127,9 @@ int Run(const BatchOptions& options) {
             written = Utf8Name(options.out);
         }
     }
+    if (const auto waiting = user.Finish())
+        throw PluginError("the filter opened no dialog '" + waiting->title + "' with an item " +
+                          std::to_string(waiting->item));
     std::cout << (options.json ? ReportJson(batch.Reports(), written)
                                : ReportLines(batch.Reports()));
     return StatusOf(batch.Reports());

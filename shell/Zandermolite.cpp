@@ -1,10 +1,12 @@
 #include "shell/Zandermolite.h"
 
 #include <algorithm>
-#include <new>
 
 #include "hostapi/Results.h"
-#include "paint/EffectRun.h"
+#include "resources/Ids.h"
+#include "shell/LastTexture.h"
+#include "shell/RunWindows.h"
+#include "shell/Transfer.h"
 
 void* hostWindow = nullptr;
 
@@ -19,18 +21,74 @@ short TextureSide(int selectionSide) {
     return static_cast<short>(std::clamp(selectionSide, 1, maximalTextureSide));
 }
 
+/// Tells the opening window where its use begins and ends.
+class Bracketed {
+  public:
+    explicit Bracketed(OpeningWindow& newWindow) : window(newWindow) { window.Bracket(0); }
+    Bracketed(const Bracketed&) = delete;
+    Bracketed& operator=(const Bracketed&) = delete;
+    ~Bracketed() { window.Bracket(1); }
+
+  private:
+    OpeningWindow& window;
+};
+
+/// The editor on what the opening window chose; null without memory. What `pic` receives belongs
+/// to the caller as long as no editor has it.
+std::unique_ptr<EditorWindow> OpenEditor(FilterContext* context, OpeningWindow& opening,
+                                         std::unique_ptr<PaintClass>& pic) {
+    hostapi::FilterRecord* const record = context->record;
+    const std::string name = opening.Name();
+    if (ImageFile* file = opening.ChosenFile(); file != nullptr) {
+        return runWindows.openFile(record, name, *file);
+    }
+    switch (opening.Contents()) {
+        case SizeItems::selection:
+            pic = ReadSelection(context);
+            return runWindows.openTexture(record, name, pic);
+        case SizeItems::lastTexture:
+            pic = LoadLastTexture();
+            return pic ? runWindows.openTexture(record, name, pic) : nullptr;
+        default: {
+            short width;
+            short height;
+            opening.PixelSize(&width, &height);
+            return runWindows.openBlank(record, name, std::max(width, short{1}),
+                                        std::max(height, short{1}));
+        }
+    }
+}
+
+/// The editor's whole life, its end included: that writes the preference file.
+int RunEditor(std::unique_ptr<EditorWindow> editor, OpeningWindow& opening,
+              std::unique_ptr<PaintClass>& picOut) {
+    editor->SetShowNewAtLaunch(opening.ShowNewNextTime());
+    editor->SetUnits(opening.Units());
+    const int ended = editor->Run();
+    picOut = editor->TakeTexture();
+    return ended;
+}
+
 }  // namespace
 
-// While there is no editor to make a texture in, every run draws Lines with the default record at
-// the size of the selection. The editor's run sequence takes the place of this function's body.
 std::int16_t RunTexture(FilterContext* context, std::unique_ptr<PaintClass>& picOut) {
+    picOut.reset();
     NoteHostWindow(*context->record);
     const hostapi::Rect& selection = context->record->filterRect;
-    picOut.reset(new (std::nothrow) PaintClass(TextureSide(selection.right - selection.left),
-                                               TextureSide(selection.bottom - selection.top)));
-    if (!picOut || !picOut->pixelMap) {
+    const std::unique_ptr<OpeningWindow> opening =
+        runWindows.makeOpening(context->record, TextureSide(selection.right - selection.left),
+                               TextureSide(selection.bottom - selection.top));
+    if (opening == nullptr) {
         return hostapi::memFullErr;
     }
-    RunLines(*picOut, LinesParams{});
-    return hostapi::noErr;
+    const Bracketed bracket(*opening);
+    if (runWindows.readLaunchFlag() && opening->Run() == runCancelled) {
+        return hostapi::userCanceledErr;
+    }
+    std::unique_ptr<EditorWindow> editor = OpenEditor(context, *opening, picOut);
+    if (editor == nullptr || !editor->HasTexture()) {
+        return hostapi::memFullErr;
+    }
+    const int ended = RunEditor(std::move(editor), *opening, picOut);
+    return ended == runCancelled ? hostapi::userCanceledErr : hostapi::noErr;
 }

@@ -30,6 +30,8 @@ allow 'host/*.h host/*.cpp' 'hostapi/|host/'
 allow 'files/*.h files/*.cpp' "hostapi/|$lower|$texts|$ids|raster/|paint/|files/|framework/Alert.Win.h"
 allow 'editor/*.h editor/*.cpp' \
   "hostapi/|$lower|shell/(Module.Win|FilterContext|LastTexture).h|$texts|$ids|raster/|paint/|files/|framework/|dialogs/|editor/"
+allow 'dialogs/*.h dialogs/*.cpp' \
+  "hostapi/|$lower|$texts|$ids|raster/|paint/|files/|framework/|dialogs/"
 allow 'framework/*.h framework/*.cpp' "hostapi/|$lower|shell/Module.Win.h|$texts|framework/"
 
 # Windows' own headers stand in .Win files alone.

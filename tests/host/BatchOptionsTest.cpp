@@ -33,6 +33,14 @@ std::string ErrorWith(Words words) {
 
 }  // namespace
 
+TEST(BatchOptionsTest, PressesAreInTheirOrder) {
+    EXPECT_EQ(Parse({"--press", "New:1", "--press", "Tiles: all:35"}).presses,
+              (std::vector<DialogPress>{{"New", 1}, {"Tiles: all", 35}}));
+    for (const char* wrong : {"New", "New:", "New:x", "New:0", "New:1x", "New:-3"})
+        EXPECT_EQ(ErrorWith({"--press", wrong}),
+                  "--press: '" + std::string(wrong) + "' is not TITLE:ITEM");
+}
+
 TEST(BatchOptionsTest, DefaultsArePlain) {
     const BatchOptions options = Parse({});
     EXPECT_EQ(options.common.image, "in.png");

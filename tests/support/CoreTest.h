@@ -12,6 +12,7 @@
 #include "hostapi/FilterRecord.h"
 #include "shell/PhotoshopUtilities.h"
 #include "shell/Platform.h"
+#include "tests/support/StandInWindows.h"
 
 /// Puts the platform back as it was when the object goes.
 class PlatformOverride {
@@ -67,6 +68,7 @@ class CoreTest : public testing::Test {
 
   private:
     PlatformOverride platform;
+    StandInWindows windows;
 };
 
 /// Runs `operation`, which must fail an assertion; answers its text.

@@ -173,6 +173,8 @@ TEST_F(AllocationTest, EachBlockOfTheHostMayFail) {
 }
 
 constexpr Outcome generalAllocations[] = {
+    {"the opening window", -108, 0},
+    {"the editor", -108, 0},
     {"the texture", -108, 0},
     {"the texture's pixel map", -108, 0},
     {"the texture's undo store", -108, 0},

@@ -1,0 +1,162 @@
+#include "dialogs/ApplyDialog.h"
+
+#include "dialogs/PresetDialog.h"
+#include "resources/Ids.h"
+#include "resources/Strings.h"
+#include "shell/FatalError.h"
+
+namespace {
+
+using Items = ApplyItems;
+
+/// Places in the popup: "Last Used", a separator, and from the third on the presets.
+constexpr short lastUsedPlace = 1;
+constexpr short placesBeforePresets = 2;
+
+constexpr short alertOk = 1;
+
+NorvantaDialog* DialogOf(ApplyFather* father) {
+    Assert(father != nullptr, "ApplyDialog / Zeile 23 !(father != NULL)");
+    return father->FatherDialog();
+}
+
+}  // namespace
+
+ApplyDialog::ApplyDialog(const ApplyContext& context, short newResourceId)
+    : SmallPSDialog(newResourceId, context.record, DialogOf(context.father)),
+      father(context.father),
+      placement(context.placement),
+      presets(context.presets) {}
+
+void ApplyDialog::Setup() {
+    SmallPSDialog::Setup();
+    if (presets != nullptr) {
+        FillPresets();
+    }
+    if (placement.right != 0) {
+        SetPlacement(placement.top, placement.left);
+    }
+}
+
+short ApplyDialog::ItemHit(short item) {
+    switch (item) {
+        case okItem:
+        case cancelItem:
+            KeepValues();
+            placement = Placement();
+            return item;
+        case Items::apply:
+            Apply();
+            return 0;
+        case Items::presets:
+            ChoosePreset();
+            return 0;
+        case Items::save:
+            SavePreset();
+            return 0;
+        case Items::remove:
+            DeletePreset();
+            return 0;
+        default:
+            return 0;
+    }
+}
+
+bool ApplyDialog::ScrollChanged(short item, int value) {
+    MarkChanged(true);
+    if (presets != nullptr && item == Items::presets) {
+        SetValue(Items::presets, value);
+        ItemHit(Items::presets);
+    }
+    return true;
+}
+
+void ApplyDialog::Idle() {
+    SmallPSDialog::Idle();
+    UpdateApplyState();
+}
+
+void ApplyDialog::UpdateApplyState() {
+    if (state.FollowKeys(GetModifiers())) {
+        SetText(Items::apply, StringText(state.IsAgain() ? stringApplyAgain : stringApply));
+    }
+    if (presets == nullptr) {
+        return;
+    }
+    const bool canDelete = GetShort(Items::presets) != lastUsedPlace;
+    if (IsEnabled(Items::remove) != canDelete) {
+        Enable(Items::remove, canDelete);
+    }
+}
+
+// The texture is as it was before the dialog while no result stands, so there is nothing to take
+// back then.
+void ApplyDialog::MarkChanged(bool restore) {
+    const bool showedResult = state.MarkChanged();
+    if (presets != nullptr) {
+        SetValue(Items::presets, lastUsedPlace);
+    }
+    if (restore && showedResult) {
+        father->RevertToUndo();
+    }
+}
+
+void ApplyDialog::Apply() {
+    if (!ApplyAgain()) {
+        father->RevertToUndo();
+    }
+    father->RunOperationOf(*this);
+    SetApplied();
+}
+
+void ApplyDialog::ChoosePreset() {
+    const short place = GetShort(Items::presets);
+    void* preset = nullptr;
+    if (place > placesBeforePresets &&
+        presets->DataAt(static_cast<short>(place - placesBeforePresets), &preset)) {
+        UsePreset(preset);
+        MarkChanged(true);
+    }
+    SetValue(Items::presets, place);
+}
+
+void ApplyDialog::SavePreset() {
+    PresetDialog dialog(Record(), this);
+    if (dialog.Run() == okItem) {
+        if (presets->IsUnique(dialog.Name().c_str())) {
+            presets->Append(NewPreset(), dialog.Name().c_str());
+        } else {
+            Alert(this, alertNameTaken);
+        }
+    }
+    FillPresets();
+}
+
+void ApplyDialog::DeletePreset() {
+    const short place = GetShort(Items::presets);
+    SetValue(Items::presets, lastUsedPlace);
+    Assert(place > placesBeforePresets, DeleteAssertion());
+    const auto entry = static_cast<short>(place - placesBeforePresets);
+    char name[nameCapacity];
+    presets->NameAt(entry, name);
+    if (Alert(this, alertDeletePreset, name) == alertOk) {
+        presets->Remove(entry);
+    }
+    FillPresets();
+}
+
+void ApplyDialog::FillPresets() {
+    while (PopupCount(Items::presets) > placesBeforePresets) {
+        DeletePopupEntry(Items::presets, placesBeforePresets + 1);
+    }
+    char name[nameCapacity];
+    for (short entry = 1; presets->NameAt(entry, name); ++entry) {
+        InsertPopupEntry(Items::presets, static_cast<short>(entry + placesBeforePresets), name);
+    }
+}
+
+void ApplyDialog::SetRadio(short on, std::initializer_list<short> group) {
+    for (const short item : group) {
+        SetValue(item, item == on ? 1 : 0);
+    }
+}

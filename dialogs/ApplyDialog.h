@@ -1,0 +1,88 @@
+// The base of every dialog that changes the texture with a set of parameters.
+//
+// There is no preview image: Apply runs the operation on the live texture, and the way back is the
+// undo snapshot that the editor took before the dialog opened. Effects have a popup of named
+// presets besides.
+#pragma once
+
+#include "dialogs/ApplyState.h"
+#include "framework/SmallPSDialog.h"
+#include "raster/SimpleLink.h"
+
+class ApplyDialog;
+
+/// The editor, as the dialogs that it opens see it.
+class ApplyFather {
+  public:
+    /// What the dialog stands over.
+    virtual NorvantaDialog* FatherDialog() = 0;
+    /// Takes the texture back to the undo snapshot and shows it.
+    virtual void RevertToUndo() = 0;
+    /// Takes over the dialog's values and runs its operation with them on the texture.
+    virtual void RunOperationOf(ApplyDialog& dialog) = 0;
+
+  protected:
+    ~ApplyFather() = default;
+};
+
+/// What every ApplyDialog is opened with.
+struct ApplyContext {
+    /// Asserted not to be null.
+    ApplyFather* father;
+    hostapi::FilterRecord* record;
+    /// Where the dialogs of the class were last; all 0 for never.
+    hostapi::Rect& placement;
+    /// The effect's list; null for a filter.
+    SimpleLink* presets;
+};
+
+class ApplyDialog : public SmallPSDialog {
+  public:
+    ApplyDialog(const ApplyContext& context, short newResourceId);
+
+    void Setup() override;
+    /// Items 1 to 6, which are the same in all dialogs.
+    short ItemHit(short item) override;
+    /// Marks the values as changed; the presets popup loads what the pointer passes.
+    bool ScrollChanged(short item, int value) override;
+    void Idle() override;
+
+    /// Asked after OK: true if the texture does not show the present values, so the run is owed.
+    bool WasApplied() const { return state.IsRunOwed(); }
+    void SetApplied() { state.SetApplied(); }
+    bool ApplyAgain() const { return state.IsAgain(); }
+
+    /// Writes the values to where the editor keeps them.
+    virtual void StoreValues() = 0;
+
+  protected:
+    /// A control has changed: the popup says "Last Used", and a result that the texture shows is
+    /// taken back if `restore` is set.
+    void MarkChanged(bool restore);
+
+    /// Reads the controls into the dialog's own copy of the record.
+    virtual void KeepValues() = 0;
+    /// Shows the values of a preset's record.
+    virtual void UsePreset(const void* preset) = 0;
+    /// A new record of the present values, made for SimpleLink.
+    virtual void* NewPreset() = 0;
+    /// Of the assertion that guards Delete. Never called for a dialog without presets.
+    virtual const char* DeleteAssertion() const { return ""; }
+
+    /// Sets one button of a group of radio buttons.
+    void SetRadio(short on, std::initializer_list<short> group);
+    ApplyFather* Father() const { return father; }
+
+  private:
+    void UpdateApplyState();
+    void FillPresets();
+    void Apply();
+    void ChoosePreset();
+    void SavePreset();
+    void DeletePreset();
+
+    ApplyFather* father;
+    hostapi::Rect& placement;
+    SimpleLink* presets;
+    ApplyState state;
+};

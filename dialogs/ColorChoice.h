@@ -1,0 +1,26 @@
+// Colours in dialogs: swatches, and the system's dialog to choose one.
+#pragma once
+
+#include "framework/SmallPSDialog.h"
+#include "paint/Color.h"
+
+/// What the screen shows of a colour: the high byte of each component.
+constexpr Color24 ShownColor(const RGBColor16& color) {
+    return MakeColor24(HighByte(color.red), HighByte(color.green), HighByte(color.blue));
+}
+
+/// A 24-bit colour with each component in the high byte: 255 becomes 0xFF00.
+constexpr RGBColor16 ColorFromShown(Color24 shown) {
+    return {static_cast<std::uint16_t>((shown & 0xFF) << 8),
+            static_cast<std::uint16_t>((shown >> 8 & 0xFF) << 8),
+            static_cast<std::uint16_t>((shown >> 16 & 0xFF) << 8)};
+}
+
+/// Runs the system's colour dialog over `owner`. It always opens on black, whatever `color` is. On
+/// Cancel the colour stays, and the answer is false. Defined with the window system.
+bool ChooseColorFor(NorvantaDialog& owner, RGBColor16* color);
+
+/// Draws a framed box of the colour in the item's rectangle.
+inline void DrawSwatch(SmallPSDialog& dialog, short item, const RGBColor16& color) {
+    dialog.DrawColorBox(dialog.GetBounds(item), ShownColor(color));
+}

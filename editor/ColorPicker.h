@@ -1,0 +1,34 @@
+// The editor's colour wells: they paint the foreground and the background colour and answer clicks.
+// The colours themselves are the editor's.
+#pragma once
+
+#include "editor/ColorWells.h"
+#include "framework/SmallPSDialog.h"
+#include "paint/Color.h"
+
+class ColorPicker {
+  public:
+    /// `newWells` are where the parts lie in the dialog. Asserts the three pointers.
+    ColorPicker(RGBColor16* f, RGBColor16* b, const ColorWells& newWells, SmallPSDialog* d);
+
+    /// The background, then the foreground.
+    void Draw() const;
+    /// Chooses a colour, or exchanges or resets both.
+    void Click(short x, short y);
+    WellPart PartAt(short x, short y) const { return wells.PartAt(x, y); }
+
+    /// Exchanges the colours.
+    void Swap();
+    /// Black on white.
+    void SetDefaults();
+
+  private:
+    void DrawForeground() const;
+    void DrawBackground() const;
+    void DrawBackgroundOutline() const;
+
+    RGBColor16* fore;
+    RGBColor16* back;
+    ColorWells wells;
+    SmallPSDialog* dialog;
+};

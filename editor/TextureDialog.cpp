@@ -1,0 +1,356 @@
+#include "editor/TextureDialog.h"
+
+#include <algorithm>
+#include <iterator>
+#include <new>
+
+#include "editor/Readouts.h"
+#include "framework/PaletteLayout.h"
+#include "resources/Ids.h"
+#include "resources/Strings.h"
+#include "shell/Platform.h"
+
+namespace {
+
+using Items = TextureItems;
+
+constexpr short fallbackSide = 128;
+
+struct ItemRule {
+    short item;
+    std::uint8_t rules;
+};
+
+/// How the items follow the window's size.
+constexpr ItemRule itemRules[] = {
+    {Items::apply, resizeMoveRight | resizeMoveDown},
+    {Items::cancel, resizeMoveRight | resizeMoveDown},
+    {Items::viewPalette, resizeMoveRight | resizeMoveDown},
+    {Items::helpReadout, resizeGrowRight | resizeMoveDown},
+    {Items::helpFrame, resizeGrowRight | resizeMoveDown},
+    {Items::tab, resizeGrowRight | resizeGrowDown},
+    {Items::drawingArea, resizeGrowRight | resizeGrowDown},
+    {Items::growBox, resizeMoveRight | resizeMoveDown},
+    {Items::verticalScroll, resizeMoveRight | resizeGrowDown},
+    {Items::horizontalScroll, resizeGrowRight | resizeMoveDown},
+    {Items::progress, resizeMoveDown},
+    {Items::zoomIn, resizeMoveDown},
+    {Items::zoomOut, resizeMoveDown},
+    {Items::zoomReadout, resizeMoveDown},
+    {Items::sizeMarksSymbol, resizeMoveRight},
+    {Items::sizeMarks, resizeMoveRight},
+};
+
+std::unique_ptr<PaintClass> BlankTexture(short width, short height) {
+    return std::unique_ptr<PaintClass>(new (std::nothrow) PaintClass(width, height));
+}
+
+}  // namespace
+
+/// What a button or a menu entry does. An item or a menu command of 0 is none.
+struct TextureDialog::Command {
+    short item;
+    short menu;
+    void (TextureDialog::*run)();
+};
+
+const TextureDialog::Command TextureDialog::commands[] = {
+    {Items::viewPalette, 0, &TextureDialog::ChooseViewTool},
+    {Items::toolPalette, 0, &TextureDialog::ChooseTool},
+    {Items::zoomIn, commandZoomIn, &TextureDialog::ZoomIn},
+    {Items::zoomOut, commandZoomOut, &TextureDialog::ZoomOut},
+    {0, commandActualPixels, &TextureDialog::ActualPixels},
+    {Items::verticalScroll, 0, &TextureDialog::InvalidateDrawing},
+    {Items::horizontalScroll, 0, &TextureDialog::InvalidateDrawing},
+    {Items::drawingArea, 0, &TextureDialog::ClickDrawingArea},
+    {Items::colorWells, 0, &TextureDialog::ClickWells},
+    {Items::flipVertical, commandFlipVertical, &TextureDialog::FlipVertically},
+    {Items::flipHorizontal, commandFlipHorizontal, &TextureDialog::FlipHorizontally},
+    {Items::newTexture, commandNew, &TextureDialog::NewTexture},
+    {Items::edit, commandEdit, &TextureDialog::EditTexture},
+    {Items::open, commandOpen, &TextureDialog::OpenTexture},
+    {Items::save, commandSave, &TextureDialog::SaveTextureFile},
+    {Items::repeatEffect, commandRepeatEffect, &TextureDialog::RepeatLastEffect},
+    {Items::repeatFilter, commandRepeatFilter, &TextureDialog::RepeatLastFilter},
+    {Items::addBump, commandAddBump, &TextureDialog::AddBump},
+    {Items::invert, commandInvert, &TextureDialog::InvertTexture},
+    {Items::sizeMarks, 0, &TextureDialog::ToggleSizeMarks},
+    {Items::tab, 0, &TextureDialog::SwitchView},
+    {0, commandUndo, &TextureDialog::ToggleUndo},
+    {0, commandClear, &TextureDialog::ClearTexture},
+    {0, commandBrushSettings, &TextureDialog::OpenBrushSettings},
+    {0, commandNewAtLaunch, &TextureDialog::ToggleNewAtLaunch},
+    {0, commandAbout, &TextureDialog::ShowAboutBox},
+};
+
+// --- Construction ---
+
+TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName)
+    : SmallPSDialog(textureDialog, newRecord),
+      files(*this),
+      resolution(WholeResolution(newRecord->imageHRes)) {
+    if (!LoadPreferences(preferences)) {
+        SetDefaultPreferences(preferences);
+    }
+    // The New dialog's answer, not the file's, is what counts from here on.
+    preferences.launchFlag = 1;
+    files.textureName = newName;
+}
+
+TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
+                             ImageFile& file)
+    : TextureDialog(newRecord, newName) {
+    std::unique_ptr<PaintClass> loaded;
+    if (!LoadTexture(loaded, files, file)) {
+        Alert(nullptr, alertNotLoaded);
+        loaded = BlankTexture(fallbackSide, fallbackSide);
+    }
+    AdoptTexture(std::move(loaded));
+}
+
+TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
+                             short width, short height)
+    : TextureDialog(newRecord, newName) {
+    AdoptTexture(BlankTexture(width, height));
+}
+
+TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
+                             std::unique_ptr<PaintClass> newPic)
+    : TextureDialog(newRecord, newName) {
+    AdoptTexture(std::move(newPic));
+}
+
+TextureDialog::~TextureDialog() {
+    subDialog.reset();
+    try {
+        SavePreferences(preferences);
+    } catch (std::int16_t) {
+        // Without a file: the user has been told, and the error cell is set.
+    }
+}
+
+void TextureDialog::AdoptTexture(std::unique_ptr<PaintClass> newPic) {
+    pic = std::move(newPic);
+    if (pic != nullptr) {
+        pic->SetColors(&preferences.foreground, &preferences.background);
+    }
+}
+
+// --- Set-up ---
+
+void TextureDialog::Setup() {
+    SmallPSDialog::Setup();
+    UpdateRepeats();
+    SetValue(Items::sizeMarks, 1);
+    ShowReadouts();
+    tool = toolMove;
+    ShowTool();
+    colorPicker = std::make_unique<ColorPicker>(
+        &preferences.foreground, &preferences.background,
+        WellsIn(GetBounds(Items::colorWells), GetBounds(Items::switchColors),
+                GetBounds(Items::defaultColors)),
+        this);
+    ShowClass::target = this;
+    CursorClass::target = this;
+    const CursorClass busy;
+    SetUpMenu();
+    DisableMissingDialogs();
+    Center();
+    SetIcon(iconEditor);
+    SetButtonIcon(Items::zoomIn, iconZoomIn);
+    SetButtonIcon(Items::zoomOut, iconZoomOut);
+    UpdateScrollBars();
+    UpdateScrollPositions();
+    for (const ItemRule& rule : itemRules) {
+        SetResizeRule(rule.item, rule.rules);
+    }
+    if (preferences.editorPlace.right != 0) {
+        SetPlacement(preferences.editorPlace);
+    }
+}
+
+void TextureDialog::SetUpMenu() {
+    Port().CheckMenuItem(commandNewAtLaunch, preferences.launchFlag != 0);
+    for (const int command : {commandCut, commandCopy, commandPaste}) {
+        Port().EnableMenuItem(command, false);
+    }
+}
+
+/// The one place that knows which commands this version does not have: those without a dialog.
+void TextureDialog::DisableMissingDialogs() {
+    for (const Operation& operation : AllOperations()) {
+        if (operation.makeDialog == nullptr) {
+            Enable(operation.item, false);
+            Port().EnableMenuItem(operation.menuCommand, false);
+        }
+    }
+    Enable(Items::tile, false);
+    for (const int command : {commandTile, commandStampSettings, commandFillSettings}) {
+        Port().EnableMenuItem(command, false);
+    }
+}
+
+void TextureDialog::ShowReadouts() {
+    SetText(Items::name, files.textureName.c_str());
+    SetText(Items::width, SideText(pic->grX, units, resolution).c_str());
+    SetText(Items::height, SideText(pic->grY, units, resolution).c_str());
+    SetText(Items::resolution, ResolutionText(resolution).c_str());
+    SetText(Items::size, MemoryText(Kilobytes(pic->grX, pic->grY)).c_str());
+}
+
+void TextureDialog::UpdateRepeats() {
+    const auto enable = [this](short item, bool on) {
+        if (IsEnabled(item) != on) {
+            Enable(item, on);
+        }
+    };
+    enable(Items::repeatFilter, lastFilter != 0);
+    enable(Items::repeatEffect, lastEffect != 0);
+}
+
+// --- Commands ---
+
+short TextureDialog::ItemHit(short item) {
+    if (item == okItem || item == cancelItem) {
+        preferences.editorPlace = Placement();
+        return item;
+    }
+    const auto command = std::find_if(std::begin(commands), std::end(commands),
+                                      [item](const Command& row) { return row.item == item; });
+    if (command != std::end(commands)) {
+        (this->*command->run)();
+    } else if (const Operation* operation = OperationOfItem(item);
+               operation != nullptr && operation->makeDialog != nullptr) {
+        OpenOperation(*operation);
+    }
+    UpdateRepeats();
+    return 0;
+}
+
+// What has a button goes the button's way.
+void TextureDialog::MenuCommand(short id) {
+    const auto command = std::find_if(std::begin(commands), std::end(commands),
+                                      [id](const Command& row) { return row.menu == id; });
+    if (id == commandRepeatEffect && lastEffect == 0) {
+        return;
+    }
+    if (id == commandRepeatFilter && lastFilter == 0) {
+        return;
+    }
+    if (command != std::end(commands)) {
+        if (command->item != 0) {
+            ItemHit(command->item);
+        } else {
+            (this->*command->run)();
+        }
+    } else if (const Operation* operation = OperationOfMenuCommand(id); operation != nullptr) {
+        ItemHit(operation->item);
+    } else {
+        SmallPSDialog::MenuCommand(id);
+    }
+}
+
+void TextureDialog::UpdateMenus() {
+    SmallPSDialog::UpdateMenus();
+    Port().EnableMenuItem(commandClear, true);
+    Port().EnableMenuItem(commandAbout, true);
+}
+
+void TextureDialog::ToggleSizeMarks() {
+    SetValue(Items::sizeMarks, GetShort(Items::sizeMarks) != 0 ? 0 : 1);
+    InvalidateDrawing();
+}
+
+void TextureDialog::ToggleNewAtLaunch() {
+    SetShowNewAtLaunch(preferences.launchFlag == 0);
+    Port().CheckMenuItem(commandNewAtLaunch, preferences.launchFlag != 0);
+}
+
+void TextureDialog::ShowAboutBox() {
+    const DialogSuspension suspension;
+    platformServices.showAbout();
+}
+
+// --- What the window asks ---
+
+void TextureDialog::Resize(short widthChange, short heightChange) {
+    SmallPSDialog::Resize(widthChange, heightChange);
+    for (const short item : {Items::zoomIn, Items::zoomOut, Items::viewPalette, Items::apply,
+                             Items::cancel, Items::helpFrame}) {
+        InvalidateItem(item);
+    }
+    UpdateScrollBars();
+    // A centred image stands elsewhere now.
+    InvalidateDrawing();
+}
+
+bool TextureDialog::ScrollChanged(short item, int value) {
+    if (item != Items::verticalScroll && item != Items::horizontalScroll) {
+        return SmallPSDialog::ScrollChanged(item, value);
+    }
+    SetValue(item, value);
+    RedrawAll();
+    return true;
+}
+
+void TextureDialog::DrawItem(short item) {
+    switch (item) {
+        case Items::drawingArea:
+            RedrawAll();
+            break;
+        case Items::zoomReadout:
+            DrawZoomReadout();
+            break;
+        case Items::progress:
+            DrawProgress(0);
+            break;
+        case Items::colorWells:
+            colorPicker->Draw();
+            Port().FrameRect(Inset(GetBounds(item), -1, -1));
+            break;
+        case Items::paletteFrame:
+            Port().FrameRect(Inset(GetBounds(item), -1, -1));
+            break;
+        default:
+            SmallPSDialog::DrawItem(item);
+    }
+}
+
+std::uint32_t TextureDialog::HelpAt(short item) {
+    if (const short stringId = help.Follow(item, HintAt(item)); stringId != 0) {
+        SetText(Items::helpReadout, StringText(static_cast<StringId>(stringId)));
+    }
+    return 0;
+}
+
+namespace {
+
+/// The cell of a palette under a point, from 0 on; -1 outside.
+int PaletteCell(const hostapi::Rect& palette, int columns, int rows, hostapi::Point place) {
+    PaletteLayout layout;
+    layout.rows = rows;
+    layout.columns = columns;
+    layout.cellWidth = Width(palette) / columns;
+    layout.cellHeight = Height(palette) / rows;
+    return CellAt(layout, place.h - palette.left, place.v - palette.top) - 1;
+}
+
+}  // namespace
+
+/// The string of the part of an item under the mouse, if the item has parts.
+short TextureDialog::HintAt(short item) const {
+    const hostapi::Point place = Mouse();
+    if (item == Items::toolPalette || item == Items::viewPalette) {
+        const bool tools = item == Items::toolPalette;
+        const int cell = PaletteCell(GetBounds(item), 2, tools ? 4 : 1, place);
+        if (cell < 0) {
+            return HelpReadout::noHint;
+        }
+        return tools ? ToolHint(static_cast<short>(cell)) : ViewToolHint(static_cast<short>(cell));
+    }
+    if (item == Items::colorWells) {
+        const WellPart part = colorPicker->PartAt(place.h, place.v);
+        return part != wellNone ? WellHint(part) : HelpReadout::noHint;
+    }
+    return HelpReadout::noHint;
+}

@@ -1,0 +1,194 @@
+// The editor: the program's one large window. It owns the texture, remembers the settings of every
+// effect and filter, and routes every command (button, menu entry, key) to one handler.
+//
+// The class stands in four source files:
+// - TextureDialog.cpp: construction, set-up, what the window asks, the command tables;
+// - TextureDialogCommands.cpp: what the commands do: new textures, files, effects and filters,
+// undo;
+// - TextureDialogTools.cpp: the tools: keys, cursors, the mouse in the drawing area;
+// - TextureDialogView.cpp: the drawing area, the zoom, the two views.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "dialogs/ApplyDialog.h"
+#include "dialogs/FileOwner.h"
+#include "editor/ColorPicker.h"
+#include "editor/HelpReadout.h"
+#include "editor/Operations.h"
+#include "editor/ScaledCopy.h"
+#include "editor/Tools.h"
+#include "editor/Units.h"
+#include "editor/ViewGeometry.h"
+#include "files/Preferences.h"
+#include "framework/SmallPSDialog.h"
+#include "paint/PaintClass.h"
+#include "shell/PhotoshopUtilities.h"
+
+class Stroke;
+
+class TextureDialog final : public SmallPSDialog, public ApplyFather, public ProgressTarget {
+  public:
+    /// Loads the texture. A file that cannot be loaded is reported, and the texture is blank.
+    TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName, ImageFile& file);
+    /// A blank texture. Test HasTexture().
+    TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName, short width,
+                  short height);
+    /// Takes over the texture; null for none.
+    TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
+                  std::unique_ptr<PaintClass> newPic);
+    /// Writes the preference file. What goes wrong is reported there.
+    ~TextureDialog() override;
+
+    bool HasTexture() const { return pic != nullptr && pic->pixelMap != nullptr; }
+    /// The texture as it stands; none is left.
+    std::unique_ptr<PaintClass> TakeTexture() { return std::move(pic); }
+
+    /// Whether the New dialog opens at the next launch.
+    void SetShowNewAtLaunch(bool on) { preferences.launchFlag = on ? 1 : 0; }
+    /// The unit of the readouts and the Edit dialog.
+    void SetUnits(std::int32_t newUnits) { units = newUnits; }
+
+    // The dialog's operations.
+
+    void Setup() override;
+    short ItemHit(short item) override;
+    short KeyDown(int key, int modifiers) override;
+    void MenuCommand(short id) override;
+    void UpdateMenus() override;
+    void Resize(short widthChange, short heightChange) override;
+    short CursorAt(short item) override;
+    /// Fills the help readout; always answers 0.
+    std::uint32_t HelpAt(short item) override;
+    bool ScrollChanged(short item, int value) override;
+    void DrawItem(short item) override;
+    /// Pen operations and fills, shifted by the draw origin.
+    void MoveTo(short x, short y) override;
+    void LineTo(short x, short y) override;
+    void FillRect(const hostapi::Rect& rect);
+
+    // What the dialogs that it opens ask of it.
+
+    NorvantaDialog* FatherDialog() override { return this; }
+    void RevertToUndo() override;
+    void RunOperationOf(ApplyDialog& dialog) override;
+    /// The bar in item 5; 0 empties it.
+    void DrawProgress(short percent) override;
+
+  private:
+    struct Command;
+    static const Command commands[];
+
+    TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName);
+    void AdoptTexture(std::unique_ptr<PaintClass> newPic);
+
+    // Set-up and readouts.
+    void SetUpResizing();
+    void SetUpMenu();
+    void DisableMissingDialogs();
+    void ShowReadouts();
+    void UpdateRepeats();
+    short HintAt(short item) const;
+
+    // Commands.
+    void NewTexture();
+    void EditTexture();
+    void Resample(short width, short height);
+    void ReplaceTexture(std::unique_ptr<PaintClass> newPic);
+    void OpenTexture();
+    void SaveTextureFile();
+    void FlipTexture(short mode);
+    void FlipVertically();
+    void FlipHorizontally();
+    void AddBump();
+    void InvertTexture();
+    void ClearTexture();
+    void RepeatLastEffect();
+    void RepeatLastFilter();
+    void ToggleSizeMarks();
+    void ToggleNewAtLaunch();
+    void ShowAboutBox();
+
+    // Effects and filters.
+    void OpenOperation(const Operation& operation);
+    void ShowResult();
+    void Remember(const Operation& operation);
+    void RepeatOperation(short id);
+    void RepeatEffect(short effect);
+    void RepeatFilter(short filter);
+
+    // Undo.
+    void TakeUndoSnapshot();
+    void ToggleUndo();
+
+    // Tools.
+    void ChooseTool();
+    void ChooseViewTool();
+    void ShowTool();
+    void OpenBrushSettings();
+    void SetDefaultColors();
+    void SwapColors();
+    void ClickWells();
+    void ClickDrawingArea();
+    void RunTool(hostapi::Point press);
+    void TrackStroke(Stroke& stroke);
+    void TrackBrush();
+    void TrackEraser();
+    void TrackPencil();
+    void TrackMove();
+    void TrackEyedropper();
+    void TrackHand();
+    void ClickZoom();
+    void ViewToTexture(short* x, short* y) const;
+    hostapi::Point TexturePoint(hostapi::Point inWindow) const;
+
+    // The view.
+    ViewGeometry Geometry() const;
+    void ZoomIn();
+    void ZoomOut();
+    void ActualPixels();
+    void ZoomChanged();
+    void UpdateScrollBars();
+    void UpdateScrollPositions();
+    void DrawPicture(const Area& place, bool force);
+    void RedrawAll();
+    void RedrawContents();
+    void DrawFrame(const hostapi::Rect& rect);
+    void DrawView(const ViewGeometry& geometry);
+    void DrawSizeMarks(const ViewGeometry& geometry);
+    void DrawZoomReadout();
+    void SwitchView();
+    void MoveForView(bool preview);
+    void InvalidateDrawing();
+
+    /// Null only without memory at construction.
+    std::unique_ptr<PaintClass> pic;
+    Preferences preferences;
+    /// Made when the window exists.
+    std::unique_ptr<ColorPicker> colorPicker;
+    /// Has the texture's name.
+    FileOwner files;
+    std::int32_t units = unitCentimetre;
+    /// The child dialog now open.
+    std::unique_ptr<ApplyDialog> subDialog;
+    short tool = toolMove;
+    double zoom = 1.0;
+    ViewMode viewMode = viewDrawing;
+    /// Dots an inch.
+    short resolution;
+    /// What Open and Save deal in: 0 JPEG; with 1 they do nothing.
+    std::int32_t fileFormat = 0;
+    /// The next Undo is a Redo.
+    bool undoIsRedo = false;
+    /// Added to all coordinates while the drawing area is painted.
+    short drawOriginV = 0;
+    short drawOriginH = 0;
+    /// Resource ids of the last effect and the last filter applied; 0 for none.
+    short lastEffect = 0;
+    short lastFilter = 0;
+    HelpReadout help;
+    ScaledCopy scaledCopy;
+};

@@ -1,0 +1,249 @@
+// What the editor's commands do to the texture.
+#include <algorithm>
+#include <new>
+
+#include "editor/EditDialog.h"
+#include "editor/TextureDialog.h"
+#include "paint/EffectRun.h"
+#include "resources/Ids.h"
+#include "resources/Strings.h"
+#include "shell/FatalError.h"
+
+namespace {
+
+using Items = TextureItems;
+
+/// The kinds of texture file that `fileFormat` can name. The second does nothing.
+enum FileFormat : std::int32_t { formatJPEG = 0, formatNone = 1 };
+
+std::unique_ptr<PaintClass> MakeTexture(short width, short height) {
+    std::unique_ptr<PaintClass> pic(new (std::nothrow) PaintClass(width, height));
+    return pic != nullptr && pic->pixelMap != nullptr ? std::move(pic) : nullptr;
+}
+
+/// At least one pixel each way.
+void ReadSize(EditDialog& dialog, short* width, short* height) {
+    dialog.PixelSize(width, height);
+    *width = std::max(*width, short{1});
+    *height = std::max(*height, short{1});
+}
+
+}  // namespace
+
+// --- New textures ---
+
+void TextureDialog::NewTexture() {
+    EditDialog dialog(Record(), this, dialogPlaces[placedEdit], pic->grX, pic->grY);
+    dialog.SetTitleNew();
+    dialog.SetUnits(units);
+    if (dialog.Run() != okItem) {
+        return;
+    }
+    short width;
+    short height;
+    ReadSize(dialog, &width, &height);
+    std::unique_ptr<PaintClass> fresh = MakeTexture(width, height);
+    if (fresh == nullptr) {
+        Alert(this, alertOutOfMemory);
+        return;
+    }
+    fresh->FillWhite();
+    units = dialog.Units();
+    files.textureName = dialog.Name();
+    ReplaceTexture(std::move(fresh));
+}
+
+void TextureDialog::EditTexture() {
+    EditDialog dialog(Record(), this, dialogPlaces[placedEdit], pic->grX, pic->grY);
+    dialog.SetTextureName(files.textureName);
+    dialog.SetUnits(units);
+    if (dialog.Run() != okItem) {
+        return;
+    }
+    short width;
+    short height;
+    ReadSize(dialog, &width, &height);
+    units = dialog.Units();
+    files.textureName = dialog.Name();
+    ShowReadouts();
+    if (width != pic->grX || height != pic->grY) {
+        Resample(width, height);
+    }
+}
+
+void TextureDialog::Resample(short width, short height) {
+    std::unique_ptr<PaintClass> resized = RunResize(*pic, width, height);
+    if (resized == nullptr) {
+        Alert(this, alertOutOfMemory);
+        return;
+    }
+    ReplaceTexture(std::move(resized));
+    TakeUndoSnapshot();
+}
+
+void TextureDialog::ReplaceTexture(std::unique_ptr<PaintClass> newPic) {
+    AdoptTexture(std::move(newPic));
+    ShowReadouts();
+    ZoomChanged();
+}
+
+void TextureDialog::FlipTexture(short mode) {
+    TakeUndoSnapshot();
+    pic->Flip(mode);
+    InvalidateDrawing();
+}
+
+void TextureDialog::FlipVertically() {
+    FlipTexture(0);
+}
+
+void TextureDialog::FlipHorizontally() {
+    FlipTexture(1);
+}
+
+void TextureDialog::AddBump() {
+    TakeUndoSnapshot();
+    pic->AddBump();
+    InvalidateDrawing();
+}
+
+void TextureDialog::InvertTexture() {
+    TakeUndoSnapshot();
+    pic->Invert();
+    InvalidateDrawing();
+}
+
+// White, whatever the background colour.
+void TextureDialog::ClearTexture() {
+    TakeUndoSnapshot();
+    pic->FillWhite();
+    InvalidateDrawing();
+}
+
+// --- Files ---
+
+void TextureDialog::OpenTexture() {
+    if (fileFormat == formatNone) {
+        return;
+    }
+    Assert(fileFormat == formatJPEG, "TextureDialog / Zeile 1279 !(false)");
+    if (!OpenTextureFile(pic, files)) {
+        Alert(this, alertNotLoaded);
+        return;
+    }
+    pic->SetColors(&preferences.foreground, &preferences.background);
+    ShowReadouts();
+    ZoomChanged();
+}
+
+void TextureDialog::SaveTextureFile() {
+    if (fileFormat == formatNone) {
+        return;
+    }
+    Assert(fileFormat == formatJPEG, "TextureDialog / Zeile 1312 !(false)");
+    if (!SaveTexture(pic.get(), files)) {
+        Alert(this, alertNotSaved);
+        return;
+    }
+    ShowReadouts();
+    InvalidateDrawing();
+}
+
+// --- Effects and filters ---
+
+void TextureDialog::OpenOperation(const Operation& operation) {
+    TakeUndoSnapshot();
+    SimpleLink* const presets = operation.presets != presetEffectCount
+                                    ? &preferences.presets[operation.presets]
+                                    : nullptr;
+    const ApplyContext context{this, Record(), dialogPlaces[operation.place], presets};
+    subDialog = operation.makeDialog(context, preferences);
+    const int ended = subDialog->Run();
+    if (ended == okItem) {
+        if (subDialog->WasApplied()) {
+            RunOperationOf(*subDialog);
+        }
+        Remember(operation);
+    } else if (ended == cancelItem) {
+        RevertToUndo();
+    }
+    subDialog.reset();
+}
+
+void TextureDialog::RunOperationOf(ApplyDialog& dialog) {
+    const Operation& operation = *OperationWithId(dialog.ResourceId());
+    dialog.StoreValues();
+    if (operation.redrawsFirst(preferences)) {
+        RedrawAll();
+    }
+    operation.run(*pic, preferences);
+    ShowResult();
+}
+
+/// The bar is empty again, and the drawing area shows the texture at once.
+void TextureDialog::ShowResult() {
+    InvalidateItem(Items::progress);
+    InvalidateDrawing();
+    UpdateNow();
+}
+
+void TextureDialog::Remember(const Operation& operation) {
+    switch (operation.kind) {
+        case OperationKind::effect:
+            lastEffect = operation.id;
+            break;
+        case OperationKind::filter:
+            lastFilter = operation.id;
+            break;
+        case OperationKind::combine:
+            break;
+    }
+}
+
+void TextureDialog::RepeatEffect(short effect) {
+    Assert(effect != 0, "TextureDialog / Zeile 1806 !(effect != 0)");
+    RepeatOperation(effect);
+}
+
+void TextureDialog::RepeatFilter(short filter) {
+    Assert(filter != 0, "TextureDialog / Zeile 1762 !(filter != 0)");
+    RepeatOperation(filter);
+}
+
+void TextureDialog::RepeatOperation(short id) {
+    TakeUndoSnapshot();
+    OperationWithId(id)->run(*pic, preferences);
+    ShowResult();
+}
+
+void TextureDialog::RepeatLastEffect() {
+    RepeatEffect(lastEffect);
+}
+
+void TextureDialog::RepeatLastFilter() {
+    RepeatFilter(lastFilter);
+}
+
+// --- Undo ---
+
+// Where neither memory nor disk takes the pixels, there is no undo, and nobody is told.
+void TextureDialog::TakeUndoSnapshot() {
+    Port().RenameMenuItem(commandUndo, StringText(stringUndo));
+    undoIsRedo = false;
+    pic->SaveUndo();
+}
+
+void TextureDialog::ToggleUndo() {
+    undoIsRedo = !undoIsRedo;
+    Port().RenameMenuItem(commandUndo, StringText(undoIsRedo ? stringRedo : stringUndo));
+    pic->SwapUndo();
+    InvalidateDrawing();
+}
+
+// The store keeps its contents: an Undo after this swaps two equal states.
+void TextureDialog::RevertToUndo() {
+    if (pic->undo != nullptr) {
+        pic->undo->Restore(pic.get());
+    }
+    InvalidateDrawing();
+}

@@ -1,0 +1,284 @@
+// The drawing area, the zoom and the tile preview.
+#include <algorithm>
+
+#include "editor/Readouts.h"
+#include "editor/TextureDialog.h"
+#include "resources/Ids.h"
+#include "shell/Platform.h"
+
+namespace {
+
+using Items = TextureItems;
+
+constexpr Color24 viewGround = MakeColor24(0x9C, 0x9C, 0x9C);
+constexpr Color24 shadeGrey = MakeColor24(0x7F, 0x7F, 0x7F);
+constexpr Color24 white24 = MakeColor24(0xFF, 0xFF, 0xFF);
+constexpr Color24 black24 = MakeColor24(0, 0, 0);
+
+/// How far away items go that a view does not show.
+constexpr int outOfSight = 0x1000;
+/// On both sides of the zoom readout: its buttons.
+constexpr int zoomButtonWidth = 16;
+
+constexpr short previewTab = 2;
+
+/// The port's colours as they were, back at the end.
+class SavedColors {
+  public:
+    explicit SavedColors(DrawingPort& newPort)
+        : port(newPort), foreground(newPort.Foreground()), background(newPort.Background()) {}
+    SavedColors(const SavedColors&) = delete;
+    SavedColors& operator=(const SavedColors&) = delete;
+    ~SavedColors() {
+        port.SetForeground(foreground);
+        port.SetBackground(background);
+    }
+
+  private:
+    DrawingPort& port;
+    Color24 foreground;
+    Color24 background;
+};
+
+/// Drawing goes into one rectangle for a while.
+class ClippedTo {
+  public:
+    ClippedTo(DrawingPort& newPort, const hostapi::Rect& rect) : port(newPort) {
+        port.CopyClip(before);
+        port.SetClip(Region(rect));
+    }
+    ClippedTo(const ClippedTo&) = delete;
+    ClippedTo& operator=(const ClippedTo&) = delete;
+    ~ClippedTo() { port.SetClip(before); }
+
+  private:
+    DrawingPort& port;
+    Region before;
+};
+
+hostapi::Rect RectOf(const Area& area) {
+    return {static_cast<short>(area.top), static_cast<short>(area.left),
+            static_cast<short>(area.bottom), static_cast<short>(area.right)};
+}
+
+hostapi::Point PointAt(int x, int y) {
+    return {static_cast<short>(y), static_cast<short>(x)};
+}
+
+}  // namespace
+
+ViewGeometry TextureDialog::Geometry() const {
+    const hostapi::Rect view = ViewRect(GetBounds(Items::drawingArea));
+    return {{pic->grX, zoom, viewMode, Width(view),
+             static_cast<int>(GetValue(Items::horizontalScroll))},
+            {pic->grY, zoom, viewMode, Height(view),
+             static_cast<int>(GetValue(Items::verticalScroll))}};
+}
+
+void TextureDialog::ZoomIn() {
+    zoom = ZoomedIn(zoom);
+    ZoomChanged();
+}
+
+void TextureDialog::ZoomOut() {
+    zoom = ZoomedOut(zoom);
+    ZoomChanged();
+}
+
+void TextureDialog::ActualPixels() {
+    zoom = 1.0;
+    ZoomChanged();
+}
+
+void TextureDialog::ZoomChanged() {
+    UpdateScrollBars();
+    UpdateScrollPositions();
+    InvalidateItem(Items::zoomReadout);
+    InvalidateDrawing();
+}
+
+void TextureDialog::UpdateScrollBars() {
+    const ViewGeometry geometry = Geometry();
+    const auto setBar = [this](short item, const ScrollRange& range) {
+        SetSteps(item, 1, static_cast<short>(range.pageStep));
+        SetRange(item, 0, range.maximum);
+    };
+    setBar(Items::horizontalScroll, geometry.x.Range());
+    setBar(Items::verticalScroll, geometry.y.Range());
+}
+
+void TextureDialog::UpdateScrollPositions() {
+    if (viewMode != viewDrawing) {
+        return;
+    }
+    const ViewGeometry geometry = Geometry();
+    SetValue(Items::horizontalScroll, CentredScroll(0, geometry.x.Range().maximum));
+    SetValue(Items::verticalScroll, CentredScroll(0, geometry.y.Range().maximum));
+}
+
+void TextureDialog::InvalidateDrawing() {
+    InvalidateItem(Items::drawingArea);
+}
+
+void TextureDialog::RedrawAll() {
+    const SavedColors colors(Port());
+    const hostapi::Rect item = GetBounds(Items::drawingArea);
+    DrawFrame(item);
+    const hostapi::Rect view = ViewRect(item);
+    const ClippedTo clip(Port(), view);
+    drawOriginH = view.left;
+    drawOriginV = view.top;
+    const ViewGeometry geometry = Geometry();
+    DrawView(geometry);
+    if (GetShort(Items::sizeMarks) != 0) {
+        DrawSizeMarks(geometry);
+    }
+    drawOriginH = drawOriginV = 0;
+}
+
+void TextureDialog::RedrawContents() {
+    const SavedColors colors(Port());
+    const hostapi::Rect view = ViewRect(GetBounds(Items::drawingArea));
+    const ClippedTo clip(Port(), view);
+    drawOriginH = view.left;
+    drawOriginV = view.top;
+    DrawView(Geometry());
+    drawOriginH = drawOriginV = 0;
+}
+
+// The corner between the scroll bars stays open: the grow box is there.
+void TextureDialog::DrawFrame(const hostapi::Rect& rect) {
+    const hostapi::Rect upright = GetBounds(Items::verticalScroll);
+    const hostapi::Rect level = GetBounds(Items::horizontalScroll);
+    const auto drawLine = [&](const hostapi::Rect& line, Color24 leftAndTop,
+                              Color24 rightAndBottom) {
+        DrawingPort& canvas = Port();
+        const int right = line.right - 1;
+        const int bottom = line.bottom - 1;
+        const int openRight = right - Width(upright);
+        const int openBottom = bottom - Height(level);
+        canvas.SetForeground(leftAndTop);
+        canvas.DrawLine(PointAt(line.left, line.top), PointAt(line.left, bottom));
+        canvas.DrawLine(PointAt(line.left, line.top), PointAt(right, line.top));
+        canvas.SetForeground(rightAndBottom);
+        canvas.DrawLine(PointAt(right, line.top), PointAt(right, openBottom));
+        canvas.DrawLine(PointAt(line.left, bottom), PointAt(openRight, bottom));
+    };
+    drawLine(Inset(rect, 1, 1), black24, black24);
+    drawLine(rect, shadeGrey, white24);
+}
+
+void TextureDialog::DrawView(const ViewGeometry& geometry) {
+    const int width = geometry.x.Scaled();
+    const int height = geometry.y.Scaled();
+    bool force = true;
+    for (const TilePlace& place : geometry.Tiles()) {
+        DrawPicture({place.x, place.y, place.x + width, place.y + height}, force);
+        force = false;
+    }
+    Port().SetBackground(viewGround);
+    for (const Area& strip : geometry.Strips()) {
+        FillRect(RectOf(strip));
+    }
+}
+
+/// `force` says that the texture may have changed since the last draw. Without memory for a scaled
+/// copy nothing is drawn.
+void TextureDialog::DrawPicture(const Area& place, bool force) {
+    if (force) {
+        scaledCopy.Discard();
+    }
+    const bool asItIs = place.Width() == pic->grX && place.Height() == pic->grY;
+    if (!asItIs && !scaledCopy.Make(*pic, place.Width(), place.Height())) {
+        return;
+    }
+    const hostapi::PSPixelMap& map = asItIs ? *pic->pixelMap : scaledCopy.Map();
+    const hostapi::VRect rect{0, 0, place.Height(), place.Width()};
+    DisplayPixels(&map, &rect, drawOriginV + place.top, drawOriginH + place.left, &Port().Target());
+}
+
+void TextureDialog::DrawSizeMarks(const ViewGeometry& geometry) {
+    Color24 current = black24;
+    Port().SetForeground(current);
+    for (const MarkLine& mark : geometry.SizeMarks()) {
+        const Color24 color = mark.white ? white24 : black24;
+        if (color != current) {
+            Port().SetForeground(current = color);
+        }
+        MoveTo(static_cast<short>(mark.fromX), static_cast<short>(mark.fromY));
+        LineTo(static_cast<short>(mark.toX), static_cast<short>(mark.toY));
+    }
+}
+
+void TextureDialog::MoveTo(short x, short y) {
+    SmallPSDialog::MoveTo(static_cast<short>(x + drawOriginH), static_cast<short>(y + drawOriginV));
+}
+
+void TextureDialog::LineTo(short x, short y) {
+    SmallPSDialog::LineTo(static_cast<short>(x + drawOriginH), static_cast<short>(y + drawOriginV));
+}
+
+void TextureDialog::FillRect(const hostapi::Rect& rect) {
+    Port().FillRect(Offset(rect, drawOriginH, drawOriginV));
+}
+
+void TextureDialog::DrawZoomReadout() {
+    const hostapi::Rect bounds = GetBounds(Items::zoomReadout);
+    Port().DrawText(ZoomText(zoom).c_str(), Inset(bounds, zoomButtonWidth, 0),
+                    textRight | textMiddle);
+    Port().FrameRect(bounds);
+}
+
+void TextureDialog::DrawProgress(short percent) {
+    if (!IsOpen()) {
+        return;
+    }
+    DrawingPort& canvas = Port();
+    const SavedColors colors(canvas);
+    const hostapi::Rect bounds = GetBounds(Items::progress);
+    canvas.SetForeground(black24);
+    canvas.FrameRect(bounds);
+    hostapi::Rect full = Inset(bounds, 1, 1);
+    hostapi::Rect rest = full;
+    full.right = rest.left = static_cast<short>(ProgressEnd(full.left, full.right, percent));
+    canvas.SetSystemColor(systemActiveCaption);
+    canvas.PaintRect(full);
+    canvas.SetSystemColor(systemWindow);
+    canvas.PaintRect(rest);
+    canvas.SetForeground(shadeGrey);
+    canvas.DrawLine(PointAt(full.left, full.top), PointAt(full.left, full.bottom - 1));
+    canvas.DrawLine(PointAt(full.left, full.top), PointAt(rest.right - 1, full.top));
+}
+
+void TextureDialog::SwitchView() {
+    const bool toPreview = GetShort(Items::tab) == previewTab;
+    if (toPreview == (viewMode == viewTilePreview)) {
+        return;
+    }
+    viewMode = toPreview ? viewTilePreview : viewDrawing;
+    MoveForView(toPreview);
+    platformServices.showArrowCursor();
+    UpdateScrollBars();
+    UpdateScrollPositions();
+    InvalidateDrawing();
+}
+
+void TextureDialog::MoveForView(bool preview) {
+    const int away = preview ? outOfSight : -outOfSight;
+    for (short item = Items::firstHidden; item <= Items::lastHidden; ++item) {
+        MoveItem(item, away, away);
+        BusyTick();
+    }
+    const int panel = Width(GetBounds(Items::toolPanel));
+    const int aside = preview ? -panel : panel;
+    for (const short item : {Items::drawingArea, Items::horizontalScroll}) {
+        hostapi::Rect bounds = GetBounds(item);
+        bounds.left = static_cast<short>(bounds.left + aside);
+        SetBounds(item, bounds);
+    }
+    for (const short item : {Items::progress, Items::zoomIn, Items::zoomOut, Items::zoomReadout}) {
+        MoveItem(item, aside, 0);
+    }
+    Show(Items::sizeMarks, !preview);
+    Show(Items::sizeMarksSymbol, !preview);
+}

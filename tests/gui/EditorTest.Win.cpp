@@ -1,0 +1,269 @@
+// The editor's commands, readouts, menu and keys.
+#include "files/Preferences.h"
+#include "paint/EffectRun.h"
+#include "resources/Ids.h"
+#include "resources/Strings.h"
+#include "tests/gui/PluginRun.Win.h"
+#include "tests/support/Pictures.h"
+
+namespace {
+
+using Items = TextureItems;
+
+class EditorTest : public PluginRunTest {};
+
+/// A texture with a pixel of its own in the upper left corner, by the pencil.
+void DrawDot(const GuiDriver& gui, const DrivenDialog& editor, ItemPlace place) {
+    gui.Type("n");
+    WaitUntil("the pencil", [&] { return editor.Value(Items::toolPalette) == 4; });
+    editor.Drag(Items::drawingArea, {place});
+}
+
+TEST_F(EditorTest, StartsWithItsDefaults) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        EXPECT_EQ(editor.Title(), "Zandermolite");
+        EXPECT_EQ(editor.Text(Items::name), "Untitled 1");
+        EXPECT_EQ(editor.Text(Items::width), "150 pixel");
+        EXPECT_EQ(editor.Text(Items::height), "100 pixel");
+        EXPECT_EQ(editor.Text(Items::resolution), "72 dpi");
+        EXPECT_EQ(editor.Text(Items::size), "58 kB");
+        EXPECT_EQ(editor.Value(Items::toolPalette), 1);
+        EXPECT_EQ(editor.Value(Items::viewPalette), 0);
+        EXPECT_EQ(editor.Value(Items::sizeMarks), 1);
+        EXPECT_EQ(editor.Value(Items::tab), 1);
+        EXPECT_FALSE(editor.IsEnabled(Items::repeatEffect));
+        EXPECT_FALSE(editor.IsEnabled(Items::repeatFilter));
+        EXPECT_EQ(editor.MenuText(commandUndo), "Undo\tCtrl+Z");
+        EXPECT_FALSE(editor.IsMenuChecked(commandNewAtLaunch));
+    });
+}
+
+TEST_F(EditorTest, TheClipboardCommandsStandThereDisabled) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        for (const int command : {commandCut, commandCopy, commandPaste}) {
+            EXPECT_FALSE(editor.IsMenuEnabled(command));
+        }
+        gui.Chord({VK_CONTROL, 'X'});
+        editor.Settle();
+    });
+    EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(150 * 100, Color(255, 255, 255)));
+}
+
+TEST_F(EditorTest, WhatHasNoDialogYetIsDisabled) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        for (const int item : {Items::shapes, Items::skew, Items::sharpen, Items::mosaic,
+                               Items::tile, Items::combine}) {
+            EXPECT_FALSE(editor.IsEnabled(item)) << item;
+        }
+        for (const int command : {commandSkew, commandMosaic, commandCombine, commandTile,
+                                  commandStampSettings, commandFillSettings}) {
+            EXPECT_FALSE(editor.IsMenuEnabled(command)) << command;
+        }
+        for (const int item : {Items::lines, Items::blur, Items::addBump, Items::invert,
+                               Items::flipHorizontal, Items::flipVertical}) {
+            EXPECT_TRUE(editor.IsEnabled(item)) << item;
+        }
+    });
+}
+
+TEST_F(EditorTest, InvertUndoRedo) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.Press(Items::invert);
+        gui.Chord({VK_CONTROL, 'Z'});
+        WaitUntil("Redo", [&] { return editor.MenuText(commandUndo) == "Redo\tCtrl+Z"; });
+        gui.Chord({VK_CONTROL, 'Z'});
+        WaitUntil("Undo", [&] { return editor.MenuText(commandUndo) == "Undo\tCtrl+Z"; });
+    });
+    EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(150 * 100, Color(0, 0, 0)));
+}
+
+TEST_F(EditorTest, AnOperationAfterAnUndoLosesTheRedo) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        editor.Press(Items::invert);
+        editor.Choose(commandUndo);
+        EXPECT_EQ(editor.MenuText(commandUndo), "Redo\tCtrl+Z");
+        editor.Press(Items::flipVertical);
+        EXPECT_EQ(editor.MenuText(commandUndo), "Undo\tCtrl+Z");
+        editor.Choose(commandUndo);
+    });
+    EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(150 * 100, Color(255, 255, 255)));
+}
+
+TEST_F(EditorTest, CommandsWithoutADialog) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        DrawDot(gui, editor, PlaceOfPixel(editor, 150 + 3, 100 + 5));
+        editor.Choose(commandFlipHorizontal);
+        editor.Choose(commandFlipVertical);
+        editor.Choose(commandInvert);
+    });
+    PaintClass expected(150, 100);
+    expected.SetRGB(3, 5, 0, 0, 0);
+    expected.Flip(1);
+    expected.Flip(0);
+    expected.Invert();
+    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(expected));
+}
+
+TEST_F(EditorTest, ClearIsWhiteWhateverTheColours) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        gui.Type("x");
+        editor.Press(Items::invert);
+        editor.Choose(commandClear);
+    });
+    EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(150 * 100, Color(255, 255, 255)));
+}
+
+TEST_F(EditorTest, RepeatCommandsWaitForSomethingToRepeat) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        editor.Choose(commandRepeatEffect);
+        editor.Choose(commandRepeatFilter);
+    });
+    EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(150 * 100, Color(255, 255, 255)));
+}
+
+TEST_F(EditorTest, TheRepeatRunsTheStoredRecord) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.PressToOpen(Items::lines);
+        gui.WaitFor(linesDialog).PressToOpen(okItem);
+        WaitUntil("the effect", [&] { return editor.IsEnabled(Items::repeatEffect); });
+        Log().clock = testClock + 1;
+        editor.Press(Items::repeatEffect);
+    });
+    PaintClass expected(150, 100);
+    RunLines(expected, LinesParams{});
+    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(expected));
+}
+
+TEST_F(EditorTest, ZoomStopsAtTheEndsOfItsLadder) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        for (int step = 0; step < 12; ++step) {
+            editor.Press(Items::zoomIn);
+        }
+        // At 4.0 three tiles of 150 pixels are 1800 wide.
+        const RECT area = editor.Bounds(Items::drawingArea);
+        const int maximum = 1800 - (area.right - area.left - 4 - 15);
+        EXPECT_EQ(editor.ScrollPosition(Items::horizontalScroll), maximum / 2);
+        for (int step = 0; step < 12; ++step) {
+            editor.Choose(commandZoomOut);
+        }
+        EXPECT_FALSE(editor.IsEnabled(Items::horizontalScroll));
+        editor.Choose(commandActualPixels);
+    });
+}
+
+TEST_F(EditorTest, SizeMarksAndViewsByKeys) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        gui.Type("m");
+        WaitUntil("no marks", [&] { return editor.Value(Items::sizeMarks) == 0; });
+        gui.Type("P");
+        WaitUntil("the preview", [&] { return editor.Value(Items::tab) == 2; });
+        gui.Type("M");
+        WaitUntil("marks", [&] { return editor.Value(Items::sizeMarks) == 1; });
+        EXPECT_FALSE(IsWindowVisible(editor.Control(Items::sizeMarks)));
+        gui.Type("p");
+        WaitUntil("the drawing", [&] { return editor.Value(Items::tab) == 1; });
+        EXPECT_TRUE(IsWindowVisible(editor.Control(Items::sizeMarks)));
+    });
+}
+
+TEST_F(EditorTest, ThePreviewTakesThePanelsPlace) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        const RECT area = editor.Bounds(Items::drawingArea);
+        const RECT button = editor.Bounds(Items::lines);
+        const RECT panel = editor.Bounds(Items::toolPanel);
+        const RECT zoom = editor.Bounds(Items::zoomIn);
+        const int width = panel.right - panel.left;
+        SwitchTab(editor);
+        EXPECT_EQ(editor.Bounds(Items::drawingArea).left, area.left - width);
+        EXPECT_EQ(editor.Bounds(Items::drawingArea).right, area.right);
+        EXPECT_EQ(editor.Bounds(Items::zoomIn).left, zoom.left - width);
+        EXPECT_EQ(editor.Bounds(Items::lines).left, button.left + 0x1000);
+        EXPECT_EQ(editor.Bounds(Items::lines).top, button.top + 0x1000);
+        // Commands still work there.
+        editor.Choose(commandInvert);
+        SwitchTab(editor);
+        EXPECT_EQ(editor.Bounds(Items::drawingArea).left, area.left);
+        EXPECT_EQ(editor.Bounds(Items::lines).left, button.left);
+    });
+    EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(150 * 100, Color(0, 0, 0)));
+}
+
+TEST_F(EditorTest, TheHelpReadoutFollowsThePointer) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        for (int item = 1; item <= 63; ++item) {
+            const std::string text = StringText(static_cast<StringId>(16000 + item));
+            // Frames are covered by what they hold, 62 is invisible, 13 has all sorts above it.
+            const bool isPlain = !text.empty() && item != Items::helpFrame;
+            if (!isPlain) {
+                continue;
+            }
+            editor.Point(item, {3, 3});
+            WaitUntil("the help of item " + std::to_string(item),
+                      [&] { return editor.Text(Items::helpReadout) == text; });
+        }
+    });
+}
+
+TEST_F(EditorTest, TheHelpReadoutKnowsThePartsOfPalettesAndWells) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        const auto expectHelp = [&](int item, ItemPlace place, int stringId) {
+            editor.Point(item, place);
+            const std::string text = StringText(static_cast<StringId>(stringId));
+            WaitUntil(text, [&] { return editor.Text(Items::helpReadout) == text; });
+        };
+        const auto cell = [&](int item, int columns, int rows, int number) -> ItemPlace {
+            const RECT bounds = editor.Bounds(item);
+            return {(bounds.right - bounds.left) / columns * (number % columns) + 5,
+                    (bounds.bottom - bounds.top) / rows * (number / columns) + 5};
+        };
+        for (int number = 0; number < 8; ++number) {
+            expectHelp(Items::toolPalette, cell(Items::toolPalette, 2, 4, number), 16101 + number);
+        }
+        for (int number = 0; number < 2; ++number) {
+            expectHelp(Items::viewPalette, cell(Items::viewPalette, 2, 1, number), 16109 + number);
+        }
+        const RECT wells = editor.Bounds(Items::colorWells);
+        expectHelp(Items::colorWells, {12, 10}, 16111);
+        expectHelp(Items::colorWells,
+                   {wells.right - wells.left - 15, wells.bottom - wells.top - 12}, 16112);
+        expectHelp(Items::switchColors, {3, 3}, 16113);
+        expectHelp(Items::defaultColors, {3, 3}, 16114);
+    });
+}
+
+TEST_F(EditorTest, TheLaunchEntryIsStored) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        editor.Choose(commandNewAtLaunch);
+        EXPECT_TRUE(editor.IsMenuChecked(commandNewAtLaunch));
+    });
+    EXPECT_TRUE(ReadLaunchFlag());
+}
+
+TEST_F(EditorTest, AResizeIsKeptForTheNextRun) {
+    RECT after;
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        const RECT readout = editor.Bounds(Items::helpReadout);
+        const RECT area = editor.Bounds(Items::drawingArea);
+        RECT frame;
+        GetWindowRect(editor.Window(), &frame);
+        SetWindowPos(editor.Window(), nullptr, 5, 5, frame.right - frame.left + 40,
+                     frame.bottom - frame.top + 30, SWP_NOZORDER);
+        editor.Settle();
+        EXPECT_EQ(editor.Bounds(Items::helpReadout).right, readout.right + 40);
+        EXPECT_EQ(editor.Bounds(Items::helpReadout).bottom - editor.Bounds(Items::helpReadout).top,
+                  readout.bottom - readout.top);
+        EXPECT_EQ(editor.Bounds(Items::drawingArea).right, area.right + 40);
+        EXPECT_EQ(editor.Bounds(Items::drawingArea).bottom, area.bottom + 30);
+        GetWindowRect(editor.Window(), &after);
+    });
+    picture = before;
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        RECT frame;
+        GetWindowRect(editor.Window(), &frame);
+        EXPECT_TRUE(EqualRect(&frame, &after));
+        editor.PressToOpen(okItem);
+    });
+}
+
+}  // namespace

@@ -1,0 +1,400 @@
+#include "tests/gui/GuiDriver.Win.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstring>
+#include <thread>
+
+#include "resources/Ids.h"
+#include "shell/Module.Win.h"
+#include "tests/e2e/InputDesktop.Win.h"
+
+namespace {
+
+constexpr DWORD pollMilliseconds = 5;
+constexpr DWORD patienceMilliseconds = 60000;
+/// The system goes on reporting a button as up for this long after its release.
+constexpr DWORD buttonMemoryMilliseconds = 60;
+constexpr UINT controlGetValue = 1024;
+
+/// The answer of a message to a window of another thread.
+LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    DWORD_PTR answer = 0;
+    if (SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, patienceMilliseconds,
+                            &answer) == 0) {
+        throw GuiError("a window did not answer message " + std::to_string(message));
+    }
+    return static_cast<LRESULT>(answer);
+}
+
+std::string TextOf(HWND window) {
+    char text[1024] = "";
+    Ask(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+std::string ClassOf(HWND window) {
+    char name[64] = "";
+    GetClassNameA(window, name, sizeof name);
+    return name;
+}
+
+/// Whether a control of the window's thread holds the mouse.
+bool HasCapture(HWND window) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+    return info.hwndCapture != nullptr;
+}
+
+struct Search {
+    const std::function<bool(HWND)>& fits;
+    HWND found = nullptr;
+};
+
+BOOL CALLBACK Look(HWND window, LPARAM parameter) {
+    auto* const search = reinterpret_cast<Search*>(parameter);
+    if (IsWindowVisible(window) && IsWindowEnabled(window) && ClassOf(window) == "#32770" &&
+        search->fits(window)) {
+        search->found = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+/// A visible dialog of the thread that takes input; null for none.
+HWND FindDialog(DWORD thread, const std::function<bool(HWND)>& fits) {
+    Search search{fits};
+    EnumThreadWindows(thread, Look, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+DrivenDialog WaitForDialog(DWORD thread, const std::string& what,
+                           const std::function<bool(HWND)>& fits) {
+    HWND found = nullptr;
+    WaitUntil(what, [&] {
+        found = FindDialog(thread, fits);
+        return found != nullptr;
+    });
+    const DrivenDialog dialog(found);
+    dialog.Settle();
+    return dialog;
+}
+
+BOOL CALLBACK PostClose(HWND window, LPARAM) {
+    PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
+    return TRUE;
+}
+
+}  // namespace
+
+void WaitUntil(const std::string& what, const std::function<bool()>& condition) {
+    for (DWORD waited = 0; waited < patienceMilliseconds; waited += pollMilliseconds) {
+        if (condition()) {
+            return;
+        }
+        Sleep(pollMilliseconds);
+    }
+    throw GuiError("waited in vain: " + what);
+}
+
+// --- A dialog ---
+
+HWND DrivenDialog::Control(int item) const {
+    const HWND control = GetDlgItem(window, item);
+    if (control == nullptr) {
+        throw GuiError("there is no item " + std::to_string(item));
+    }
+    return control;
+}
+
+RECT DrivenDialog::Bounds(int item) const {
+    RECT bounds;
+    GetWindowRect(Control(item), &bounds);
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&bounds), 2);
+    return bounds;
+}
+
+std::string DrivenDialog::Title() const {
+    return TextOf(window);
+}
+
+std::string DrivenDialog::Text(int item) const {
+    return TextOf(Control(item));
+}
+
+bool DrivenDialog::IsEnabled(int item) const {
+    return IsWindowEnabled(Control(item)) != FALSE;
+}
+
+int DrivenDialog::Value(int item) const {
+    const HWND control = Control(item);
+    const std::string name = ClassOf(control);
+    if (name == "Button") {
+        return static_cast<int>(Ask(control, BM_GETCHECK));
+    }
+    if (name == "SysTabControl32") {
+        return static_cast<int>(Ask(control, TCM_GETCURSEL)) + 1;
+    }
+    return static_cast<int>(Ask(control, controlGetValue));
+}
+
+int DrivenDialog::ScrollPosition(int item) const {
+    return static_cast<int>(Ask(Control(item), SBM_GETPOS));
+}
+
+std::string DrivenDialog::MenuText(int command) const {
+    char text[256] = "";
+    GetMenuStringA(GetMenu(window), static_cast<UINT>(command), text, sizeof text, MF_BYCOMMAND);
+    return text;
+}
+
+bool DrivenDialog::IsMenuEnabled(int command) const {
+    const UINT state = GetMenuState(GetMenu(window), static_cast<UINT>(command), MF_BYCOMMAND);
+    return state != UINT(-1) && (state & (MF_GRAYED | MF_DISABLED)) == 0;
+}
+
+bool DrivenDialog::IsMenuChecked(int command) const {
+    const UINT state = GetMenuState(GetMenu(window), static_cast<UINT>(command), MF_BYCOMMAND);
+    return state != UINT(-1) && (state & MF_CHECKED) != 0;
+}
+
+void DrivenDialog::Press(int item) const {
+    Ask(Control(item), BM_CLICK);
+}
+
+void DrivenDialog::PressToOpen(int item) const {
+    PostMessageA(Control(item), BM_CLICK, 0, 0);
+}
+
+void DrivenDialog::Choose(int command) const {
+    Ask(window, WM_COMMAND, static_cast<WPARAM>(command));
+}
+
+void DrivenDialog::ChooseToOpen(int command) const {
+    PostMessageA(window, WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
+void DrivenDialog::SetText(int item, const std::string& text) const {
+    Ask(Control(item), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+POINT DrivenDialog::OnScreen(int item, ItemPlace place) const {
+    RECT bounds;
+    GetWindowRect(Control(item), &bounds);
+    return {bounds.left + place.x, bounds.top + place.y};
+}
+
+void DrivenDialog::Point(int item, ItemPlace place) const {
+    MoveMouse(OnScreen(item, place));
+}
+
+void DrivenDialog::Click(int item, ItemPlace place) const {
+    Point(item, place);
+    ::PressMouse();
+    ::ReleaseMouse();
+    Sleep(buttonMemoryMilliseconds);
+}
+
+void DrivenDialog::ClickMiddle(int item) const {
+    const RECT bounds = Bounds(item);
+    Click(item, {(bounds.right - bounds.left) / 2, (bounds.bottom - bounds.top) / 2});
+}
+
+void DrivenDialog::DoubleClickMiddle(int item) const {
+    ClickMiddle(item);
+    ClickMiddle(item);
+}
+
+void DrivenDialog::Drag(int item, const std::vector<ItemPlace>& places) const {
+    Point(item, places.front());
+    ::PressMouse();
+    WaitUntil("the drag to begin", [this] { return HasCapture(window); });
+    for (const ItemPlace& place : places) {
+        Point(item, place);
+        // A drag that rests answers messages, and it rests when it has seen the place.
+        Settle();
+    }
+    ::ReleaseMouse();
+    WaitUntil("the drag to end", [this] { return !HasCapture(window); });
+    Sleep(buttonMemoryMilliseconds);
+    Settle();
+}
+
+void DrivenDialog::Settle() const {
+    Ask(window, WM_NULL);
+}
+
+void DrivenDialog::WaitUntilClosed() const {
+    WaitUntil("the dialog to close", [this] { return !IsOpen(); });
+}
+
+host::Picture DrivenDialog::Grab() const {
+    RECT client;
+    GetClientRect(window, &client);
+    host::Picture picture = host::MakePicture(client.right, client.bottom, 3);
+    const HDC source = GetDC(window);
+    const HDC memory = CreateCompatibleDC(source);
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = client.right;
+    info.bmiHeader.biHeight = -client.bottom;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    const HBITMAP bitmap = CreateDIBSection(source, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, client.right, client.bottom, source, 0, 0, SRCCOPY);
+    GdiFlush();
+    const auto* pixel = static_cast<const std::uint8_t*>(bits);
+    for (int y = 0; y < client.bottom; ++y) {
+        for (int x = 0; x < client.right; ++x, pixel += 4) {
+            std::uint8_t* const target = picture.Pixel(x, y);
+            target[0] = pixel[2];
+            target[1] = pixel[1];
+            target[2] = pixel[0];
+        }
+    }
+    SelectObject(memory, before);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(window, source);
+    return picture;
+}
+
+// --- The user ---
+
+DrivenDialog GuiDriver::WaitFor(int dialogId) const {
+    const std::string caption = CaptionOf(dialogId);
+    return WaitForTitle(caption);
+}
+
+DrivenDialog GuiDriver::WaitForAlert(const DrivenDialog& under) const {
+    return WaitForDialog(thread, "an alert", [&](HWND window) {
+        return window != under.Window() && TextOf(window) == "Zandermolite" &&
+               GetMenu(window) == nullptr;
+    });
+}
+
+DrivenDialog GuiDriver::WaitForTitle(const std::string& title) const {
+    return WaitForDialog(thread, "the dialog " + title,
+                         [&](HWND window) { return TextOf(window) == title; });
+}
+
+int GuiDriver::CursorId() {
+    CURSORINFO info{};
+    info.cbSize = sizeof info;
+    GetCursorInfo(&info);
+    for (int id = cursorTool + 1; id <= cursorZoomOut; ++id) {
+        if (LoadCursorA(instanceHandle, MAKEINTRESOURCEA(id)) == info.hCursor) {
+            return id;
+        }
+    }
+    return 0;
+}
+
+void GuiDriver::PressMouse() const {
+    ::PressMouse();
+}
+
+void GuiDriver::ReleaseMouse() const {
+    ::ReleaseMouse();
+    Sleep(buttonMemoryMilliseconds);
+}
+
+void GuiDriver::Chord(const std::vector<WORD>& keys) const {
+    SendChords({keys});
+}
+
+void GuiDriver::HoldKey(WORD key) const {
+    SendKey({key, true});
+}
+
+void GuiDriver::ReleaseKey(WORD key) const {
+    SendKey({key, false});
+}
+
+void GuiDriver::Type(const std::string& text) const {
+    for (const char character : text) {
+        const SHORT code = VkKeyScanA(character);
+        const WORD key = static_cast<WORD>(code & 0xFF);
+        if ((code & 0x100) != 0) {
+            SendChords({{VK_SHIFT, key}});
+        } else {
+            SendChords({{key}});
+        }
+    }
+}
+
+void RunWithUser(const std::function<void()>& action,
+                 const std::function<void(const GuiDriver& gui)>& user) {
+    const DWORD thread = GetCurrentThreadId();
+    const HDESK desktop = GetThreadDesktop(thread);
+    std::atomic<bool> isDone = false;
+    std::string trouble;
+    std::thread helper([&] {
+        SetThreadDesktop(desktop);
+        try {
+            user(GuiDriver(thread));
+            WaitUntil("the program to go on", [&] { return isDone.load(); });
+        } catch (const std::exception& error) {
+            trouble = error.what();
+            ::ReleaseMouse();
+            while (!isDone) {
+                EnumThreadWindows(thread, PostClose, 0);
+                Sleep(pollMilliseconds);
+            }
+        }
+    });
+    action();
+    isDone = true;
+    helper.join();
+    EXPECT_EQ(trouble, "");
+}
+
+// --- Resources ---
+
+namespace {
+
+#pragma pack(push, 2)
+struct TemplateHead {
+    WORD version;
+    WORD signature;
+    DWORD helpId;
+    DWORD extendedStyle;
+    DWORD style;
+    WORD items;
+    short x, y, width, height;
+};
+#pragma pack(pop)
+
+/// Behind a name or number of a menu or a window class.
+const WORD* BehindName(const WORD* name) {
+    if (*name == 0xFFFF) {
+        return name + 2;
+    }
+    while (*name != 0) {
+        ++name;
+    }
+    return name + 1;
+}
+
+}  // namespace
+
+std::string CaptionOf(int dialogId) {
+    const HRSRC found =
+        FindResourceA(instanceHandle, MAKEINTRESOURCEA(dialogId), MAKEINTRESOURCEA(5));
+    if (found == nullptr) {
+        throw GuiError("there is no dialog " + std::to_string(dialogId));
+    }
+    const auto* const head =
+        static_cast<const TemplateHead*>(LockResource(LoadResource(instanceHandle, found)));
+    const WORD* title = BehindName(BehindName(reinterpret_cast<const WORD*>(head + 1)));
+    std::string caption;
+    for (; *title != 0; ++title) {
+        caption += static_cast<char>(*title);
+    }
+    return caption;
+}

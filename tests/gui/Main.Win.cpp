@@ -1,0 +1,11 @@
+// The tests run on a desktop of their own, so that programs at the same time don't take the focus
+// from each other.
+#include <gtest/gtest.h>
+
+#include "tests/e2e/InputDesktop.Win.h"
+
+int main(int count, char** values) {
+    testing::InitGoogleTest(&count, values);
+    EnterOwnDesktop();
+    return RUN_ALL_TESTS();
+}

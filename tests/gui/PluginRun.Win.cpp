@@ -1,0 +1,173 @@
+#include "tests/gui/PluginRun.Win.h"
+
+#include <commctrl.h>
+
+#include <atomic>
+#include <cstdlib>
+
+#include "editor/ViewGeometry.h"
+#include "files/Preferences.h"
+#include "host/Geometry.h"
+#include "host/Selection.h"
+#include "resources/Ids.h"
+#include "shell/LastTexture.h"
+#include "shell/Module.Win.h"
+#include "shell/Selectors.h"
+#include "shell/Zandermolite.h"
+#include "tests/support/Pictures.h"
+#include "tests/support/Transfers.h"
+
+namespace {
+
+// What the program came with, before tests put in stand-ins.
+const RunWindows pluginWindows = runWindows;
+const PlatformServices pluginPlatform = platformServices;
+
+std::atomic<int> displays = 0;
+decltype(hostapi::FilterRecord::displayPixels) hostDisplay = nullptr;
+
+std::int16_t HOST_CALL CountDisplay(const hostapi::PSPixelMap* source,
+                                    const hostapi::VRect* sourceRect, std::int32_t row,
+                                    std::int32_t column, void* context) {
+    const std::int16_t result = hostDisplay(source, sourceRect, row, column, context);
+    ++displays;
+    return result;
+}
+
+#ifdef __i386__
+#define REALIGN_STACK __attribute__((force_align_arg_pointer))
+#else
+#define REALIGN_STACK
+#endif
+
+/// The plug-in's entry, with the display service counted while it lasts.
+REALIGN_STACK void HOST_CALL Entry(std::int16_t selector, hostapi::FilterRecord* record, void*,
+                                   std::int16_t* result) {
+    const bool isCounted = record->displayPixels != nullptr;
+    if (isCounted) {
+        hostDisplay = record->displayPixels;
+        record->displayPixels = CountDisplay;
+    }
+    DispatchSelector(selector, record, result);
+    if (isCounted) {
+        record->displayPixels = hostDisplay;
+    }
+}
+
+host::Picture NoisePicture(int width, int height) {
+    host::Picture picture = host::MakePicture(width, height, 3);
+    picture.pixels =
+        NoiseImage({0, 0, static_cast<std::int16_t>(height), static_cast<std::int16_t>(width)}, 3)
+            .bytes;
+    return picture;
+}
+
+}  // namespace
+
+PluginRunTest::PluginRunTest()
+    : preferencesPlace((folder.Path() / "Zandermolite.8bf").string()),
+      before(NoisePicture(200, 150)),
+      picture(before) {
+    instanceHandle = GetModuleHandleA(nullptr);
+    runWindows = pluginWindows;
+    platformServices = pluginPlatform;
+    platformServices.clockSeconds = [] { return Log().clock; };
+    platformServices.temporaryPath = [](char* buffer, int) {
+        const std::string& path = Log().temporaryPath;
+        buffer[path.copy(buffer, path.size())] = '\0';
+        return static_cast<int>(path.size());
+    };
+    Log().clock = testClock;
+    Log().temporaryPath = folder.Path().string();
+    dialogPlaces = {};
+}
+
+PluginRunTest::~PluginRunTest() {
+    hostWindow = nullptr;
+    errorCell = 0;
+}
+
+host::RunReport PluginRunTest::Run(const std::function<void(const GuiDriver&)>& user) {
+    displays = 0;
+    host::FilterHost filterHost(settings);
+    host::RunReport report;
+    RunWithUser([&] { report = filterHost.Run(Entry, picture, host::SelectRectangle(selection)); },
+                user);
+    EXPECT_EQ(report.faults, std::vector<std::string>{});
+    filterRecord = &record;
+    return report;
+}
+
+host::RunReport PluginRunTest::RunEditor(
+    const std::function<void(const GuiDriver& gui, const DrivenDialog& editor)>& user) {
+    SkipNewDialog();
+    return Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        user(gui, editor);
+        editor.Press(TextureItems::apply);
+        editor.WaitUntilClosed();
+    });
+}
+
+std::unique_ptr<PaintClass> PluginRunTest::Applied() const {
+    std::unique_ptr<PaintClass> texture = LoadLastTexture();
+    EXPECT_NE(texture, nullptr);
+    return texture;
+}
+
+void PluginRunTest::ExpectFilledWithApplied() const {
+    const std::unique_ptr<PaintClass> tile = Applied();
+    const HostImage image{host::Narrowed(before.Bounds()), before.planes, before.pixels};
+    const HostImage expected =
+        Tiled(image, TileOf(*tile), host::Narrowed(selection), host::Height(selection));
+    EXPECT_TRUE(picture.pixels == expected.bytes);
+}
+
+ItemPlace PluginRunTest::PlaceOfPixel(const DrivenDialog& editor, int x, int y,
+                                      double zoom) const {
+    const RECT bounds = editor.Bounds(TextureItems::drawingArea);
+    const hostapi::Rect view =
+        ViewRect({0, 0, static_cast<short>(bounds.bottom - bounds.top),
+                  static_cast<short>(bounds.right - bounds.left)});
+    const ViewAxis across{host::Width(selection), zoom, viewDrawing, view.right - view.left,
+                          editor.ScrollPosition(TextureItems::horizontalScroll)};
+    const ViewAxis down{host::Height(selection), zoom, viewDrawing, view.bottom - view.top,
+                        editor.ScrollPosition(TextureItems::verticalScroll)};
+    return {view.left + across.Origin() + static_cast<int>(x * zoom),
+            view.top + down.Origin() + static_cast<int>(y * zoom)};
+}
+
+void PluginRunTest::SwitchTab(const DrivenDialog& editor) {
+    const HWND tab = editor.Control(TextureItems::tab);
+    const int other = 2 - editor.Value(TextureItems::tab);
+    RECT place{};
+    SendMessageA(tab, TCM_GETITEMRECT, static_cast<WPARAM>(other),
+                 reinterpret_cast<LPARAM>(&place));
+    editor.Click(TextureItems::tab,
+                 {static_cast<int>(place.left + place.right) / 2,
+                  static_cast<int>(place.top + place.bottom) / 2});
+    WaitUntil("the other tab", [&] { return editor.Value(TextureItems::tab) == other + 1; });
+    editor.Settle();
+}
+
+void PluginRunTest::SkipNewDialog() const {
+    Preferences preferences;
+    preferences.launchFlag = 0;
+    EXPECT_TRUE(SavePreferences(preferences));
+}
+
+int PluginRunTest::Displays() {
+    return displays;
+}
+
+void PluginRunTest::WaitForDisplay(int drawnBefore) {
+    WaitUntil("the view to be drawn", [=] { return displays > drawnBefore; });
+}
+
+void PluginRunTest::Keep(const DrivenDialog& dialog, const std::string& name) {
+    const char* const target = std::getenv("SCREENSHOTS");
+    if (target != nullptr && *target != '\0') {
+        dialog.Settle();
+        host::SavePicture(dialog.Grab(), std::string(target) + "\\" + name + ".png");
+    }
+}

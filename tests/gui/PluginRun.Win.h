@@ -1,0 +1,53 @@
+// Whole runs of the plug-in in a strict host, with its real windows and a user who works in them.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "host/FilterHost.h"
+#include "tests/gui/GuiDriver.Win.h"
+#include "tests/support/CoreTest.h"
+#include "tests/support/PreferencePlaceInMemory.h"
+#include "tests/support/ScratchFolder.h"
+
+/// The second in which all of a test's drawing happens, unless the test sets another one.
+constexpr std::uint32_t testClock = 1234567890;
+
+class PluginRunTest : public CoreTest {
+  protected:
+    PluginRunTest();
+    ~PluginRunTest() override;
+
+    /// Runs the filter on `picture` with its selection; the user works in the windows meanwhile.
+    host::RunReport Run(const std::function<void(const GuiDriver&)>& user);
+    /// The same without the New dialog, and with Apply at the end.
+    host::RunReport RunEditor(
+        const std::function<void(const GuiDriver& gui, const DrivenDialog& editor)>& user);
+
+    /// The texture that was applied last.
+    std::unique_ptr<PaintClass> Applied() const;
+    /// The picture's selection is the applied texture, repeated, and the rest as it was.
+    void ExpectFilledWithApplied() const;
+
+    /// Where a pixel of the three by three tiles is in the drawing area at a zoom: (0, 0) is the top
+    /// left pixel of the first tile. The texture has the size of the selection.
+    ItemPlace PlaceOfPixel(const DrivenDialog& editor, int x, int y, double zoom = 1.0) const;
+    /// Clicks the tab that is not chosen.
+    static void SwitchTab(const DrivenDialog& editor);
+    void SkipNewDialog() const;
+    /// How often the host has drawn since the run began.
+    static int Displays();
+    /// Waits until the program has drawn at least once more than `before`.
+    static void WaitForDisplay(int before);
+    /// Leaves the dialog's picture in the folder that the environment variable SCREENSHOTS names.
+    static void Keep(const DrivenDialog& dialog, const std::string& name);
+
+    ScratchFolder folder;
+    PreferencePlaceInMemory preferencesPlace;
+    host::HostSettings settings;
+    host::Picture before;
+    host::Picture picture;
+    hostapi::VRect selection{10, 20, 110, 170};
+};
