@@ -28,10 +28,6 @@ bool Always(const Preferences&) {
     return true;
 }
 
-bool Never(const Preferences&) {
-    return false;
-}
-
 bool BlursPlainly(const Preferences& preferences) {
     return preferences.blur.motion == 0;
 }
