@@ -153,9 +153,8 @@ void TextureDialog::SaveTextureFile() {
 
 void TextureDialog::OpenOperation(const Operation& operation) {
     TakeUndoSnapshot();
-    SimpleLink* const presets = operation.presets != presetEffectCount
-                                    ? &preferences.presets[operation.presets]
-                                    : nullptr;
+    SimpleLink* const presets =
+        operation.presets != presetEffectCount ? &preferences.presets[operation.presets] : nullptr;
     const ApplyContext context{this, Record(), dialogPlaces[operation.place], presets};
     subDialog = operation.makeDialog(context, preferences);
     const int ended = subDialog->Run();

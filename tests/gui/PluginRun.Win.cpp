@@ -123,12 +123,10 @@ void PluginRunTest::ExpectFilledWithApplied() const {
     EXPECT_TRUE(picture.pixels == expected.bytes);
 }
 
-ItemPlace PluginRunTest::PlaceOfPixel(const DrivenDialog& editor, int x, int y,
-                                      double zoom) const {
+ItemPlace PluginRunTest::PlaceOfPixel(const DrivenDialog& editor, int x, int y, double zoom) const {
     const RECT bounds = editor.Bounds(TextureItems::drawingArea);
-    const hostapi::Rect view =
-        ViewRect({0, 0, static_cast<short>(bounds.bottom - bounds.top),
-                  static_cast<short>(bounds.right - bounds.left)});
+    const hostapi::Rect view = ViewRect({0, 0, static_cast<short>(bounds.bottom - bounds.top),
+                                         static_cast<short>(bounds.right - bounds.left)});
     const ViewAxis across{host::Width(selection), zoom, viewDrawing, view.right - view.left,
                           editor.ScrollPosition(TextureItems::horizontalScroll)};
     const ViewAxis down{host::Height(selection), zoom, viewDrawing, view.bottom - view.top,
@@ -143,9 +141,8 @@ void PluginRunTest::SwitchTab(const DrivenDialog& editor) {
     RECT place{};
     SendMessageA(tab, TCM_GETITEMRECT, static_cast<WPARAM>(other),
                  reinterpret_cast<LPARAM>(&place));
-    editor.Click(TextureItems::tab,
-                 {static_cast<int>(place.left + place.right) / 2,
-                  static_cast<int>(place.top + place.bottom) / 2});
+    editor.Click(TextureItems::tab, {static_cast<int>(place.left + place.right) / 2,
+                                     static_cast<int>(place.top + place.bottom) / 2});
     WaitUntil("the other tab", [&] { return editor.Value(TextureItems::tab) == other + 1; });
     editor.Settle();
 }

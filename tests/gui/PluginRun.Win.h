@@ -31,8 +31,8 @@ class PluginRunTest : public CoreTest {
     /// The picture's selection is the applied texture, repeated, and the rest as it was.
     void ExpectFilledWithApplied() const;
 
-    /// Where a pixel of the three by three tiles is in the drawing area at a zoom: (0, 0) is the top
-    /// left pixel of the first tile. The texture has the size of the selection.
+    /// Where a pixel of the three by three tiles is in the drawing area at a zoom: (0, 0) is the
+    /// top left pixel of the first tile. The texture has the size of the selection.
     ItemPlace PlaceOfPixel(const DrivenDialog& editor, int x, int y, double zoom = 1.0) const;
     /// Clicks the tab that is not chosen.
     static void SwitchTab(const DrivenDialog& editor);

@@ -30,8 +30,7 @@ TEST_F(StoryTest, FromNewToTheFilledSelection) {
         lines.Press(ApplyItems::apply);
         Keep(editor, "editor-lines");
         gui.HoldKey(VK_CONTROL);
-        WaitUntil("Apply again",
-                  [&] { return lines.Text(ApplyItems::apply) == "Apply again"; });
+        WaitUntil("Apply again", [&] { return lines.Text(ApplyItems::apply) == "Apply again"; });
         lines.Press(ApplyItems::apply);
         gui.ReleaseKey(VK_CONTROL);
         lines.Press(cancelItem);
@@ -95,18 +94,16 @@ TEST_F(StoryTest, LinesByOkAndARepeatOfTheFilter) {
 
 TEST_F(StoryTest, CancelInTheEditorChangesNothing) {
     SkipNewDialog();
-    const host::RunReport report = Run([&](const GuiDriver& gui) {
-        gui.WaitFor(textureDialog).PressToOpen(cancelItem);
-    });
+    const host::RunReport report =
+        Run([&](const GuiDriver& gui) { gui.WaitFor(textureDialog).PressToOpen(cancelItem); });
     EXPECT_EQ(report.result, -128);
     EXPECT_TRUE(picture.pixels == before.pixels);
     EXPECT_EQ(BytesOf(folder.Path() / "Zandermolite3.prf").size(), 383u);
 }
 
 TEST_F(StoryTest, CancelInTheNewDialogOpensNoEditor) {
-    const host::RunReport report = Run([&](const GuiDriver& gui) {
-        gui.WaitFor(createrDialog).PressToOpen(cancelItem);
-    });
+    const host::RunReport report =
+        Run([&](const GuiDriver& gui) { gui.WaitFor(createrDialog).PressToOpen(cancelItem); });
     EXPECT_EQ(report.result, -128);
     EXPECT_TRUE(picture.pixels == before.pixels);
 }
@@ -124,9 +121,8 @@ TEST_F(StoryTest, ALargeSelectionOpensABlankTextureOf512By300) {
 
 TEST_F(StoryTest, AHostWithoutDisplayStillFillsTheSelection) {
     settings.without[host::Service::DisplayPixels] = true;
-    const host::RunReport report = RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
-        editor.Press(Texture::invert);
-    });
+    const host::RunReport report = RunEditor(
+        [&](const GuiDriver&, const DrivenDialog& editor) { editor.Press(Texture::invert); });
     EXPECT_TRUE(report.Succeeded());
     EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(150 * 100, Color(0, 0, 0)));
 }
