@@ -24,8 +24,21 @@ void Run(PaintClass& pic, const Preferences& preferences) {
     step(pic, preferences.*field);
 }
 
+void RunSkewBetweenPixels(PaintClass& pic, const Preferences& preferences) {
+    RunSkew(pic, preferences.skew);
+}
+
+/// The editor's present colours take the place of those in the record.
+void RunDividersInColors(PaintClass& pic, const Preferences& preferences) {
+    RunDividers(pic, preferences.dividers, preferences.foreground, preferences.background);
+}
+
 bool Always(const Preferences&) {
     return true;
+}
+
+bool Never(const Preferences&) {
+    return false;
 }
 
 bool BlursPlainly(const Preferences& preferences) {
@@ -39,8 +52,32 @@ using P = Preferences;
 constexpr std::array operations = {
     Operation{effect, linesDialog, Items::lines, commandLines, Run<RunLines, &P::lines>, Always,
               Make<LinesDialog, &P::lines>, placedLines, presetLines},
+    Operation{effect, shapesDialog, Items::shapes, commandLines + 1, Run<RunShapes, &P::shapes>,
+              Always, nullptr, placedShapes, presetShapes},
+    Operation{effect, dropsDialog, Items::drops, commandLines + 2, Run<RunDrops, &P::drops>, Always,
+              nullptr, placedDrops, presetDrops},
+    Operation{effect, devidersDialog, Items::dividers, commandLines + 3, RunDividersInColors,
+              Always, nullptr, placedDeviders, presetDividers},
+    Operation{effect, wavesDialog, Items::waves, commandLines + 4, Run<RunWaves, &P::waves>, Never,
+              nullptr, placedWaves, presetWaves},
+    Operation{effect, twirlsDialog, Items::twirls, commandLines + 5, Run<RunTwirls, &P::twirls>,
+              Always, nullptr, placedTwirls, presetTwirls},
+    Operation{effect, skewDialog, Items::skew, commandLines + 6, RunSkewBetweenPixels, Always,
+              nullptr, placedSkew, presetSkew},
     Operation{filter, blurDialog, Items::blur, commandBlur, Run<RunBlur, &P::blur>, BlursPlainly,
               Make<BlurDialog, &P::blur>, placedBlur},
+    Operation{filter, sharpenDialog, Items::sharpen, commandBlur + 1, Run<RunSharpen, &P::sharpen>,
+              Never, nullptr, placedSharpen},
+    Operation{filter, noiseDialog, Items::noise, commandBlur + 2, Run<RunNoise, &P::noise>, Never,
+              nullptr, placedNoise},
+    Operation{filter, saturationDialog, Items::saturation, commandBlur + 3,
+              Run<RunSaturation, &P::saturation>, Never, nullptr, placedSaturation},
+    Operation{filter, brightContrDialog, Items::brightContr, commandBlur + 4,
+              Run<RunBrightnessContrast, &P::brightContr>, Never, nullptr, placedBrightContr},
+    Operation{filter, addColorDialog, Items::addColor, commandBlur + 5,
+              Run<RunAddColor, &P::addColor>, Never, nullptr, placedAddColor},
+    Operation{filter, mosaicDialog, Items::mosaic, commandBlur + 6, Run<RunMosaic, &P::mosaic>,
+              Never, nullptr, placedMosaic},
 };
 
 const Operation* Find(short Operation::*key, short value) {

@@ -12,8 +12,6 @@
 enum class OperationKind {
     effect,
     filter,
-    /// Neither Repeat command knows it.
-    combine,
 };
 
 struct Operation {

@@ -121,6 +121,8 @@ TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string
 }
 
 TextureDialog::~TextureDialog() {
+    ShowClass::target = nullptr;
+    CursorClass::target = nullptr;
     subDialog.reset();
     try {
         SavePreferences(preferences);
@@ -184,8 +186,10 @@ void TextureDialog::DisableMissingDialogs() {
             Port().EnableMenuItem(operation.menuCommand, false);
         }
     }
+    Enable(Items::combine, false);
     Enable(Items::tile, false);
-    for (const int command : {commandTile, commandStampSettings, commandFillSettings}) {
+    for (const int command :
+         {commandCombine, commandTile, commandStampSettings, commandFillSettings}) {
         Port().EnableMenuItem(command, false);
     }
 }

@@ -187,16 +187,7 @@ void TextureDialog::ShowResult() {
 }
 
 void TextureDialog::Remember(const Operation& operation) {
-    switch (operation.kind) {
-        case OperationKind::effect:
-            lastEffect = operation.id;
-            break;
-        case OperationKind::filter:
-            lastFilter = operation.id;
-            break;
-        case OperationKind::combine:
-            break;
-    }
+    (operation.kind == OperationKind::effect ? lastEffect : lastFilter) = operation.id;
 }
 
 void TextureDialog::RepeatEffect(short effect) {

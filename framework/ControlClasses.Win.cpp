@@ -64,8 +64,9 @@ class ThemeLibrary {
     }
 
     void SwitchOff(HWND control) const {
-        if (setTheme != nullptr) {
-            setTheme(control, L"", L"");
+        // A system that takes no empty names knows no theme by the name of a blank either.
+        if (setTheme != nullptr && FAILED(setTheme(control, L"", L""))) {
+            setTheme(control, L" ", L" ");
         }
     }
 

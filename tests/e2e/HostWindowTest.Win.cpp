@@ -12,6 +12,7 @@
 #include "host/WindowResources.h"
 #include "tests/e2e/HostProgram.Win.h"
 #include "tests/e2e/InputDesktop.Win.h"
+#include "tests/support/OwnPreferences.Win.h"
 
 namespace {
 
@@ -31,6 +32,8 @@ constexpr const wchar_t* done = L"Zandermolite 3.0: done";
 // Items of the menus.
 constexpr WORD fileMenu = 'F', filterMenu = 'T';
 constexpr int lastFilterItem = 0, firstCategoryItem = 1;
+// Of the plug-in's editor.
+constexpr int linesItem = 35;
 
 // Before any test has put its own in its place.
 const fs::path temporaryFolder = fs::temp_directory_path();
@@ -70,7 +73,8 @@ class HostWindowTest : public testing::Test {
   protected:
     HostWindowTest()
         : folder(temporaryFolder /
-                 ("zandermolite-window-" + std::to_string(GetCurrentProcessId()))) {
+                 ("zandermolite-window-" + std::to_string(GetCurrentProcessId()))),
+          preferences(folder) {
         EnterOwnDesktop();
         fs::remove_all(folder);
         fs::create_directories(folder);
@@ -120,7 +124,27 @@ class HostWindowTest : public testing::Test {
         program->WaitForStatus(StatusBar::SelectionInfo, draggedText);
     }
 
-    void RunFromMenu() { program->ChooseInMenu(filterMenu, firstCategoryItem, 0); }
+    /// The New dialog waits then.
+    void OpenFromMenu() {
+        program->ChooseInMenu(filterMenu, firstCategoryItem, 0);
+        newDialog = program->WaitForDialog(L"New");
+    }
+
+    /// Takes what the New dialog comes with; answers the editor.
+    HWND OpenEditor() {
+        OpenFromMenu();
+        HostProgram::Push(newDialog, IDOK);
+        return program->WaitForDialog(L"Zandermolite");
+    }
+
+    /// Draws lines and applies.
+    void RunFromMenu() {
+        HWND editor = OpenEditor();
+        HostProgram::Push(editor, linesItem);
+        HostProgram::Push(program->WaitForDialog(L"Lines"), IDOK);
+        WaitUntil("the editor again", [&] { return IsWindowEnabled(editor) != FALSE; });
+        HostProgram::Push(editor, IDOK);
+    }
 
     /// What Save As writes.
     Picture SaveAndLoad(const std::string& name = "saved.png") {
@@ -132,6 +156,8 @@ class HostWindowTest : public testing::Test {
     }
 
     fs::path folder;
+    OwnPreferences preferences;
+    HWND newDialog = nullptr;
     Picture original;
     std::unique_ptr<HostProgram> program;
 };
@@ -206,11 +232,9 @@ TEST_F(HostWindowTest, UndoesAndRedoes) {
 TEST_F(HostWindowTest, EscapeAbortsTheFilter) {
     const host::Size tall{48, 6000};
     StartWithPicture({}, tall);
-    program->Window();
-    SendChords({{VK_MENU, filterMenu}});
-    WaitUntil("an open menu", [&] { return program->IsInMenu(); });
-    // The filter finds Escape waiting.
-    SendChords({{VK_DOWN}, {VK_RIGHT}, {VK_RETURN}, {VK_ESCAPE}});
+    OpenEditor();
+    // Apply; then the filter finds Escape waiting.
+    SendChords({{VK_RETURN}, {VK_ESCAPE}});
     program->WaitForStatus(StatusBar::Message, L"Zandermolite 3.0: cancelled");
     EXPECT_EQ(program->Title(), L"picture.png - Zandermolite Host");
     EXPECT_EQ(SaveAndLoad().pixels, original.pixels);
@@ -323,7 +347,8 @@ TEST_F(HostWindowTest, TellsWhatIsNoFilter) {
 
 TEST_F(HostWindowTest, SaysWhatAFilterAnswered) {
     StartWithPicture({L"--memory", L"1000"});
-    RunFromMenu();
+    OpenFromMenu();
+    HostProgram::Push(newDialog, IDOK);
     program->WaitForStatus(StatusBar::Message, L"The filter answered -108 (out of memory)");
     EXPECT_EQ(program->Title(), L"picture.png - Zandermolite Host");
 }

@@ -12,13 +12,6 @@ using Items = TextureItems;
 
 class EditorTest : public PluginRunTest {};
 
-/// A texture with a pixel of its own in the upper left corner, by the pencil.
-void DrawDot(const GuiDriver& gui, const DrivenDialog& editor, ItemPlace place) {
-    gui.Type("n");
-    WaitUntil("the pencil", [&] { return editor.Value(Items::toolPalette) == 4; });
-    editor.Drag(Items::drawingArea, {place});
-}
-
 TEST_F(EditorTest, StartsWithItsDefaults) {
     RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
         EXPECT_EQ(editor.Title(), "Zandermolite");
@@ -91,7 +84,9 @@ TEST_F(EditorTest, AnOperationAfterAnUndoLosesTheRedo) {
 
 TEST_F(EditorTest, CommandsWithoutADialog) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
-        DrawDot(gui, editor, PlaceOfPixel(editor, 150 + 3, 100 + 5));
+        gui.Type("n");
+        WaitUntil("the pencil", [&] { return editor.Value(Items::toolPalette) == 4; });
+        Stroke(editor, {PlaceOfPixel(editor, 150 + 3, 100 + 5)});
         editor.Choose(commandFlipHorizontal);
         editor.Choose(commandFlipVertical);
         editor.Choose(commandInvert);

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr DWORD pollMilliseconds = 5;
-constexpr DWORD patienceMilliseconds = 60000;
+constexpr DWORD patienceMilliseconds = 10000;
 /// The system goes on reporting a button as up for this long after its release.
 constexpr DWORD buttonMemoryMilliseconds = 60;
 constexpr UINT controlGetValue = 1024;
@@ -41,12 +41,35 @@ std::string ClassOf(HWND window) {
     return name;
 }
 
+/// Whether a part of the window is still to be painted.
+bool AwaitsPaint(HWND window) {
+    if (IsWindowVisible(window) && GetUpdateRect(window, nullptr, FALSE)) {
+        return true;
+    }
+    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        if (AwaitsPaint(child)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 /// Whether a control of the window's thread holds the mouse.
 bool HasCapture(HWND window) {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
     GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
     return info.hwndCapture != nullptr;
+}
+
+/// The caption as the system keeps it. Asks the window nothing, so it never waits for it.
+std::string CaptionOf(HWND window) {
+    wchar_t wide[256] = L"";
+    InternalGetWindowText(window, wide, 256);
+    char text[512] = "";
+    WideCharToMultiByte(CP_ACP, 0, wide, -1, text, sizeof text, nullptr, nullptr);
+    return text;
 }
 
 struct Search {
@@ -91,7 +114,8 @@ BOOL CALLBACK PostClose(HWND window, LPARAM) {
 }  // namespace
 
 void WaitUntil(const std::string& what, const std::function<bool()>& condition) {
-    for (DWORD waited = 0; waited < patienceMilliseconds; waited += pollMilliseconds) {
+    const DWORD start = GetTickCount();
+    while (GetTickCount() - start < patienceMilliseconds) {
         if (condition()) {
             return;
         }
@@ -208,19 +232,24 @@ void DrivenDialog::DoubleClickMiddle(int item) const {
     ClickMiddle(item);
 }
 
-void DrivenDialog::Drag(int item, const std::vector<ItemPlace>& places) const {
+void DrivenDialog::Drag(int item, const std::vector<ItemPlace>& places,
+                        const std::function<void()>& seen) const {
     Point(item, places.front());
     ::PressMouse();
     WaitUntil("the drag to begin", [this] { return HasCapture(window); });
-    for (const ItemPlace& place : places) {
-        Point(item, place);
-        // A drag that rests answers messages, and it rests when it has seen the place.
-        Settle();
+    seen();
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        Point(item, places[i]);
+        seen();
     }
     ::ReleaseMouse();
     WaitUntil("the drag to end", [this] { return !HasCapture(window); });
     Sleep(buttonMemoryMilliseconds);
     Settle();
+}
+
+void DrivenDialog::WaitUntilPainted() const {
+    WaitUntil("the dialog to be painted", [this] { return !AwaitsPaint(window); });
 }
 
 void DrivenDialog::Settle() const {
@@ -232,6 +261,7 @@ void DrivenDialog::WaitUntilClosed() const {
 }
 
 host::Picture DrivenDialog::Grab() const {
+    WaitUntilPainted();
     RECT client;
     GetClientRect(window, &client);
     host::Picture picture = host::MakePicture(client.right, client.bottom, 3);
@@ -273,14 +303,14 @@ DrivenDialog GuiDriver::WaitFor(int dialogId) const {
 
 DrivenDialog GuiDriver::WaitForAlert(const DrivenDialog& under) const {
     return WaitForDialog(thread, "an alert", [&](HWND window) {
-        return window != under.Window() && TextOf(window) == "Zandermolite" &&
+        return window != under.Window() && CaptionOf(window) == "Zandermolite" &&
                GetMenu(window) == nullptr;
     });
 }
 
 DrivenDialog GuiDriver::WaitForTitle(const std::string& title) const {
     return WaitForDialog(thread, "the dialog " + title,
-                         [&](HWND window) { return TextOf(window) == title; });
+                         [&](HWND window) { return CaptionOf(window) == title; });
 }
 
 int GuiDriver::CursorId() {

@@ -65,15 +65,19 @@ class DrivenDialog {
     void ClickMiddle(int item) const;
     void DoubleClickMiddle(int item) const;
 
-    /// Moves with the button down from place to place, each of which the program sees, and lets go.
-    void Drag(int item, const std::vector<ItemPlace>& places) const;
+    /// Moves with the button down from place to place and lets go. `seen` returns when the program
+    /// has shown what the last place made of it.
+    void Drag(int item, const std::vector<ItemPlace>& places,
+              const std::function<void()>& seen) const;
 
     /// Until the program has dealt with all that was sent before.
     void Settle() const;
+    /// Until no part of it is still to be painted.
+    void WaitUntilPainted() const;
     void WaitUntilClosed() const;
     bool IsOpen() const { return IsWindow(window) != FALSE; }
 
-    /// The client area as it is on the screen.
+    /// The client area as it is on the screen, once all of it is painted.
     host::Picture Grab() const;
 
   private:

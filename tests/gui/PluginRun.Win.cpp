@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <stdexcept>
 
 #include "editor/ViewGeometry.h"
 #include "files/Preferences.h"
@@ -111,7 +112,9 @@ host::RunReport PluginRunTest::RunEditor(
 
 std::unique_ptr<PaintClass> PluginRunTest::Applied() const {
     std::unique_ptr<PaintClass> texture = LoadLastTexture();
-    EXPECT_NE(texture, nullptr);
+    if (texture == nullptr) {
+        throw std::runtime_error("nothing was applied");
+    }
     return texture;
 }
 
@@ -157,8 +160,15 @@ int PluginRunTest::Displays() {
     return displays;
 }
 
-void PluginRunTest::WaitForDisplay(int drawnBefore) {
-    WaitUntil("the view to be drawn", [=] { return displays > drawnBefore; });
+void PluginRunTest::Stroke(const DrivenDialog& editor, const std::vector<ItemPlace>& places) {
+    editor.WaitUntilPainted();
+    int drawnBefore = displays;
+    editor.Drag(TextureItems::drawingArea, places, [&] {
+        WaitUntil("the stroke to be drawn", [&] { return displays > drawnBefore; });
+        // A stroke answers messages between its looks at the mouse: all of the view is drawn then.
+        editor.Settle();
+        drawnBefore = displays;
+    });
 }
 
 void PluginRunTest::Keep(const DrivenDialog& dialog, const std::string& name) {

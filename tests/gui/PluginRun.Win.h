@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "framework/NorvantaDialog.h"
 #include "host/FilterHost.h"
 #include "tests/gui/GuiDriver.Win.h"
 #include "tests/support/CoreTest.h"
@@ -34,13 +35,13 @@ class PluginRunTest : public CoreTest {
     /// Where a pixel of the three by three tiles is in the drawing area at a zoom: (0, 0) is the
     /// top left pixel of the first tile. The texture has the size of the selection.
     ItemPlace PlaceOfPixel(const DrivenDialog& editor, int x, int y, double zoom = 1.0) const;
+    /// Drags in the drawing area with a tool that draws at each place.
+    static void Stroke(const DrivenDialog& editor, const std::vector<ItemPlace>& places);
     /// Clicks the tab that is not chosen.
     static void SwitchTab(const DrivenDialog& editor);
     void SkipNewDialog() const;
     /// How often the host has drawn since the run began.
     static int Displays();
-    /// Waits until the program has drawn at least once more than `before`.
-    static void WaitForDisplay(int before);
     /// Leaves the dialog's picture in the folder that the environment variable SCREENSHOTS names.
     static void Keep(const DrivenDialog& dialog, const std::string& name);
 

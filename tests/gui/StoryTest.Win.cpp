@@ -41,14 +41,14 @@ TEST_F(StoryTest, FromNewToTheFilledSelection) {
         Keep(blur, "blur");
         blur.Press(okItem);
         blur.WaitUntilClosed();
-        EXPECT_TRUE(editor.IsEnabled(Texture::repeatFilter));
+        WaitUntil("the filter", [&] { return editor.IsEnabled(Texture::repeatFilter); });
         EXPECT_FALSE(editor.IsEnabled(Texture::repeatEffect));
 
         gui.Type("b");
         WaitUntil("the brush", [&] { return editor.Value(Texture::toolPalette) == 2; });
         // Over the right edge of the middle tile.
         const ItemPlace from = PlaceOfPixel(editor, 150 + 140, 100 + 50);
-        editor.Drag(Texture::drawingArea, {from, {from.x + 20, from.y}});
+        Stroke(editor, {from, {from.x + 20, from.y}});
         Keep(editor, "editor-brush");
 
         editor.Press(Texture::zoomIn);

@@ -1,6 +1,7 @@
 // ENTRYPOINT linked into this program, where the tests set the clock, and the product's own.
 #include <array>
 
+#include "host/DialogUser.Win.h"
 #include "host/FilterHost.h"
 #include "hostapi/FilterRecord.h"
 #include "shell/FatalError.h"
@@ -9,6 +10,7 @@
 #include "tests/shell/windows/DialogDriver.Win.h"
 #include "tests/shell/windows/Libraries.Win.h"
 #include "tests/support/CoreTest.h"
+#include "tests/support/OwnPreferences.Win.h"
 #include "tests/support/RowHost.h"
 #include "tests/support/ScratchFolder.h"
 
@@ -186,7 +188,11 @@ TEST_F(EntryTest, AFaultGivesTheHostsSettingsBackToo) {
 }
 
 /// The product in a strict host with the given habits.
-class ProductTest : public testing::TestWithParam<host::Trait> {};
+class ProductTest : public testing::TestWithParam<host::Trait> {
+  protected:
+    ScratchFolder folder;
+    OwnPreferences preferences{folder.Path()};
+};
 
 TEST_P(ProductTest, RunsAndRepeats) {
     const LoadedPlugin plugin;
@@ -197,7 +203,9 @@ TEST_P(ProductTest, RunsAndRepeats) {
         const host::Picture before = host::MakePicture(80, 60, planes, 100);
         host::Picture first = before;
         const host::Selection selection = host::SelectRectangle({5, 6, 45, 66});
+        host::DialogUser user(UsualPresses());
         const host::RunReport report = filterHost.Run(plugin.Entry(), first, selection);
+        EXPECT_EQ(user.Finish(), std::nullopt);
         EXPECT_TRUE(report.Succeeded()) << report.result;
         EXPECT_EQ(report.faults, std::vector<std::string>{});
         EXPECT_NE(first.pixels, before.pixels);

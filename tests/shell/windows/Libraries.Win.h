@@ -5,8 +5,11 @@
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
+#include "host/DialogPress.h"
 #include "host/FilterHost.h"
+#include "resources/Ids.h"
 #include "tests/shell/windows/ProgramArguments.Win.h"
 
 /// Loaded as long as the object lives. A library that does not load fails the test.
@@ -44,3 +47,11 @@ class LoadedPlugin : public LoadedLibrary {
     LoadedPlugin() : LoadedLibrary(Arguments().plugin) {}
     host::EntryPoint Entry() const { return Find<host::EntryPoint>("ENTRYPOINT"); }
 };
+
+/// What a user presses in the product's dialogs in a short run: a blank texture, Lines, Apply.
+inline std::vector<host::DialogPress> UsualPresses() {
+    return {{"New", SizeItems::ok},
+            {"Zandermolite", TextureItems::lines},
+            {"Lines", ApplyItems::ok},
+            {"Zandermolite", TextureItems::apply}};
+}

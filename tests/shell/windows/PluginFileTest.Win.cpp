@@ -5,10 +5,13 @@
 #include <set>
 #include <thread>
 
+#include "host/DialogUser.Win.h"
 #include "host/PluginFile.h"
 #include "tests/shell/windows/DialogDriver.Win.h"
 #include "tests/shell/windows/Levels.Win.h"
 #include "tests/shell/windows/Libraries.Win.h"
+#include "tests/support/OwnPreferences.Win.h"
+#include "tests/support/ScratchFolder.h"
 
 namespace {
 
@@ -174,7 +177,9 @@ void LoadRunAndFree() {
     host::FilterHost filterHost;
     host::Picture picture = host::MakePicture(40, 30, 3, 100);
     const host::Selection selection = host::SelectRectangle({2, 3, 12, 13});
+    host::DialogUser user(UsualPresses());
     EXPECT_TRUE(filterHost.Run(plugin.Entry(), picture, selection).Succeeded());
+    EXPECT_EQ(user.Finish(), std::nullopt);
     EXPECT_EQ(filterHost.RunAbout(plugin.Entry()).result, 0);
 }
 
@@ -235,7 +240,9 @@ testing::AssertionResult LeavesNothingBehind(int times, const std::function<void
 }
 
 TEST(UnloadingTest, NothingIsLeftBehind) {
-    EXPECT_TRUE(LeavesNothingBehind(200, LoadRunAndFree));
+    const ScratchFolder folder;
+    const OwnPreferences preferences(folder.Path());
+    EXPECT_TRUE(LeavesNothingBehind(20, LoadRunAndFree));
     EXPECT_TRUE(LeavesNothingBehind(10, LoadFailAndFree));
     EXPECT_EQ(GetModuleHandleA("Zandermolite.8bf"), nullptr);
 }
