@@ -28,11 +28,6 @@ void RunSkewBetweenPixels(PaintClass& pic, const Preferences& preferences) {
     RunSkew(pic, preferences.skew);
 }
 
-/// The editor's present colours take the place of those in the record.
-void RunDividersInColors(PaintClass& pic, const Preferences& preferences) {
-    RunDividers(pic, preferences.dividers, preferences.foreground, preferences.background);
-}
-
 bool Always(const Preferences&) {
     return true;
 }
@@ -56,8 +51,8 @@ constexpr std::array operations = {
               Always, nullptr, placedShapes, presetShapes},
     Operation{effect, dropsDialog, Items::drops, commandLines + 2, Run<RunDrops, &P::drops>, Always,
               nullptr, placedDrops, presetDrops},
-    Operation{effect, devidersDialog, Items::dividers, commandLines + 3, RunDividersInColors,
-              Always, nullptr, placedDeviders, presetDividers},
+    Operation{effect, devidersDialog, Items::dividers, commandLines + 3,
+              Run<RunDividers, &P::dividers>, Always, nullptr, placedDeviders, presetDividers},
     Operation{effect, wavesDialog, Items::waves, commandLines + 4, Run<RunWaves, &P::waves>, Never,
               nullptr, placedWaves, presetWaves},
     Operation{effect, twirlsDialog, Items::twirls, commandLines + 5, Run<RunTwirls, &P::twirls>,

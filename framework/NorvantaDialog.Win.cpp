@@ -80,10 +80,23 @@ void PlaceWindow(HWND window, const ScreenRect& rect) {
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+/// The message of the button's press has just been taken, and that of its release is not there yet.
+/// Wine goes on calling a button released for up to 50 ms after its last look at the keys: a stroke
+/// that went by that alone would end at its first look.
+bool HasJustBeenPressed() {
+    constexpr DWORD lookMilliseconds = 100;
+    if (GetKeyState(VK_LBUTTON) >= 0 ||
+        GetTickCount() - static_cast<DWORD>(GetMessageTime()) > lookMilliseconds) {
+        return false;
+    }
+    MSG release;
+    return !PeekMessageA(&release, nullptr, WM_LBUTTONUP, WM_LBUTTONUP, PM_NOREMOVE | PM_NOYIELD);
+}
+
 /// The window's left button, whichever side of the mouse it is on.
 bool IsButtonDown() {
     const int button = GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON;
-    return (GetAsyncKeyState(button) & 0x8000) != 0;
+    return (GetAsyncKeyState(button) & 0x8000) != 0 || HasJustBeenPressed();
 }
 
 }  // namespace

@@ -107,7 +107,9 @@ DrivenDialog WaitForDialog(DWORD thread, const std::string& what,
 }
 
 BOOL CALLBACK PostClose(HWND window, LPARAM) {
-    PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
+    // Without a control a command would be one of the menu.
+    PostMessageA(window, WM_COMMAND, IDCANCEL,
+                 reinterpret_cast<LPARAM>(GetDlgItem(window, IDCANCEL)));
     return TRUE;
 }
 
