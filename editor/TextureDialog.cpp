@@ -124,6 +124,10 @@ TextureDialog::~TextureDialog() {
     ShowClass::target = nullptr;
     CursorClass::target = nullptr;
     subDialog.reset();
+    if (!isMade) {
+        // A fault in a constructor: nobody has seen this editor.
+        return;
+    }
     try {
         SavePreferences(preferences);
     } catch (std::int16_t) {
@@ -136,6 +140,7 @@ void TextureDialog::AdoptTexture(std::unique_ptr<PaintClass> newPic) {
     if (pic != nullptr) {
         pic->SetColors(&preferences.foreground, &preferences.background);
     }
+    isMade = true;
 }
 
 // --- Set-up ---

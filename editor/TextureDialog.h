@@ -164,6 +164,8 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     void MoveForView(bool preview);
     void InvalidateDrawing();
 
+    /// A constructor has come to its end.
+    bool isMade = false;
     /// Null only without memory at construction.
     std::unique_ptr<PaintClass> pic;
     Preferences preferences;

@@ -226,6 +226,8 @@ INSTANTIATE_TEST_SUITE_P(Traits, ProductTest, testing::ValuesIn(host::AllTraits(
                          });
 
 TEST(ProductFaultTest, ALackingHostIsToldInADialogOverItsWindow) {
+    const ScratchFolder folder;
+    const OwnPreferences preferences(folder.Path());
     const LoadedPlugin plugin;
     const HWND window = CreateWindowExA(0, "STATIC", "Host", WS_POPUP | WS_VISIBLE, 100, 100, 600,
                                         400, nullptr, nullptr, nullptr, nullptr);
@@ -236,10 +238,16 @@ TEST(ProductFaultTest, ALackingHostIsToldInADialogOverItsWindow) {
     const host::Picture before = host::MakePicture(80, 60, 3, 100);
     host::Picture picture = before;
     host::RunReport report;
-    const SeenDialog dialog = DriveDialog([&] {
-        report = filterHost.Run(plugin.Entry(), picture, host::SelectRectangle({5, 6, 45, 66}));
-    });
+    const std::vector<SeenDialog> seen = DriveDialogs(
+        [&] {
+            report = filterHost.Run(plugin.Entry(), picture, host::SelectRectangle({5, 6, 45, 66}));
+        },
+        {Ending::pressOk, Ending::pressOk});
     DestroyWindow(window);
+    ASSERT_EQ(seen.size(), 2u);
+    EXPECT_EQ(seen[0].title, "New");
+    EXPECT_EQ(seen[0].owner, window);
+    const SeenDialog& dialog = seen[1];
     EXPECT_EQ(dialog.title, "Zandermolite");
     EXPECT_EQ(dialog.owner, window);
     EXPECT_EQ(dialog.Text(3), "A fatal error of type = 17500 occured.");
