@@ -243,7 +243,7 @@ void TextureDialog::DrawProgress(short percent) {
     full.right = rest.left = static_cast<short>(ProgressEnd(full.left, full.right, percent));
     canvas.SetSystemColor(systemActiveCaption);
     canvas.PaintRect(full);
-    canvas.SetSystemColor(systemWindow);
+    canvas.SetSystemColor(::systemWindow);
     canvas.PaintRect(rest);
     canvas.SetForeground(shadeGrey);
     canvas.DrawLine(PointAt(full.left, full.top), PointAt(full.left, full.bottom - 1));
