@@ -713,8 +713,12 @@ DialogSuspension::DialogSuspension() : active(dialogState.active), focused(dialo
 }
 
 DialogSuspension::~DialogSuspension() {
-    dialogState.active = active;
-    dialogState.focused = focused;
+    // An error may have closed them meanwhile.
+    const auto ifOpen = [](NorvantaDialog* dialog) {
+        return dialog != nullptr && dialog->windowExists ? dialog : nullptr;
+    };
+    dialogState.active = ifOpen(active);
+    dialogState.focused = ifOpen(focused);
     for (NorvantaDialog* const dialog : hidden) {
         dialog->AppActivate(true);
     }

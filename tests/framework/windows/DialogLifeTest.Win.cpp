@@ -379,20 +379,21 @@ void OpenAndClose() {
 TEST_F(DialogLifeTest, NothingIsLeftBehind) {
     // The system keeps a few objects for the next time, and more of them when windows happen to be
     // painted in each other's midst. What a dialog leaves behind grows with every opening.
-    constexpr int rounds = 4;
-    constexpr int openingsInRound = 50;
-    Levels before{};
-    Levels after{};
-    int stable = 0;
-    for (int round = 0; round <= rounds; ++round) {
-        for (int i = 0; i < openingsInRound; ++i) {
+    constexpr int mostRounds = 4;
+    constexpr int openingsInRound = 100;
+    constexpr int openingsBefore = 10;
+    const auto openSome = [](int count) {
+        for (int i = 0; i < count; ++i) {
             OpenAndClose();
         }
-        before = std::exchange(after, CountLevels());
-        stable += round > 0 && before == after ? 1 : 0;
+        return CountLevels();
+    };
+    Levels before{};
+    Levels after = openSome(openingsBefore);
+    for (int round = 0; round < mostRounds && before != after; ++round) {
+        before = std::exchange(after, openSome(openingsInRound));
     }
-    EXPECT_GT(stable, 0) << testing::PrintToString(before) << "\nbecame "
-                         << testing::PrintToString(after);
+    EXPECT_EQ(before, after);
 }
 
 }  // namespace

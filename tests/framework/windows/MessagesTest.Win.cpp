@@ -175,6 +175,39 @@ TEST_F(MessagesTest, AWindowOutsideTheScreenIsBroughtIn) {
     }
 }
 
+TEST_F(MessagesTest, OnlyWhatIsSeenAndInvalidIsDrawn) {
+    TestDialog dialog(allItems);
+    EventLog draws;
+    dialog.atDraw = [&](short item) { draws.Add(std::to_string(item)); };
+    dialog.atSetup = [&] { dialog.Show(5, false); };
+    RunWithScript(dialog, [&](Script& script) {
+        script.Settle();
+        EXPECT_EQ(draws.Count("5"), 0) << "hidden";
+        EXPECT_GT(draws.Count("4"), 0);
+        draws.Clear();
+        const hostapi::Rect bounds = dialog.GetBounds(userItem);
+        const RECT rect{bounds.left, bounds.top, bounds.right, bounds.bottom};
+        InvalidateRect(script.Dialog(), &rect, FALSE);
+        script.WaitUntil("a paint", [&] { return !draws.All().empty(); });
+        EXPECT_EQ(draws.All(), (std::vector<std::string>{"20"}));
+    });
+}
+
+TEST_F(MessagesTest, ADialogThatAnErrorClosedBelowAnAlertIsNotActiveAgain) {
+    TestDialog dialog(allItems);
+    NorvantaDialog* after = &dialog;
+    dialog.atHit = [&](short) {
+        {
+            const DialogSuspension suspension;
+            dialog.Close(7);
+        }
+        after = NorvantaDialog::Active();
+        return short{0};
+    };
+    EXPECT_EQ(RunWithScript(dialog, [](Script& script) { script.Click(script.Middle(check)); }), 7);
+    EXPECT_EQ(after, nullptr);
+}
+
 // --- More than one dialog ---
 
 bool IsVisible(const NorvantaDialog& dialog) {
