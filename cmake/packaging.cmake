@@ -12,6 +12,8 @@ if(WIN32)
   if(TARGET zandermolite-host)
     install(TARGETS zandermolite-host RUNTIME DESTINATION ${destination})
   endif()
+  # The Help menu's pages are looked for beside the plug-in.
+  install(DIRECTORY docs/help/ DESTINATION "${destination}/Brenvalder Help")
 else()
   set(destination bin)
 endif()
