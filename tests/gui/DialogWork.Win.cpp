@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "framework/SliderGeometry.h"
+#include "tests/e2e/InputDesktop.Win.h"
 
 namespace {
 
@@ -26,6 +27,16 @@ void MoveFocus(const GuiDriver& gui, const DrivenDialog& dialog) {
 }
 
 }  // namespace
+
+void EnterWarmDesktop() {
+    EnterOwnDesktop();
+    const HWND window = CreateWindowA("Static", "", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr,
+                                      nullptr, GetModuleHandleA(nullptr), nullptr);
+    ShowWindow(window, SW_SHOW);
+    SetForegroundWindow(window);
+    UpdateWindow(window);
+    DestroyWindow(window);
+}
 
 // --- The focus ---
 

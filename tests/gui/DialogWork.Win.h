@@ -7,6 +7,10 @@
 
 #include "tests/gui/GuiDriver.Win.h"
 
+/// Moves this thread to a desktop of its own and waits until the system shows windows there. The
+/// first one on a new desktop can take it longer than any user's patience.
+void EnterWarmDesktop();
+
 /// The item that has the focus; 0 for none.
 int FocusedItem(const DrivenDialog& dialog);
 /// Presses Tab until the item has the focus.

@@ -94,13 +94,32 @@ HWND FindDialog(DWORD thread, const std::function<bool(HWND)>& fits) {
     return search.found;
 }
 
+BOOL CALLBACK Describe(HWND window, LPARAM parameter) {
+    auto* const text = reinterpret_cast<std::string*>(parameter);
+    *text += "; " + ClassOf(window) + " \"" + CaptionOf(window) + "\"" +
+             (IsWindowVisible(window) ? "" : " hidden") +
+             (IsWindowEnabled(window) ? "" : " disabled");
+    return TRUE;
+}
+
+/// The thread's windows, for messages.
+std::string WindowsOf(DWORD thread) {
+    std::string text;
+    EnumThreadWindows(thread, Describe, reinterpret_cast<LPARAM>(&text));
+    return text;
+}
+
 DrivenDialog WaitForDialog(DWORD thread, const std::string& what,
                            const std::function<bool(HWND)>& fits) {
     HWND found = nullptr;
-    WaitUntil(what, [&] {
-        found = FindDialog(thread, fits);
-        return found != nullptr;
-    });
+    try {
+        WaitUntil(what, [&] {
+            found = FindDialog(thread, fits);
+            return found != nullptr;
+        });
+    } catch (const GuiError& error) {
+        throw GuiError(error.what() + WindowsOf(thread));
+    }
     const DrivenDialog dialog(found);
     dialog.Settle();
     return dialog;

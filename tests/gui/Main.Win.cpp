@@ -2,10 +2,10 @@
 // from each other.
 #include <gtest/gtest.h>
 
-#include "tests/e2e/InputDesktop.Win.h"
+#include "tests/gui/DialogWork.Win.h"
 
 int main(int count, char** values) {
     testing::InitGoogleTest(&count, values);
-    EnterOwnDesktop();
+    EnterWarmDesktop();
     return RUN_ALL_TESTS();
 }

@@ -7,7 +7,6 @@
 
 #include "files/Preferences.h"
 #include "resources/Ids.h"
-#include "tests/e2e/InputDesktop.Win.h"
 #include "tests/gui/DialogWork.Win.h"
 #include "tests/gui/PluginRun.Win.h"
 
@@ -87,7 +86,7 @@ void ShootEditor(const DrivenDialog& editor) {
 }
 
 TEST_F(Screenshots, OfAllDialogs) {
-    Run([&](const GuiDriver& gui) {
+    const host::RunReport report = Run([&](const GuiDriver& gui) {
         const DrivenDialog opening = gui.WaitFor(createrDialog);
         Shoot(opening, "new");
         opening.PressToOpen(okItem);
@@ -115,6 +114,8 @@ TEST_F(Screenshots, OfAllDialogs) {
         shootAndCancel(editDialog, "edit");
         editor.PressToOpen(okItem);
     });
+    EXPECT_EQ(report.result, 0);
+    ExpectFilledWithApplied();
 }
 
 }  // namespace
@@ -126,6 +127,6 @@ int main(int count, char** values) {
         return 2;
     }
     target = values[1];
-    EnterOwnDesktop();
+    EnterWarmDesktop();
     return RUN_ALL_TESTS();
 }
