@@ -26,6 +26,7 @@ const PlatformServices pluginPlatform = platformServices;
 
 std::atomic<int> displays = 0;
 decltype(hostapi::FilterRecord::displayPixels) hostDisplay = nullptr;
+std::optional<int> resolutionOfRun;
 
 std::int16_t HOST_CALL CountDisplay(const hostapi::PSPixelMap* source,
                                     const hostapi::VRect* sourceRect, std::int32_t row,
@@ -41,13 +42,16 @@ std::int16_t HOST_CALL CountDisplay(const hostapi::PSPixelMap* source,
 #define REALIGN_STACK
 #endif
 
-/// The plug-in's entry, with the display service counted while it lasts.
+/// The plug-in's entry, with the display service counted while it lasts, and the test's resolution.
 REALIGN_STACK void HOST_CALL Entry(std::int16_t selector, hostapi::FilterRecord* record, void*,
                                    std::int16_t* result) {
     const bool isCounted = record->displayPixels != nullptr;
     if (isCounted) {
         hostDisplay = record->displayPixels;
         record->displayPixels = CountDisplay;
+    }
+    if (resolutionOfRun) {
+        record->imageHRes = *resolutionOfRun << 16;
     }
     DispatchSelector(selector, record, result);
     if (isCounted) {
@@ -89,8 +93,14 @@ PluginRunTest::~PluginRunTest() {
 }
 
 host::RunReport PluginRunTest::Run(const std::function<void(const GuiDriver&)>& user) {
-    displays = 0;
     host::FilterHost filterHost(settings);
+    return RunIn(filterHost, user);
+}
+
+host::RunReport PluginRunTest::RunIn(host::FilterHost& filterHost,
+                                     const std::function<void(const GuiDriver&)>& user) {
+    displays = 0;
+    resolutionOfRun = claimedResolution;
     host::RunReport report;
     RunWithUser([&] { report = filterHost.Run(Entry, picture, host::SelectRectangle(selection)); },
                 user);

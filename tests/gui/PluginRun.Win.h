@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "framework/NorvantaDialog.h"
@@ -23,6 +24,9 @@ class PluginRunTest : public CoreTest {
 
     /// Runs the filter on `picture` with its selection; the user works in the windows meanwhile.
     host::RunReport Run(const std::function<void(const GuiDriver&)>& user);
+    /// The same in a host that has run the filter before, or will again.
+    host::RunReport RunIn(host::FilterHost& filterHost,
+                          const std::function<void(const GuiDriver&)>& user);
     /// The same without the New dialog, and with Apply at the end.
     host::RunReport RunEditor(
         const std::function<void(const GuiDriver& gui, const DrivenDialog& editor)>& user);
@@ -51,4 +55,6 @@ class PluginRunTest : public CoreTest {
     host::Picture before;
     host::Picture picture;
     hostapi::VRect selection{10, 20, 110, 170};
+    /// Dots an inch, in place of the host's.
+    std::optional<int> claimedResolution;
 };

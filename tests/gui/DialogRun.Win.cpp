@@ -1,0 +1,94 @@
+#include "tests/gui/DialogRun.Win.h"
+
+namespace {
+
+/// A block in the tile's middle, away from the size marks.
+constexpr RECT middle{55, 30, 95, 70};
+
+std::vector<Pixel> MiddleOf(const PaintClass& texture) {
+    std::vector<Pixel> colors;
+    for (LONG y = middle.top; y < middle.bottom; ++y) {
+        for (LONG x = middle.left; x < middle.right; ++x) {
+            colors.push_back(texture.GetPixel(static_cast<short>(x), static_cast<short>(y)) &
+                             0x00FFFFFF);
+        }
+    }
+    return colors;
+}
+
+}  // namespace
+
+host::RunReport DialogRunTest::RunBlank(const EditorUser& user) {
+    return RunWith(false, user);
+}
+
+host::RunReport DialogRunTest::RunOnSelection(const EditorUser& user) {
+    return RunWith(true, user);
+}
+
+host::RunReport DialogRunTest::RunWith(bool fromSelection, const EditorUser& user) {
+    stored.launchFlag = fromSelection ? 1 : 0;
+    EXPECT_TRUE(SavePreferences(stored));
+    return Run([&](const GuiDriver& gui) {
+        if (fromSelection) {
+            const DrivenDialog opening = gui.WaitFor(createrDialog);
+            opening.Press(SizeItems::selection);
+            CloseWith(opening, okItem);
+        }
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        user(gui, editor);
+        CloseWith(editor, TextureItems::apply);
+    });
+}
+
+std::unique_ptr<PaintClass> DialogRunTest::Blank() {
+    return std::make_unique<PaintClass>(width, height);
+}
+
+std::unique_ptr<PaintClass> DialogRunTest::Noise() const {
+    std::unique_ptr<PaintClass> texture = Blank();
+    for (short y = 0; y < height; ++y) {
+        for (short x = 0; x < width; ++x) {
+            const std::uint8_t* const pixel = before.Pixel(selection.left + x, selection.top + y);
+            texture->SetRGB(x, y, pixel[0], pixel[1], pixel[2]);
+        }
+    }
+    return texture;
+}
+
+DrivenDialog DialogRunTest::OpenDialog(const GuiDriver& gui, const DrivenDialog& editor, int item,
+                                       int dialogId) {
+    editor.PressToOpen(item);
+    const DrivenDialog dialog = gui.WaitFor(dialogId);
+    RECT frame;
+    GetWindowRect(editor.Window(), &frame);
+    SetWindowPos(dialog.Window(), nullptr, 0, frame.top + 380, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    dialog.Settle();
+    return dialog;
+}
+
+std::vector<Pixel> DialogRunTest::ShownMiddle(const DrivenDialog& editor) const {
+    const host::Picture shown = editor.Grab();
+    const RECT area = editor.Bounds(TextureItems::drawingArea);
+    const ItemPlace first = PlaceOfPixel(editor, width + static_cast<int>(middle.left),
+                                         height + static_cast<int>(middle.top));
+    std::vector<Pixel> colors;
+    for (LONG y = 0; y < middle.bottom - middle.top; ++y) {
+        for (LONG x = 0; x < middle.right - middle.left; ++x) {
+            const std::uint8_t* const pixel = shown.Pixel(static_cast<int>(area.left + x) + first.x,
+                                                          static_cast<int>(area.top + y) + first.y);
+            colors.push_back(Color(pixel[0], pixel[1], pixel[2]));
+        }
+    }
+    return colors;
+}
+
+void DialogRunTest::ExpectShown(const DrivenDialog& editor, const PaintClass& texture) const {
+    const std::vector<Pixel> expected = MiddleOf(texture);
+    WaitUntil("the texture to be shown", [&] { return ShownMiddle(editor) == expected; });
+}
+
+void DialogRunTest::ExpectApplied(const PaintClass& expected) const {
+    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(expected));
+    ExpectFilledWithApplied();
+}

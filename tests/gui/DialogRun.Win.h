@@ -1,0 +1,48 @@
+// Runs of the plug-in for tests of the dialogs over the editor.
+#pragma once
+
+#include "files/Preferences.h"
+#include "resources/Ids.h"
+#include "tests/gui/DialogWork.Win.h"
+#include "tests/gui/PluginRun.Win.h"
+#include "tests/support/Pictures.h"
+
+/// Over the editor: the dialog, and what to do in it. It must be closed at the end.
+using EditorUser = std::function<void(const GuiDriver& gui, const DrivenDialog& editor)>;
+
+class DialogRunTest : public PluginRunTest {
+  protected:
+    /// A run of the editor with the stored preferences, on a texture of the selection's size, blank
+    /// or of the selection's noise. Apply is pressed at the end.
+    host::RunReport RunBlank(const EditorUser& user);
+    host::RunReport RunOnSelection(const EditorUser& user);
+
+    /// A blank texture, and that of the selection.
+    static std::unique_ptr<PaintClass> Blank();
+    std::unique_ptr<PaintClass> Noise() const;
+
+    /// Opens a dialog with a button of the editor and moves it away from the texture's middle.
+    static DrivenDialog OpenDialog(const GuiDriver& gui, const DrivenDialog& editor, int item,
+                                   int dialogId);
+    /// Waits until the drawing area shows the texture, as far as its middle goes.
+    void ExpectShown(const DrivenDialog& editor, const PaintClass& texture) const;
+    void ExpectApplied(const PaintClass& expected) const;
+
+    /// What the settings file holds when a run begins.
+    Preferences stored;
+
+    static constexpr short width = 150;
+    static constexpr short height = 100;
+
+  private:
+    std::vector<Pixel> ShownMiddle(const DrivenDialog& editor) const;
+    host::RunReport RunWith(bool fromSelection, const EditorUser& user);
+};
+
+/// Adds a preset to a list.
+template <typename Params>
+void AddPreset(SimpleLink& list, const Params& params, const char* name) {
+    void* const record = ::operator new(sizeof(Params));
+    std::memcpy(record, &params, sizeof(Params));
+    list.Append(record, name);
+}

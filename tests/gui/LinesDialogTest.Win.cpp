@@ -1,0 +1,245 @@
+// The dialog of Lines: its controls, each of which takes an applied result back.
+#include "paint/EffectRun.h"
+#include "tests/gui/DialogRun.Win.h"
+
+namespace {
+
+using Items = LinesItems;
+
+class LinesDialogTest : public DialogRunTest {
+  protected:
+    static DrivenDialog OpenLines(const GuiDriver& gui, const DrivenDialog& editor) {
+        return OpenDialog(gui, editor, TextureItems::lines, linesDialog);
+    }
+    static std::unique_ptr<PaintClass> LinesOf(const LinesParams& params) {
+        std::unique_ptr<PaintClass> texture = Blank();
+        RunLines(*texture, params);
+        return texture;
+    }
+    /// Chooses a preset, presses Apply, then lets the user change something: the texture is as it
+    /// was before the dialog, and the popup shows "Last Used". OK then draws with the new settings.
+    void ExpectTakenBack(
+        const LinesParams& expected,
+        const std::function<void(const GuiDriver& gui, const DrivenDialog& lines)>& change);
+};
+
+void LinesDialogTest::ExpectTakenBack(
+    const LinesParams& expected,
+    const std::function<void(const GuiDriver& gui, const DrivenDialog& lines)>& change) {
+    AddPreset(stored.presets[presetLines], LinesParams{}, "Plain");
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        ChooseEntry(gui, lines, ApplyItems::presets, 3);
+        lines.Press(ApplyItems::apply);
+        ExpectShown(editor, *LinesOf({}));
+        EXPECT_EQ(lines.Value(ApplyItems::presets), 3);
+        change(gui, lines);
+        WaitUntil("the popup", [&] { return lines.Value(ApplyItems::presets) == 1; });
+        ExpectShown(editor, *Blank());
+        CloseWith(lines, okItem);
+    });
+    ExpectApplied(*LinesOf(expected));
+}
+
+TEST_F(LinesDialogTest, StartsWithTheStoredValues) {
+    stored.lines = {30, linesInk, linesAverage, -120, {0x1000, 0x2000, 0x3000}};
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        EXPECT_EQ(lines.Title(), "Lines");
+        EXPECT_EQ(lines.Value(Items::precision), 30);
+        EXPECT_EQ(lines.Value(Items::ink), 1);
+        EXPECT_EQ(lines.Value(Items::wax), 0);
+        EXPECT_EQ(lines.Value(Items::random), 0);
+        EXPECT_EQ(lines.Value(Items::averageColor), 1);
+        EXPECT_EQ(lines.Text(Items::angle), "-120");
+        EXPECT_EQ(lines.Text(ApplyItems::apply), "Apply");
+        WaitUntil("nothing to delete", [&] { return !lines.IsEnabled(ApplyItems::remove); });
+        const RECT swatch = lines.Bounds(Items::color);
+        const host::Picture shown = lines.Grab();
+        const std::uint8_t* const pixel =
+            shown.Pixel(static_cast<int>(swatch.left + swatch.right) / 2,
+                        static_cast<int>(swatch.top + swatch.bottom) / 2);
+        EXPECT_EQ(Color(pixel[0], pixel[1], pixel[2]), Color(0x10, 0x20, 0x30));
+        CloseWith(lines, okItem);
+    });
+    ExpectApplied(*LinesOf(stored.lines));
+}
+
+TEST_F(LinesDialogTest, InkAndWaxByTheMouse) {
+    LinesParams expected;
+    expected.appearance = linesInk;
+    ExpectTakenBack(expected, [](const GuiDriver&, const DrivenDialog& lines) {
+        lines.Click(Items::ink, {6, 8});
+        WaitUntil("ink", [&] { return lines.Value(Items::ink) == 1; });
+        EXPECT_EQ(lines.Value(Items::wax), 0);
+        EXPECT_EQ(lines.Value(Items::random), 1) << "a pair of its own";
+    });
+}
+
+TEST_F(LinesDialogTest, BackToWax) {
+    LinesParams expected;
+    ExpectTakenBack(expected, [](const GuiDriver&, const DrivenDialog& lines) {
+        lines.Press(Items::ink);
+        lines.Press(Items::wax);
+        EXPECT_EQ(lines.Value(Items::wax), 1);
+        EXPECT_EQ(lines.Value(Items::ink), 0);
+    });
+}
+
+TEST_F(LinesDialogTest, AverageAndRandomByTheMouse) {
+    LinesParams expected;
+    expected.colorMode = linesAverage;
+    ExpectTakenBack(expected, [](const GuiDriver&, const DrivenDialog& lines) {
+        lines.Click(Items::averageColor, {6, 8});
+        WaitUntil("average", [&] { return lines.Value(Items::averageColor) == 1; });
+        EXPECT_EQ(lines.Value(Items::random), 0);
+        lines.Click(Items::random, {6, 8});
+        WaitUntil("random", [&] { return lines.Value(Items::random) == 1; });
+        EXPECT_EQ(lines.Value(Items::averageColor), 0);
+        lines.Press(Items::averageColor);
+    });
+}
+
+TEST_F(LinesDialogTest, ThePrecisionByTheMouse) {
+    LinesParams expected;
+    expected.precision = 3;
+    ExpectTakenBack(expected, [](const GuiDriver&, const DrivenDialog& lines) {
+        DragSlider(lines, Items::precision, {0, 100}, {80, 3});
+    });
+}
+
+TEST_F(LinesDialogTest, ThePrecisionByTheKeys) {
+    LinesParams expected;
+    expected.precision = 0;
+    ExpectTakenBack(expected, [](const GuiDriver& gui, const DrivenDialog& lines) {
+        TabTo(gui, lines, Items::precision);
+        gui.Chord({VK_END});
+        WaitUntil("the lowest precision", [&] { return lines.Value(Items::precision) == 0; });
+    });
+}
+
+TEST_F(LinesDialogTest, TheAngleByTheMouse) {
+    LinesParams expected;
+    expected.angle = -90;
+    ExpectTakenBack(expected, [](const GuiDriver&, const DrivenDialog& lines) {
+        const RECT globe = lines.Bounds(Items::globe);
+        const int x = static_cast<int>(globe.right - globe.left) / 2;
+        const int y = static_cast<int>(globe.bottom - globe.top) / 2;
+        std::vector<std::string> angles{"180", "90", "-90"};
+        lines.Drag(Items::globe, {{x, y + 25}, {x + 25, y}, {x - 25, y}}, [&] {
+            // The field follows while the button is down.
+            WaitUntil("the angle " + angles.front(), [&] {
+                const std::string text = lines.Text(Items::angle);
+                return text == angles.front() || (angles.front() == "180" && text == "-180");
+            });
+            angles.erase(angles.begin());
+        });
+    });
+}
+
+TEST_F(LinesDialogTest, TheAngleByItsFieldTurnsTheDial) {
+    LinesParams expected;
+    expected.angle = 170;
+    ExpectTakenBack(expected, [](const GuiDriver& gui, const DrivenDialog& lines) {
+        const RECT dial = lines.Bounds(Items::globe);
+        const auto dialBytes = [&] {
+            const host::Picture whole = lines.Grab();
+            std::vector<std::uint8_t> bytes;
+            for (LONG y = dial.top; y < dial.bottom; ++y) {
+                const std::uint8_t* const row =
+                    whole.Pixel(static_cast<int>(dial.left), static_cast<int>(y));
+                bytes.insert(bytes.end(), row, row + 3 * (dial.right - dial.left));
+            }
+            return bytes;
+        };
+        const std::vector<std::uint8_t> still = dialBytes();
+        TypeInto(gui, lines, Items::angle, "170");
+        WaitUntil("the dial to turn", [&] { return dialBytes() != still; });
+    });
+}
+
+TEST_F(LinesDialogTest, AnAngleThatIsNone) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        TabTo(gui, lines, Items::angle);
+        gui.Chord({VK_HOME});
+        gui.Chord({VK_SHIFT, VK_END});
+        gui.Type("1");
+        gui.Type("8");
+        gui.Type("1");
+        EXPECT_EQ(AnswerAlert(gui, lines),
+                  "An integer in the range between -180 and 180 required. Would you like to insert "
+                  "the closest value?");
+        WaitUntil("the closest", [&] { return lines.Text(Items::angle) == "180"; });
+        CloseWith(lines, okItem);
+    });
+    LinesParams expected;
+    expected.angle = 180;
+    ExpectApplied(*LinesOf(expected));
+}
+
+TEST_F(LinesDialogTest, TheSwatchOpensTheSystemsColours) {
+    LinesParams expected;
+    expected.colorMode = linesAverage;
+    expected.color = {0x7F00, 0x7F00, 0x7F00};
+    ExpectTakenBack(expected, [](const GuiDriver& gui, const DrivenDialog& lines) {
+        lines.ClickMiddle(Items::color);
+        const DrivenDialog colors = gui.WaitForTitle("Color");
+        constexpr int red = 0x2C2;
+        constexpr int green = 0x2C3;
+        constexpr int blue = 0x2C4;
+        colors.SetText(red, "127");
+        colors.SetText(green, "127");
+        colors.SetText(blue, "127");
+        CloseWith(colors, IDOK);
+        WaitUntil("average", [&] { return lines.Value(Items::averageColor) == 1; });
+        EXPECT_EQ(lines.Value(Items::random), 0);
+    });
+}
+
+TEST_F(LinesDialogTest, ACancelledColourSwitchesToTheAverageAllTheSame) {
+    LinesParams expected;
+    expected.colorMode = linesAverage;
+    ExpectTakenBack(expected, [](const GuiDriver& gui, const DrivenDialog& lines) {
+        lines.ClickMiddle(Items::color);
+        CloseWith(gui.WaitForTitle("Color"), IDCANCEL);
+        WaitUntil("average", [&] { return lines.Value(Items::averageColor) == 1; });
+    });
+}
+
+TEST_F(LinesDialogTest, TheKeyboardGoesThroughAllControls) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        WaitUntil("nothing to delete", [&] { return !lines.IsEnabled(ApplyItems::remove); });
+        TabTo(gui, lines, okItem);
+        // Of radio buttons Tab comes to the chosen ones.
+        EXPECT_EQ(TabOrder(gui, lines),
+                  (std::vector<int>{okItem, cancelItem, ApplyItems::apply, ApplyItems::presets,
+                                    ApplyItems::save, Items::precision, Items::wax, Items::random,
+                                    Items::angle}));
+        gui.Chord({VK_MENU, 'I'});
+        WaitUntil("ink by its letter", [&] { return lines.Value(Items::ink) == 1; });
+        gui.Chord({VK_MENU, 'A'});
+        WaitUntil("the angle by its letter", [&] { return FocusedItem(lines) == Items::angle; });
+        gui.Chord({VK_RETURN});
+        lines.WaitUntilClosed();
+    });
+    LinesParams expected;
+    expected.appearance = linesInk;
+    ExpectApplied(*LinesOf(expected));
+}
+
+TEST_F(LinesDialogTest, EscapeIsCancel) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        lines.Press(ApplyItems::apply);
+        ExpectShown(editor, *LinesOf({}));
+        gui.Chord({VK_ESCAPE});
+        lines.WaitUntilClosed();
+        ExpectShown(editor, *Blank());
+        EXPECT_FALSE(editor.IsEnabled(TextureItems::repeatEffect));
+    });
+    ExpectApplied(*Blank());
+}
+
+}  // namespace
