@@ -240,6 +240,19 @@ std::int16_t File::Write(const void* buffer, std::int32_t start, std::int32_t co
     return fileSucceeded;
 }
 
+std::int16_t File::Append(const void* buffer, std::int32_t count) {
+    lastFileError = fileSucceeded;
+    std::int32_t transferred = 0;
+    if (handle != nullptr && fileSystem.seek(handle, position) &&
+        fileSystem.write(handle, buffer, count, &transferred) && transferred == count &&
+        fileSystem.flush(handle)) {
+        position = Clamped(std::int64_t{position} + count);
+        return fileSucceeded;
+    }
+    SetSize(position);
+    return Failed(fileNotWritten);
+}
+
 std::int32_t File::GetSize() {
     lastFileError = fileSucceeded;
     const std::int64_t size = handle != nullptr ? fileSystem.size(handle) : -1;

@@ -104,6 +104,11 @@ class File {
     /// behind the last byte written. A closed file only gets its position set. FatalError 20008 for
     /// a block that cannot be read and for a short write, 20002 when the system cannot write.
     std::int16_t Write(const void* buffer, std::int32_t start, std::int32_t count);
+    /// Writes at the position, through to the disk, and moves it along. 0, or fileNotWritten
+    /// whatever it is that the system refuses: many disks grow a file without having room for it
+    /// and refuse the bytes alone, which must not cost more than the file. Such a file ends where
+    /// it did before.
+    std::int16_t Append(const void* buffer, std::int32_t count);
     /// At most 0x7FFFFFFF. FatalError 20002 for a closed file.
     std::int32_t GetSize();
     /// 0 or fileNotWritten.

@@ -94,6 +94,9 @@ bool RunFileDialog(FileDialog& dialog) {
     const bool saves = dialog.mode == FileDialogMode::save;
     const std::string extension = DefaultExtension(dialog);
     chosenType = noFileType;
+    if (saves) {
+        MakeProposable(dialog.path);
+    }
     OPENFILENAMEA request{};
     request.lStructSize = sizeof request;
     request.hwndOwner = static_cast<HWND>(dialog.ownerWindow);

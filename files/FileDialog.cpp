@@ -1,6 +1,9 @@
 #include "files/FileDialog.h"
 
 #include <cstring>
+#include <string_view>
+
+#include "files/FileSystem.h"
 
 namespace {
 
@@ -84,11 +87,24 @@ std::string DefaultExtension(const FileDialog& dialog) {
 bool EnforceExtension(char (&path)[filePathCapacity], FileType chosen) {
     const std::string extension = ExtensionText(chosen);
     const std::size_t length = std::strlen(path);
-    if (FileTypeOf(path) == chosen || length + extension.size() >= filePathCapacity) {
+    if (extension.empty() || FileTypeOf(path) == chosen ||
+        length + extension.size() >= filePathCapacity) {
         return false;
     }
     std::strcpy(path + length, extension.c_str());
     return true;
+}
+
+void MakeProposable(char (&path)[filePathCapacity]) {
+    constexpr std::string_view forbidden = "\\/:*?\"<>|";
+    for (char* at = path; *at != '\0'; ++at) {
+        if (fileSystem.isLeadByte(static_cast<unsigned char>(*at)) && at[1] != '\0') {
+            ++at;
+        } else if (forbidden.find(*at) != std::string_view::npos ||
+                   static_cast<unsigned char>(*at) < ' ') {
+            *at = '_';
+        }
+    }
 }
 
 void UnifyExtension(char (&path)[filePathCapacity], std::string_view typedName, FileType chosen) {

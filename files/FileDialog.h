@@ -36,6 +36,10 @@ std::string DefaultExtension(const FileDialog& dialog);
 /// stays as it is.
 bool EnforceExtension(char (&path)[filePathCapacity], FileType chosen);
 
+/// A texture's name may hold what no file's name can, and the system's dialog would not even open
+/// on such a proposal: each of those characters becomes an underscore. `path` is a bare name.
+void MakeProposable(char (&path)[filePathCapacity]);
+
 /// Systems differ in the case of the extension that they put behind a name without one. If `path`
 /// has got its extension in this way from `typedName`, it becomes that of the type, letter for
 /// letter.

@@ -154,7 +154,7 @@ bool FileSink::Finish() {
 }
 
 bool FileSink::WriteOut(const void* bytes, std::int32_t count) {
-    return count == 0 || file.Write(bytes, file.position, count) == fileSucceeded;
+    return count == 0 || file.Append(bytes, count) == fileSucceeded;
 }
 
 JPEGDestination::JPEGDestination(ByteSink& byteSink) : jpeg_destination_mgr{}, sink(byteSink) {

@@ -46,7 +46,7 @@ class ByteSink {
     ~ByteSink() = default;
 };
 
-/// Writes at the file's position. Gathers what comes, memory permitting: a file waits for the disk
+/// Appends to the file. Gathers what comes, memory permitting: a file waits for the disk
 /// with each write, and for the hundred pieces of a large texture that took forty times as long as
 /// all else.
 class FileSink final : public ByteSink {

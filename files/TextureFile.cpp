@@ -102,8 +102,10 @@ bool LoadTexture(std::unique_ptr<PaintClass>& picture, TextureFileOwner& dialog,
     if (!loaded) {
         return false;
     }
+    // Before anything changes: there may be no memory for it.
+    std::string name = file.GetFileName();
     picture = std::move(loaded);
-    dialog.textureName = file.GetFileName();
+    dialog.textureName = std::move(name);
     return true;
 }
 

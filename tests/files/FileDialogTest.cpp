@@ -33,6 +33,8 @@ class FileDialogTest : public CoreTest {
     }
     ~FileDialogTest() override { errorCell = 0; }
 
+    FileSystemOverride system;
+
     static std::string Enforced(const char* name, FileType chosen) {
         char path[filePathCapacity];
         std::strcpy(path, name);
@@ -45,6 +47,22 @@ class FileDialogTest : public CoreTest {
     static inline std::string choice;
     File file;
 };
+
+TEST_F(FileDialogTest, AProposalHoldsNothingThatNoFileCanBeCalled) {
+    char name[filePathCapacity] = "a\\b/c:d*e?f\"g<h>i|j\x1fk. l.JPG";
+    MakeProposable(name);
+    EXPECT_STREQ(name, "a_b_c_d_e_f_g_h_i_j_k. l.JPG");
+    fileSystem.isLeadByte = [](unsigned char byte) { return byte == 0x83; };
+    char japanese[filePathCapacity] = "\x83\\?\x83";
+    MakeProposable(japanese);
+    EXPECT_STREQ(japanese, "\x83\\_\x83") << "a backslash that is half a character stays";
+}
+
+TEST_F(FileDialogTest, WithoutAnExtensionToEnforceANameStays) {
+    char path[filePathCapacity] = "C:\\a.txt";
+    EXPECT_FALSE(EnforceExtension(path, noFileType));
+    EXPECT_STREQ(path, "C:\\a.txt");
+}
 
 TEST_F(FileDialogTest, OpeningOffersAllExtensionsInOneEntry) {
     EXPECT_EQ(MakeFileDialog(FileDialogMode::open, nullptr, pictureTypes).filter,

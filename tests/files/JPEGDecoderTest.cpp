@@ -259,9 +259,14 @@ TEST_F(JPEGDecoderTest, MissingRowsAreGrey) {
     const std::string whole = Fixture("size-512x512.jpg");
     const auto picture = Load(whole.substr(0, whole.size() / 2));
     ASSERT_NE(picture, nullptr);
-    EXPECT_NE(picture->GetPixel(0, 0), picture->GetPixel(0, 511));
-    const unsigned char* const last = picture->PixelAddress(511, 511);
-    EXPECT_EQ(last[3], 255);
+    const Pixel last = picture->GetPixel(511, 511);
+    EXPECT_EQ(last >> 24, 255u);
+    EXPECT_EQ(last & 0xFF, last >> 8 & 0xFF);
+    EXPECT_EQ(last & 0xFF, last >> 16 & 0xFF);
+    for (short x = 0; x < 512; ++x) {
+        EXPECT_EQ(picture->GetPixel(x, 511), last) << x;
+    }
+    EXPECT_NE(picture->GetPixel(0, 0), last);
 }
 
 TEST_F(JPEGDecoderTest, AnyByteMayBeDamaged) {

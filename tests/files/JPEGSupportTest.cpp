@@ -1,6 +1,8 @@
 #include "files/JPEGSupport.h"
 
+#include <algorithm>
 #include <array>
+#include <functional>
 #include <sstream>
 #include <vector>
 
@@ -442,33 +444,61 @@ PlainPicture Noise(int side) {
     return noise;
 }
 
-/// A disk that is full when a file is longer than this.
+/// A disk that is full when a file is longer than `room`, and how it says so.
 std::int32_t room;
+enum class Refusal { fails, isShort, failsToFlush };
+Refusal refusal;
 
 class FullDiskTest : public JPEGSupportTest {
   protected:
     FullDiskTest() {
         file.callback = AnswerQuality;
         quality.wanted = 100;
-        // A file grows before it is written to.
-        static std::int32_t target;
+        static std::int32_t end;
         static const FileSystemServices original = fileSystem;
         fileSystem.seek = [](void* handle, std::int32_t position) {
-            target = position;
+            end = position;
             return original.seek(handle, position);
         };
-        fileSystem.setEnd = [](void* handle) { return target <= room && original.setEnd(handle); };
+        // Growing a file is no trouble; it is the bytes that find no room.
+        fileSystem.write = [](void* handle, const void* buffer, std::int32_t count,
+                              std::int32_t* transferred) {
+            const std::int32_t fitting = std::min(count, room - end);
+            end += count;
+            if (refusal == Refusal::failsToFlush) {
+                return original.write(handle, buffer, count, transferred);
+            }
+            return original.write(handle, buffer, fitting, transferred) &&
+                   (fitting == count || refusal == Refusal::isShort);
+        };
+        fileSystem.flush = [](void* handle) { return end <= room && original.flush(handle); };
+    }
+    ~FullDiskTest() override {
+        EXPECT_TRUE(Log().faults.empty()) << "it costs the file alone";
+        EXPECT_EQ(errorCell, 0);
+    }
+
+    /// Runs `test` for every way in which a disk can refuse.
+    static void ForEachRefusal(const std::function<void()>& test) {
+        for (const Refusal way : {Refusal::fails, Refusal::isShort, Refusal::failsToFlush}) {
+            SCOPED_TRACE(static_cast<int>(way));
+            refusal = way;
+            test();
+        }
     }
 };
 
 TEST_F(FullDiskTest, IsStatus17402AndLeavesAFile) {
     const PlainPicture noise = Noise(64);
     const std::string whole = EncodeJpegPlainly(noise, 100);
-    for (room = 0; room < static_cast<std::int32_t>(whole.size()); room += 3000) {
-        EXPECT_EQ(Write(noise, LayoutFor(3, 64, 64, 3)), 17402) << room;
-        EXPECT_TRUE(std::filesystem::exists(NameOf("written.jpg")));
-        EXPECT_EQ(BytesIn("written.jpg"), "");
-    }
+    ForEachRefusal([&] {
+        for (room = 0; room < static_cast<std::int32_t>(whole.size()); room += 3000) {
+            EXPECT_EQ(Write(noise, LayoutFor(3, 64, 64, 3)), 17402) << room;
+            EXPECT_TRUE(std::filesystem::exists(NameOf("written.jpg")));
+            EXPECT_EQ(BytesIn("written.jpg"), "");
+            EXPECT_EQ(file.handle, nullptr);
+        }
+    });
     room = static_cast<std::int32_t>(whole.size());
     EXPECT_EQ(Write(noise, LayoutFor(3, 64, 64, 3)), 0);
     EXPECT_EQ(BytesIn("written.jpg"), whole);
@@ -479,8 +509,10 @@ TEST_F(FullDiskTest, LeavesWhatWasWrittenOfALargePicture) {
     const std::string whole = EncodeJpegPlainly(noise, 100);
     ASSERT_GT(whole.size(), 1024 * 1024u);
     room = static_cast<std::int32_t>(whole.size()) - 1;
-    EXPECT_EQ(Write(noise, LayoutFor(3, 900, 900, 3)), 17402);
-    EXPECT_EQ(BytesIn("written.jpg"), whole.substr(0, 1024 * 1024));
+    ForEachRefusal([&] {
+        EXPECT_EQ(Write(noise, LayoutFor(3, 900, 900, 3)), 17402);
+        EXPECT_EQ(BytesIn("written.jpg"), whole.substr(0, 1024 * 1024));
+    });
     ++room;
     EXPECT_EQ(Write(noise, LayoutFor(3, 900, 900, 3)), 0);
     EXPECT_EQ(BytesIn("written.jpg"), whole);

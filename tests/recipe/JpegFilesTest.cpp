@@ -146,7 +146,7 @@ TEST_F(JpegFilesTest, AnUnrelatedDecoderReadsThem) {
     }
 }
 
-TEST_F(JpegFilesTest, WhatStoodThereStaysWhenTheFolderIsNot) {
+TEST_F(JpegFilesTest, AFolderThatIsNotThereIsAWrongUse) {
     EXPECT_TRUE(FailureOf("new\nsave file=none/a.jpg").starts_with("2: 'none"));
 }
 

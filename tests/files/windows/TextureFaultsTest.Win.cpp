@@ -77,6 +77,22 @@ TEST_F(SystemTextureTest, AReadOnlyFolderIsAFailedSave) {
     ExpectTextureAsBefore();
 }
 
+TEST_F(SystemTextureTest, AFullDiskIsAFailedSave) {
+    Put(Fixture("baseline.jpg"));
+    const FileSystemOverride disk;
+    static bool (*systemsWrite)(void*, const void*, std::int32_t, std::int32_t*);
+    systemsWrite = fileSystem.write;
+    // As the system does it on a disk that grows files without having room for them.
+    fileSystem.write = [](void* handle, const void* buffer, std::int32_t,
+                          std::int32_t* transferred) {
+        return systemsWrite(handle, buffer, 100, transferred);
+    };
+    EXPECT_FALSE(SaveAs(NameOf("b.jpg")));
+    EXPECT_EQ(BytesIn("b.jpg"), "");
+    ExpectTextureAsBefore();
+    EXPECT_TRUE(Load(NameOf("a.jpg")));
+}
+
 TEST_F(SystemTextureTest, AFullDiskIsTheStatusOfAWriteThatGrows) {
     file.SetPath(fullFile);
     const std::int16_t created = file.Create();
