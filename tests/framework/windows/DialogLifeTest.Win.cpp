@@ -377,22 +377,21 @@ void OpenAndClose() {
 }
 
 TEST_F(DialogLifeTest, NothingIsLeftBehind) {
-    // The system keeps a few objects for the next time, and more of them when windows happen to be
-    // painted in each other's midst. What a dialog leaves behind grows with every opening.
-    constexpr int mostRounds = 4;
-    constexpr int openingsInRound = 100;
     constexpr int openingsBefore = 10;
+    constexpr int openings = 100;
+    // The system keeps a few device contexts, as many as were in use at one time, which depends on
+    // whose paint came in between. One object an opening would be ten times as many.
+    constexpr int contextsOfTheSystem = openings / 10;
     const auto openSome = [](int count) {
         for (int i = 0; i < count; ++i) {
             OpenAndClose();
         }
         return CountLevels();
     };
-    Levels before{};
-    Levels after = openSome(openingsBefore);
-    for (int round = 0; round < mostRounds && before != after; ++round) {
-        before = std::exchange(after, openSome(openingsInRound));
-    }
+    const Levels before = openSome(openingsBefore);
+    Levels after = openSome(openings);
+    EXPECT_NEAR(after.gdiObjects, before.gdiObjects, contextsOfTheSystem);
+    after.gdiObjects = before.gdiObjects;
     EXPECT_EQ(before, after);
 }
 
