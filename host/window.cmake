@@ -24,6 +24,7 @@ if(WIN32)
     FileDialogs.Win.cpp FilterMenu.Win.cpp FilterRunner.Win.cpp
     HostDialogs.Win.cpp HostWindow.Win.cpp NativeWindow.Win.cpp PictureView.Win.cpp
     StatusBar.Win.cpp WindowMain.Win.cpp Window.rc)
+  add_dependencies(zandermolite-host sharedlibrary)
   target_include_directories(zandermolite-host PRIVATE
     ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_BINARY_DIR}/generated)
   target_link_libraries(zandermolite-host PRIVATE
