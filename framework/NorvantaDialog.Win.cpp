@@ -744,6 +744,14 @@ class AlertSection {
 
 namespace {
 
+/// The dialog's window, or what it stood over when it has closed.
+HWND WindowUnderAlert(const NorvantaDialog* dialog) {
+    if (dialog == nullptr) {
+        return nullptr;
+    }
+    return dialog->IsOpen() ? DialogWindow::Window(*dialog) : DialogWindow::OwnerOf(*dialog);
+}
+
 bool HasString(short id) {
     char text[textBufferSize];
     return LoadIndexedString(text, id, 0) == 0;
@@ -760,8 +768,8 @@ short Alert(NorvantaDialog* dialog, short id, const char* text0, const char* tex
     int answer = 0;
     {
         const DialogSuspension suspension;
-        answer = RunAlert(dialog != nullptr ? DialogWindow::Window(*dialog) : nullptr, id,
-                          {text0, text1, text2, text3}, AlertIcon::warning);
+        answer = RunAlert(WindowUnderAlert(dialog), id, {text0, text1, text2, text3},
+                          AlertIcon::warning);
     }
     if (dialogState.active != nullptr) {
         dialogState.active->AppActivate(true);

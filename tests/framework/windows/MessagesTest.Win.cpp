@@ -156,6 +156,30 @@ TEST_F(MessagesTest, KeysComeAsCharactersWithTheirModifiers) {
                                               "key 31 2"}));
 }
 
+TEST_F(MessagesTest, AnAlertOfAClosedDialogStandsOverTheOneBelow) {
+    TestDialog outer(allItems);
+    TestDialog nested(small, &outer);
+    nested.atIdle = [&] { nested.Close(1); };
+    outer.atHit = [&](short item) {
+        if (item == check) {
+            nested.Run();
+            Alert(&nested, 18013);
+        }
+        return item <= 2 ? item : short{0};
+    };
+    HWND owner = nullptr;
+    RunWithScript(outer, [&](Script& script) {
+        script.Click(script.Middle(check));
+        script.WaitUntil("the alert", [&] {
+            const HWND other = script.WaitForOther();
+            owner = GetWindow(other, GW_OWNER);
+            return GetDlgItem(other, 3) != nullptr && !nested.IsOpen();
+        });
+        EXPECT_EQ(script.EndAlert(1), "Please enter a valid integer.");
+        EXPECT_EQ(owner, script.Dialog());
+    });
+}
+
 TEST_F(MessagesTest, AWindowOutsideTheScreenIsBroughtIn) {
     const hostapi::Rect places[] = {{5000, 5000, 5100, 5250}, {0, 0, 4000, 4000}};
     for (const hostapi::Rect& place : places) {
