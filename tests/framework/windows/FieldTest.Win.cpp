@@ -231,6 +231,16 @@ TEST_F(FieldTest, ThousandsAreSeparatedAsTheUserLikes) {
     EXPECT_EQ(value, 1000);
 }
 
+TEST_F(FieldTest, OneSeparatorForBothIsNotTakenFromTheLocale) {
+    more = [] {
+        EXPECT_EQ(numberCharacters.decimal, '.');
+        EXPECT_EQ(numberCharacters.thousands, ',');
+        EXPECT_EQ(numberCharacters.plus, '+');
+        EXPECT_EQ(numberCharacters.minus, '-');
+    };
+    Run([](Script&) {});
+}
+
 TEST_F(FieldTest, AValueThatShowsAlikeLeavesTheTextAlone) {
     more = [&] {
         dialog.SetText(realField, "2.50");

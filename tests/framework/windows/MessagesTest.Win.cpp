@@ -334,6 +334,19 @@ class GdiShortage {
     std::vector<HRGN> regions;
 };
 
+TEST_F(MessagesTest, WithoutObjectsOfTheSystemDrawingIsAFault) {
+    const HWND window = GetDesktopWindow();
+    int regionFault = 0;
+    int portFault = 0;
+    {
+        const GdiShortage shortage(0);
+        regionFault = FaultOf([] { const Region region; });
+        portFault = FaultOf([&] { const DrawingPort port(window); });
+    }
+    EXPECT_EQ(regionFault, -108);
+    EXPECT_EQ(portFault, -108);
+}
+
 TEST_F(MessagesTest, WithoutAPortADialogEndsByItself) {
     int shortages = 0;
     for (int spared = 0; spared < 16; ++spared) {
