@@ -790,6 +790,8 @@ TEST_F(DialTest, ADragAcrossTheBottomStaysWithinHalfATurn) {
 COLORREF KnobColor(Script& script, TestDialog& dialog) {
     const hostapi::Rect bounds = dialog.GetBounds(dial);
     const hostapi::Point knob = KnobPlace(MeasureGlobe(bounds, 7), {-1, 0});
+    // The dialog paints it, in its own time.
+    script.Settle();
     return script.Shot(dial).At(knob.h - bounds.left, knob.v - bounds.top);
 }
 
