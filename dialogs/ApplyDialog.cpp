@@ -48,17 +48,22 @@ short ApplyDialog::ItemHit(short item) {
         case Items::apply:
             Apply();
             return 0;
-        case Items::presets:
-            ChoosePreset();
-            return 0;
-        case Items::save:
-            SavePreset();
-            return 0;
-        case Items::remove:
-            DeletePreset();
-            return 0;
         default:
+            // Without presets these items are others: the slider of a filter has Delete's number.
+            if (presets != nullptr) {
+                HitPresetItem(item);
+            }
             return 0;
+    }
+}
+
+void ApplyDialog::HitPresetItem(short item) {
+    if (item == Items::presets) {
+        ChoosePreset();
+    } else if (item == Items::save) {
+        SavePreset();
+    } else if (item == Items::remove) {
+        DeletePreset();
     }
 }
 

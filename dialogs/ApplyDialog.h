@@ -77,6 +77,7 @@ class ApplyDialog : public SmallPSDialog {
     void UpdateApplyState();
     void FillPresets();
     void Apply();
+    void HitPresetItem(short item);
     void ChoosePreset();
     void SavePreset();
     void DeletePreset();
