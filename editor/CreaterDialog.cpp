@@ -32,7 +32,10 @@ CreaterDialog::CreaterDialog(hostapi::FilterRecord* newRecord, hostapi::Rect& ne
 void CreaterDialog::Setup() {
     showNextTime = true;
     EditDialog::Setup();
-    SetValue(Items::blank, 1);
+    for (const short item : {Items::blank, Items::selection, Items::lastTexture}) {
+        // The system keeps Tab away from radio buttons that were turned off.
+        SetValue(item, item == contents ? 1 : 0);
+    }
     SetValue(Items::showNextTime, 1);
     Enable(Items::lastTexture, HaveLastTexture(*Record()));
     Enable(Items::selection, SelectionFits(*Record()));
