@@ -26,16 +26,18 @@ class LinesDialogTest : public DialogRunTest {
 void LinesDialogTest::ExpectTakenBack(
     const LinesParams& expected,
     const std::function<void(const GuiDriver& gui, const DrivenDialog& lines)>& change) {
+    const std::unique_ptr<PaintClass> blank = Blank();
+    const std::unique_ptr<PaintClass> plain = LinesOf({});
     AddPreset(stored.presets[presetLines], LinesParams{}, "Plain");
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
         ChooseEntry(gui, lines, ApplyItems::presets, 3);
         lines.Press(ApplyItems::apply);
-        ExpectShown(editor, *LinesOf({}));
+        ExpectShown(editor, *plain);
         EXPECT_EQ(lines.Value(ApplyItems::presets), 3);
         change(gui, lines);
         WaitUntil("the popup", [&] { return lines.Value(ApplyItems::presets) == 1; });
-        ExpectShown(editor, *Blank());
+        ExpectShown(editor, *blank);
         CloseWith(lines, okItem);
     });
     ExpectApplied(*LinesOf(expected));
@@ -230,13 +232,15 @@ TEST_F(LinesDialogTest, TheKeyboardGoesThroughAllControls) {
 }
 
 TEST_F(LinesDialogTest, EscapeIsCancel) {
+    const std::unique_ptr<PaintClass> drawn = LinesOf({});
+    const std::unique_ptr<PaintClass> blank = Blank();
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
         lines.Press(ApplyItems::apply);
-        ExpectShown(editor, *LinesOf({}));
+        ExpectShown(editor, *drawn);
         gui.Chord({VK_ESCAPE});
         lines.WaitUntilClosed();
-        ExpectShown(editor, *Blank());
+        ExpectShown(editor, *blank);
         EXPECT_FALSE(editor.IsEnabled(TextureItems::repeatEffect));
     });
     ExpectApplied(*Blank());

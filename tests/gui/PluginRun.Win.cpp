@@ -50,10 +50,12 @@ REALIGN_STACK void HOST_CALL Entry(std::int16_t selector, hostapi::FilterRecord*
         hostDisplay = record->displayPixels;
         record->displayPixels = CountDisplay;
     }
+    const hostapi::Fixed resolution = record->imageHRes;
     if (resolutionOfRun) {
         record->imageHRes = *resolutionOfRun << 16;
     }
     DispatchSelector(selector, record, result);
+    record->imageHRes = resolution;
     if (isCounted) {
         record->displayPixels = hostDisplay;
     }

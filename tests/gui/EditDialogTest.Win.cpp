@@ -1,0 +1,224 @@
+// New and Edit from the editor: a texture's name and size.
+#include "paint/EffectRun.h"
+#include "tests/gui/DialogRun.Win.h"
+
+namespace {
+
+using Items = SizeItems;
+using Texture = TextureItems;
+
+const char* const outOfMemory =
+    "The operation could not be completed, because of a shortage of memory.";
+
+class EditDialogTest : public DialogRunTest {
+  protected:
+    static DrivenDialog OpenEdit(const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.PressToOpen(Texture::edit);
+        return gui.WaitFor(editDialog);
+    }
+    static DrivenDialog OpenNew(const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.PressToOpen(Texture::newTexture);
+        return gui.WaitForTitle("New");
+    }
+    static void ExpectSize(const DrivenDialog& editor, const char* across, const char* down) {
+        WaitUntil(std::string(across) + " by " + down, [&] {
+            return editor.Text(Texture::width) == across && editor.Text(Texture::height) == down;
+        });
+    }
+};
+
+TEST_F(EditDialogTest, NewMakesAWhiteTexture) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog dialog = OpenNew(gui, editor);
+        EXPECT_EQ(dialog.Text(Items::name), "Untitled 1");
+        EXPECT_EQ(dialog.Text(Items::width), "150");
+        EXPECT_EQ(dialog.Text(Items::height), "100");
+        EXPECT_EQ(dialog.Text(Items::resolution), "72 dpi");
+        EXPECT_EQ(dialog.Text(Items::size), "58 kB");
+        TypeInto(gui, dialog, Items::name, "Felt");
+        TypeInto(gui, dialog, Items::width, "30");
+        TypeInto(gui, dialog, Items::height, "40");
+        WaitUntil("the size", [&] { return dialog.Text(Items::size) == "4 kB"; });
+        CloseWith(dialog, okItem);
+        ExpectSize(editor, "30 pixel", "40 pixel");
+        EXPECT_EQ(editor.Text(Texture::name), "Felt");
+        EXPECT_EQ(editor.Text(Texture::size), "4 kB");
+    });
+    EXPECT_EQ(Applied()->grX, 30);
+    EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(30 * 40, Color(255, 255, 255)));
+}
+
+TEST_F(EditDialogTest, ACancelledNewChangesNothing) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog dialog = OpenNew(gui, editor);
+        TypeInto(gui, dialog, Items::name, "Felt");
+        TypeInto(gui, dialog, Items::width, "30");
+        ChooseEntry(gui, dialog, Items::units, 3);
+        CloseWith(dialog, cancelItem);
+        ExpectSize(editor, "150 pixel", "100 pixel");
+        EXPECT_EQ(editor.Text(Texture::name), "Untitled 1");
+    });
+    ExpectApplied(*Noise());
+}
+
+TEST_F(EditDialogTest, NewByItsKeyAndMenu) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        gui.Chord({VK_CONTROL, 'N'});
+        CloseWith(gui.WaitForTitle("New"), cancelItem);
+        editor.ChooseToOpen(commandNew);
+        CloseWith(gui.WaitForTitle("New"), cancelItem);
+        gui.Chord({VK_CONTROL, 'D'});
+        CloseWith(gui.WaitFor(editDialog), cancelItem);
+        editor.ChooseToOpen(commandEdit);
+        CloseWith(gui.WaitFor(editDialog), cancelItem);
+    });
+}
+
+TEST_F(EditDialogTest, EditStretchesToTheNewSize) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog dialog = OpenEdit(gui, editor);
+        EXPECT_EQ(dialog.Title(), "Edit");
+        TypeInto(gui, dialog, Items::width, "211");
+        TypeInto(gui, dialog, Items::height, "37");
+        CloseWith(dialog, okItem);
+        ExpectSize(editor, "211 pixel", "37 pixel");
+        // The snapshot is of the new size: Undo finds nothing to take back.
+        editor.Choose(commandUndo);
+        EXPECT_EQ(editor.MenuText(commandUndo), "Redo\tCtrl+Z");
+        ExpectSize(editor, "211 pixel", "37 pixel");
+    });
+    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(*RunResize(*Noise(), 211, 37)));
+}
+
+TEST_F(EditDialogTest, TheSameSizeTouchesNoPixelAndTakesNoSnapshot) {
+    const std::unique_ptr<PaintClass> noise = Noise();
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.Press(Texture::invert);
+        const DrivenDialog dialog = OpenEdit(gui, editor);
+        TypeInto(gui, dialog, Items::name, "Other");
+        CloseWith(dialog, okItem);
+        WaitUntil("the name", [&] { return editor.Text(Texture::name) == "Other"; });
+        editor.Choose(commandUndo);
+        ExpectShown(editor, *noise);
+    });
+    ExpectApplied(*Noise());
+}
+
+TEST_F(EditDialogTest, ACancelledEditChangesNothing) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog dialog = OpenEdit(gui, editor);
+        TypeInto(gui, dialog, Items::name, "Other");
+        TypeInto(gui, dialog, Items::width, "20");
+        gui.Chord({VK_ESCAPE});
+        dialog.WaitUntilClosed();
+        ExpectSize(editor, "150 pixel", "100 pixel");
+        EXPECT_EQ(editor.Text(Texture::name), "Untitled 1");
+    });
+    ExpectApplied(*Noise());
+}
+
+TEST_F(EditDialogTest, TheUnitGoesToTheReadouts) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog dialog = OpenEdit(gui, editor);
+        ChooseEntry(gui, dialog, Items::units, 3);
+        WaitUntil("centimetres", [&] { return dialog.Text(Items::width) == "5.3"; });
+        EXPECT_EQ(dialog.Text(Items::height), "3.5");
+        CloseWith(dialog, okItem);
+        ExpectSize(editor, "5.3 cm", "3.5 cm");
+        const DrivenDialog again = OpenEdit(gui, editor);
+        EXPECT_EQ(again.Value(Items::units), 3);
+        ChooseEntry(gui, again, Items::units, 2);
+        WaitUntil("inches", [&] { return again.Text(Items::width) == "2.1"; });
+        CloseWith(again, okItem);
+        ExpectSize(editor, "2.1 inch", "1.4 inch");
+    });
+    ExpectApplied(*Noise());
+}
+
+/// What is typed in inches is rounded to pixels: there and back need not meet.
+TEST_F(EditDialogTest, AMeasureInInchesBecomesPixels) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog dialog = OpenEdit(gui, editor);
+        ChooseEntry(gui, dialog, Items::units, 2);
+        TypeInto(gui, dialog, Items::height, "1.4");
+        ChooseEntry(gui, dialog, Items::units, 1);
+        WaitUntil("pixels",
+                  [&] { return dialog.Text(Items::height).find('.') == std::string::npos; });
+        EXPECT_EQ(dialog.Text(Items::width), "150");
+        EXPECT_EQ(dialog.Text(Items::height), "101") << "1.4 was not all of it";
+        ChooseEntry(gui, dialog, Items::units, 2);
+        TypeInto(gui, dialog, Items::height, "1.5");
+        ChooseEntry(gui, dialog, Items::units, 1);
+        WaitUntil("pixels", [&] { return dialog.Text(Items::height) == "108"; });
+        CloseWith(dialog, okItem);
+    });
+    EXPECT_EQ(Applied()->grY, 108);
+}
+
+TEST_F(EditDialogTest, NewWithoutMemoryKeepsTheTexture) {
+    settings.memoryBudget = 400 << 10;
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog dialog = OpenNew(gui, editor);
+        TypeInto(gui, dialog, Items::name, "Large");
+        TypeInto(gui, dialog, Items::width, "512");
+        TypeInto(gui, dialog, Items::height, "512");
+        CloseWith(dialog, okItem);
+        EXPECT_EQ(AnswerAlert(gui, editor), outOfMemory);
+        ExpectSize(editor, "150 pixel", "100 pixel");
+        EXPECT_EQ(editor.Text(Texture::name), "Untitled 1");
+    });
+    ExpectApplied(*Noise());
+}
+
+TEST_F(EditDialogTest, EditWithoutMemoryTakesNameAndUnitAlone) {
+    settings.memoryBudget = 400 << 10;
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog dialog = OpenEdit(gui, editor);
+        TypeInto(gui, dialog, Items::name, "Large");
+        TypeInto(gui, dialog, Items::width, "512");
+        TypeInto(gui, dialog, Items::height, "512");
+        ChooseEntry(gui, dialog, Items::units, 2);
+        CloseWith(dialog, okItem);
+        EXPECT_EQ(AnswerAlert(gui, editor), outOfMemory);
+        ExpectSize(editor, "2.1 inch", "1.4 inch");
+        EXPECT_EQ(editor.Text(Texture::name), "Large");
+    });
+    ExpectApplied(*Noise());
+}
+
+TEST_F(EditDialogTest, ComesBackWhereItWas) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog dialog = OpenEdit(gui, editor);
+        SetWindowPos(dialog.Window(), nullptr, 71, 93, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        dialog.Settle();
+        CloseWith(dialog, cancelItem);
+        // New is the same dialog.
+        const DrivenDialog again = OpenNew(gui, editor);
+        RECT frame;
+        GetWindowRect(again.Window(), &frame);
+        EXPECT_EQ(frame.left, 71);
+        EXPECT_EQ(frame.top, 93);
+        CloseWith(again, cancelItem);
+    });
+}
+
+TEST_F(EditDialogTest, TheKeyboard) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog dialog = OpenEdit(gui, editor);
+        TabTo(gui, dialog, okItem);
+        EXPECT_EQ(TabOrder(gui, dialog),
+                  (std::vector<int>{okItem, cancelItem, Items::name, Items::width, Items::height,
+                                    Items::units}));
+        gui.Chord({VK_MENU, 'E'});
+        WaitUntil("the height", [&] { return FocusedItem(dialog) == Items::height; });
+        gui.Type("9");
+        WaitUntil("9", [&] { return dialog.Text(Items::height) == "9"; });
+        gui.Chord({VK_MENU, 'N'});
+        WaitUntil("the name", [&] { return FocusedItem(dialog) == Items::name; });
+        gui.Chord({VK_RETURN});
+        dialog.WaitUntilClosed();
+        ExpectSize(editor, "150 pixel", "9 pixel");
+    });
+}
+
+}  // namespace

@@ -1,0 +1,274 @@
+// Presets: saved under a name, chosen, deleted, kept for the next run.
+#include "paint/EffectRun.h"
+#include "tests/gui/DialogRun.Win.h"
+
+namespace {
+
+using Items = ApplyItems;
+
+constexpr LinesParams crisp{10, linesInk, linesRandom, 90, {0x7FFF, 0x7FFF, 0x7FFF}};
+constexpr LinesParams soft{70, linesWax, linesAverage, -30, {0x2000, 0x4000, 0x6000}};
+
+class PresetDialogTest : public DialogRunTest {
+  protected:
+    static DrivenDialog OpenLines(const GuiDriver& gui, const DrivenDialog& editor) {
+        return OpenDialog(gui, editor, TextureItems::lines, linesDialog);
+    }
+    /// Two presets, as if saved before.
+    void StoreTwo() {
+        AddPreset(stored.presets[presetLines], crisp, "Crisp");
+        AddPreset(stored.presets[presetLines], soft, "Soft");
+    }
+    static void SaveAs(const GuiDriver& gui, const DrivenDialog& lines, const std::string& name) {
+        lines.PressToOpen(Items::save);
+        const DrivenDialog dialog = gui.WaitFor(presetDialog);
+        TypeInto(gui, dialog, PresetItems::name, name);
+        CloseWith(dialog, okItem);
+    }
+    /// What the file holds after the run.
+    static std::vector<std::string> StoredNames() {
+        Preferences after;
+        EXPECT_TRUE(LoadPreferences(after));
+        std::vector<std::string> names;
+        char name[nameCapacity];
+        for (short n = 1; after.presets[presetLines].NameAt(n, name); ++n) {
+            names.emplace_back(name);
+        }
+        return names;
+    }
+    static void ExpectValues(const DrivenDialog& lines, const LinesParams& params) {
+        WaitUntil("the preset's values", [&] {
+            return lines.Value(LinesItems::precision) == params.precision &&
+                   lines.Text(LinesItems::angle) == std::to_string(params.angle);
+        });
+        EXPECT_EQ(lines.Value(LinesItems::ink), params.appearance == linesInk ? 1 : 0);
+        EXPECT_EQ(lines.Value(LinesItems::averageColor), params.colorMode == linesAverage ? 1 : 0);
+    }
+};
+
+using Names = std::vector<std::string>;
+
+TEST_F(PresetDialogTest, AnEmptyListShowsLastUsedAlone) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        EXPECT_EQ(Entries(lines, Items::presets), (Names{"Last Used", ""}));
+        EXPECT_EQ(lines.Value(Items::presets), 1);
+        WaitUntil("nothing to delete", [&] { return !lines.IsEnabled(Items::remove); });
+        CloseWith(lines, cancelItem);
+    });
+}
+
+TEST_F(PresetDialogTest, SavedPresetsAreInTheFileByteByByte) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        TypeInto(gui, lines, LinesItems::angle, "12");
+        SaveAs(gui, lines, "Slanted");
+        WaitUntil("the entry", [&] {
+            return Entries(lines, Items::presets) == Names{"Last Used", "", "Slanted"};
+        });
+        EXPECT_EQ(lines.Value(Items::presets), 1) << "saving changes no selection";
+        CloseWith(lines, cancelItem);
+    });
+    const std::string file = BytesOf(folder.Path() / "Zandermolite3.prf");
+    constexpr std::size_t lists = 193;
+    ASSERT_EQ(file.size(), 383u + 256 + sizeof(LinesParams));
+    EXPECT_EQ(file.substr(lists, 2), std::string("\x02\0", 2));
+    EXPECT_EQ(file.substr(lists + 2, 8), std::string("Slanted\0", 8));
+    LinesParams saved;
+    saved.angle = 12;
+    EXPECT_EQ(file.substr(lists + 2 + 256, sizeof saved),
+              std::string(reinterpret_cast<const char*>(&saved), sizeof saved));
+    EXPECT_EQ(file.substr(lists + 2 + 256 + sizeof saved, 2), std::string("\x01\0", 2));
+    EXPECT_EQ(file.substr(53, sizeof saved),
+              std::string(reinterpret_cast<const char*>(&stored.lines), sizeof saved))
+        << "the last values were not applied";
+}
+
+TEST_F(PresetDialogTest, AreThereInTheNextRun) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        TypeInto(gui, lines, LinesItems::angle, "12");
+        SaveAs(gui, lines, "Slanted");
+        CloseWith(lines, cancelItem);
+    });
+    picture = before;
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        const DrivenDialog lines = OpenLines(gui, editor);
+        EXPECT_EQ(lines.Text(LinesItems::angle), "45");
+        ChooseEntry(gui, lines, Items::presets, 3);
+        WaitUntil("the angle", [&] { return lines.Text(LinesItems::angle) == "12"; });
+        CloseWith(lines, cancelItem);
+        CloseWith(editor, cancelItem);
+    });
+}
+
+TEST_F(PresetDialogTest, NamesAreUniqueWhateverTheirCase) {
+    StoreTwo();
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        for (const char* const name : {"Crisp", "sOFT", "last used"}) {
+            SaveAs(gui, lines, name);
+            EXPECT_EQ(AnswerAlert(gui, lines),
+                      "This name is already taken. Please choose a unique name.");
+        }
+        EXPECT_EQ(Entries(lines, Items::presets), (Names{"Last Used", "", "Crisp", "Soft"}));
+        CloseWith(lines, cancelItem);
+    });
+    EXPECT_EQ(StoredNames(), (Names{"Crisp", "Soft"}));
+}
+
+TEST_F(PresetDialogTest, TheNameFieldWantsAName) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        lines.PressToOpen(Items::save);
+        const DrivenDialog dialog = gui.WaitFor(presetDialog);
+        EXPECT_EQ(dialog.Title(), "Save New Preset");
+        WaitUntil("OK to be grey", [&] { return !dialog.IsEnabled(okItem); });
+        EXPECT_EQ(FocusedItem(dialog), PresetItems::name);
+        gui.Type("a!-./<>b");
+        WaitUntil("the name", [&] { return dialog.Text(PresetItems::name) == "ab"; });
+        WaitUntil("OK", [&] { return dialog.IsEnabled(okItem); });
+        gui.Chord({VK_BACK});
+        gui.Chord({VK_BACK});
+        WaitUntil("OK to be grey again", [&] { return !dialog.IsEnabled(okItem); });
+        // A pasted name may have them.
+        dialog.SetText(PresetItems::name, "a/b");
+        WaitUntil("OK again", [&] { return dialog.IsEnabled(okItem); });
+        gui.Chord({VK_RETURN});
+        dialog.WaitUntilClosed();
+        WaitUntil("the entry", [&] {
+            return Entries(lines, Items::presets) == Names{"Last Used", "", "a/b"};
+        });
+        CloseWith(lines, cancelItem);
+    });
+    EXPECT_EQ(StoredNames(), (Names{"a/b"}));
+}
+
+TEST_F(PresetDialogTest, ACancelledNameSavesNothing) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        lines.PressToOpen(Items::save);
+        const DrivenDialog dialog = gui.WaitFor(presetDialog);
+        gui.Type("Lost");
+        gui.Chord({VK_ESCAPE});
+        dialog.WaitUntilClosed();
+        EXPECT_EQ(Entries(lines, Items::presets).size(), 2u);
+        CloseWith(lines, cancelItem);
+    });
+    EXPECT_EQ(StoredNames(), Names{});
+}
+
+TEST_F(PresetDialogTest, AChosenPresetIsShownAndNotRun) {
+    const std::unique_ptr<PaintClass> blank = Blank();
+    const std::unique_ptr<PaintClass> applied = Blank();
+    RunLines(*applied, {});
+    StoreTwo();
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        lines.Press(Items::apply);
+        ExpectShown(editor, *applied);
+        ChooseEntry(gui, lines, Items::presets, 4);
+        ExpectValues(lines, soft);
+        EXPECT_EQ(lines.Value(Items::presets), 4);
+        ExpectShown(editor, *blank);
+        WaitUntil("Delete", [&] { return lines.IsEnabled(Items::remove); });
+        CloseWith(lines, okItem);
+    });
+    std::unique_ptr<PaintClass> expected = Blank();
+    RunLines(*expected, soft);
+    ExpectApplied(*expected);
+}
+
+TEST_F(PresetDialogTest, LastUsedChangesNothing) {
+    StoreTwo();
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        ChooseEntry(gui, lines, Items::presets, 3);
+        ExpectValues(lines, crisp);
+        ChooseEntry(gui, lines, Items::presets, 1);
+        ExpectValues(lines, crisp);
+        WaitUntil("nothing to delete", [&] { return !lines.IsEnabled(Items::remove); });
+        CloseWith(lines, cancelItem);
+    });
+}
+
+bool HasOpenMenu(const DrivenDialog& dialog) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(dialog.Window(), nullptr), &info);
+    return (info.flags & GUI_INMENUMODE) != 0;
+}
+
+void OpenMenu(const DrivenDialog& lines) {
+    const RECT popup = lines.Bounds(Items::presets);
+    lines.Click(Items::presets, {static_cast<int>(popup.right - popup.left) - 8, 8});
+    WaitUntil("the menu", [&] { return HasOpenMenu(lines); });
+}
+
+/// The values load as the choice passes over the names, before one is chosen.
+TEST_F(PresetDialogTest, TheOpenMenuShowsWhatItPasses) {
+    StoreTwo();
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        ChooseEntry(gui, lines, Items::presets, 3);
+        OpenMenu(lines);
+        while (lines.Value(Items::presets) != 4) {
+            const int passed = lines.Value(Items::presets);
+            gui.Chord({VK_DOWN});
+            WaitUntil("the next", [&] { return lines.Value(Items::presets) != passed; });
+        }
+        ExpectValues(lines, soft);
+        EXPECT_TRUE(HasOpenMenu(lines));
+        gui.Chord({VK_RETURN});
+        WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
+        EXPECT_EQ(lines.Value(Items::presets), 4);
+        ExpectValues(lines, soft);
+        CloseWith(lines, cancelItem);
+    });
+}
+
+TEST_F(PresetDialogTest, LeavingTheMenuTakesTheValuesBack) {
+    StoreTwo();
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        ChooseEntry(gui, lines, Items::presets, 3);
+        OpenMenu(lines);
+        while (lines.Value(Items::presets) != 4) {
+            const int passed = lines.Value(Items::presets);
+            gui.Chord({VK_DOWN});
+            WaitUntil("the next", [&] { return lines.Value(Items::presets) != passed; });
+        }
+        gui.Chord({VK_ESCAPE});
+        WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
+        WaitUntil("the entry before", [&] { return lines.Value(Items::presets) == 3; });
+        ExpectValues(lines, crisp);
+        CloseWith(lines, cancelItem);
+    });
+}
+
+TEST_F(PresetDialogTest, DeleteAsks) {
+    StoreTwo();
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const std::string question = "Are you sure you want to delete the preset named <Crisp>?";
+        const DrivenDialog lines = OpenLines(gui, editor);
+        const auto removeCrisp = [&](int answer) {
+            ChooseEntry(gui, lines, Items::presets, 3);
+            WaitUntil("Delete", [&] { return lines.IsEnabled(Items::remove); });
+            lines.PressToOpen(Items::remove);
+            EXPECT_EQ(AnswerAlert(gui, lines, answer), question);
+        };
+        removeCrisp(cancelItem);
+        WaitUntil("Last Used", [&] { return lines.Value(Items::presets) == 1; });
+        EXPECT_EQ(Entries(lines, Items::presets), (Names{"Last Used", "", "Crisp", "Soft"}));
+        removeCrisp(okItem);
+        WaitUntil("one entry less", [&] {
+            return Entries(lines, Items::presets) == Names{"Last Used", "", "Soft"};
+        });
+        EXPECT_EQ(lines.Value(Items::presets), 1);
+        CloseWith(lines, cancelItem);
+    });
+    EXPECT_EQ(StoredNames(), (Names{"Soft"}));
+}
+
+}  // namespace
