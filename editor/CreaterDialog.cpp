@@ -9,12 +9,13 @@ using Items = SizeItems;
 
 constexpr int largestSide = 512;
 
-bool FitsTexture(int width, int height) {
-    return width <= largestSide && height <= largestSide;
+/// Sides of 32768 pixels and more come out negative from the 16 bits of a rectangle.
+bool IsSide(int pixels) {
+    return pixels >= 1 && pixels <= largestSide;
 }
 
 bool SelectionFits(const hostapi::FilterRecord& record) {
-    return FitsTexture(Width(record.filterRect), Height(record.filterRect));
+    return Width(record.filterRect) <= largestSide && Height(record.filterRect) <= largestSide;
 }
 
 bool HaveLastTexture(const hostapi::FilterRecord& record) {
@@ -86,7 +87,7 @@ short CreaterDialog::ChooseFile() {
     }
     ImageInfo info{};
     file.ReadImageInfo(&info);
-    if (FitsTexture(info.right - info.left, info.bottom - info.top)) {
+    if (IsSide(info.right - info.left) && IsSide(info.bottom - info.top)) {
         return EditDialog::ItemHit(okItem);
     }
     file.ClearName();

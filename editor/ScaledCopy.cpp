@@ -14,12 +14,15 @@ constexpr int targetPixel = 3;
 /// Behind the last pixel: hosts with a fourth plane may read a byte of the pixel that isn't there.
 constexpr std::int64_t slack = 4;
 
-/// Where each target pixel of a row comes from, as an offset in the source row.
-std::vector<std::size_t> SourceOffsets(int sourceSize, int targetSize, std::size_t step) {
+/// Where each target pixel of a row comes from, as an offset in the source row; the same again for
+/// each repeat.
+std::vector<std::size_t> SourceOffsets(int sourceSize, int targetSize, int repeats,
+                                       std::size_t step) {
     const double ratio = static_cast<double>(sourceSize) / targetSize;
-    std::vector<std::size_t> offsets(static_cast<std::size_t>(targetSize));
-    for (int i = 0; i < targetSize; ++i) {
-        offsets[static_cast<std::size_t>(i)] = static_cast<std::size_t>(i * ratio) * step;
+    std::vector<std::size_t> offsets;
+    offsets.reserve(static_cast<std::size_t>(targetSize) * static_cast<std::size_t>(repeats));
+    for (int i = 0; i < targetSize * repeats; ++i) {
+        offsets.push_back(static_cast<std::size_t>(i % targetSize * ratio) * step);
     }
     return offsets;
 }
@@ -33,11 +36,12 @@ void ScaleRow(const unsigned char* source, const std::vector<std::size_t>& colum
 }
 
 /// A source row is scaled once; its repeats are copies of the target row above.
-void ScaleRows(const PicClass& pic, int width, int height, unsigned char* target) {
-    const std::vector<std::size_t> columns = SourceOffsets(pic.grX, width, bytesPerPixel);
+void ScaleRows(const PicClass& pic, const ScaledCopy::Size& size, unsigned char* target) {
+    const std::vector<std::size_t> columns =
+        SourceOffsets(pic.grX, size.width, size.columns, bytesPerPixel);
     const std::vector<std::size_t> rows =
-        SourceOffsets(pic.grY, height, static_cast<std::size_t>(pic.RowBytes()));
-    const std::size_t rowBytes = static_cast<std::size_t>(width) * targetPixel;
+        SourceOffsets(pic.grY, size.height, size.rows, static_cast<std::size_t>(pic.RowBytes()));
+    const std::size_t rowBytes = columns.size() * targetPixel;
     for (std::size_t row = 0; row < rows.size(); ++row) {
         unsigned char* const line = target + row * rowBytes;
         if (row > 0 && rows[row] == rows[row - 1]) {
@@ -66,17 +70,24 @@ void ScaledCopy::Discard() {
     map = {};
 }
 
-bool ScaledCopy::Make(const PicClass& pic, int width, int height) {
+void ScaledCopy::Free() {
+    Discard();
+    buffer.Free();
+}
+
+bool ScaledCopy::Make(const PicClass& pic, const Size& size) {
+    const int width = size.width * size.columns;
+    const int height = size.height * size.rows;
     if (map.bounds.right == width && map.bounds.bottom == height) {
         return true;
     }
     Discard();
     if (!Allocate(width, height)) {
-        buffer.Free();
+        Free();
         return false;
     }
     try {
-        ScaleRows(pic, width, height, static_cast<unsigned char*>(map.baseAddr));
+        ScaleRows(pic, size, static_cast<unsigned char*>(map.baseAddr));
     } catch (const std::bad_alloc&) {
         Discard();
         return false;

@@ -11,12 +11,21 @@
 
 class ScaledCopy {
   public:
+    /// The tile's size on the screen, and how often it is repeated in the copy; all at least 1.
+    struct Size {
+        int width;
+        int height;
+        int columns = 1;
+        int rows = 1;
+    };
+
     /// Forgets the copy, since the texture may have changed. Its block is kept for the next one of
     /// the same size: a stroke makes one at every poll of the mouse.
     void Discard();
-    /// Makes a copy of that size, unless there is one. Sides are at least 1. False without memory;
-    /// there is no copy then.
-    bool Make(const PicClass& pic, int width, int height);
+    /// Gives the block back, too.
+    void Free();
+    /// Makes a copy of that size, unless there is one. False without memory; there is no copy then.
+    bool Make(const PicClass& pic, const Size& size);
     /// Describes the copy for the host; valid until the next Make or Discard. Three bytes a pixel,
     /// red, green, blue, without gaps.
     const hostapi::PSPixelMap& Map() const { return map; }

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <new>
 
+#include "editor/Missing.h"
 #include "editor/Readouts.h"
 #include "framework/PaletteLayout.h"
 #include "resources/Ids.h"
@@ -89,11 +90,6 @@ TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string
     : SmallPSDialog(textureDialog, newRecord),
       files(*this),
       resolution(WholeResolution(newRecord->imageHRes)) {
-    if (!LoadPreferences(preferences)) {
-        SetDefaultPreferences(preferences);
-    }
-    // The New dialog's answer, not the file's, is what counts from here on.
-    preferences.launchFlag = 1;
     files.textureName = newName;
 }
 
@@ -102,22 +98,23 @@ TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string
     : TextureDialog(newRecord, newName) {
     std::unique_ptr<PaintClass> loaded;
     if (!LoadTexture(loaded, files, file)) {
-        Alert(nullptr, alertNotLoaded);
+        // Over the host's window: there is no dialog yet.
+        platformServices.showAlert(alertNotLoaded, {});
         loaded = BlankTexture(fallbackSide, fallbackSide);
     }
-    AdoptTexture(std::move(loaded));
+    Begin(std::move(loaded));
 }
 
 TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
                              short width, short height)
     : TextureDialog(newRecord, newName) {
-    AdoptTexture(BlankTexture(width, height));
+    Begin(BlankTexture(width, height));
 }
 
 TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
                              std::unique_ptr<PaintClass> newPic)
     : TextureDialog(newRecord, newName) {
-    AdoptTexture(std::move(newPic));
+    Begin(std::move(newPic));
 }
 
 TextureDialog::~TextureDialog() {
@@ -135,12 +132,21 @@ TextureDialog::~TextureDialog() {
     }
 }
 
+void TextureDialog::Begin(std::unique_ptr<PaintClass> newPic) {
+    if (!LoadPreferences(preferences)) {
+        SetDefaultPreferences(preferences);
+    }
+    // The New dialog's answer, not the file's, is what counts from here on.
+    preferences.launchFlag = 1;
+    AdoptTexture(std::move(newPic));
+    isMade = true;
+}
+
 void TextureDialog::AdoptTexture(std::unique_ptr<PaintClass> newPic) {
     pic = std::move(newPic);
     if (pic != nullptr) {
         pic->SetColors(&preferences.foreground, &preferences.background);
     }
-    isMade = true;
 }
 
 // --- Set-up ---
@@ -161,11 +167,12 @@ void TextureDialog::Setup() {
     CursorClass::target = this;
     const CursorClass busy;
     SetUpMenu();
-    DisableMissingDialogs();
+    DisableMissing();
     Center();
     SetIcon(iconEditor);
     SetButtonIcon(Items::zoomIn, iconZoomIn);
     SetButtonIcon(Items::zoomOut, iconZoomOut);
+    PlaceBesideView();
     UpdateScrollBars();
     UpdateScrollPositions();
     for (const ItemRule& rule : itemRules) {
@@ -183,18 +190,17 @@ void TextureDialog::SetUpMenu() {
     }
 }
 
-/// The one place that knows which commands this version does not have: those without a dialog.
-void TextureDialog::DisableMissingDialogs() {
+void TextureDialog::DisableMissing() {
     for (const Operation& operation : AllOperations()) {
         if (operation.makeDialog == nullptr) {
             Enable(operation.item, false);
             Port().EnableMenuItem(operation.menuCommand, false);
         }
     }
-    Enable(Items::combine, false);
-    Enable(Items::tile, false);
-    for (const int command :
-         {commandCombine, commandTile, commandStampSettings, commandFillSettings}) {
+    for (const short item : missingItems) {
+        Enable(item, false);
+    }
+    for (const int command : missingCommands) {
         Port().EnableMenuItem(command, false);
     }
 }
@@ -232,7 +238,10 @@ short TextureDialog::ItemHit(short item) {
                operation != nullptr && operation->makeDialog != nullptr) {
         OpenOperation(*operation);
     }
-    UpdateRepeats();
+    // A fault in a child dialog closes this one, too.
+    if (IsOpen()) {
+        UpdateRepeats();
+    }
     return 0;
 }
 
@@ -326,7 +335,9 @@ void TextureDialog::DrawItem(short item) {
 }
 
 std::uint32_t TextureDialog::HelpAt(short item) {
-    if (const short stringId = help.Follow(item, HintAt(item)); stringId != 0) {
+    // The readout fills its frame, which is what has the text.
+    const short shown = item == Items::helpReadout ? short{Items::helpFrame} : item;
+    if (const short stringId = help.Follow(shown, HintAt(item)); stringId != 0) {
         SetText(Items::helpReadout, StringText(static_cast<StringId>(stringId)));
     }
     return 0;

@@ -83,12 +83,15 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     static const Command commands[];
 
     TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName);
+    /// The end of each constructor.
+    void Begin(std::unique_ptr<PaintClass> newPic);
     void AdoptTexture(std::unique_ptr<PaintClass> newPic);
 
     // Set-up and readouts.
     void SetUpResizing();
     void SetUpMenu();
-    void DisableMissingDialogs();
+    void DisableMissing();
+    void PlaceBesideView();
     void ShowReadouts();
     void UpdateRepeats();
     short HintAt(short item) const;
@@ -153,7 +156,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     void ZoomChanged();
     void UpdateScrollBars();
     void UpdateScrollPositions();
-    void DrawPicture(const Area& place, bool force);
+    void DrawPicture(const ViewGeometry& geometry, const TilePlace& place, bool force);
     void RedrawAll();
     void RedrawContents();
     void DrawFrame(const hostapi::Rect& rect);

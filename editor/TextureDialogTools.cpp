@@ -2,7 +2,10 @@
 //
 // A tool runs from the press of the button to its release: it polls the mouse itself and does not
 // return to the event loop before.
+#include <algorithm>
+
 #include "dialogs/BrushDialog.h"
+#include "editor/Missing.h"
 #include "editor/TextureDialog.h"
 #include "paint/Stroke.h"
 #include "resources/Ids.h"
@@ -10,6 +13,13 @@
 namespace {
 
 using Items = TextureItems;
+
+/// The system's cursor for the grow box, which the system shows there itself.
+constexpr short cursorSizing = 32642;
+
+bool IsMissing(short tool) {
+    return std::find(missingTools.begin(), missingTools.end(), tool) != missingTools.end();
+}
 
 bool IsAt(hostapi::Point a, hostapi::Point b) {
     return a.h == b.h && a.v == b.v;
@@ -74,6 +84,9 @@ short TextureDialog::KeyDown(int key, int modifiers) {
 }
 
 short TextureDialog::CursorAt(short item) {
+    if (item == Items::growBox) {
+        return cursorSizing;
+    }
     if (item != Items::drawingArea) {
         return SmallPSDialog::CursorAt(item);
     }
@@ -113,7 +126,7 @@ hostapi::Point TextureDialog::TexturePoint(hostapi::Point inWindow) const {
 }
 
 void TextureDialog::ClickDrawingArea() {
-    if (!ToolWorksIn(tool, viewMode)) {
+    if (!ToolWorksIn(tool, viewMode) || IsMissing(tool)) {
         return;
     }
     const hostapi::Point press = TexturePoint(Mouse());

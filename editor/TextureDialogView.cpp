@@ -116,6 +116,31 @@ void TextureDialog::UpdateScrollPositions() {
     SetValue(Items::verticalScroll, CentredScroll(0, geometry.y.Range().maximum));
 }
 
+// The scroll bars and what stands between them take up the pixels that the view leaves to them, at
+// any resolution; the dialog's units come out larger there.
+void TextureDialog::PlaceBesideView() {
+    const hostapi::Rect area = GetBounds(Items::drawingArea);
+    const hostapi::Rect view = ViewRect(area);
+    const auto place = [this](short item, int left, int top, int right, int bottom) {
+        SetBounds(item, {static_cast<short>(top), static_cast<short>(left),
+                         static_cast<short>(bottom), static_cast<short>(right)});
+    };
+    const int right = view.right + scrollBarWidth;
+    const int bottom = view.bottom + scrollBarWidth;
+    place(Items::verticalScroll, view.right, view.top, right, view.bottom);
+    place(Items::growBox, view.right, view.bottom, right, bottom);
+    const auto inRow = [&](short item, int left, int itemRight) {
+        place(item, left, view.bottom, itemRight, bottom);
+    };
+    const hostapi::Rect progress = GetBounds(Items::progress);
+    inRow(Items::progress, view.left - 1, view.left - 1 + Width(progress));
+    const hostapi::Rect readout = GetBounds(Items::zoomReadout);
+    inRow(Items::zoomReadout, readout.left, readout.right);
+    inRow(Items::zoomOut, readout.left, readout.left + scrollBarWidth);
+    inRow(Items::zoomIn, readout.right - scrollBarWidth, readout.right);
+    inRow(Items::horizontalScroll, GetBounds(Items::horizontalScroll).left, view.right);
+}
+
 void TextureDialog::InvalidateDrawing() {
     InvalidateItem(Items::drawingArea);
 }
@@ -169,11 +194,9 @@ void TextureDialog::DrawFrame(const hostapi::Rect& rect) {
 }
 
 void TextureDialog::DrawView(const ViewGeometry& geometry) {
-    const int width = geometry.x.Scaled();
-    const int height = geometry.y.Scaled();
     bool force = true;
-    for (const TilePlace& place : geometry.Tiles()) {
-        DrawPicture({place.x, place.y, place.x + width, place.y + height}, force);
+    for (const TilePlace& place : geometry.Blocks()) {
+        DrawPicture(geometry, place, force);
         force = false;
     }
     Port().SetBackground(viewGround);
@@ -184,17 +207,22 @@ void TextureDialog::DrawView(const ViewGeometry& geometry) {
 
 /// `force` says that the texture may have changed since the last draw. Without memory for a scaled
 /// copy nothing is drawn.
-void TextureDialog::DrawPicture(const Area& place, bool force) {
+void TextureDialog::DrawPicture(const ViewGeometry& geometry, const TilePlace& place, bool force) {
     if (force) {
         scaledCopy.Discard();
     }
-    const bool asItIs = place.Width() == pic->grX && place.Height() == pic->grY;
-    if (!asItIs && !scaledCopy.Make(*pic, place.Width(), place.Height())) {
+    const ViewAxis& x = geometry.x;
+    const ViewAxis& y = geometry.y;
+    const bool asItIs =
+        x.Block() * y.Block() == 1 && x.Scaled() == pic->grX && y.Scaled() == pic->grY;
+    if (asItIs) {
+        scaledCopy.Free();
+    } else if (!scaledCopy.Make(*pic, {x.Scaled(), y.Scaled(), x.Block(), y.Block()})) {
         return;
     }
     const hostapi::PSPixelMap& map = asItIs ? *pic->pixelMap : scaledCopy.Map();
-    const hostapi::VRect rect{0, 0, place.Height(), place.Width()};
-    DisplayPixels(&map, &rect, drawOriginV + place.top, drawOriginH + place.left, &Port().Target());
+    const hostapi::VRect rect{0, 0, y.BlockSize(), x.BlockSize()};
+    DisplayPixels(&map, &rect, drawOriginV + place.y, drawOriginH + place.x, &Port().Target());
 }
 
 void TextureDialog::DrawSizeMarks(const ViewGeometry& geometry) {
@@ -264,9 +292,15 @@ void TextureDialog::SwitchView() {
 }
 
 void TextureDialog::MoveForView(bool preview) {
+    const short focused = GetFocusItem();
+    if (focused >= Items::firstHidden && focused <= Items::lastHidden) {
+        SetFocus(Items::tab);
+    }
     const int away = preview ? outOfSight : -outOfSight;
     for (short item = Items::firstHidden; item <= Items::lastHidden; ++item) {
         MoveItem(item, away, away);
+        // Out of the tab order, too.
+        Show(item, !preview);
         BusyTick();
     }
     const int panel = Width(GetBounds(Items::toolPanel));

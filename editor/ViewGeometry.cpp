@@ -9,9 +9,10 @@
 namespace {
 
 constexpr int repeatsShown = 3;
-/// The frame of the drawing area, and what its scroll bars take.
+/// The frame of the drawing area.
 constexpr short frameWidth = 2;
-constexpr short scrollBarWidth = 15;
+/// Tiles narrower than this are put together to pictures of at least this size.
+constexpr int smallestBlock = 64;
 /// What a page of scrolling keeps in view.
 constexpr int pageOverlap = 64;
 /// The size marks' distance from the corner and their length, in texture pixels.
@@ -65,6 +66,14 @@ int ViewAxis::Origin() const {
     return centred ? (view - Image()) / 2 : -scroll;
 }
 
+int ViewAxis::Block() const {
+    const int scaled = Scaled();
+    if (mode == viewDrawing || scaled < 1 || scaled >= smallestBlock) {
+        return 1;
+    }
+    return (smallestBlock + scaled - 1) / scaled;
+}
+
 int ViewAxis::Repeats() const {
     if (Scaled() < 1) {
         return 0;
@@ -82,14 +91,14 @@ short ViewAxis::ToTexture(int position) const {
     return TruncateToShort((position - drawing.Origin()) / zoom);
 }
 
-std::vector<TilePlace> ViewGeometry::Tiles() const {
-    std::vector<TilePlace> tiles;
-    for (int row = 0; row < y.Repeats(); ++row) {
-        for (int column = 0; column < x.Repeats(); ++column) {
-            tiles.push_back({x.Origin() + column * x.Scaled(), y.Origin() + row * y.Scaled()});
+std::vector<TilePlace> ViewGeometry::Blocks() const {
+    std::vector<TilePlace> blocks;
+    for (int row = 0; row < y.Repeats(); row += y.Block()) {
+        for (int column = 0; column < x.Repeats(); column += x.Block()) {
+            blocks.push_back({x.Origin() + column * x.Scaled(), y.Origin() + row * y.Scaled()});
         }
     }
-    return tiles;
+    return blocks;
 }
 
 // The strips begin where the last repeat ends, which the image's truncated size does not: no pixel

@@ -11,6 +11,9 @@
 
 enum ViewMode : short { viewDrawing = 0, viewTilePreview = 1 };
 
+/// What a scroll bar takes beside the view, in pixels.
+constexpr short scrollBarWidth = 15;
+
 /// The next factor of the ladder; 4.0 and 0.25 are its ends. Factors beside the ladder stay.
 double ZoomedIn(double zoom);
 double ZoomedOut(double zoom);
@@ -76,6 +79,11 @@ struct ViewAxis {
     /// Where the first repeat begins. The drawing mode centres an image that is smaller than the
     /// view.
     int Origin() const;
+    /// Tiles that go into one picture for the host: 1, or as many as make a picture of some size
+    /// where the preview would need a call for every few pixels.
+    int Block() const;
+    /// The size of such a picture on the screen.
+    int BlockSize() const { return Block() * Scaled(); }
     /// Repeats that are drawn: three, or as many as fill the view. 0 where Scaled() is.
     int Repeats() const;
     ScrollRange Range() const;
@@ -88,8 +96,9 @@ struct ViewGeometry {
     ViewAxis x;
     ViewAxis y;
 
-    /// In the order of drawing: rows from the top, from the left within a row.
-    std::vector<TilePlace> Tiles() const;
+    /// In the order of drawing: rows from the top, from the left within a row. The last block of a
+    /// row or column may reach beyond the repeats.
+    std::vector<TilePlace> Blocks() const;
     /// The drawing mode's background: what the repeats leave of the view.
     std::vector<Area> Strips() const;
     /// In the order of drawing.

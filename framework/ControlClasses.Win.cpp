@@ -46,6 +46,9 @@ void RegisterBitmapButton() {
     RegisterClassA(&windowClass);
 }
 
+/// BM_SETDONTCLICK, which older headers and systems don't know.
+constexpr UINT setDontClick = 0x00F8;
+
 /// The system's theme library; not there on every system.
 class ThemeLibrary {
   public:
@@ -120,6 +123,10 @@ void PrepareControls(const std::vector<ItemRecord>& items) {
         before = control;
         if (themes != nullptr) {
             themes->SwitchOff(control);
+        }
+        if (record.Letter() == itemButton) {
+            // A radio button that gets the focus would count as pressed.
+            SendMessageA(control, setDontClick, TRUE, 0);
         }
         if (record.kind == itemTab) {
             BuildTabs(control);

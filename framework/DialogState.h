@@ -22,6 +22,8 @@ struct DialogState {
     short openingResource = 0;
     /// HWND: what dialogs without an owner open over.
     void* rootWindow = nullptr;
+    /// HWND: what takes its place when no window was active.
+    void* hostWindow = nullptr;
 };
 
 extern DialogState dialogState;

@@ -111,7 +111,8 @@ NorvantaDialog::NorvantaDialog(short newResourceId, NorvantaDialog* newOwner, Ki
       defaultItem(newKind == Kind::modal ? okItem : short{0}),
       cancellingItem(newKind == Kind::modal ? cancelItem : short{0}) {
     if (next == nullptr) {
-        dialogState.rootWindow = GetActiveWindow();
+        const HWND active = GetActiveWindow();
+        dialogState.rootWindow = active != nullptr ? active : dialogState.hostWindow;
         RegisterControlClasses();
         DialogWindow::InstallFilter();
     }
@@ -636,6 +637,10 @@ void NorvantaDialog::SetDropHandler(DropHandler handler, void* context) {
     if (windowExists) {
         DragAcceptFiles(DialogWindow::Window(*this), handler != nullptr ? TRUE : FALSE);
     }
+}
+
+void NorvantaDialog::SetHostWindow(void* window) {
+    dialogState.hostWindow = window;
 }
 
 void NorvantaDialog::ShowCursor(short cursor) {

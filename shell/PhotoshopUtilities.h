@@ -82,7 +82,7 @@ class CursorClass {
     virtual ~CursorClass();
     void Tick();
 
-    /// Set while the editor initialises and never reset.
+    /// The open editor; null without one.
     static ProgressTarget* target;
 };
 
@@ -99,6 +99,6 @@ class ShowClass {
     short total;
     short current;
 
-    /// Set while the editor initialises and never reset.
+    /// The open editor; null without one.
     static ProgressTarget* target;
 };

@@ -8,6 +8,7 @@
 #include "editor/CreaterDialog.h"
 #include "editor/TextureDialog.h"
 #include "files/Preferences.h"
+#include "shell/Zandermolite.h"
 
 namespace {
 
@@ -48,6 +49,7 @@ class EditorDialog final : public EditorWindow {
 
 std::unique_ptr<OpeningWindow> MakeOpening(hostapi::FilterRecord* record, short width,
                                            short height) {
+    NorvantaDialog::SetHostWindow(hostWindow);
     return std::unique_ptr<OpeningWindow>(new (std::nothrow) OpeningDialog(record, width, height));
 }
 

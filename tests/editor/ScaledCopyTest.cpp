@@ -44,9 +44,27 @@ TEST_F(ScaledCopyTest, EqualsThePlainLoop) {
                 continue;
             }
             ScaledCopy copy;
-            ASSERT_TRUE(copy.Make(pic, scaledWidth, scaledHeight));
+            ASSERT_TRUE(copy.Make(pic, {scaledWidth, scaledHeight}));
             EXPECT_EQ(BytesOf(copy), PlainScaling(pic, scaledWidth, scaledHeight))
                 << width << " at " << zoom;
+        }
+    }
+}
+
+TEST_F(ScaledCopyTest, RepeatsTheTile) {
+    PicClass pic(5, 3, false);
+    FillWithNoise(pic);
+    ScaledCopy one;
+    ASSERT_TRUE(one.Make(pic, {7, 4}));
+    ScaledCopy many;
+    ASSERT_TRUE(many.Make(pic, {7, 4, 3, 2}));
+    EXPECT_EQ(many.Map().bounds.right, 21);
+    EXPECT_EQ(many.Map().bounds.bottom, 8);
+    const Bytes tile = BytesOf(one);
+    const Bytes block = BytesOf(many);
+    for (std::size_t row = 0; row < 8; ++row) {
+        for (std::size_t i = 0; i < 63; ++i) {
+            ASSERT_EQ(block[row * 63 + i], tile[row % 4 * 21 + i % 21]) << row << ", " << i;
         }
     }
 }
@@ -54,7 +72,7 @@ TEST_F(ScaledCopyTest, EqualsThePlainLoop) {
 TEST_F(ScaledCopyTest, DescribesItselfToTheHost) {
     PicClass pic(10, 6, false);
     ScaledCopy copy;
-    ASSERT_TRUE(copy.Make(pic, 20, 12));
+    ASSERT_TRUE(copy.Make(pic, {20, 12}));
     const hostapi::PSPixelMap& map = copy.Map();
     EXPECT_EQ(map.version, 1);
     EXPECT_EQ(map.bounds.top, 0);
@@ -72,22 +90,22 @@ TEST_F(ScaledCopyTest, DescribesItselfToTheHost) {
 TEST_F(ScaledCopyTest, IsKeptUntilItIsDiscarded) {
     PicClass pic(8, 8, false);
     ScaledCopy copy;
-    ASSERT_TRUE(copy.Make(pic, 16, 16));
+    ASSERT_TRUE(copy.Make(pic, {16, 16}));
     const Bytes before = BytesOf(copy);
     FillWithNoise(pic);
-    ASSERT_TRUE(copy.Make(pic, 16, 16));
+    ASSERT_TRUE(copy.Make(pic, {16, 16}));
     EXPECT_EQ(BytesOf(copy), before);
     copy.Discard();
-    ASSERT_TRUE(copy.Make(pic, 16, 16));
+    ASSERT_TRUE(copy.Make(pic, {16, 16}));
     EXPECT_EQ(BytesOf(copy), PlainScaling(pic, 16, 16));
 }
 
 TEST_F(ScaledCopyTest, ASmallerCopyGivesTheLargerBlockBack) {
     PicClass pic(64, 64, false);
     ScaledCopy copy;
-    ASSERT_TRUE(copy.Make(pic, 256, 256));
+    ASSERT_TRUE(copy.Make(pic, {256, 256}));
     const std::int32_t large = HostBuffer::TotalBytes();
-    ASSERT_TRUE(copy.Make(pic, 32, 32));
+    ASSERT_TRUE(copy.Make(pic, {32, 32}));
     EXPECT_EQ(HostBuffer::TotalBytes(), large - (256 * 256 - 32 * 32) * 3);
     EXPECT_EQ(BytesOf(copy), PlainScaling(pic, 32, 32));
 }
@@ -107,16 +125,16 @@ TEST_F(TightScaledCopyTest, WithoutMemoryThereIsNone) {
     PicClass pic(100, 100, false);
     ASSERT_NE(pic.pixelMap, nullptr);
     ScaledCopy copy;
-    EXPECT_FALSE(copy.Make(pic, 400, 400));
+    EXPECT_FALSE(copy.Make(pic, {400, 400}));
     EXPECT_EQ(copy.Map().baseAddr, nullptr);
-    EXPECT_TRUE(copy.Make(pic, 50, 50));
+    EXPECT_TRUE(copy.Make(pic, {50, 50}));
     EXPECT_EQ(BytesOf(copy), PlainScaling(pic, 50, 50));
 }
 
 TEST_F(TightScaledCopyTest, ASizeBeyondAllMemoryIsNoCopy) {
     PicClass pic(10, 10, false);
     ScaledCopy copy;
-    EXPECT_FALSE(copy.Make(pic, 100000, 100000));
+    EXPECT_FALSE(copy.Make(pic, {100000, 100000}));
 }
 
 }  // namespace

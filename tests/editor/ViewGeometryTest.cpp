@@ -75,7 +75,7 @@ TEST(ViewGeometry, SizesTruncateOnTheirOwn) {
 }
 
 TEST(ViewGeometry, TheDrawingModeShowsNineTiles) {
-    const std::vector<TilePlace> tiles = Square(10, 2.0, 100).Tiles();
+    const std::vector<TilePlace> tiles = Square(10, 2.0, 100).Blocks();
     ASSERT_EQ(tiles.size(), 9u);
     EXPECT_EQ(tiles[0], (TilePlace{20, 20}));
     EXPECT_EQ(tiles[1], (TilePlace{40, 20}));
@@ -84,12 +84,24 @@ TEST(ViewGeometry, TheDrawingModeShowsNineTiles) {
 }
 
 TEST(ViewGeometry, ThePreviewFillsTheView) {
-    const ViewGeometry geometry = Square(30, 1.0, 100, viewTilePreview);
-    const std::vector<TilePlace> tiles = geometry.Tiles();
-    ASSERT_EQ(tiles.size(), 16u);  // 101 / 30 + 1 each way
+    const ViewGeometry geometry = Square(80, 1.0, 250, viewTilePreview);
+    const std::vector<TilePlace> tiles = geometry.Blocks();
+    ASSERT_EQ(tiles.size(), 16u);  // 251 / 80 + 1 each way
     EXPECT_EQ(tiles.front(), (TilePlace{0, 0}));
-    EXPECT_EQ(tiles.back(), (TilePlace{90, 90}));
+    EXPECT_EQ(tiles.back(), (TilePlace{240, 240}));
     EXPECT_TRUE(geometry.Strips().empty());
+}
+
+TEST(ViewGeometry, ThePreviewPutsSmallTilesTogether) {
+    const ViewGeometry geometry = Square(30, 1.0, 100, viewTilePreview);
+    EXPECT_EQ(geometry.x.Block(), 3);
+    EXPECT_EQ(geometry.x.BlockSize(), 90);
+    // 101 / 30 + 1 repeats each way.
+    EXPECT_EQ(geometry.Blocks(), (std::vector<TilePlace>{{0, 0}, {90, 0}, {0, 90}, {90, 90}}));
+    EXPECT_EQ(Axis(64, 1.0, 100, 0, viewTilePreview).Block(), 1);
+    EXPECT_EQ(Axis(30, 1.0, 100, 0, viewDrawing).Block(), 1);
+    // A picture of one pixel does not cost a call for each pixel of the view.
+    EXPECT_LE(Square(1, 1.0, 1000, viewTilePreview).Blocks().size(), 256u);
 }
 
 TEST(ViewGeometry, ThePreviewScrollsATileThatIsLargerThanTheView) {
@@ -101,10 +113,10 @@ TEST(ViewGeometry, ThePreviewScrollsATileThatIsLargerThanTheView) {
 
 TEST(ViewGeometry, NothingOfATileBelowAPixelIsDrawn) {
     const ViewGeometry drawing = Square(1, 0.25, 50);
-    EXPECT_TRUE(drawing.Tiles().empty());
+    EXPECT_TRUE(drawing.Blocks().empty());
     EXPECT_FALSE(drawing.Strips().empty());
     const ViewGeometry preview = Square(1, 0.25, 50, viewTilePreview);
-    EXPECT_TRUE(preview.Tiles().empty());
+    EXPECT_TRUE(preview.Blocks().empty());
     EXPECT_TRUE(preview.SizeMarks().empty());
 }
 
@@ -119,8 +131,8 @@ TEST(ViewGeometry, TilesAndStripsCoverTheView) {
                     axis.scroll = scroll;
                     const ViewGeometry geometry{axis, Axis(10, 1.0, 30)};
                     std::vector<int> covered(view);
-                    for (const TilePlace& place : geometry.Tiles()) {
-                        for (int x = place.x; x < place.x + axis.Scaled(); ++x) {
+                    for (const TilePlace& place : geometry.Blocks()) {
+                        for (int x = place.x; x < place.x + axis.BlockSize(); ++x) {
                             if (x >= 0 && x < view) {
                                 covered[static_cast<std::size_t>(x)] = 1;
                             }
