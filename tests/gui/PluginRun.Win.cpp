@@ -111,6 +111,15 @@ host::RunReport PluginRunTest::RunIn(host::FilterHost& filterHost,
     return report;
 }
 
+host::RunReport PluginRunTest::Repeat(host::FilterHost& filterHost) {
+    picture = before;
+    const host::RunReport report =
+        filterHost->Run(Entry, picture, host::SelectRectangle(selection), host::Execution::Repeat);
+    EXPECT_EQ(report.faults, std::vector<std::string>{});
+    filterRecord = &record;
+    return report;
+}
+
 host::RunReport PluginRunTest::RunEditor(
     const std::function<void(const GuiDriver& gui, const DrivenDialog& editor)>& user) {
     SkipNewDialog();
@@ -148,6 +157,14 @@ ItemPlace PluginRunTest::PlaceOfPixel(const DrivenDialog& editor, int x, int y, 
                         editor.ScrollPosition(TextureItems::verticalScroll)};
     return {view.left + across.Origin() + static_cast<int>(x * zoom),
             view.top + down.Origin() + static_cast<int>(y * zoom)};
+}
+
+void PluginRunTest::ChooseTool(const GuiDriver& gui, const DrivenDialog& editor, char key,
+                               int tool) {
+    gui.Type(std::string(1, key));
+    const int palette = tool <= 8 ? TextureItems::toolPalette : TextureItems::viewPalette;
+    WaitUntil("tool " + std::to_string(tool),
+              [&] { return editor.Value(palette) == (tool <= 8 ? tool : tool - 8); });
 }
 
 void PluginRunTest::SwitchTab(const DrivenDialog& editor) {

@@ -27,7 +27,9 @@ class PluginRunTest : public CoreTest {
     /// The same in a host that has run the filter before, or will again.
     host::RunReport RunIn(host::FilterHost& filterHost,
                           const std::function<void(const GuiDriver&)>& user);
-    /// The same without the New dialog, and with Apply at the end.
+    /// A repeat there: nobody is asked anything. The picture is as before the first run.
+    host::RunReport Repeat(host::FilterHost& filterHost);
+    /// The same as Run without the New dialog, and with Apply at the end.
     host::RunReport RunEditor(
         const std::function<void(const GuiDriver& gui, const DrivenDialog& editor)>& user);
 
@@ -48,6 +50,9 @@ class PluginRunTest : public CoreTest {
     static int Displays();
     /// Leaves the dialog's picture in the folder that the environment variable SCREENSHOTS names.
     static void Keep(const DrivenDialog& dialog, const std::string& name);
+
+    /// Chooses the tool by its key; returns when the palettes show it.
+    static void ChooseTool(const GuiDriver& gui, const DrivenDialog& editor, char key, int tool);
 
     ScratchFolder folder;
     PreferencePlaceInMemory preferencesPlace;

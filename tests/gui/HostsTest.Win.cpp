@@ -1,0 +1,134 @@
+// Hosts that lack something, other pictures, faults in the middle.
+#include "paint/EffectRun.h"
+#include "resources/Ids.h"
+#include "shell/FatalError.h"
+#include "tests/gui/PluginRun.Win.h"
+#include "tests/support/Pictures.h"
+#include "tests/support/Transfers.h"
+
+namespace {
+
+using Items = TextureItems;
+
+class HostsTest : public PluginRunTest {
+  protected:
+    /// Lines through its dialog, then Apply.
+    host::RunReport DrawLines() {
+        return RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+            editor.PressToOpen(Items::lines);
+            const DrivenDialog lines = gui.WaitFor(linesDialog);
+            lines.PressToOpen(okItem);
+            lines.WaitUntilClosed();
+            WaitUntil("the effect", [&] { return editor.IsEnabled(Items::repeatEffect); });
+        });
+    }
+
+    void UsePicture(int width, int height, int planes) {
+        before = host::MakePicture(width, height, planes);
+        before.pixels =
+            NoiseImage({0, 0, static_cast<std::int16_t>(height), static_cast<std::int16_t>(width)},
+                       planes)
+                .bytes;
+        picture = before;
+    }
+};
+
+TEST_F(HostsTest, ALargeSelectionIsTiled) {
+    UsePicture(1000, 300, 3);
+    selection = {0, 0, 300, 1000};
+    EXPECT_TRUE(DrawLines().Succeeded());
+    PaintClass expected(512, 300);
+    RunLines(expected, LinesParams{});
+    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(expected));
+    ExpectFilledWithApplied();
+}
+
+TEST_F(HostsTest, FloatingTransparencyIsLeftAlone) {
+    UsePicture(200, 150, 4);
+    EXPECT_TRUE(DrawLines().Succeeded());
+    ExpectFilledWithApplied();
+}
+
+TEST_F(HostsTest, ARepeatFillsWithTheSameAndAsksNothing) {
+    host::FilterHost filterHost(settings);
+    SkipNewDialog();
+    const host::RunReport report = RunIn(filterHost, [&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        editor.Press(Items::invert);
+        editor.PressToOpen(okItem);
+    });
+    EXPECT_TRUE(report.Succeeded());
+    const host::Picture first = picture;
+    EXPECT_TRUE(Repeat(filterHost).Succeeded());
+    EXPECT_TRUE(picture.pixels == first.pixels);
+}
+
+TEST_F(HostsTest, WithoutColourServicesAllIsTheSame) {
+    settings.without[host::Service::ColorServices] = true;
+    EXPECT_TRUE(DrawLines().Succeeded());
+    ExpectFilledWithApplied();
+}
+
+TEST_F(HostsTest, WithoutMemoryForATextureTheHostIsToldSo) {
+    settings.memoryBudget = 100000;
+    UsePicture(600, 600, 3);
+    selection = {0, 0, 512, 512};
+    const host::RunReport report =
+        Run([&](const GuiDriver& gui) { gui.WaitFor(createrDialog).PressToOpen(okItem); });
+    EXPECT_EQ(report.result, -108);
+    EXPECT_TRUE(picture.pixels == before.pixels);
+}
+
+TEST_F(HostsTest, WithoutMemoryForALargerTextureTheEditorSaysSo) {
+    settings.memoryBudget = 600000;
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.PressToOpen(Items::newTexture);
+        const DrivenDialog opening = gui.WaitForTitle("New");
+        opening.SetText(SizeItems::width, "512");
+        opening.SetText(SizeItems::height, "512");
+        opening.PressToOpen(okItem);
+        const DrivenDialog alert = gui.WaitForAlert(editor);
+        EXPECT_EQ(alert.Text(3),
+                  "The operation could not be completed, because of a shortage of memory.");
+        alert.PressToOpen(okItem);
+        alert.WaitUntilClosed();
+        EXPECT_EQ(editor.Text(Items::width), "150 pixel");
+        EXPECT_EQ(editor.Text(Items::name), "Untitled 1");
+    });
+    EXPECT_EQ(Applied()->grX, 150);
+}
+
+TEST_F(HostsTest, AFaultBelowADialogClosesAllAndIsToldOnce) {
+    platformServices.reportFault = [](std::int16_t id, const char* file, int line) {
+        Log().faults.push_back({id, file, line});
+    };
+    SkipNewDialog();
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        editor.PressToOpen(Items::blur);
+        const DrivenDialog blur = gui.WaitFor(blurDialog);
+        // As a fault in a handler leaves it.
+        errorCell = 17500;
+        blur.WaitUntilClosed();
+        editor.WaitUntilClosed();
+    });
+    EXPECT_TRUE(Log().faults.empty());
+}
+
+TEST_F(HostsTest, ADamagedPreferenceFileIsToldOverTheHost) {
+    WriteBytes(folder.Path() / "Zandermolite3.prf", "rubbish");
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog opening = gui.WaitFor(createrDialog);
+        opening.PressToOpen(okItem);
+        opening.WaitUntilClosed();
+        const DrivenDialog alert = gui.WaitForAlert(opening);
+        EXPECT_EQ(alert.Text(3),
+                  "An error occured while reading your user preferences from disk. Default "
+                  "preferences will be used instead.");
+        alert.PressToOpen(okItem);
+        alert.WaitUntilClosed();
+        gui.WaitFor(textureDialog).PressToOpen(okItem);
+    });
+}
+
+}  // namespace

@@ -1,0 +1,130 @@
+// The colour wells: clicks, keys, the system's colour dialog.
+#include "files/Preferences.h"
+#include "resources/Ids.h"
+#include "tests/gui/PluginRun.Win.h"
+#include "tests/support/Pictures.h"
+
+namespace {
+
+using Items = TextureItems;
+
+constexpr ItemPlace inForeground{15, 12};
+
+class WellsTest : public PluginRunTest {
+  protected:
+    /// In the upright bar of the background well.
+    static ItemPlace InBackground(const DrivenDialog& editor) {
+        const RECT bounds = editor.Bounds(Items::colorWells);
+        return {bounds.right - bounds.left - 15, bounds.bottom - bounds.top - 12};
+    }
+
+    /// What the screen shows at a place in the wells.
+    static std::array<int, 3> Shown(const DrivenDialog& editor, ItemPlace place) {
+        const RECT bounds = editor.Bounds(Items::colorWells);
+        const host::Picture picture = editor.Grab();
+        const std::uint8_t* const pixel =
+            picture.Pixel(bounds.left + place.x, bounds.top + place.y);
+        return {pixel[0], pixel[1], pixel[2]};
+    }
+
+    static void WaitForColors(const DrivenDialog& editor, const std::array<int, 3>& foreground,
+                              const std::array<int, 3>& background) {
+        WaitUntil("the colours", [&] {
+            return Shown(editor, inForeground) == foreground &&
+                   Shown(editor, InBackground(editor)) == background;
+        });
+    }
+
+    static void ChooseInDialog(const GuiDriver& gui, const std::array<const char*, 3>& color,
+                               int button) {
+        constexpr int redField = 706;
+        const DrivenDialog dialog = gui.WaitForTitle("Color");
+        for (int i = 0; i < 3; ++i) {
+            dialog.SetText(redField + i, color[static_cast<std::size_t>(i)]);
+        }
+        dialog.PressToOpen(button);
+        dialog.WaitUntilClosed();
+    }
+
+    static void ExpectStored(const RGBColor16& foreground, const RGBColor16& background) {
+        Preferences stored;
+        EXPECT_TRUE(LoadPreferences(stored));
+        EXPECT_EQ(stored.foreground, foreground);
+        EXPECT_EQ(stored.background, background);
+    }
+};
+
+constexpr std::array<int, 3> black = {0, 0, 0};
+constexpr std::array<int, 3> white = {255, 255, 255};
+
+TEST_F(WellsTest, KeysSwapAndReset) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        WaitForColors(editor, black, white);
+        gui.Type("x");
+        WaitForColors(editor, white, black);
+        gui.Type("X");
+        WaitForColors(editor, black, white);
+        gui.Type("x");
+        WaitForColors(editor, white, black);
+        gui.Type("d");
+        WaitForColors(editor, black, white);
+    });
+    ExpectStored(black16, white16);
+}
+
+TEST_F(WellsTest, SymbolsSwapAndReset) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        editor.ClickMiddle(Items::switchColors);
+        WaitForColors(editor, white, black);
+        editor.ClickMiddle(Items::defaultColors);
+        WaitForColors(editor, black, white);
+        // Between the parts.
+        editor.Click(Items::colorWells, {2, 2});
+        editor.Settle();
+        WaitForColors(editor, black, white);
+    });
+}
+
+TEST_F(WellsTest, WhiteOfTheSystemsDialogIsNotTheFirstWhite) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.Click(Items::colorWells, inForeground);
+        ChooseInDialog(gui, {"255", "255", "255"}, IDOK);
+        WaitForColors(editor, white, white);
+    });
+    ExpectStored({0xFF00, 0xFF00, 0xFF00}, white16);
+}
+
+TEST_F(WellsTest, TheBackgroundTakesAColourAndPaintsIt) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.Click(Items::colorWells, InBackground(editor));
+        ChooseInDialog(gui, {"10", "20", "30"}, IDOK);
+        WaitForColors(editor, black, {10, 20, 30});
+        gui.Type("x");
+        WaitForColors(editor, {10, 20, 30}, black);
+        ChooseTool(gui, editor, 'n', 4);
+        Stroke(editor, {PlaceOfPixel(editor, 150 + 7, 100 + 9)});
+    });
+    EXPECT_EQ(Applied()->GetPixelWrapped(7, 9) & 0xFFFFFF, Color(10, 20, 30));
+    ExpectStored({0x0A00, 0x1400, 0x1E00}, black16);
+}
+
+TEST_F(WellsTest, CancelInTheSystemsDialogKeepsTheColour) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.Click(Items::colorWells, inForeground);
+        ChooseInDialog(gui, {"10", "20", "30"}, IDCANCEL);
+        WaitForColors(editor, black, white);
+    });
+    ExpectStored(black16, white16);
+}
+
+TEST_F(WellsTest, TheSystemsDialogOpensOnBlack) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.Click(Items::colorWells, InBackground(editor));
+        const DrivenDialog dialog = gui.WaitForTitle("Color");
+        EXPECT_EQ(dialog.Text(706), "0");
+        dialog.PressToOpen(IDCANCEL);
+        dialog.WaitUntilClosed();
+    });
+}
+
+}  // namespace
