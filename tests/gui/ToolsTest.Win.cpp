@@ -81,14 +81,16 @@ TEST_F(ToolsTest, ClicksInThePalettesChoose) {
             editor.Click(palette, {(bounds.right - bounds.left) / 2 * (cell % 2) + 8,
                                    (bounds.bottom - bounds.top) / rows * (cell / 2) + 8});
         };
-        for (const int cell : {7, 1, 4}) {
+        for (const int cell : {7, 2, 4}) {
             clickCell(Items::toolPalette, tools, 4, cell);
-            WaitUntil("the tool", [&] { return editor.Value(Items::toolPalette) == cell + 1; });
+            WaitUntil("tool " + std::to_string(cell + 1),
+                      [&] { return editor.Value(Items::toolPalette) == cell + 1; });
             EXPECT_EQ(editor.Value(Items::viewPalette), 0);
         }
         for (const int cell : {1, 0}) {
             clickCell(Items::viewPalette, views, 1, cell);
-            WaitUntil("the tool", [&] { return editor.Value(Items::viewPalette) == cell + 1; });
+            WaitUntil("view tool " + std::to_string(cell + 1),
+                      [&] { return editor.Value(Items::viewPalette) == cell + 1; });
             EXPECT_EQ(editor.Value(Items::toolPalette), 0);
         }
     });
@@ -231,8 +233,12 @@ TEST_F(ToolsTest, TheEyedropperTakesTheColourIntoTheHighByte) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
         ChooseTool(gui, editor, 'i', 8);
         // White, over black.
-        editor.Click(Items::drawingArea, InBaseTile(editor, 20, 20));
-        editor.Settle();
+        const RECT wells = editor.Bounds(Items::colorWells);
+        editor.Drag(Items::drawingArea, {InBaseTile(editor, 20, 20)}, [&] {
+            WaitUntil("the well", [&] {
+                return editor.Grab().Pixel(wells.left + 15, wells.top + 12)[0] == 255;
+            });
+        });
         EXPECT_EQ(editor.MenuText(commandUndo), "Undo\tCtrl+Z");
     });
     Preferences stored;
@@ -341,11 +347,12 @@ TEST_F(ToolsTest, ControlAndALetterIsACommandAndNoTool) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
         ChooseTool(gui, editor, 'n', 4);
         Stroke(editor, {InBaseTile(editor, 20, 20), InBaseTile(editor, 60, 50)});
-        gui.Chord({VK_CONTROL, 'B'});
-        gui.Chord({VK_CONTROL, 'I'});
-        gui.Chord({VK_CONTROL, 'H'});
-        gui.Chord({VK_CONTROL, 'J'});
-        editor.Settle();
+        for (const WORD key : {WORD{'B'}, WORD{'I'}, WORD{'H'}, WORD{'J'}}) {
+            editor.WaitUntilPainted();
+            const int drawnBefore = Displays();
+            gui.Chord({VK_CONTROL, key});
+            WaitUntil("the command", [&] { return Displays() > drawnBefore; });
+        }
         EXPECT_EQ(editor.Value(Items::toolPalette), 4);
         EXPECT_EQ(editor.Value(Items::viewPalette), 0);
     });
