@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/Picture.h"
+#include "tests/support/OwnPreferences.Win.h"
 
 namespace host {
 
@@ -161,6 +162,25 @@ TEST_F(BatchRunTest, SeveralRunsPassThePictureOn) {
     EXPECT_EQ(Run("Count", {"--repeat"}).out, repeated);
     EXPECT_EQ(Run("Count", {"--times", "2", "--trait", "free-library"}).status, 0);
     EXPECT_EQ(Written(0, 0), 103);
+}
+
+TEST_F(BatchRunTest, PressesWorkInTheFiltersDialogs) {
+    const OwnPreferences preferences(folder);
+    const Output output =
+        Start({"--image", Utf8Name(in), "--filter", Utf8Name(BuildFolder() / PLUGIN_FILE), "--out",
+               Utf8Name(out), "--selection", "5,2,9,6", "--press", "New:1", "--press",
+               "Zandermolite:52", "--press", "Zandermolite:1"});
+    EXPECT_EQ(output.status, 0) << output.error;
+    EXPECT_EQ(output.out, allSelectors);
+    // A blank texture, inverted.
+    EXPECT_EQ(Written(5, 2), 0);
+    EXPECT_EQ(Written(4, 2), 100);
+}
+
+TEST_F(BatchRunTest, APressThatFindsNoDialogIsTold) {
+    const Output output = Run("Invert", {"--press", "New:1"});
+    EXPECT_EQ(output.status, 2);
+    EXPECT_EQ(output.error, "zandermolite-run: the filter opened no dialog 'New' with an item 1\n");
 }
 
 TEST_F(BatchRunTest, ARefusalWritesNothing) {
