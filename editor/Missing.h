@@ -9,5 +9,5 @@
 
 inline constexpr std::array missingItems = {TextureItems::combine, TextureItems::tile};
 inline constexpr std::array missingCommands = {commandCombine, commandTile, commandStampSettings,
-                                        commandFillSettings};
+                                               commandFillSettings};
 inline constexpr std::array missingTools = {toolGradient, toolRubberStamp};

@@ -114,7 +114,7 @@ host::RunReport PluginRunTest::RunIn(host::FilterHost& filterHost,
 host::RunReport PluginRunTest::Repeat(host::FilterHost& filterHost) {
     picture = before;
     const host::RunReport report =
-        filterHost->Run(Entry, picture, host::SelectRectangle(selection), host::Execution::Repeat);
+        filterHost.Run(Entry, picture, host::SelectRectangle(selection), host::Execution::Repeat);
     EXPECT_EQ(report.faults, std::vector<std::string>{});
     filterRecord = &record;
     return report;
