@@ -9,9 +9,10 @@ using Items = SizeItems;
 
 constexpr int largestSide = 512;
 
-/// Sides of 32768 pixels and more come out negative from the 16 bits of a rectangle.
+/// Sides of 32768 pixels and more come out negative from the 16 bits of a rectangle. A picture that
+/// cannot be read has none.
 bool IsSide(int pixels) {
-    return pixels >= 1 && pixels <= largestSide;
+    return pixels >= 0 && pixels <= largestSide;
 }
 
 bool SelectionFits(const hostapi::FilterRecord& record) {

@@ -1,8 +1,18 @@
 #include <windows.h>
 
 #include "host/DisplayPixels.h"
+#include "host/Geometry.h"
 
 namespace host {
+
+hostapi::VRect VisiblePart(const hostapi::VRect& rect, void* context) {
+    RECT clip{};
+    const int kind = GetClipBox(static_cast<HDC>(context), &clip);
+    // Without an answer all of it is drawn, and the system cuts it off.
+    return kind == ERROR
+               ? rect
+               : Intersect(rect, hostapi::VRect{clip.top, clip.left, clip.bottom, clip.right});
+}
 
 void DrawRows(const DisplayRows& rows, std::int32_t row, std::int32_t column, void* context) {
     BITMAPINFO info{};

@@ -46,15 +46,22 @@ std::int16_t DisplayPixels(const hostapi::PSPixelMap* map, const hostapi::VRect*
         return hostapi::filterBadParameters;
     if (map->imageMode != hostapi::imageModeRGB && map->imageMode != hostapi::imageModeGrey)
         return hostapi::filterBadParameters;
-    hostapi::VRect shown = Intersect(*sourceRect, map->bounds);
+    const hostapi::VRect shown = Intersect(*sourceRect, map->bounds);
     if (IsEmpty(shown))
         return hostapi::noErr;
     dstRow += shown.top - sourceRect->top;
     dstCol += shown.left - sourceRect->left;
-    const std::int32_t row = ignoreOrigin ? 0 : shown.top - map->bounds.top;
-    const std::int32_t column = ignoreOrigin ? 0 : shown.left - map->bounds.left;
+    const hostapi::VRect visible =
+        VisiblePart({dstRow, dstCol, dstRow + Height(shown), dstCol + Width(shown)}, context);
+    if (IsEmpty(visible))
+        return hostapi::noErr;
+    const std::int32_t row =
+        visible.top - dstRow + (ignoreOrigin ? 0 : shown.top - map->bounds.top);
+    const std::int32_t column =
+        visible.left - dstCol + (ignoreOrigin ? 0 : shown.left - map->bounds.left);
     try {
-        DrawRows(CopyRows(*map, row, column, Width(shown), Height(shown)), dstRow, dstCol, context);
+        DrawRows(CopyRows(*map, row, column, Width(visible), Height(visible)), visible.top,
+                 visible.left, context);
     } catch (const std::bad_alloc&) {
         return hostapi::memFullErr;
     }

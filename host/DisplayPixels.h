@@ -27,6 +27,10 @@ std::int16_t DisplayPixels(const hostapi::PSPixelMap* map, const hostapi::VRect*
                            std::int32_t dstRow, std::int32_t dstCol, void* context,
                            bool ignoreOrigin);
 
+/// The part of the rectangle that drawing on the context can show; the whole of it where there are
+/// no device contexts. A view over a large picture draws much that is outside.
+hostapi::VRect VisiblePart(const hostapi::VRect& rect, void* context);
+
 /// The platform's part. `context` is a device context (an HDC); where there are none, draws
 /// nothing.
 void DrawRows(const DisplayRows& rows, std::int32_t row, std::int32_t column, void* context);
