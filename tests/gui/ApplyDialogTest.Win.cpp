@@ -1,4 +1,5 @@
 // What all dialogs with an Apply button share, shown by Lines and Blur.
+#include "dialogs/LinesDialog.h"
 #include "paint/EffectRun.h"
 #include "tests/gui/DialogRun.Win.h"
 
@@ -39,6 +40,18 @@ class ApplyDialogTest : public DialogRunTest {
         WaitUntil("Apply", [&] { return dialog.Text(ApplyItems::apply) == "Apply"; });
     }
 };
+
+/// On stand-ins for the system, so that the fault is noted and not shown.
+class FatherTest : public CoreTest {};
+
+TEST_F(FatherTest, ADialogHasOne) {
+    LinesParams params;
+    hostapi::Rect place{};
+    EXPECT_EQ(AssertionOf([&] {
+                  LinesDialog({nullptr, &record, place, nullptr}, params);
+              }),
+              "ApplyDialog / Zeile 23 !(father != NULL)");
+}
 
 TEST_F(ApplyDialogTest, ControlAloneMakesItApplyAgain) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {

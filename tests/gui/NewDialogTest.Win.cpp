@@ -429,6 +429,55 @@ TEST_F(NewDialogTest, ADamagedFileLeadsToAnAlertAndABlankTexture) {
     EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(128 * 128, Color(255, 255, 255)));
 }
 
+TEST_F(NewDialogTest, AHostWithoutMemoryForTheTextureIsTold) {
+    settings.memoryBudget = 300 << 10;
+    Select(host::MakePicture(512, 512, 3, 77), {0, 0, 512, 512});
+    for (const int contents : {Items::blank, Items::selection}) {
+        const host::RunReport report = Run([&](const GuiDriver& gui) {
+            const DrivenDialog opening = gui.WaitFor(createrDialog);
+            opening.Press(contents);
+            CloseWith(opening, okItem);
+        });
+        EXPECT_EQ(report.result, -108) << contents;
+        EXPECT_TRUE(picture.pixels == before.pixels);
+    }
+}
+
+TEST_F(NewDialogTest, AnAbortedSelectionIsWhiteFromThereOn) {
+    constexpr short delivered = 50;
+    settings.abortAfterRow = delivered;
+    const std::unique_ptr<PaintClass> expected = Noise();
+    for (short y = delivered; y < height; ++y) {
+        for (short x = 0; x < width; ++x) {
+            expected->SetRGB(x, y, 255, 255, 255);
+        }
+    }
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog opening = gui.WaitFor(createrDialog);
+        opening.Press(Items::selection);
+        CloseWith(opening, okItem);
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        ExpectShown(editor, *expected);
+        CloseWith(editor, cancelItem);
+    });
+}
+
+TEST_F(NewDialogTest, ADamagedSettingsFileCostsAnAlertAndTheSettings) {
+    WriteBytes(folder.Path() / "Zandermolite3.prf", "VELX and more");
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog opening = gui.WaitFor(createrDialog);
+        CloseWith(opening, okItem);
+        EXPECT_EQ(AnswerAlert(gui, opening),
+                  "An error occured while reading your user preferences from disk. Default "
+                  "preferences will be used instead.");
+        CloseWith(gui.WaitFor(textureDialog), okItem);
+    });
+    ExpectApplied(*Blank());
+    Preferences after;
+    EXPECT_TRUE(LoadPreferences(after));
+    EXPECT_EQ(after.lines.angle, 45);
+}
+
 TEST_F(NewDialogTest, ACancelledOpenStays) {
     RunNew([&](const GuiDriver& gui, const DrivenDialog& opening) {
         opening.PressToOpen(Items::open);

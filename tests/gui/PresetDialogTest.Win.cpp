@@ -1,5 +1,6 @@
 // Presets: saved under a name, chosen, deleted, kept for the next run.
 #include "paint/EffectRun.h"
+#include "tests/e2e/InputDesktop.Win.h"
 #include "tests/gui/DialogRun.Win.h"
 
 namespace {
@@ -226,6 +227,40 @@ TEST_F(PresetDialogTest, TheOpenMenuShowsWhatItPasses) {
         ExpectValues(lines, soft);
         CloseWith(lines, cancelItem);
     });
+}
+
+/// Where an entry of the menu that is open is on the screen.
+POINT PlaceInMenu(int place) {
+    const HWND window = FindWindowA("#32768", nullptr);
+    constexpr UINT getMenu = 0x1E1;
+    DWORD_PTR menu = 0;
+    SendMessageTimeoutA(window, getMenu, 0, 0, SMTO_NORMAL, 1000, &menu);
+    RECT entry{};
+    GetMenuItemRect(window, reinterpret_cast<HMENU>(menu), static_cast<UINT>(place - 1), &entry);
+    return {(entry.left + entry.right) / 2, (entry.top + entry.bottom) / 2};
+}
+
+TEST_F(PresetDialogTest, ThePointerPassesOverTheNames) {
+    StoreTwo();
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        OpenMenu(lines);
+        WaitUntil("the menu's window",
+                  [] { return IsWindowVisible(FindWindowA("#32768", nullptr)) != FALSE; });
+        MoveMouse(PlaceInMenu(3));
+        ExpectValues(lines, crisp);
+        MoveMouse(PlaceInMenu(4));
+        ExpectValues(lines, soft);
+        gui.PressMouse();
+        gui.ReleaseMouse();
+        WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
+        EXPECT_EQ(lines.Value(Items::presets), 4);
+        ExpectValues(lines, soft);
+        CloseWith(lines, okItem);
+    });
+    const std::unique_ptr<PaintClass> expected = Blank();
+    RunLines(*expected, soft);
+    ExpectApplied(*expected);
 }
 
 TEST_F(PresetDialogTest, LeavingTheMenuTakesTheValuesBack) {

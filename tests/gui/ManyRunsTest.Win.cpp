@@ -1,0 +1,101 @@
+// That runs of the editor, one after the other in one process, leave nothing behind: objects of the
+// system, memory of the process, buffers of the host.
+//
+// MANY_RUNS in the environment says how many runs make a series; a thousand take some minutes.
+#include <cstdio>
+#include <cstdlib>
+
+#include "resources/Ids.h"
+#include "tests/gui/DialogWork.Win.h"
+#include "tests/gui/PluginRun.Win.h"
+#include "tests/shell/windows/Levels.Win.h"
+
+namespace {
+
+struct Figures {
+    Levels levels;
+    std::size_t heapBlocks;
+    std::size_t heapBytes;
+    bool operator==(const Figures&) const = default;
+};
+
+void PrintTo(const Figures& figures, std::ostream* out) {
+    PrintTo(figures.levels, out);
+    *out << ", " << figures.heapBlocks << " blocks with " << figures.heapBytes << " bytes";
+}
+
+/// Adds what is in use on a heap.
+void CountHeap(HANDLE heap, Figures& figures) {
+    HeapLock(heap);
+    PROCESS_HEAP_ENTRY entry{};
+    while (HeapWalk(heap, &entry)) {
+        if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) {
+            ++figures.heapBlocks;
+            figures.heapBytes += entry.cbData;
+        }
+    }
+    HeapUnlock(heap);
+}
+
+Figures TakeFigures() {
+    Figures figures{CountLevels(), 0, 0};
+    HANDLE heaps[64];
+    const DWORD count = GetProcessHeaps(64, heaps);
+    for (DWORD i = 0; i < count && i < 64; ++i) {
+        CountHeap(heaps[i], figures);
+    }
+    return figures;
+}
+
+int RunsInASeries() {
+    constexpr int usual = 10;
+    const char* const wanted = std::getenv("MANY_RUNS");
+    return wanted != nullptr ? std::atoi(wanted) : usual;
+}
+
+class ManyRunsTest : public PluginRunTest {
+  protected:
+    /// Opens the editor, applies Lines in its dialog, fills the selection.
+    void RunLines() {
+        picture = before;
+        Run([](const GuiDriver& gui) {
+            const DrivenDialog editor = gui.WaitFor(textureDialog);
+            editor.PressToOpen(TextureItems::lines);
+            const DrivenDialog lines = gui.WaitFor(linesDialog);
+            lines.Press(ApplyItems::apply);
+            CloseWith(lines, okItem);
+            CloseWith(editor, TextureItems::apply);
+        });
+    }
+    /// What a series made of the figures at its beginning.
+    Figures RunSeries(int runs) {
+        for (int i = 0; i < runs && !HasFailure(); ++i) {
+            RunLines();
+        }
+        return TakeFigures();
+    }
+};
+
+/// Each run has a host of its own: a strict one keeps what was freed for a while.
+///
+/// The system keeps some objects of first uses, so a series may find more than the one before; but
+/// what each run leaves would make every series end above its beginning.
+TEST_F(ManyRunsTest, OpenLinesApplyLeavesNothingBehind) {
+    SkipNewDialog();
+    RunSeries(10);
+    const int runs = RunsInASeries();
+    Figures first = TakeFigures();
+    constexpr int seriesAllowed = 3;
+    for (int series = 0; series < seriesAllowed; ++series) {
+        const Figures last = RunSeries(runs);
+        std::printf("%d runs: from %s\n      to %s\n", runs, testing::PrintToString(first).c_str(),
+                    testing::PrintToString(last).c_str());
+        if (last == first || HasFailure()) {
+            return;
+        }
+        first = last;
+    }
+    FAIL() << "every series of " << runs << " runs left something";
+}
+
+}  // namespace
