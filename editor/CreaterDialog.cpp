@@ -87,8 +87,8 @@ short CreaterDialog::ChooseFile() {
         return 0;
     }
     ImageInfo info{};
-    file.ReadImageInfo(&info);
-    if (IsSide(info.right - info.left) && IsSide(info.bottom - info.top)) {
+    const bool isUnreadable = file.ReadImageInfo(&info) != 0;
+    if (isUnreadable || (IsSide(info.right - info.left) && IsSide(info.bottom - info.top))) {
         return EditDialog::ItemHit(okItem);
     }
     file.ClearName();
