@@ -42,7 +42,11 @@ class ApplyDialogTest : public DialogRunTest {
 };
 
 /// On stand-ins for the system, so that the fault is noted and not shown.
-class FatherTest : public CoreTest {};
+class FatherTest : public CoreTest {
+  protected:
+    // An error that stands closes every dialog to come.
+    ~FatherTest() override { errorCell = 0; }
+};
 
 TEST_F(FatherTest, ADialogHasOne) {
     LinesParams params;

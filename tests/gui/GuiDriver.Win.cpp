@@ -24,7 +24,8 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
     DWORD_PTR answer = 0;
     if (SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, patienceMilliseconds,
                             &answer) == 0) {
-        throw GuiError("a window did not answer message " + std::to_string(message));
+        throw GuiError("a window did not answer message " + std::to_string(message) + ": error " +
+                       std::to_string(GetLastError()));
     }
     return static_cast<LRESULT>(answer);
 }

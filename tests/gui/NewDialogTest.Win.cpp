@@ -11,6 +11,10 @@ using Texture = TextureItems;
 
 class NewDialogTest : public DialogRunTest {
   protected:
+    NewDialogTest() { GetCurrentDirectoryA(sizeof currentFolder, currentFolder); }
+    // The system's dialogs leave the process in the folder of the choice.
+    ~NewDialogTest() override { SetCurrentDirectoryA(currentFolder); }
+
     /// A run with the dialog, in which the user is to press OK or what does the same; then, in the
     /// editor, that it opened on the right texture.
     host::RunReport RunNew(
@@ -18,6 +22,8 @@ class NewDialogTest : public DialogRunTest {
         const EditorUser& look = {});
     void Select(const host::Picture& newPicture, const hostapi::VRect& newSelection);
     std::unique_ptr<PaintClass> TextureIn(const std::string& fixture) const;
+
+    char currentFolder[MAX_PATH];
 };
 
 host::RunReport NewDialogTest::RunNew(
@@ -393,17 +399,20 @@ TEST_F(NewDialogTest, AFileOf512By512IsOpened) {
 }
 
 TEST_F(NewDialogTest, LargerFilesAreRefusedAndForgotten) {
+    const auto names = {"size-513x10.jpg", "size-10x513.jpg", "size-40000x1.jpg"};
+    for (const char* const name : names) {
+        WriteBytes(folder.Path() / name, BytesOf(std::filesystem::path("tests/files/jpeg") / name));
+    }
     RunNew(
         [&](const GuiDriver& gui, const DrivenDialog& opening) {
-            for (const char* const name : {"size-513x10.jpg", "size-10x513.jpg"}) {
-                WriteBytes(folder.Path() / name,
-                           BytesOf(std::filesystem::path("tests/files/jpeg") / name));
+            for (const char* const name : names) {
                 opening.PressToOpen(Items::open);
                 ChooseFile(gui, "Open", folder.Path() / name);
                 EXPECT_EQ(AnswerAlert(gui, opening),
                           "The bitmap inside the choosen file is bigger than 512 x 512 pixels. "
-                          "Zandermolite cannot open it.");
-                EXPECT_TRUE(opening.IsOpen());
+                          "Zandermolite cannot open it.")
+                    << name;
+                EXPECT_TRUE(opening.IsOpen()) << name;
             }
             CloseWith(opening, okItem);
         },
