@@ -35,8 +35,11 @@ std::string ReadText(const fs::path& file) {
 
 HANDLE FileForChild(const fs::path& file) {
     SECURITY_ATTRIBUTES inherited{sizeof(inherited), nullptr, TRUE};
-    return CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS, 0,
-                       nullptr);
+    // A program with windows may start one of the system's, which inherits the file and outlives
+    // it.
+    return CreateFileW(file.c_str(), GENERIC_WRITE,
+                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, &inherited,
+                       CREATE_ALWAYS, 0, nullptr);
 }
 
 std::wstring CommandLine(const fs::path& program, const std::vector<std::string>& arguments) {
