@@ -9,10 +9,12 @@
 
 namespace {
 
-// Numbers are given out from the lowest free one, so what lies beyond these is not in use.
+// Numbers are given out from the lowest free one, so what lies beyond these is not in use. Those of
+// windows, menus and icons are the session's, and other programs may have taken a few thousand: all
+// of them count.
 constexpr std::uintptr_t lastKernelHandle = 0x2000;
 constexpr std::uintptr_t lastGdiObject = 0x1000;
-constexpr std::uintptr_t lastUserObject = 0x1000;
+constexpr std::uintptr_t lastUserObject = 0x10000;
 
 /// From `first` in steps of `step`, those for which `exists` holds.
 template <typename Exists>
