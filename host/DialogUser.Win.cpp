@@ -30,12 +30,20 @@ HWND FindButton(DWORD thread, const DialogPress& press) {
     return search.found != nullptr ? GetDlgItem(search.found, press.item) : nullptr;
 }
 
+/// The thread's desktop, with the display set up while no other thread is about: Wine locks up when
+/// one thread loads a library that draws while another asks for windows for the first time.
+HDESK ReadyDesktop(DWORD thread) {
+    ReleaseDC(nullptr, GetDC(nullptr));
+    GetDesktopWindow();
+    return GetThreadDesktop(thread);
+}
+
 }  // namespace
 
 DialogUser::DialogUser(std::vector<DialogPress> newPresses)
     : presses(std::move(newPresses)),
       thread(GetCurrentThreadId()),
-      desktop(GetThreadDesktop(thread)),
+      desktop(ReadyDesktop(thread)),
       worker([this] { Work(); }) {}
 
 DialogUser::~DialogUser() {

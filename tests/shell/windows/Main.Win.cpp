@@ -39,6 +39,9 @@ HDESK OwnDesktop() {
     const std::string name = "tests" + std::to_string(GetCurrentProcessId());
     const HDESK desktop = CreateDesktopA(name.c_str(), nullptr, nullptr, 0, GENERIC_ALL, nullptr);
     SetThreadDesktop(desktop);
+    // The display is set up before other threads ask for windows: Wine locks up when one of them
+    // does so for the first time while another loads a library that draws.
+    ReleaseDC(nullptr, GetDC(nullptr));
     return desktop;
 }
 
