@@ -35,11 +35,13 @@ bool IsGdiObject(void* number) {
     return GetObjectType(number) != 0;
 }
 
-/// Of this process: the numbers are the session's.
+/// Of this process: the numbers are the session's. The procedure of another's window is not to be
+/// had, which the system knows at once; to learn whose a window is takes it a while.
 bool IsOwnWindow(void* number) {
+    const auto window = static_cast<HWND>(number);
     DWORD process = 0;
-    return GetWindowThreadProcessId(static_cast<HWND>(number), &process) != 0 &&
-           process == GetCurrentProcessId();
+    return GetWindowLongPtrA(window, GWLP_WNDPROC) != 0 &&
+           GetWindowThreadProcessId(window, &process) != 0 && process == GetCurrentProcessId();
 }
 
 bool IsIcon(void* number) {
