@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <limits>
 
+#include "base/HostServices.h"
 #include "hostapi/FilterRecord.h"
 #include "hostapi/Results.h"
-#include "shell/PhotoshopUtilities.h"
 
 /// Passes on to the system's allocator. The checks of the tests' host write each block several
 /// times over, which takes longer than some operations.

@@ -9,12 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "base/Platform.h"
 #include "bench/CoreHost.h"
 #include "bench/HeapPeak.h"
 #include "bench/Noise.h"
 #include "paint/PaintClass.h"
 #include "paint/Stroke.h"
-#include "shell/Platform.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include "dialogs/ApplyDialog.h"
 
+#include "base/FatalError.h"
 #include "dialogs/PresetDialog.h"
 #include "resources/Ids.h"
 #include "resources/Strings.h"
-#include "shell/FatalError.h"
 
 namespace {
 

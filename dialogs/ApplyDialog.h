@@ -6,7 +6,7 @@
 #pragma once
 
 #include "dialogs/ApplyState.h"
-#include "framework/SmallPSDialog.h"
+#include "framework/dialog/SmallPSDialog.h"
 #include "raster/SimpleLink.h"
 
 class ApplyDialog;

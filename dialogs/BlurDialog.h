@@ -2,7 +2,7 @@
 #pragma once
 
 #include "dialogs/ParamsDialog.h"
-#include "paint/FilterParams.h"
+#include "paint/records/FilterParams.h"
 
 class BlurDialog : public ParamsDialog<BlurParams> {
   public:

@@ -1,7 +1,7 @@
 // Colours in dialogs: swatches, and the system's dialog to choose one.
 #pragma once
 
-#include "framework/SmallPSDialog.h"
+#include "framework/dialog/SmallPSDialog.h"
 #include "paint/Color.h"
 
 /// What the screen shows of a colour: the high byte of each component.

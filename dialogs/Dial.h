@@ -1,7 +1,7 @@
 // The angle dial of the effect dialogs, which all look the same.
 #pragma once
 
-#include "framework/GlobeControl.h"
+#include "framework/controls/GlobeControl.h"
 #include "resources/Ids.h"
 
 constexpr double lowestAngle = -180;

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "files/TextureFile.h"
-#include "framework/NorvantaDialog.h"
+#include "framework/dialog/NorvantaDialog.h"
 
 class FileOwner final : public TextureFileOwner {
   public:

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "dialogs/ParamsDialog.h"
-#include "framework/GlobeControl.h"
-#include "paint/LinesParams.h"
+#include "framework/controls/GlobeControl.h"
+#include "paint/records/LinesParams.h"
 
 class LinesDialog : public ParamsDialog<LinesParams> {
   public:

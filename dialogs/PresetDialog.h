@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "framework/SmallPSDialog.h"
+#include "framework/dialog/SmallPSDialog.h"
 
 class PresetDialog : public SmallPSDialog {
   public:

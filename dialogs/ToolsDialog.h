@@ -1,7 +1,7 @@
 // The base of the paint tools' settings: a small dialog with OK and Cancel, without a preview.
 #pragma once
 
-#include "framework/SmallPSDialog.h"
+#include "framework/dialog/SmallPSDialog.h"
 
 class ToolsDialog : public SmallPSDialog {
   public:

@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "base/FatalError.h"
 #include "dialogs/ColorChoice.h"
-#include "shell/FatalError.h"
 
 namespace {
 

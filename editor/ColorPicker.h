@@ -3,7 +3,7 @@
 #pragma once
 
 #include "editor/ColorWells.h"
-#include "framework/SmallPSDialog.h"
+#include "framework/dialog/SmallPSDialog.h"
 #include "paint/Color.h"
 
 class ColorPicker {

@@ -7,24 +7,24 @@ hostapi::Rect RectOf(int top, int left, int bottom, int right) {
             static_cast<short>(right)};
 }
 
-/// The edges count, all four.
-bool Contains(const hostapi::Rect& rect, short x, short y) {
+/// As Contains, but all four edges count.
+bool ContainsWithEdges(const hostapi::Rect& rect, short x, short y) {
     return x >= rect.left && x <= rect.right && y >= rect.top && y <= rect.bottom;
 }
 
 }  // namespace
 
 WellPart ColorWells::PartAt(short x, short y) const {
-    if (Contains(foreRect, x, y)) {
+    if (ContainsWithEdges(foreRect, x, y)) {
         return wellForeground;
     }
-    if (Contains(backRectRight, x, y) || Contains(backRectBottom, x, y)) {
+    if (ContainsWithEdges(backRectRight, x, y) || ContainsWithEdges(backRectBottom, x, y)) {
         return wellBackground;
     }
-    if (Contains(swapRect, x, y)) {
+    if (ContainsWithEdges(swapRect, x, y)) {
         return wellSwap;
     }
-    return Contains(defaultRect, x, y) ? wellDefault : wellNone;
+    return ContainsWithEdges(defaultRect, x, y) ? wellDefault : wellNone;
 }
 
 ColorWells WellsIn(const hostapi::Rect& item, const hostapi::Rect& swapRect,

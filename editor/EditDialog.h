@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "framework/SmallPSDialog.h"
+#include "framework/dialog/SmallPSDialog.h"
 
 class EditDialog : public SmallPSDialog {
   public:

@@ -4,12 +4,13 @@
 #include <iterator>
 #include <new>
 
+#include "base/Platform.h"
+#include "base/Progress.h"
 #include "editor/Missing.h"
 #include "editor/Readouts.h"
-#include "framework/PaletteLayout.h"
+#include "framework/controls/PaletteLayout.h"
 #include "resources/Ids.h"
 #include "resources/Strings.h"
-#include "shell/Platform.h"
 
 namespace {
 

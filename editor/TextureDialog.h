@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 
+#include "base/Progress.h"
 #include "dialogs/ApplyDialog.h"
 #include "dialogs/FileOwner.h"
 #include "editor/ColorPicker.h"
@@ -24,9 +25,8 @@
 #include "editor/Units.h"
 #include "editor/ViewGeometry.h"
 #include "files/Preferences.h"
-#include "framework/SmallPSDialog.h"
+#include "framework/dialog/SmallPSDialog.h"
 #include "paint/PaintClass.h"
-#include "shell/PhotoshopUtilities.h"
 
 class Stroke;
 

@@ -2,12 +2,12 @@
 #include <algorithm>
 #include <new>
 
+#include "base/FatalError.h"
 #include "editor/EditDialog.h"
 #include "editor/TextureDialog.h"
 #include "paint/EffectRun.h"
 #include "resources/Ids.h"
 #include "resources/Strings.h"
-#include "shell/FatalError.h"
 
 namespace {
 

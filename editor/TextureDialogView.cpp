@@ -1,10 +1,11 @@
 // The drawing area, the zoom and the tile preview.
 #include <algorithm>
 
+#include "base/Platform.h"
+#include "base/Progress.h"
 #include "editor/Readouts.h"
 #include "editor/TextureDialog.h"
 #include "resources/Ids.h"
-#include "shell/Platform.h"
 
 namespace {
 

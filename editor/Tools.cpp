@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "framework/InterfaceLib.h"
+#include "framework/drawing/InterfaceLib.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <cstring>
 #include <limits>
 
+#include "base/Platform.h"
 #include "files/FileDialog.h"
 #include "files/FileSystem.h"
-#include "shell/Platform.h"
 
 std::int16_t lastFileError = fileSucceeded;
 

@@ -13,8 +13,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/FatalError.h"
 #include "hostapi/HostTypes.h"
-#include "shell/FatalError.h"
 
 enum FileStatus : std::int16_t {
     fileSucceeded = 0,

@@ -4,13 +4,14 @@
 #include <new>
 #include <utility>
 
+#include "base/HostServices.h"
+#include "base/Platform.h"
+#include "base/Progress.h"
 #include "files/JPEGDecoder.h"
 #include "files/JPEGEncoder.h"
 #include "files/JPEGQuality.h"
 #include "hostapi/Results.h"
 #include "hostapi/Suites.h"
-#include "shell/PhotoshopUtilities.h"
-#include "shell/Platform.h"
 
 namespace {
 

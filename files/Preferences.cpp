@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <iterator>
 
+#include "base/Platform.h"
 #include "files/PreferenceFile.h"
 #include "files/PreferenceFormat.h"
 #include "resources/Ids.h"
-#include "shell/Platform.h"
 
 std::array<hostapi::Rect, placedDialogCount> dialogPlaces{};
 

@@ -6,9 +6,9 @@
 #include <cstdint>
 
 #include "hostapi/HostTypes.h"
-#include "paint/EffectParams.h"
-#include "paint/FilterParams.h"
-#include "paint/LinesParams.h"
+#include "paint/records/EffectParams.h"
+#include "paint/records/FilterParams.h"
+#include "paint/records/LinesParams.h"
 #include "raster/SimpleLink.h"
 
 /// The effects with presets, in the file's order.

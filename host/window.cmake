@@ -1,29 +1,29 @@
 # The window: what it decides and draws is neutral, how it appears is not.
 add_library(hostview STATIC
-  Document.cpp FilterCatalog.cpp SelectionDrag.cpp ViewImage.cpp Viewport.cpp WindowOptions.cpp
-  WindowText.cpp)
+  window/Document.cpp plugin/FilterCatalog.cpp window/SelectionDrag.cpp window/ViewImage.cpp window/Viewport.cpp window/WindowOptions.cpp
+  window/WindowText.cpp)
 target_include_directories(hostview PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/generated)
 target_link_libraries(hostview PUBLIC hostcommand PRIVATE project_options system_headers)
 
 if(WIN32)
-  configure_file(WindowVersion.h.in ${CMAKE_CURRENT_BINARY_DIR}/generated/host/WindowVersion.h @ONLY)
+  configure_file(window/WindowVersion.h.in ${CMAKE_CURRENT_BINARY_DIR}/generated/host/WindowVersion.h @ONLY)
 
   # Of the family of the plug-in, not of the host: the programs only load it. The name in its table
   # of exports is another than that of its file.
   add_library(sharedlibrary MODULE
-    SharedLibrary.Win.cpp ServiceDirectory.cpp SharedLibrary.rc SharedLibrary.def)
+    family/SharedLibrary.Win.cpp record/ServiceDirectory.cpp family/SharedLibrary.rc family/SharedLibrary.def)
   set_target_properties(sharedlibrary PROPERTIES PREFIX "" OUTPUT_NAME Hadrowen)
   target_include_directories(sharedlibrary PRIVATE
     ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_BINARY_DIR}/generated)
   target_link_libraries(sharedlibrary PRIVATE hostapi project_options)
   target_link_options(sharedlibrary PRIVATE -s)
-  set_source_files_properties(SharedLibrary.rc PROPERTIES OBJECT_DEPENDS
-    "${CMAKE_CURRENT_SOURCE_DIR}/SharedLibraryResources.h;${PROJECT_SOURCE_DIR}/resources/zandermolite.ico")
+  set_source_files_properties(family/SharedLibrary.rc PROPERTIES OBJECT_DEPENDS
+    "${CMAKE_CURRENT_SOURCE_DIR}/family/SharedLibraryResources.h;${PROJECT_SOURCE_DIR}/resources/zandermolite.ico")
 
   add_executable(zandermolite-host WIN32
-    FileDialogs.Win.cpp FilterMenu.Win.cpp FilterRunner.Win.cpp
-    HostDialogs.Win.cpp HostWindow.Win.cpp NativeWindow.Win.cpp PictureView.Win.cpp
-    StatusBar.Win.cpp WindowMain.Win.cpp Window.rc)
+    window/FileDialogs.Win.cpp window/FilterMenu.Win.cpp window/FilterRunner.Win.cpp
+    window/HostDialogs.Win.cpp window/HostWindow.Win.cpp window/NativeWindow.Win.cpp window/PictureView.Win.cpp
+    window/StatusBar.Win.cpp window/WindowMain.Win.cpp window/Window.rc)
   add_dependencies(zandermolite-host sharedlibrary)
   target_include_directories(zandermolite-host PRIVATE
     ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_BINARY_DIR}/generated)
@@ -35,6 +35,6 @@ if(WIN32)
     # A large picture is in memory several times while a filter runs.
     target_link_options(zandermolite-host PRIVATE -Wl,--large-address-aware)
   endif()
-  set_source_files_properties(Window.rc PROPERTIES OBJECT_DEPENDS
-    "${CMAKE_CURRENT_SOURCE_DIR}/WindowResources.h;${CMAKE_CURRENT_SOURCE_DIR}/Window.manifest;${PROJECT_SOURCE_DIR}/resources/host.ico")
+  set_source_files_properties(window/Window.rc PROPERTIES OBJECT_DEPENDS
+    "${CMAKE_CURRENT_SOURCE_DIR}/window/WindowResources.h;${CMAKE_CURRENT_SOURCE_DIR}/window/Window.manifest;${PROJECT_SOURCE_DIR}/resources/host.ico")
 endif()

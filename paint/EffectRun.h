@@ -4,8 +4,8 @@
 
 #include <memory>
 
-#include "paint/FilterParams.h"
 #include "paint/PaintClass.h"
+#include "paint/records/FilterParams.h"
 
 /// `params.angle` is the user's: 0 goes straight up, 90 right, -90 left, 180 down.
 bool RunLines(PaintClass& pic, const LinesParams& params);

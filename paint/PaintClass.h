@@ -5,10 +5,11 @@
 // PaintClass6.cpp, by kind; paint/README.md tells which is where.
 #pragma once
 
+#include "base/Progress.h"
 #include "hostapi/HostTypes.h"
 #include "paint/Color.h"
-#include "paint/EffectParams.h"
-#include "paint/LinesParams.h"
+#include "paint/records/EffectParams.h"
+#include "paint/records/LinesParams.h"
 #include "raster/PicClass.h"
 
 class ShowClass;

@@ -4,11 +4,11 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "paint/Dispatch.h"
+#include "base/Progress.h"
 #include "paint/PaintClass.h"
-#include "paint/PixelBytes.h"
+#include "paint/kernels/Dispatch.h"
+#include "paint/kernels/PixelBytes.h"
 #include "raster/HandleClass.h"
-#include "shell/PhotoshopUtilities.h"
 
 namespace {
 

@@ -2,15 +2,15 @@
 #include <algorithm>
 #include <optional>
 
-#include "paint/BlurKernel.h"
-#include "paint/BlurSums.h"
-#include "paint/Dispatch.h"
+#include "base/Progress.h"
 #include "paint/PaintClass.h"
-#include "paint/PixelBytes.h"
-#include "paint/WrappedPlane.h"
+#include "paint/kernels/BlurKernel.h"
+#include "paint/kernels/BlurSums.h"
+#include "paint/kernels/Dispatch.h"
+#include "paint/kernels/PixelBytes.h"
+#include "paint/kernels/WrappedPlane.h"
 #include "raster/HandleClass.h"
 #include "raster/Truncation.h"
-#include "shell/PhotoshopUtilities.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The generators: Dividers.
 #include <algorithm>
 
+#include "base/Progress.h"
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
-#include "shell/PhotoshopUtilities.h"
+#include "paint/math/Random.h"
 
 namespace {
 

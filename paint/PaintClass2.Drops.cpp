@@ -1,12 +1,12 @@
 // The generators: Drops.
 #include <algorithm>
 
-#include "paint/EffectMath.h"
+#include "base/Progress.h"
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
+#include "paint/math/EffectMath.h"
+#include "paint/math/Random.h"
 #include "raster/HandleClass.h"
 #include "raster/Truncation.h"
-#include "shell/PhotoshopUtilities.h"
 
 namespace {
 

@@ -2,13 +2,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "paint/EffectMath.h"
+#include "base/Progress.h"
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
-#include "paint/ShapeScan.h"
+#include "paint/kernels/ShapeScan.h"
+#include "paint/math/EffectMath.h"
+#include "paint/math/Random.h"
 #include "raster/HandleClass.h"
 #include "raster/Truncation.h"
-#include "shell/PhotoshopUtilities.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // The generators.
 #include <algorithm>
 
-#include "paint/EffectMath.h"
+#include "base/Progress.h"
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
+#include "paint/math/EffectMath.h"
+#include "paint/math/Random.h"
 #include "raster/Truncation.h"
-#include "shell/PhotoshopUtilities.h"
 
 namespace {
 

@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
-#include "paint/Dispatch.h"
-#include "paint/EffectMath.h"
-#include "paint/ExactMath.h"
+#include "base/Progress.h"
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
-#include "paint/TileWindow.h"
+#include "paint/kernels/Dispatch.h"
+#include "paint/kernels/TileWindow.h"
+#include "paint/math/EffectMath.h"
+#include "paint/math/ExactMath.h"
+#include "paint/math/Random.h"
 #include "raster/HandleClass.h"
 #include "raster/Truncation.h"
-#include "shell/PhotoshopUtilities.h"
 
 namespace {
 

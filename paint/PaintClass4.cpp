@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "paint/PaintClass.h"
-#include "paint/PixelBytes.h"
+#include "paint/kernels/PixelBytes.h"
 
 unsigned char productTable[256][256];
 

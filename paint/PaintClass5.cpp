@@ -2,14 +2,14 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "paint/ChannelMaps.h"
-#include "paint/ColorModel.h"
-#include "paint/Dispatch.h"
-#include "paint/FilterParams.h"
+#include "base/Progress.h"
 #include "paint/PaintClass.h"
-#include "paint/PixelBytes.h"
-#include "paint/Random.h"
-#include "shell/PhotoshopUtilities.h"
+#include "paint/kernels/ChannelMaps.h"
+#include "paint/kernels/ColorModel.h"
+#include "paint/kernels/Dispatch.h"
+#include "paint/kernels/PixelBytes.h"
+#include "paint/math/Random.h"
+#include "paint/records/FilterParams.h"
 
 // Noise.
 

@@ -6,11 +6,11 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "base/Progress.h"
 #include "paint/PaintClass.h"
-#include "paint/PixelBytes.h"
+#include "paint/kernels/PixelBytes.h"
 #include "raster/HandleClass.h"
 #include "raster/Truncation.h"
-#include "shell/PhotoshopUtilities.h"
 
 using hostapi::Point;
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "paint/PixelBytes.h"
+#include "paint/kernels/PixelBytes.h"
 
 namespace {
 

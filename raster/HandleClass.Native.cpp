@@ -1,7 +1,7 @@
 #include <cstdlib>
 
+#include "base/FatalError.h"
 #include "raster/HandleClass.h"
-#include "shell/FatalError.h"
 
 void* (*HandleClass::allocate)(std::size_t size) = std::malloc;
 

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "shell/FatalError.h"
+#include "base/FatalError.h"
 
 namespace {
 

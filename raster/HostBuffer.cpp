@@ -1,8 +1,8 @@
 #include "raster/HostBuffer.h"
 
+#include "base/FatalError.h"
+#include "base/HostServices.h"
 #include "hostapi/Results.h"
-#include "shell/FatalError.h"
-#include "shell/PhotoshopUtilities.h"
 
 namespace {
 

@@ -9,11 +9,11 @@
 #include <cstring>
 #include <memory>
 
+#include "base/FatalError.h"
 #include "hostapi/Suites.h"
 #include "raster/HostBuffer.h"
 #include "raster/PicStorage.h"
 #include "raster/Torus.h"
-#include "shell/FatalError.h"
 
 /// All 32 bits of a pixel as one value: red in the low byte.
 using Pixel = std::uint32_t;

@@ -3,10 +3,10 @@
 #include <cstring>
 #include <new>
 
+#include "base/FatalError.h"
+#include "base/Progress.h"
 #include "hostapi/Results.h"
 #include "raster/PicClass.h"
-#include "shell/FatalError.h"
-#include "shell/PhotoshopUtilities.h"
 
 namespace {
 

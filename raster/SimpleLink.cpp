@@ -4,9 +4,9 @@
 #include <new>
 #include <utility>
 
-#include "raster/NameCompare.h"
+#include "base/FatalError.h"
+#include "base/NameCompare.h"
 #include "resources/Strings.h"
-#include "shell/FatalError.h"
 
 struct SimpleLink::Node {
     Node(void* record, const char* text);

@@ -3,8 +3,8 @@
 
 #include <xmmintrin.h>
 
+#include "base/Module.Win.h"
 #include "hostapi/FilterRecord.h"
-#include "shell/Module.Win.h"
 #include "shell/Selectors.h"
 
 HINSTANCE instanceHandle = nullptr;

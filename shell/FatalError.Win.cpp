@@ -5,8 +5,8 @@
 #include <cstring>
 #include <string>
 
-#include "framework/Alert.Win.h"
-#include "shell/Module.Win.h"
+#include "base/Module.Win.h"
+#include "framework/alerts/Alert.Win.h"
 #include "shell/Zandermolite.h"
 
 namespace {

@@ -3,9 +3,9 @@
 #include <cstring>
 #include <new>
 
+#include "base/FatalError.h"
+#include "base/Platform.h"
 #include "raster/PicStorage.h"
-#include "shell/FatalError.h"
-#include "shell/Platform.h"
 
 namespace {
 

@@ -1,8 +1,9 @@
 #include "shell/PhotoshopUtilities.h"
+#include "base/HostServices.h"
 
 #include <windows.h>
 
-#include "shell/FatalError.h"
+#include "base/FatalError.h"
 
 namespace {
 

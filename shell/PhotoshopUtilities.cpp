@@ -1,11 +1,13 @@
 #include "shell/PhotoshopUtilities.h"
+#include "base/HostServices.h"
+#include "base/Progress.h"
 
 #include <algorithm>
 #include <iterator>
 
+#include "base/FatalError.h"
+#include "base/Platform.h"
 #include "hostapi/Results.h"
-#include "shell/FatalError.h"
-#include "shell/Platform.h"
 
 using hostapi::BufferID;
 using hostapi::ColorServicesInfo;

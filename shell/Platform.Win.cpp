@@ -1,14 +1,14 @@
 // The plug-in's platform: real cursors, dialogs and folders.
-#include "shell/Platform.h"
+#include "base/Platform.h"
 
 #include <windows.h>
 
 #include <ctime>
 
 #include "files/FileDialog.Win.h"
-#include "framework/About.Win.h"
-#include "framework/Alert.Win.h"
-#include "framework/NorvantaDialog.h"
+#include "framework/alerts/Alert.Win.h"
+#include "framework/dialog/NorvantaDialog.h"
+#include "framework/help/About.Win.h"
 #include "hostapi/Results.h"
 #include "shell/FatalError.Win.h"
 #include "shell/Zandermolite.h"

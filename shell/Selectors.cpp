@@ -3,12 +3,12 @@
 #include <cstring>
 #include <memory>
 
+#include "base/HostServices.h"
+#include "base/Platform.h"
 #include "hostapi/Results.h"
 #include "paint/PaintClass.h"
 #include "shell/FilterContext.h"
 #include "shell/LastTexture.h"
-#include "shell/PhotoshopUtilities.h"
-#include "shell/Platform.h"
 #include "shell/Transfer.h"
 #include "shell/Zandermolite.h"
 

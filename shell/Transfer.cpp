@@ -5,8 +5,9 @@
 #include <cstring>
 #include <new>
 
+#include "base/HostServices.h"
+#include "base/Rectangles.h"
 #include "hostapi/Results.h"
-#include "shell/PhotoshopUtilities.h"
 
 using hostapi::FilterRecord;
 using hostapi::Rect;
@@ -14,18 +15,6 @@ using hostapi::Rect;
 namespace {
 
 constexpr int colorPlanes = 3;
-
-int Width(const Rect& rect) {
-    return rect.right - rect.left;
-}
-
-int Height(const Rect& rect) {
-    return rect.bottom - rect.top;
-}
-
-bool IsEmpty(const Rect& rect) {
-    return Width(rect) <= 0 || Height(rect) <= 0;
-}
 
 /// The row of the selection at `y`.
 Rect RowAt(const Rect& selection, std::int16_t y) {

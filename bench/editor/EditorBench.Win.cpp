@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "base/Module.Win.h"
 #include "files/Preferences.h"
-#include "framework/NorvantaDialog.h"
-#include "host/FilterHost.h"
+#include "framework/dialog/NorvantaDialog.h"
+#include "host/record/FilterHost.h"
 #include "resources/Ids.h"
-#include "shell/Module.Win.h"
 #include "shell/Selectors.h"
 #include "tests/gui/GuiDriver.Win.h"
 #include "tests/support/PreferencePlaceInMemory.h"

@@ -9,11 +9,11 @@
 // Behind <cstdio>, whose types it uses.
 #include <jpeglib.h>
 
+#include "base/Platform.h"
 #include "bench/CoreHost.h"
 #include "files/FileDialog.h"
 #include "files/TextureFile.h"
 #include "paint/EffectRun.h"
-#include "shell/Platform.h"
 
 namespace {
 

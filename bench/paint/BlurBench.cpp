@@ -3,7 +3,7 @@
 #include "bench/CoreHost.h"
 #include "bench/Noise.h"
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainBlur.h"
+#include "plain/PlainBlur.h"
 
 namespace {
 

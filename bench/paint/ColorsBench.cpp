@@ -5,9 +5,9 @@
 
 #include "bench/CoreHost.h"
 #include "bench/Noise.h"
-#include "paint/FilterParams.h"
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainColors.h"
+#include "paint/records/FilterParams.h"
+#include "plain/PlainColors.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include "bench/CoreHost.h"
 #include "bench/Noise.h"
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainSkew.h"
-#include "tests/reference/PlainTwirls.h"
-#include "tests/reference/PlainWaves.h"
+#include "plain/PlainSkew.h"
+#include "plain/PlainTwirls.h"
+#include "plain/PlainWaves.h"
 
 namespace {
 

@@ -1,8 +1,9 @@
 #include <benchmark/benchmark.h>
 
+#include "base/Progress.h"
 #include "bench/CoreHost.h"
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainLines.h"
+#include "plain/PlainLines.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "paint/EffectRun.h"
 #include "paint/PaintClass.h"
 #include "paint/Resize.h"
-#include "tests/reference/PlainPlaces.h"
+#include "plain/PlainPlaces.h"
 
 namespace {
 

@@ -2,13 +2,13 @@
 
 #include <string>
 
+#include "base/Platform.h"
 #include "bench/CoreHost.h"
 #include "bench/Noise.h"
 #include "paint/PaintClass.h"
-#include "shell/Platform.h"
-#include "tests/reference/PlainDividers.h"
-#include "tests/reference/PlainDrops.h"
-#include "tests/reference/PlainShapes.h"
+#include "plain/PlainDividers.h"
+#include "plain/PlainDrops.h"
+#include "plain/PlainShapes.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "bench/Noise.h"
 #include "paint/PaintClass.h"
 #include "paint/Stroke.h"
-#include "tests/reference/PlainTools.h"
+#include "plain/PlainTools.h"
 
 namespace {
 

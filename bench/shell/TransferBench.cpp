@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "base/HostServices.h"
 #include "bench/CoreHost.h"
 #include "shell/Transfer.h"
 

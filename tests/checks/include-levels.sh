@@ -1,10 +1,10 @@
 #!/bin/sh
 # No module includes one that stands above it. The levels, from the bottom:
-#   hostapi; shell's lower half (faults, host wrappers, the seam to the system); raster; paint;
-#   framework; files; dialogs; editor; shell's upper half.
-# The host knows nothing but hostapi. The recipe tool and the tests stand above everything.
+#   hostapi; base; raster; paint; framework; files; dialogs; editor; shell.
+# The host knows hostapi and the rectangles of base. The plain forms stand on paint; the recipe tool
+# and the tests stand above everything.
 set -eu
-lower='shell/(FatalError|Platform|PhotoshopUtilities)\.h'
+lower='base/'
 texts='resources/Strings\.(h|def)'
 ids='resources/Ids\.h'
 failed=0
@@ -21,22 +21,20 @@ allow() {
 }
 
 allow 'hostapi/*.h' 'hostapi/'
-allow 'shell/FatalError.h shell/FatalError.cpp shell/Platform.h shell/Platform.Native.cpp
-  shell/PhotoshopUtilities.h shell/PhotoshopUtilities.cpp shell/PhotoshopUtilities.Win.cpp' \
-  "hostapi/|$lower"
+allow 'base/*.h base/*.cpp' 'hostapi/|base/'
 allow 'raster/*.h raster/*.cpp' "hostapi/|$lower|$texts|raster/"
-allow 'paint/*.h paint/*.cpp' "hostapi/|$lower|raster/|paint/"
-allow 'host/*.h host/*.cpp' 'hostapi/|host/'
-allow 'files/*.h files/*.cpp' "hostapi/|$lower|$texts|$ids|raster/|paint/|files/|framework/Alert.Win.h"
+allow 'paint/*.h paint/*.cpp paint/*/*.h paint/*/*.cpp' "hostapi/|$lower|raster/|paint/"
+allow 'host/*/*.h host/*/*.cpp' 'hostapi/|base/Rectangles.h|host/'
+allow 'files/*.h files/*.cpp' "hostapi/|$lower|$texts|$ids|raster/|paint/|files/|framework/alerts/Alert.Win.h"
 allow 'editor/*.h editor/*.cpp' \
-  "hostapi/|$lower|shell/(Module.Win|FilterContext|LastTexture).h|$texts|$ids|raster/|paint/|files/|framework/|dialogs/|editor/"
+  "hostapi/|$lower|shell/(FilterContext|LastTexture).h|$texts|$ids|raster/|paint/|files/|framework/|dialogs/|editor/"
 allow 'dialogs/*.h dialogs/*.cpp' \
   "hostapi/|$lower|$texts|$ids|raster/|paint/|files/|framework/|dialogs/"
-allow 'framework/*.h framework/*.cpp' "hostapi/|$lower|shell/Module.Win.h|$texts|framework/"
+allow 'framework/*/*.h framework/*/*.cpp' "hostapi/|$lower|$texts|framework/"
 
 # Windows' own headers stand in .Win files alone.
-wrong=$(grep -lE '#include <(windows|commctrl|commdlg|windowsx)\.h>' -r hostapi raster paint files \
-  framework shell editor dialogs host recipe 2> /dev/null | grep -vE '\.Win\.(h|cpp)$' || true)
+wrong=$(grep -lE '#include <(windows|commctrl|commdlg|windowsx)\.h>' -r hostapi base raster paint files \
+  framework shell editor dialogs host recipe plain 2> /dev/null | grep -vE '\.Win\.(h|cpp)$' || true)
 if [ -n "$wrong" ]; then
   printf 'These files include Windows headers and are no .Win files:\n%s\n' "$wrong" >&2
   failed=1

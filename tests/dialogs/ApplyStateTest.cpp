@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "framework/InterfaceLib.h"
+#include "framework/drawing/InterfaceLib.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The program's own menu, filled with the filters of real files.
-#include "host/FilterMenu.Win.h"
+#include "host/window/FilterMenu.Win.h"
 
 #include <gtest/gtest.h>
 
@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "host/NativeWindow.Win.h"
-#include "host/PluginFile.Win.h"
-#include "host/WindowResources.h"
+#include "host/plugin/PluginFile.Win.h"
+#include "host/window/NativeWindow.Win.h"
+#include "host/window/WindowResources.h"
 
 namespace host {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "host/NativeWindow.Win.h"
+#include "host/window/NativeWindow.Win.h"
 #include "tests/e2e/InputDesktop.Win.h"
 
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "host/StatusBar.Win.h"
-#include "host/Viewport.h"
+#include "host/window/StatusBar.Win.h"
+#include "host/window/Viewport.h"
 
 /// Waits until the condition holds. Throws std::runtime_error with `what` after some seconds.
 void WaitUntil(const std::string& what, const std::function<bool()>& condition);

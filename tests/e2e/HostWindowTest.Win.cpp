@@ -6,10 +6,10 @@
 #include <memory>
 #include <string>
 
-#include "host/Geometry.h"
-#include "host/NativeWindow.Win.h"
-#include "host/Picture.h"
-#include "host/WindowResources.h"
+#include "base/Rectangles.h"
+#include "host/picture/Picture.h"
+#include "host/window/NativeWindow.Win.h"
+#include "host/window/WindowResources.h"
 #include "tests/e2e/HostProgram.Win.h"
 #include "tests/e2e/InputDesktop.Win.h"
 #include "tests/support/OwnPreferences.Win.h"
@@ -62,7 +62,7 @@ int CountChanged(const Picture& before, const Picture& after, const hostapi::VRe
     int changed = 0;
     for (int y = 0; y < before.height; ++y) {
         for (int x = 0; x < before.width; ++x) {
-            if (host::Contains(rect, x, y) == isInside && !IsSamePixel(before, after, x, y))
+            if (hostapi::Contains(rect, x, y) == isInside && !IsSamePixel(before, after, x, y))
                 ++changed;
         }
     }

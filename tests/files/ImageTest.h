@@ -5,7 +5,7 @@
 #include <string>
 
 #include "files/ImageFile.h"
-#include "host/ColorServices.h"
+#include "host/record/ColorServices.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/FileSystemOverride.h"
 #include "tests/support/ScratchFolder.h"

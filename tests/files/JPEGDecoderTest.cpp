@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "files/TextureFile.h"
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
+#include "plain/PlainJpeg.h"
 #include "tests/files/ImageTest.h"
-#include "tests/reference/PlainJpeg.h"
 #include "tests/support/MemoryFile.h"
 
 using namespace std::string_view_literals;

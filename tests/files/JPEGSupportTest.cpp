@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "files/JPEGQuality.h"
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
 #include "hostapi/Suites.h"
+#include "plain/PlainJpeg.h"
 #include "tests/files/ImageTest.h"
-#include "tests/reference/PlainJpeg.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <cstring>
 
 #include "files/FileDialog.h"
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
+#include "plain/PlainJpeg.h"
 #include "tests/files/ImageTest.h"
-#include "tests/reference/PlainJpeg.h"
 #include "tests/support/Pictures.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "framework/AlertText.h"
+#include "framework/alerts/AlertText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "framework/DialogGeometry.h"
+#include "framework/dialog/DialogGeometry.h"
 
 #include <gtest/gtest.h>
 
-#include "framework/ItemRecord.h"
+#include "framework/dialog/ItemRecord.h"
 
 void PrintTo(const ScreenRect& rect, std::ostream* out) {
     *out << rect.left << ", " << rect.top << ", " << rect.right << ", " << rect.bottom;

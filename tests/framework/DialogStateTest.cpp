@@ -1,8 +1,8 @@
-#include "framework/DialogState.h"
+#include "framework/dialog/DialogState.h"
 
 #include <gtest/gtest.h>
 
-#include "shell/Platform.h"
+#include "base/Platform.h"
 
 namespace {
 

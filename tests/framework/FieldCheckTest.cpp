@@ -1,8 +1,8 @@
-#include "framework/FieldCheck.h"
+#include "framework/fields/FieldCheck.h"
 
 #include <gtest/gtest.h>
 
-#include "framework/NumberField.h"
+#include "framework/fields/NumberField.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "framework/GlobeGeometry.h"
+#include "framework/controls/GlobeGeometry.h"
 
 #include <gtest/gtest.h>
 

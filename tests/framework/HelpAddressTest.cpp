@@ -1,4 +1,4 @@
-#include "framework/HelpAddress.h"
+#include "framework/help/HelpAddress.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "framework/InterfaceLib.h"
+#include "framework/drawing/InterfaceLib.h"
 
 #include <gtest/gtest.h>
 
@@ -9,19 +9,19 @@ namespace {
 constexpr hostapi::Rect rect{10, 20, 30, 60};
 
 TEST(InterfaceLibTest, InsetsAndOffsets) {
-    EXPECT_TRUE(IsEqual(Inset(rect, 3, 2), {12, 23, 28, 57}));
-    EXPECT_TRUE(IsEqual(Inset(rect, -1, -1), {9, 19, 31, 61}));
-    EXPECT_TRUE(IsEqual(Offset(rect, 5, -4), {6, 25, 26, 65}));
-    EXPECT_TRUE(IsEqual(Offset({0, 0, 10, 32767}, 0x1000, 0), {0, 4096, 10, 32767}));
+    EXPECT_TRUE(AreEqual(Inset(rect, 3, 2), {12, 23, 28, 57}));
+    EXPECT_TRUE(AreEqual(Inset(rect, -1, -1), {9, 19, 31, 61}));
+    EXPECT_TRUE(AreEqual(Offset(rect, 5, -4), {6, 25, 26, 65}));
+    EXPECT_TRUE(AreEqual(Offset(hostapi::Rect{0, 0, 10, 32767}, 0x1000, 0), {0, 4096, 10, 32767}));
     EXPECT_EQ(Width(rect), 40);
     EXPECT_EQ(Height(rect), 20);
 }
 
 TEST(InterfaceLibTest, ComparesAndFinds) {
-    EXPECT_FALSE(IsEqual(rect, {10, 20, 30, 61}));
+    EXPECT_FALSE(AreEqual(rect, {10, 20, 30, 61}));
     EXPECT_FALSE(IsEmpty(rect));
-    EXPECT_TRUE(IsEmpty({10, 20, 10, 60}));
-    EXPECT_TRUE(IsEmpty({10, 20, 30, 19}));
+    EXPECT_TRUE(IsEmpty(hostapi::Rect{10, 20, 10, 60}));
+    EXPECT_TRUE(IsEmpty(hostapi::Rect{10, 20, 30, 19}));
     EXPECT_TRUE(Contains(rect, {10, 20}));
     EXPECT_TRUE(Contains(rect, {29, 59}));
     EXPECT_FALSE(Contains(rect, {30, 20}));

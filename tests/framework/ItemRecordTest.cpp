@@ -1,4 +1,4 @@
-#include "framework/ItemRecord.h"
+#include "framework/dialog/ItemRecord.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "framework/NumberField.h"
+#include "framework/fields/NumberField.h"
 
 #include <gtest/gtest.h>
 

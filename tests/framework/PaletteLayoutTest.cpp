@@ -1,4 +1,4 @@
-#include "framework/PaletteLayout.h"
+#include "framework/controls/PaletteLayout.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "framework/PopupSteps.h"
+#include "framework/controls/PopupSteps.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "framework/PopupLabel.h"
+#include "framework/controls/PopupLabel.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "framework/ScrollStep.h"
+#include "framework/controls/ScrollStep.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "framework/SliderGeometry.h"
+#include "framework/controls/SliderGeometry.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "framework/TabNames.h"
+#include "framework/dialog/TabNames.h"
 
 #include <gtest/gtest.h>
 

@@ -10,9 +10,9 @@
 #include <ctime>
 #include <vector>
 
+#include "base/HostServices.h"
+#include "base/Platform.h"
 #include "hostapi/FilterRecord.h"
-#include "shell/PhotoshopUtilities.h"
-#include "shell/Platform.h"
 #include "tests/support/AnyOperation.h"
 
 namespace {

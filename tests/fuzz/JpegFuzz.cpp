@@ -2,10 +2,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "base/HostServices.h"
 #include "files/TextureFile.h"
-#include "host/ColorServices.h"
-#include "host/MemorySuites.h"
-#include "shell/PhotoshopUtilities.h"
+#include "host/record/ColorServices.h"
+#include "host/record/MemorySuites.h"
 #include "tests/fuzz/Require.h"
 #include "tests/support/MemoryFile.h"
 

@@ -4,10 +4,10 @@
 #include <cstdio>
 #include <cstring>
 
-#include "host/MemorySuites.h"
+#include "base/HostServices.h"
+#include "host/record/MemorySuites.h"
 #include "raster/PicStorage.h"
 #include "shell/LastTexture.h"
-#include "shell/PhotoshopUtilities.h"
 #include "tests/fuzz/Require.h"
 
 namespace {

@@ -7,7 +7,7 @@
 
 #include "files/PreferenceFile.h"
 #include "files/PreferenceFormat.h"
-#include "recipe/PresetListing.h"
+#include "recipe/presets/PresetListing.h"
 #include "tests/fuzz/Require.h"
 
 namespace {

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "recipe/Operations.h"
-#include "recipe/RecipeParser.h"
+#include "recipe/language/RecipeParser.h"
+#include "recipe/operations/Operations.h"
 #include "tests/fuzz/Require.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/SliderGeometry.h"
+#include "framework/controls/SliderGeometry.h"
 #include "tests/e2e/InputDesktop.Win.h"
 
 namespace {

@@ -7,8 +7,8 @@
 #include <cstring>
 #include <thread>
 
+#include "base/Module.Win.h"
 #include "resources/Ids.h"
-#include "shell/Module.Win.h"
 #include "tests/e2e/InputDesktop.Win.h"
 
 namespace {

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
 
 class GuiError : public std::runtime_error {
   public:

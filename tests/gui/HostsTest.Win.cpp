@@ -1,7 +1,7 @@
 // Hosts that lack something, other pictures, faults in the middle.
+#include "base/FatalError.h"
 #include "paint/EffectRun.h"
 #include "resources/Ids.h"
-#include "shell/FatalError.h"
 #include "tests/gui/PluginRun.Win.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/Transfers.h"

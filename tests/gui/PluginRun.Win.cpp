@@ -6,13 +6,14 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "base/HostServices.h"
+#include "base/Module.Win.h"
+#include "base/Rectangles.h"
 #include "editor/ViewGeometry.h"
 #include "files/Preferences.h"
-#include "host/Geometry.h"
-#include "host/Selection.h"
+#include "host/picture/Selection.h"
 #include "resources/Ids.h"
 #include "shell/LastTexture.h"
-#include "shell/Module.Win.h"
 #include "shell/Selectors.h"
 #include "shell/Zandermolite.h"
 #include "tests/support/Pictures.h"
@@ -141,9 +142,9 @@ std::unique_ptr<PaintClass> PluginRunTest::Applied() const {
 
 void PluginRunTest::ExpectFilledWithApplied() const {
     const std::unique_ptr<PaintClass> tile = Applied();
-    const HostImage image{host::Narrowed(before.Bounds()), before.planes, before.pixels};
+    const HostImage image{hostapi::Narrowed(before.Bounds()), before.planes, before.pixels};
     const HostImage expected =
-        Tiled(image, TileOf(*tile), host::Narrowed(selection), host::Height(selection));
+        Tiled(image, TileOf(*tile), hostapi::Narrowed(selection), hostapi::Height(selection));
     EXPECT_TRUE(picture.pixels == expected.bytes);
 }
 
@@ -151,9 +152,9 @@ ItemPlace PluginRunTest::PlaceOfPixel(const DrivenDialog& editor, int x, int y, 
     const RECT bounds = editor.Bounds(TextureItems::drawingArea);
     const hostapi::Rect view = ViewRect({0, 0, static_cast<short>(bounds.bottom - bounds.top),
                                          static_cast<short>(bounds.right - bounds.left)});
-    const ViewAxis across{host::Width(selection), zoom, viewDrawing, view.right - view.left,
+    const ViewAxis across{hostapi::Width(selection), zoom, viewDrawing, view.right - view.left,
                           editor.ScrollPosition(TextureItems::horizontalScroll)};
-    const ViewAxis down{host::Height(selection), zoom, viewDrawing, view.bottom - view.top,
+    const ViewAxis down{hostapi::Height(selection), zoom, viewDrawing, view.bottom - view.top,
                         editor.ScrollPosition(TextureItems::verticalScroll)};
     return {view.left + across.Origin() + static_cast<int>(x * zoom),
             view.top + down.Origin() + static_cast<int>(y * zoom)};

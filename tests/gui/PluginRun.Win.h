@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
-#include "framework/NorvantaDialog.h"
-#include "host/FilterHost.h"
+#include "framework/dialog/NorvantaDialog.h"
+#include "host/record/FilterHost.h"
 #include "tests/gui/GuiDriver.Win.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/PreferencePlaceInMemory.h"

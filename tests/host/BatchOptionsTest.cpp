@@ -1,8 +1,8 @@
-#include "host/BatchOptions.h"
+#include "host/command/BatchOptions.h"
 
 #include <gtest/gtest.h>
 
-#include "host/Geometry.h"
+#include "base/Rectangles.h"
 
 namespace host {
 

@@ -1,4 +1,4 @@
-#include "host/BatchReport.h"
+#include "host/command/BatchReport.h"
 
 #include <gtest/gtest.h>
 

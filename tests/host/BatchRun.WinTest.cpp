@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
 #include "tests/support/OwnPreferences.Win.h"
 
 namespace host {

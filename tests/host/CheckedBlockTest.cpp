@@ -1,4 +1,4 @@
-#include "host/CheckedBlock.h"
+#include "host/record/CheckedBlock.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/ColorServices.h"
+#include "host/record/ColorServices.h"
 
 #include <gtest/gtest.h>
 

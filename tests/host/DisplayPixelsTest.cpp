@@ -1,4 +1,4 @@
-#include "host/DisplayPixels.h"
+#include "host/record/DisplayPixels.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/Document.h"
+#include "host/window/Document.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/EntryCall.h"
+#include "host/record/EntryCall.h"
 
 #include <gtest/gtest.h>
 

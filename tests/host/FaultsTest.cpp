@@ -1,4 +1,4 @@
-#include "host/Faults.h"
+#include "host/record/Faults.h"
 
 #include <gtest/gtest.h>
 

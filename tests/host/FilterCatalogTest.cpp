@@ -1,4 +1,4 @@
-#include "host/FilterCatalog.h"
+#include "host/plugin/FilterCatalog.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/FilterHost.h"
+#include "host/record/FilterHost.h"
 
 #include <gtest/gtest.h>
 

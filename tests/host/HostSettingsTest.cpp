@@ -1,4 +1,4 @@
-#include "host/HostSettings.h"
+#include "host/record/HostSettings.h"
 
 #include <gtest/gtest.h>
 

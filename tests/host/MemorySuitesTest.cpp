@@ -1,4 +1,4 @@
-#include "host/MemorySuites.h"
+#include "host/record/MemorySuites.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/PixelExchange.h"
+#include "host/record/PixelExchange.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/PluginFile.h"
+#include "host/plugin/PluginFile.h"
 
 #include <gtest/gtest.h>
 

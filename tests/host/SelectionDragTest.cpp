@@ -1,4 +1,4 @@
-#include "host/SelectionDrag.h"
+#include "host/window/SelectionDrag.h"
 
 #include <gtest/gtest.h>
 

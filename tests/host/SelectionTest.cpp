@@ -1,4 +1,4 @@
-#include "host/Selection.h"
+#include "host/picture/Selection.h"
 
 #include <gtest/gtest.h>
 

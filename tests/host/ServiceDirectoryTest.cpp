@@ -1,4 +1,4 @@
-#include "host/ServiceDirectory.h"
+#include "host/record/ServiceDirectory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/Services.h"
+#include "host/record/Services.h"
 
 #include <gtest/gtest.h>
 

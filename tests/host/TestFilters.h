@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "host/FilterHost.h"
+#include "host/record/FilterHost.h"
 
 namespace testfilters {
 

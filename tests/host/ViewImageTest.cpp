@@ -1,4 +1,4 @@
-#include "host/ViewImage.h"
+#include "host/window/ViewImage.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/Viewport.h"
+#include "host/window/Viewport.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/WindowOptions.h"
+#include "host/window/WindowOptions.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/WindowText.h"
+#include "host/window/WindowText.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,9 @@
 #include <random>
 #include <vector>
 
+#include "base/Progress.h"
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainAddBump.h"
+#include "plain/PlainAddBump.h"
 #include "tests/support/Bar.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"

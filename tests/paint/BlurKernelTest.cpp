@@ -1,10 +1,10 @@
-#include "paint/BlurKernel.h"
+#include "paint/kernels/BlurKernel.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
 
-#include "tests/reference/PlainBlur.h"
+#include "plain/PlainBlur.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/FailingHandles.h"
 

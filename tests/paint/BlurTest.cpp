@@ -4,10 +4,11 @@
 #include <utility>
 #include <vector>
 
-#include "paint/BlurKernel.h"
-#include "paint/FilterParams.h"
+#include "base/Progress.h"
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainBlur.h"
+#include "paint/kernels/BlurKernel.h"
+#include "paint/records/FilterParams.h"
+#include "plain/PlainBlur.h"
 #include "tests/support/Bar.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"

@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "paint/Stroke.h"
-#include "tests/reference/PlainTools.h"
+#include "plain/PlainTools.h"
 #include "tests/support/ToolTest.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "paint/ChannelMaps.h"
+#include "paint/kernels/ChannelMaps.h"
 
 #include <gtest/gtest.h>
 

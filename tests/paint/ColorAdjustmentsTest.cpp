@@ -1,9 +1,9 @@
 #include <initializer_list>
 #include <vector>
 
-#include "paint/FilterParams.h"
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainColors.h"
+#include "paint/records/FilterParams.h"
+#include "plain/PlainColors.h"
 #include "tests/support/BusyCursor.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"

@@ -1,10 +1,10 @@
-#include "paint/ColorModel.h"
+#include "paint/kernels/ColorModel.h"
 
 #include <cmath>
 #include <limits>
 #include <vector>
 
-#include "tests/reference/PlainColorModel.h"
+#include "plain/PlainColorModel.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/Pictures.h"
 

@@ -1,7 +1,7 @@
 #include <vector>
 
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainColors.h"
+#include "plain/PlainColors.h"
 #include "tests/support/BusyCursor.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"

@@ -6,8 +6,8 @@
 
 #include "paint/EffectRun.h"
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
-#include "tests/reference/PlainDividers.h"
+#include "paint/math/Random.h"
+#include "plain/PlainDividers.h"
 #include "tests/support/BusyCursor.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
-#include "tests/reference/PlainDrops.h"
+#include "paint/math/Random.h"
+#include "plain/PlainDrops.h"
 #include "tests/support/Bar.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"

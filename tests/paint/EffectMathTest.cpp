@@ -1,4 +1,4 @@
-#include "paint/EffectMath.h"
+#include "paint/math/EffectMath.h"
 
 #include <gtest/gtest.h>
 

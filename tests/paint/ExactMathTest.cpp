@@ -1,4 +1,4 @@
-#include "paint/ExactMath.h"
+#include "paint/math/ExactMath.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <limits>
 #include <random>
 
-#include "paint/EffectMath.h"
+#include "paint/math/EffectMath.h"
 
 #ifdef HAVE_MPFR
 #include <mpfr.h>

@@ -1,6 +1,7 @@
 #include <initializer_list>
 
-#include "tests/reference/PlainTools.h"
+#include "base/Progress.h"
+#include "plain/PlainTools.h"
 #include "tests/support/FailingHandles.h"
 #include "tests/support/ToolTest.h"
 

@@ -1,4 +1,4 @@
-#include "tests/reference/PlainTools.h"
+#include "plain/PlainTools.h"
 #include "tests/support/ToolTest.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // The two ways of stepping along a segment.
-#include "tests/reference/PlainTools.h"
+#include "plain/PlainTools.h"
 #include "tests/support/ToolTest.h"
 
 namespace {

@@ -1,7 +1,8 @@
+#include "base/Progress.h"
 #include "paint/EffectRun.h"
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
-#include "tests/reference/PlainLines.h"
+#include "paint/math/Random.h"
+#include "plain/PlainLines.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 

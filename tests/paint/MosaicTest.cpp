@@ -1,8 +1,8 @@
 #include <vector>
 
-#include "paint/FilterParams.h"
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainPlaces.h"
+#include "paint/records/FilterParams.h"
+#include "plain/PlainPlaces.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/RandomInput.h"

@@ -2,9 +2,9 @@
 #include <random>
 #include <vector>
 
-#include "paint/FilterParams.h"
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainBlur.h"
+#include "paint/records/FilterParams.h"
+#include "plain/PlainBlur.h"
 #include "tests/support/BusyCursor.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"

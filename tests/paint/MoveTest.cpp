@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainPlaces.h"
+#include "plain/PlainPlaces.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/RandomInput.h"

@@ -1,10 +1,10 @@
 #include <set>
 #include <vector>
 
-#include "paint/FilterParams.h"
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
-#include "tests/reference/PlainColors.h"
+#include "paint/math/Random.h"
+#include "paint/records/FilterParams.h"
+#include "plain/PlainColors.h"
 #include "tests/support/Bar.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"

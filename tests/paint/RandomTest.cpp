@@ -1,4 +1,4 @@
-#include "paint/Random.h"
+#include "paint/math/Random.h"
 
 #include "tests/support/CoreTest.h"
 

@@ -5,7 +5,7 @@
 #include <initializer_list>
 #include <vector>
 
-#include "tests/reference/PlainPlaces.h"
+#include "plain/PlainPlaces.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/RandomInput.h"

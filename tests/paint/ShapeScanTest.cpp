@@ -1,12 +1,12 @@
-#include "paint/ShapeScan.h"
+#include "paint/kernels/ShapeScan.h"
 
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
-#include "paint/EffectMath.h"
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainShapes.h"
+#include "paint/math/EffectMath.h"
+#include "plain/PlainShapes.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/RandomInput.h"
 

@@ -4,8 +4,8 @@
 
 #include "paint/EffectRun.h"
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
-#include "tests/reference/PlainShapes.h"
+#include "paint/math/Random.h"
+#include "plain/PlainShapes.h"
 #include "tests/support/Bar.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"

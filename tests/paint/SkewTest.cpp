@@ -2,7 +2,7 @@
 #include <vector>
 
 #include "paint/PaintClass.h"
-#include "tests/reference/PlainSkew.h"
+#include "plain/PlainSkew.h"
 #include "tests/support/Bar.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"

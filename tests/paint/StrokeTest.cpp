@@ -1,6 +1,6 @@
 #include "paint/Stroke.h"
 
-#include "tests/reference/PlainTools.h"
+#include "plain/PlainTools.h"
 #include "tests/support/ToolTest.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "paint/TileWindow.h"
+#include "paint/kernels/TileWindow.h"
 
 #include <array>
 #include <initializer_list>

@@ -2,8 +2,8 @@
 #include <vector>
 
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
-#include "tests/reference/PlainTwirls.h"
+#include "paint/math/Random.h"
+#include "plain/PlainTwirls.h"
 #include "tests/support/Bar.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"

@@ -2,8 +2,8 @@
 #include <vector>
 
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
-#include "tests/reference/PlainWaves.h"
+#include "paint/math/Random.h"
+#include "plain/PlainWaves.h"
 #include "tests/support/BusyCursor.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"

@@ -1,4 +1,4 @@
-#include "paint/WideFixed.h"
+#include "paint/math/WideFixed.h"
 
 #include <gtest/gtest.h>
 

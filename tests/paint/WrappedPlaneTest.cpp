@@ -1,4 +1,4 @@
-#include "paint/WrappedPlane.h"
+#include "paint/kernels/WrappedPlane.h"
 
 #include "tests/support/CoreTest.h"
 #include "tests/support/FailingHandles.h"

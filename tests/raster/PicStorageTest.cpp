@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <limits>
 
+#include "base/Progress.h"
 #include "raster/PicClass.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"

@@ -1,4 +1,4 @@
-#include "recipe/EffectOperations.h"
+#include "recipe/operations/EffectOperations.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "paint/EffectRun.h"
-#include "paint/Random.h"
+#include "paint/math/Random.h"
 #include "tests/recipe/SessionRun.h"
 #include "tests/support/FailingHandles.h"
 #include "tests/support/Pictures.h"

@@ -1,7 +1,7 @@
 // The recipes that come with the tool, and those that the builds are compared by.
 #include <algorithm>
 
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
 #include "tests/recipe/ProgramTest.h"
 
 namespace fs = std::filesystem;

@@ -1,10 +1,10 @@
-#include "recipe/FilePlaces.h"
+#include "recipe/formats/FilePlaces.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
 #include "tests/recipe/TemporaryFolder.h"
 
 using namespace recipe;

@@ -1,4 +1,4 @@
-#include "recipe/FilterOperations.h"
+#include "recipe/operations/FilterOperations.h"
 
 #include <gtest/gtest.h>
 
@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
 #include "paint/EffectRun.h"
-#include "paint/Random.h"
 #include "paint/Resize.h"
+#include "paint/math/Random.h"
 #include "tests/recipe/SessionRun.h"
 #include "tests/recipe/TemporaryFolder.h"
 #include "tests/support/Pictures.h"

@@ -4,7 +4,7 @@
 #include <set>
 #include <sstream>
 
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
 #include "tests/recipe/ProgramTest.h"
 
 namespace fs = std::filesystem;

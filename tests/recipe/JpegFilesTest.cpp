@@ -1,10 +1,10 @@
 // Textures of recipes in JPEG files.
 #include <gtest/gtest.h>
 
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
+#include "plain/PlainJpeg.h"
 #include "tests/recipe/SessionRun.h"
 #include "tests/recipe/TemporaryFolder.h"
-#include "tests/reference/PlainJpeg.h"
 #include "tests/support/Pictures.h"
 
 using namespace recipe;

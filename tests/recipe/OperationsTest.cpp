@@ -1,4 +1,4 @@
-#include "recipe/Operations.h"
+#include "recipe/operations/Operations.h"
 
 #include <gtest/gtest.h>
 
@@ -6,10 +6,10 @@
 #include <string>
 #include <variant>
 
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
 #include "paint/EffectRun.h"
-#include "paint/Random.h"
-#include "recipe/Session.h"
+#include "paint/math/Random.h"
+#include "recipe/tool/Session.h"
 #include "tests/recipe/SessionRun.h"
 #include "tests/recipe/TemporaryFolder.h"
 #include "tests/support/CoreTest.h"

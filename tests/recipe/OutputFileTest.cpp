@@ -1,4 +1,4 @@
-#include "recipe/OutputFile.h"
+#include "recipe/formats/OutputFile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "recipe/PngWriter.h"
+#include "recipe/formats/PngWriter.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
 #include "tests/recipe/TemporaryFolder.h"
 
 using namespace recipe;

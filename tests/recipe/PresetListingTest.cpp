@@ -1,10 +1,10 @@
-#include "recipe/PresetListing.h"
+#include "recipe/presets/PresetListing.h"
 
 #include <gtest/gtest.h>
 
-#include "recipe/Operations.h"
-#include "recipe/PreferenceReading.h"
-#include "recipe/RecipeParser.h"
+#include "recipe/language/RecipeParser.h"
+#include "recipe/operations/Operations.h"
+#include "recipe/presets/PreferenceReading.h"
 #include "tests/recipe/PresetFixture.h"
 #include "tests/recipe/TemporaryFolder.h"
 

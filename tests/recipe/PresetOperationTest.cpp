@@ -1,9 +1,9 @@
-#include "recipe/PresetOperation.h"
+#include "recipe/operations/PresetOperation.h"
 
 #include <gtest/gtest.h>
 
 #include "paint/EffectRun.h"
-#include "paint/Random.h"
+#include "paint/math/Random.h"
 #include "tests/recipe/PresetFixture.h"
 #include "tests/recipe/SessionRun.h"
 #include "tests/recipe/TemporaryFolder.h"

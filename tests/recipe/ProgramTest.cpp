@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "host/Picture.h"
-#include "recipe/PresetListing.h"
-#include "recipe/System.h"
+#include "host/picture/Picture.h"
+#include "recipe/presets/PresetListing.h"
+#include "recipe/tool/System.h"
 #include "tests/recipe/PresetFixture.h"
 
 namespace fs = std::filesystem;

@@ -1,4 +1,4 @@
-#include "recipe/ProgressBar.h"
+#include "recipe/tool/ProgressBar.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "recipe/RecipeParser.h"
+#include "recipe/language/RecipeParser.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <random>
 #include <string>
 
-#include "recipe/Operations.h"
+#include "recipe/operations/Operations.h"
 
 using namespace recipe;
 

@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "recipe/Operations.h"
-#include "recipe/RecipeParser.h"
-#include "recipe/Session.h"
+#include "recipe/language/RecipeParser.h"
+#include "recipe/operations/Operations.h"
+#include "recipe/tool/Session.h"
 
 /// Runs the lines of a recipe, or more lines of one whose texture stands already.
 inline void RunText(recipe::Session& session, const std::string& text) {

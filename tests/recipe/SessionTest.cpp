@@ -1,4 +1,4 @@
-#include "recipe/Session.h"
+#include "recipe/tool/Session.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,8 @@
 #include <new>
 #include <stdexcept>
 
-#include "shell/FatalError.h"
-#include "shell/PhotoshopUtilities.h"
+#include "base/FatalError.h"
+#include "base/HostServices.h"
 #include "tests/support/Pictures.h"
 
 using namespace recipe;

@@ -7,8 +7,8 @@
 #include <sstream>
 #include <system_error>
 
-#include "host/Picture.h"
-#include "recipe/System.h"
+#include "host/picture/Picture.h"
+#include "recipe/tool/System.h"
 
 namespace fs = std::filesystem;
 

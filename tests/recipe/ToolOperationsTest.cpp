@@ -1,4 +1,4 @@
-#include "recipe/ToolOperations.h"
+#include "recipe/operations/ToolOperations.h"
 
 #include <gtest/gtest.h>
 

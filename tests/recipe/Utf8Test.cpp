@@ -1,4 +1,4 @@
-#include "recipe/Utf8.h"
+#include "recipe/language/Utf8.h"
 
 #include <gtest/gtest.h>
 

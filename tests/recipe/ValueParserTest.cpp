@@ -1,4 +1,4 @@
-#include "recipe/ValueParser.h"
+#include "recipe/language/ValueParser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "recipe/Wording.h"
+#include "recipe/language/Wording.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "recipe/Utf8.h"
+#include "recipe/language/Utf8.h"
 
 using namespace recipe;
 

@@ -1,4 +1,4 @@
-#include "shell/FatalError.h"
+#include "base/FatalError.h"
 
 #include <limits>
 

@@ -1,11 +1,13 @@
+#include "base/HostServices.h"
+#include "base/Progress.h"
 #include "shell/PhotoshopUtilities.h"
 
 #include <cstring>
 #include <type_traits>
 
-#include "host/ColorServices.h"
+#include "base/FatalError.h"
+#include "host/record/ColorServices.h"
 #include "hostapi/Results.h"
-#include "shell/FatalError.h"
 #include "tests/support/CoreTest.h"
 
 namespace {

@@ -3,7 +3,8 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "shell/FatalError.h"
+#include "base/FatalError.h"
+#include "base/HostServices.h"
 #include "shell/FilterContext.h"
 #include "shell/LastTexture.h"
 #include "shell/Zandermolite.h"

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <random>
 
-#include "shell/FatalError.h"
-#include "tests/reference/PlainTransfer.h"
+#include "base/FatalError.h"
+#include "plain/PlainTransfer.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/RowHost.h"

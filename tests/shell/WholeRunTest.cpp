@@ -1,8 +1,9 @@
 // A whole run of the filter in a strict host, with each of the habits that hosts have.
 #include <algorithm>
 
-#include "host/FilterHost.h"
-#include "host/Geometry.h"
+#include "base/HostServices.h"
+#include "base/Rectangles.h"
+#include "host/record/FilterHost.h"
 #include "shell/Selectors.h"
 #include "shell/Zandermolite.h"
 #include "tests/support/CoreTest.h"
@@ -40,10 +41,10 @@ class WholeRunTest : public CoreTest {
     /// `before` with the last texture's tile across the selection's part inside the picture.
     host::Picture Expected(const host::Picture& before, const hostapi::VRect& selection) const {
         const std::string file = BytesOf(folder.Path() / "Zandermolite.tmp");
-        const HostImage image{host::Narrowed(before.Bounds()), before.planes, before.pixels};
+        const HostImage image{hostapi::Narrowed(before.Bounds()), before.planes, before.pixels};
         host::Picture expected = before;
         expected.pixels =
-            Tiled(image, TileOfFile(file), host::Narrowed(selection), host::Height(selection))
+            Tiled(image, TileOfFile(file), hostapi::Narrowed(selection), hostapi::Height(selection))
                 .bytes;
         return expected;
     }

@@ -8,11 +8,11 @@
 #include <optional>
 #include <random>
 
+#include "base/Progress.h"
 #include "paint/EffectRun.h"
 #include "paint/PaintClass.h"
-#include "paint/Random.h"
 #include "paint/Stroke.h"
-#include "shell/PhotoshopUtilities.h"
+#include "paint/math/Random.h"
 #include "tests/support/FailingHandles.h"
 #include "tests/support/Pictures.h"
 

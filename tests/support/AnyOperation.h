@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-#include "host/MemorySuites.h"
+#include "host/record/MemorySuites.h"
 
 /// The operations that a run chooses from.
 std::size_t AnyOperationCount();

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "shell/PhotoshopUtilities.h"
+#include "base/Progress.h"
 
 /// Stands as the editor's bar while it lives. One at a time.
 class Bar final : public ProgressTarget {

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "shell/PhotoshopUtilities.h"
+#include "base/Progress.h"
 #include "tests/support/CoreTest.h"
 
 /// While it lives, an editor stands and every look at the clock finds it 250 ms on, so that no tick

@@ -1,9 +1,9 @@
-// Both compilations of the loops that paint/Dispatch.h chooses between.
+// Both compilations of the loops that paint/kernels/Dispatch.h chooses between.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include "paint/Dispatch.h"
+#include "paint/kernels/Dispatch.h"
 
 /// Runs `body` with the code for any processor, then with the code for this one.
 template <typename Body>

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "base/HostServices.h"
+
 namespace {
 
 PlatformLog log;

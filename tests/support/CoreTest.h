@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "host/MemorySuites.h"
+#include "base/HostServices.h"
+#include "base/Platform.h"
+#include "host/record/MemorySuites.h"
 #include "hostapi/FilterRecord.h"
-#include "shell/PhotoshopUtilities.h"
-#include "shell/Platform.h"
 #include "tests/support/StandInWindows.h"
 
 /// Puts the platform back as it was when the object goes.

@@ -6,24 +6,19 @@
 #include <random>
 #include <utility>
 
+#include "base/HostServices.h"
+#include "base/Rectangles.h"
+
 using hostapi::Rect;
 
 namespace {
 
 RowHost* serving = nullptr;
 
-bool IsEmpty(const Rect& rect) {
-    return rect.right <= rect.left || rect.bottom <= rect.top;
-}
-
 Rect Intersection(const Rect& a, const Rect& b) {
     const Rect both{std::max(a.top, b.top), std::max(a.left, b.left), std::min(a.bottom, b.bottom),
                     std::min(a.right, b.right)};
     return IsEmpty(both) ? Rect{} : both;
-}
-
-bool AreEqual(const Rect& a, const Rect& b) {
-    return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
 }
 
 std::size_t Columns(const Rect& rect) {

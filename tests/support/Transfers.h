@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "base/Rectangles.h"
 #include "hostapi/HostTypes.h"
 #include "paint/PaintClass.h"
 #include "shell/Transfer.h"
@@ -12,10 +13,6 @@
 
 constexpr bool IsZero(const hostapi::Rect& rect) {
     return rect.top == 0 && rect.left == 0 && rect.bottom == 0 && rect.right == 0;
-}
-
-constexpr bool AreEqual(const hostapi::Rect& a, const hostapi::Rect& b) {
-    return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
 }
 
 /// The tile in the bytes of a last texture's file, which must outlive it.

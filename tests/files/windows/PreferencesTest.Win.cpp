@@ -5,10 +5,10 @@
 
 #include <filesystem>
 
+#include "base/Module.Win.h"
 #include "files/File.h"
 #include "files/PreferencePlace.h"
 #include "shell/FatalError.Win.h"
-#include "shell/Module.Win.h"
 #include "tests/files/windows/HoldingProcess.Win.h"
 #include "tests/shell/windows/DialogDriver.Win.h"
 #include "tests/support/CoreTest.h"

@@ -2,11 +2,11 @@
 #include <atomic>
 #include <cstdlib>
 
-#include "framework/ControlClasses.Win.h"
-#include "framework/DialogState.h"
-#include "framework/GlobeControl.h"
-#include "framework/GlobeGeometry.h"
-#include "shell/FatalError.h"
+#include "base/FatalError.h"
+#include "framework/controls/ControlClasses.Win.h"
+#include "framework/controls/GlobeControl.h"
+#include "framework/controls/GlobeGeometry.h"
+#include "framework/dialog/DialogState.h"
 #include "tests/e2e/InputDesktop.Win.h"
 #include "tests/framework/windows/DialogScript.Win.h"
 

@@ -3,9 +3,9 @@
 #include <new>
 #include <utility>
 
-#include "framework/DialogState.h"
-#include "framework/GlobeControl.h"
-#include "shell/FatalError.h"
+#include "base/FatalError.h"
+#include "framework/controls/GlobeControl.h"
+#include "framework/dialog/DialogState.h"
 #include "tests/framework/windows/DialogScript.Win.h"
 #include "tests/shell/windows/Levels.Win.h"
 

@@ -6,8 +6,8 @@
 #include <fstream>
 #include <thread>
 
-#include "framework/DialogState.h"
-#include "shell/FatalError.h"
+#include "base/FatalError.h"
+#include "framework/dialog/DialogState.h"
 #include "tests/e2e/InputDesktop.Win.h"
 
 std::string screenshotFolder;

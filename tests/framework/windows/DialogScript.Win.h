@@ -11,9 +11,9 @@
 #include <thread>
 #include <vector>
 
-#include "framework/NorvantaDialog.h"
+#include "base/Platform.h"
+#include "framework/dialog/NorvantaDialog.h"
 #include "hostapi/FilterRecord.h"
-#include "shell/Platform.h"
 
 /// Where to leave pictures for people to look at; empty for nowhere.
 extern std::string screenshotFolder;

@@ -1,7 +1,7 @@
 // Fields: keys, checks, alerts, values.
-#include "framework/DialogState.h"
-#include "framework/NumberField.h"
-#include "shell/FatalError.h"
+#include "base/FatalError.h"
+#include "framework/dialog/DialogState.h"
+#include "framework/fields/NumberField.h"
 #include "tests/e2e/InputDesktop.Win.h"
 #include "tests/framework/windows/DialogScript.Win.h"
 

@@ -1,12 +1,12 @@
 // Help, cursors and menus.
-#include "framework/Help.Win.h"
+#include "framework/help/Help.Win.h"
 
 #include <atomic>
 #include <cstring>
 
-#include "framework/DialogState.h"
-#include "shell/FatalError.h"
-#include "shell/Module.Win.h"
+#include "base/FatalError.h"
+#include "base/Module.Win.h"
+#include "framework/dialog/DialogState.h"
 #include "tests/framework/windows/DialogScript.Win.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string>
 
-#include "shell/Module.Win.h"
+#include "base/Module.Win.h"
 #include "tests/e2e/InputDesktop.Win.h"
 #include "tests/framework/windows/DialogScript.Win.h"
 

@@ -8,8 +8,8 @@
 #include <atomic>
 #include <cstring>
 
-#include "framework/DialogState.h"
-#include "shell/FatalError.h"
+#include "base/FatalError.h"
+#include "framework/dialog/DialogState.h"
 #include "tests/e2e/InputDesktop.Win.h"
 #include "tests/framework/windows/DialogScript.Win.h"
 

@@ -1,7 +1,7 @@
 // Drawing through a dialog's port, looked at pixel by pixel.
 #include "tests/framework/windows/DialogScript.Win.h"
 
-#include "framework/SmallPSDialog.h"
+#include "framework/dialog/SmallPSDialog.h"
 #include "hostapi/FilterRecord.h"
 
 namespace {

@@ -1,8 +1,8 @@
 // A whole run and its repeat, with each allocation failing in turn.
 #include <vector>
 
-#include "host/FilterHost.h"
-#include "host/Geometry.h"
+#include "base/Rectangles.h"
+#include "host/record/FilterHost.h"
 #include "shell/LastTexture.h"
 #include "shell/Selectors.h"
 #include "shell/Zandermolite.h"
@@ -133,8 +133,8 @@ class AllocationTest : public CoreTest {
     /// The pixels of the picture with the last texture in its selection.
     std::vector<std::uint8_t> TiledPixels(const host::Picture& before) const {
         const std::string file = BytesOf(folder.Path() / "Zandermolite.tmp");
-        return Tiled({{0, 0, 40, 50}, 3, before.pixels}, TileOfFile(file), host::Narrowed(bounds),
-                     30)
+        return Tiled({{0, 0, 40, 50}, 3, before.pixels}, TileOfFile(file),
+                     hostapi::Narrowed(bounds), 30)
             .bytes;
     }
 

@@ -1,9 +1,9 @@
-#include "framework/About.Win.h"
+#include "framework/help/About.Win.h"
 
-#include "framework/LoadedModule.Win.h"
+#include "base/FatalError.h"
+#include "base/Module.Win.h"
+#include "framework/help/LoadedModule.Win.h"
 #include "hostapi/SharedLibrary.h"
-#include "shell/FatalError.h"
-#include "shell/Module.Win.h"
 #include "tests/shell/windows/DialogDriver.Win.h"
 #include "tests/shell/windows/Libraries.Win.h"
 #include "tests/shell/windows/StandInToolbox.Win.h"

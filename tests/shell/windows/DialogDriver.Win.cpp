@@ -5,7 +5,7 @@
 #include <atomic>
 #include <thread>
 
-#include "host/Picture.h"
+#include "host/picture/Picture.h"
 #include "tests/shell/windows/ProgramArguments.Win.h"
 
 namespace {

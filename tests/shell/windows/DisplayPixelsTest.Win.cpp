@@ -1,12 +1,12 @@
-#include "host/DisplayPixels.h"
+#include "host/record/DisplayPixels.h"
 
 #include <windows.h>
 
 #include <cstring>
 
+#include "base/FatalError.h"
+#include "base/HostServices.h"
 #include "paint/PaintClass.h"
-#include "shell/FatalError.h"
-#include "shell/PhotoshopUtilities.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 

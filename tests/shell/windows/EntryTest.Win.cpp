@@ -1,11 +1,12 @@
 // ENTRYPOINT linked into this program, where the tests set the clock, and the product's own.
 #include <array>
 
-#include "host/DialogUser.Win.h"
-#include "host/FilterHost.h"
+#include "base/FatalError.h"
+#include "base/HostServices.h"
+#include "base/Module.Win.h"
+#include "host/command/DialogUser.Win.h"
+#include "host/record/FilterHost.h"
 #include "hostapi/FilterRecord.h"
-#include "shell/FatalError.h"
-#include "shell/Module.Win.h"
 #include "shell/Zandermolite.h"
 #include "tests/shell/windows/DialogDriver.Win.h"
 #include "tests/shell/windows/Libraries.Win.h"

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "host/DialogPress.h"
-#include "host/FilterHost.h"
+#include "host/command/DialogPress.h"
+#include "host/record/FilterHost.h"
 #include "resources/Ids.h"
 #include "tests/shell/windows/ProgramArguments.Win.h"
 

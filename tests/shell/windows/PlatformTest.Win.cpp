@@ -1,5 +1,5 @@
 // The plug-in's own table; the fixtures of the other tests exchange its members.
-#include "shell/Platform.h"
+#include "base/Platform.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>

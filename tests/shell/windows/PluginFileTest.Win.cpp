@@ -6,8 +6,8 @@
 #include <thread>
 
 #include "files/Preferences.h"
-#include "host/DialogUser.Win.h"
-#include "host/PluginFile.h"
+#include "host/command/DialogUser.Win.h"
+#include "host/plugin/PluginFile.h"
 #include "tests/shell/windows/DialogDriver.Win.h"
 #include "tests/shell/windows/Levels.Win.h"
 #include "tests/shell/windows/Libraries.Win.h"

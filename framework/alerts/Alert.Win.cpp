@@ -1,0 +1,139 @@
+#include "framework/alerts/Alert.Win.h"
+
+#include "base/FatalError.h"
+#include "base/Module.Win.h"
+#include "resources/Strings.h"
+
+namespace {
+
+constexpr int okControl = 1;
+constexpr int cancelControl = 2;
+constexpr int textCapacity = 256;
+/// Where the icon stands, in dialog units from the left and the top.
+constexpr int iconPlace = 7;
+/// How far an alert stays from the edges of the work area, in pixels.
+constexpr int screenMargin = 2;
+
+/// What one alert's window procedure needs; lives as long as the alert runs.
+struct AlertRun {
+    const AlertTexts& texts;
+    AlertIcon icon;
+};
+
+bool IsLeadByte(unsigned char byte) {
+    return IsDBCSLeadByte(byte) != FALSE;
+}
+
+void FillTexts(HWND alert, const AlertTexts& texts) {
+    for (HWND control = GetWindow(alert, GW_CHILD); control != nullptr;
+         control = GetWindow(control, GW_HWNDNEXT)) {
+        char text[textCapacity];
+        if (GetDlgCtrlID(control) >= cancelControl &&
+            GetWindowTextA(control, text, sizeof text) > 0) {
+            SetWindowTextA(control, SubstituteTexts(text, texts, IsLeadByte).c_str());
+        }
+    }
+}
+
+RECT WorkArea() {
+    RECT area;
+    SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+    InflateRect(&area, -screenMargin, -screenMargin);
+    return area;
+}
+
+/// Moves `rect` into `area` along one side after the other: top before bottom, left before right.
+void PushInto(const RECT& area, RECT& rect) {
+    if (rect.top < area.top) {
+        OffsetRect(&rect, 0, area.top - rect.top);
+    }
+    if (rect.bottom > area.bottom) {
+        OffsetRect(&rect, 0, area.bottom - rect.bottom);
+    }
+    if (rect.left < area.left) {
+        OffsetRect(&rect, area.left - rect.left, 0);
+    }
+    if (rect.right > area.right) {
+        OffsetRect(&rect, area.right - rect.right, 0);
+    }
+}
+
+void SetUp(HWND alert, const AlertRun& run) {
+    char title[textCapacity];
+    if (LoadStringA(instanceHandle, stringAlertTitle, title, sizeof title) > 0) {
+        SetWindowTextA(alert, title);
+    }
+    FillTexts(alert, run.texts);
+    PlaceOverOwner(alert);
+}
+
+void DrawStockIcon(HWND alert, AlertIcon icon) {
+    PAINTSTRUCT paint;
+    const HDC context = BeginPaint(alert, &paint);
+    RECT place{iconPlace, iconPlace, iconPlace, iconPlace};
+    MapDialogRect(alert, &place);
+    DrawIcon(context, place.left, place.top,
+             LoadIcon(nullptr, icon == AlertIcon::stop ? IDI_HAND : IDI_EXCLAMATION));
+    EndPaint(alert, &paint);
+}
+
+INT_PTR CALLBACK AlertProcedure(HWND alert, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            SetWindowLongPtrA(alert, DWLP_USER, lParam);
+            SetUp(alert, *reinterpret_cast<const AlertRun*>(lParam));
+            return TRUE;
+        case WM_PAINT:
+            DrawStockIcon(
+                alert,
+                reinterpret_cast<const AlertRun*>(GetWindowLongPtrA(alert, DWLP_USER))->icon);
+            return TRUE;
+        case WM_COMMAND:
+            // The close box and Escape come as the cancel control, whether there is one or not.
+            if (LOWORD(wParam) == okControl || LOWORD(wParam) == cancelControl) {
+                EndDialog(alert, LOWORD(wParam));
+                return TRUE;
+            }
+            return FALSE;
+        default:
+            return FALSE;
+    }
+}
+
+}  // namespace
+
+int RunAlert(HWND parent, int id, const AlertTexts& texts, AlertIcon icon) {
+    const LPCSTR resource = MAKEINTRESOURCEA(id);
+    if (FindResourceA(instanceHandle, resource, MAKEINTRESOURCEA(5 /* RT_DIALOG */)) == nullptr) {
+        return 0;
+    }
+    const AlertRun run{texts, icon};
+    const INT_PTR result =
+        DialogBoxParamA(instanceHandle, resource, IsWindow(parent) ? parent : nullptr,
+                        AlertProcedure, reinterpret_cast<LPARAM>(&run));
+    return result > 0 ? static_cast<int>(result) : 0;
+}
+
+int Alert(HWND parent, std::int16_t id, const AlertTexts& texts) {
+    const int answer = RunAlert(parent, id, texts, AlertIcon::warning);
+    if (answer == 0) {
+        char text[2];
+        const bool hasString =
+            LoadStringA(instanceHandle, static_cast<UINT>(id), text, sizeof text) > 0;
+        FatalError(hasString ? id : std::int16_t{faultResourceMissing}, "Alert.Win", __LINE__);
+    }
+    return answer;
+}
+
+void PlaceOverOwner(HWND dialog) {
+    const HWND owner = GetWindow(dialog, GW_OWNER);
+    RECT around;
+    GetWindowRect(owner != nullptr ? owner : GetDesktopWindow(), &around);
+    RECT rect;
+    GetWindowRect(dialog, &rect);
+    OffsetRect(&rect, (around.left + around.right - rect.left - rect.right) / 2,
+               (around.top + around.bottom - rect.top - rect.bottom) / 2);
+    PushInto(WorkArea(), rect);
+    SetWindowPos(dialog, nullptr, rect.left, rect.top, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}

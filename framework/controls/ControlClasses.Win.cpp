@@ -1,0 +1,137 @@
+#include "framework/controls/ControlClasses.Win.h"
+
+#include <commctrl.h>
+
+#include "base/Module.Win.h"
+#include "framework/controls/ControlSupport.Win.h"
+#include "framework/dialog/TabNames.h"
+#include "framework/drawing/InterfaceLib.Win.h"
+
+namespace {
+
+constexpr char bitmapButtonClass[] = "tBitmapButton";
+
+struct ControlClass {
+    const char* name;
+    WNDPROC procedure;
+};
+
+constexpr ControlClass controlClasses[] = {
+    {"tToolPalette", ToolPaletteProcedure}, {"tPopupMenu", PopupMenuProcedure},
+    {"tRealtimeMenu", PopupMenuProcedure},  {"tLinearSlider", LinearSliderProcedure},
+    {"tPadLock", PadLockProcedure},         {"tUserItem", UserItemProcedure},
+};
+
+void Register(const ControlClass& control) {
+    WNDCLASSA windowClass{};
+    windowClass.style = CS_DBLCLKS;
+    windowClass.lpfnWndProc = control.procedure;
+    windowClass.cbWndExtra = static_cast<int>(sizeof(LONG_PTR));
+    windowClass.hInstance = instanceHandle;
+    windowClass.hCursor = LoadCursor(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    windowClass.lpszClassName = control.name;
+    RegisterClassA(&windowClass);
+}
+
+void RegisterBitmapButton() {
+    WNDCLASSA windowClass{};
+    if (!GetClassInfoA(nullptr, "BUTTON", &windowClass)) {
+        return;
+    }
+    TakeOverButton(windowClass);
+    windowClass.style &= ~static_cast<UINT>(CS_GLOBALCLASS | CS_PARENTDC);
+    windowClass.hInstance = instanceHandle;
+    windowClass.lpszClassName = bitmapButtonClass;
+    RegisterClassA(&windowClass);
+}
+
+/// BM_SETDONTCLICK, which older headers and systems don't know.
+constexpr UINT setDontClick = 0x00F8;
+
+/// The system's theme library; not there on every system.
+class ThemeLibrary {
+  public:
+    ThemeLibrary() : library(LoadLibraryA("uxtheme.dll")) {
+        if (library != nullptr) {
+            setTheme = reinterpret_cast<SetTheme>(
+                reinterpret_cast<void*>(GetProcAddress(library, "SetWindowTheme")));
+        }
+    }
+    ThemeLibrary(const ThemeLibrary&) = delete;
+    ThemeLibrary& operator=(const ThemeLibrary&) = delete;
+    ~ThemeLibrary() {
+        if (library != nullptr) {
+            FreeLibrary(library);
+        }
+    }
+
+    void SwitchOff(HWND control) const {
+        // A system that takes no empty names knows no theme by the name of a blank either.
+        if (setTheme != nullptr && FAILED(setTheme(control, L"", L""))) {
+            setTheme(control, L" ", L" ");
+        }
+    }
+
+  private:
+    using SetTheme = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
+
+    HMODULE library;
+    SetTheme setTheme = nullptr;
+};
+
+std::unique_ptr<ThemeLibrary> themes;
+
+void BuildTabs(HWND control) {
+    char text[textBufferSize];
+    GetWindowTextA(control, text, static_cast<int>(sizeof text));
+    int index = 0;
+    for (std::string& name : TabNames(text)) {
+        TCITEMA tab{};
+        tab.mask = TCIF_TEXT;
+        tab.pszText = name.data();
+        SendMessageA(control, TCM_INSERTITEMA, static_cast<WPARAM>(index++),
+                     reinterpret_cast<LPARAM>(&tab));
+    }
+}
+
+}  // namespace
+
+void RegisterControlClasses() {
+    INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TAB_CLASSES};
+    InitCommonControlsEx(&controls);
+    for (const ControlClass& control : controlClasses) {
+        Register(control);
+    }
+    RegisterBitmapButton();
+    themes = std::make_unique<ThemeLibrary>();
+}
+
+void UnregisterControlClasses() {
+    for (const ControlClass& control : controlClasses) {
+        UnregisterClassA(control.name, instanceHandle);
+    }
+    UnregisterClassA(bitmapButtonClass, instanceHandle);
+    themes.reset();
+}
+
+void PrepareControls(const std::vector<ItemRecord>& items) {
+    HWND before = HWND_TOP;
+    for (const ItemRecord& record : items) {
+        const HWND control = static_cast<HWND>(record.control);
+        SetWindowPos(control, before, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        before = control;
+        if (themes != nullptr) {
+            themes->SwitchOff(control);
+        }
+        if (record.Letter() == itemButton) {
+            // A radio button that gets the focus would count as pressed.
+            SendMessageA(control, setDontClick, TRUE, 0);
+        }
+        if (record.kind == itemTab) {
+            BuildTabs(control);
+        } else if (record.IsEditField()) {
+            SendMessageA(control, EM_LIMITTEXT, maximalTextLength, 0);
+        }
+    }
+}

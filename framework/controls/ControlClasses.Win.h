@@ -1,0 +1,28 @@
+// The window classes of the program's own controls, and the protocol that they share.
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+#include "framework/dialog/ItemRecord.h"
+
+/// Messages of the family.
+enum ControlMessage : UINT {
+    controlGetValue = WM_USER,
+    /// Answers 0.
+    controlGetMinimum = WM_USER + 1,
+    /// Answers the number of cells.
+    controlGetCount = WM_USER + 2,
+    controlSetValue = WM_USER + 5,
+    /// The minimum in the low and the maximum in the high 16 bits.
+    controlSetRange = WM_USER + 6,
+};
+
+/// For the first dialog of the process, and behind the last.
+void RegisterControlClasses();
+void UnregisterControlClasses();
+
+/// Brings the controls of a dialog that has just opened into shape: the tab order is the items',
+/// visual themes are off, edit fields take 255 bytes, tabs get their names.
+void PrepareControls(const std::vector<ItemRecord>& items);

@@ -1,0 +1,93 @@
+// What the custom controls share.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <new>
+
+#include "framework/controls/ControlClasses.Win.h"
+#include "framework/dialog/Callback.Win.h"
+#include "framework/drawing/GdiObject.Win.h"
+
+/// The record of a control, hung on its window by its class; null before creation and behind the
+/// end, and for a control that dropped it.
+template <typename Record>
+Record* RecordOf(HWND control) {
+    return reinterpret_cast<Record*>(GetWindowLongPtrA(control, 0));
+}
+
+template <typename Record>
+void SetRecord(HWND control, std::unique_ptr<Record> record) {
+    delete RecordOf<Record>(control);
+    SetWindowLongPtrA(control, 0, reinterpret_cast<LONG_PTR>(record.release()));
+}
+
+/// A window procedure around a class' own, which gets the record: makes it at creation, frees it at
+/// the end, and lets nothing out into the system. Without a record the system's procedure does all.
+template <typename Record, LRESULT (*Take)(HWND, Record&, UINT, WPARAM, LPARAM)>
+LRESULT CALLBACK ControlProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
+    return Guarded(LRESULT{0}, [&]() -> LRESULT {
+        if (message == WM_NCCREATE) {
+            SetRecord(control, std::unique_ptr<Record>(new (std::nothrow) Record()));
+        }
+        if (message == WM_NCDESTROY) {
+            SetRecord(control, std::unique_ptr<Record>());
+        }
+        Record* const record = RecordOf<Record>(control);
+        return record != nullptr ? Take(control, *record, message, wParam, lParam)
+                                 : DefWindowProcA(control, message, wParam, lParam);
+    });
+}
+
+/// The control's client area, drawn in memory and shown at once.
+class BufferedPaint {
+  public:
+    explicit BufferedPaint(HWND newControl);
+    BufferedPaint(const BufferedPaint&) = delete;
+    BufferedPaint& operator=(const BufferedPaint&) = delete;
+    ~BufferedPaint();
+
+    HDC Context() const { return memory.Get(); }
+    const RECT& Client() const { return client; }
+    int Width() const { return client.right; }
+    int Height() const { return client.bottom; }
+
+  private:
+    HWND control;
+    PAINTSTRUCT paint;
+    HDC screen;
+    RECT client;
+    GdiObject bitmap;
+    MemoryContext memory;
+};
+
+inline bool IsControlEnabled(HWND control) {
+    return IsWindowEnabled(control) != FALSE;
+}
+
+/// The control paints itself before this returns.
+void Redraw(HWND control);
+
+/// Tells the dialog: `message` is WM_NOTIFY for a change or a click, messageClicked for a click
+/// that changed nothing. `source` is the window, or null.
+void TellDialog(HWND control, UINT message, HWND source);
+
+/// The id of the control's picture or menu: the dialog's resource id plus the control's.
+int PictureId(HWND control);
+/// A bitmap resource; null if there is none.
+GdiObject LoadPicture(int id);
+
+/// The picture's part at `source` with its top left corner at `x`, `y`. White is transparent; a
+/// disabled one is drawn in the system's way.
+void DrawTransparent(HDC context, HBITMAP picture, const RECT& source, int x, int y,
+                     bool isEnabled);
+
+// Each class in its own file.
+LRESULT CALLBACK ToolPaletteProcedure(HWND, UINT, WPARAM, LPARAM);
+LRESULT CALLBACK PopupMenuProcedure(HWND, UINT, WPARAM, LPARAM);
+LRESULT CALLBACK LinearSliderProcedure(HWND, UINT, WPARAM, LPARAM);
+LRESULT CALLBACK PadLockProcedure(HWND, UINT, WPARAM, LPARAM);
+LRESULT CALLBACK UserItemProcedure(HWND, UINT, WPARAM, LPARAM);
+/// Takes the system's button over; `system` is its class, whose procedure does the rest.
+void TakeOverButton(WNDCLASSA& system);

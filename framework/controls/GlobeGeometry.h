@@ -1,0 +1,35 @@
+// Angles, elevations and the place of the knob on a dial.
+#pragma once
+
+#include <cstdint>
+
+#include "framework/dialog/DialogGeometry.h"
+
+/// Where a dial stands in its item.
+struct GlobeGeometry {
+    hostapi::Point center;
+    /// Of the knob's path.
+    int radius;
+    /// The square that the picture takes.
+    hostapi::Rect square;
+};
+
+/// For the item's rectangle; `inset` pixels lie between the knob's path and the picture's edge.
+/// FatalError 20005 without room for a radius of a pixel.
+GlobeGeometry MeasureGlobe(const hostapi::Rect& bounds, int inset);
+
+/// What a dial shows.
+struct GlobeValue {
+    /// 0 to 90, or -1 for a dial with an angle only.
+    int elevation;
+    /// Degrees: 0 points up, positive values go clockwise.
+    int angle;
+
+    friend bool operator==(const GlobeValue&, const GlobeValue&) = default;
+};
+
+/// The middle of the knob. Without an elevation it is on the rim, at 90 in the centre.
+hostapi::Point KnobPlace(const GlobeGeometry& geometry, const GlobeValue& value);
+
+/// What the mouse at `place` makes of `value`. The angle stays where the elevation becomes 90.
+GlobeValue ValueUnder(const GlobeGeometry& geometry, const GlobeValue& value, hostapi::Point place);

@@ -1,0 +1,65 @@
+// The window's side of a dialog: what the system calls, and what becomes of it.
+#pragma once
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include "framework/dialog/NorvantaDialog.h"
+#include "framework/drawing/InterfaceLib.Win.h"
+
+/// Private messages.
+enum DialogMessage : UINT {
+    /// From a custom control: it was clicked, and nothing changed.
+    messageClicked = WM_APP,
+    /// To the dialog: its cancel item is hit.
+    messageCancel = WM_APP + 2,
+};
+
+class DialogWindow {
+  public:
+    /// For the dialog resources; the parameter of the first message is the NorvantaDialog.
+    static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    /// Stands before the system's own procedure, and keeps it from drawing the caption.
+    static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+    static void InstallFilter();
+    static void RemoveFilter();
+
+    /// The live dialog with this window; null for other windows.
+    static NorvantaDialog* Of(HWND window);
+    /// The window over which a dialog opens.
+    static HWND OwnerOf(const NorvantaDialog& dialog);
+    static HWND Window(const NorvantaDialog& dialog) { return static_cast<HWND>(dialog.Window()); }
+
+    // Parts of NorvantaDialog::Setup.
+    static void CountItems(NorvantaDialog& dialog);
+    static void MeasureText(NorvantaDialog& dialog);
+    static void NoteClientRectangle(NorvantaDialog& dialog);
+    // Parts of NorvantaDialog::Close.
+    static void EndScrolling(NorvantaDialog& dialog);
+    static void Forget(const NorvantaDialog& dialog);
+
+  private:
+    static void NoteClientPlace(NorvantaDialog& dialog);
+    static bool Open(HWND window, NorvantaDialog& dialog);
+    static void FitToScreen(NorvantaDialog& dialog);
+    static bool Handle(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam);
+    static bool Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam);
+    static void Refresh(NorvantaDialog& dialog, UINT message);
+    static void RefreshCursorAndHelp(POINT screen);
+    static bool IsUsable(NorvantaDialog& dialog, hostapi::Point place);
+
+    static bool TakeCommand(NorvantaDialog& dialog, WPARAM wParam, LPARAM lParam);
+    static bool TakeNotification(NorvantaDialog& dialog, WPARAM wParam, LPARAM lParam);
+    static bool TakeScroll(NorvantaDialog& dialog, int code, int place, HWND control);
+    static void TakeSize(NorvantaDialog& dialog, WPARAM wParam);
+    static void TakeActivation(NorvantaDialog& dialog, bool on);
+    static void TakeDroppedFiles(NorvantaDialog& dialog, HDROP drop);
+
+    static LRESULT CALLBACK Filter(int code, WPARAM wParam, LPARAM lParam);
+    static bool FilterMessage(const MSG& message);
+    static void TrackFocus();
+    static bool FilterKey(NorvantaDialog& dialog, const MSG& message);
+    static bool FilterSystemKey(NorvantaDialog& dialog, int character);
+};

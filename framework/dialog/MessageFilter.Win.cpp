@@ -1,0 +1,126 @@
+// What sees the messages of dialogs before the system does: accelerators, the focus, keys.
+#include "framework/dialog/Callback.Win.h"
+#include "framework/dialog/DialogState.h"
+#include "framework/dialog/DialogWindow.Win.h"
+
+namespace {
+
+HHOOK hook = nullptr;
+
+constexpr int interruptCharacter = 3;  // Ctrl+C
+constexpr int tabCharacter = 9;
+constexpr int returnCharacter = 13;
+constexpr int escapeCharacter = 27;
+
+/// The character that stands for a message, or -1. Arrows and Escape have none of their own here:
+/// the system would use their keys up before.
+int CharacterOf(const MSG& message) {
+    if (message.message == WM_CHAR) {
+        return static_cast<int>(message.wParam);
+    }
+    if (message.message != WM_KEYDOWN) {
+        return -1;
+    }
+    switch (message.wParam) {
+        case VK_UP:
+            return upArrowCharacter;
+        case VK_DOWN:
+            return downArrowCharacter;
+        case VK_ESCAPE:
+            return escapeCharacter;
+        default:
+            return -1;
+    }
+}
+
+bool IsKeyMessage(UINT message) {
+    return message >= WM_KEYFIRST && message <= WM_KEYLAST;
+}
+
+}  // namespace
+
+void DialogWindow::InstallFilter() {
+    hook = SetWindowsHookExA(WH_MSGFILTER, &DialogWindow::Filter, nullptr, GetCurrentThreadId());
+}
+
+void DialogWindow::RemoveFilter() {
+    UnhookWindowsHookEx(hook);
+    hook = nullptr;
+}
+
+LRESULT CALLBACK DialogWindow::Filter(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == MSGF_DIALOGBOX) {
+        const MSG& message = *reinterpret_cast<const MSG*>(lParam);
+        if (Guarded(true, [&] { return FilterMessage(message); })) {
+            return TRUE;
+        }
+    }
+    return CallNextHookEx(hook, code, wParam, lParam);
+}
+
+/// Whether the message ends here.
+bool DialogWindow::FilterMessage(const MSG& message) {
+    NorvantaDialog* const active = dialogState.active;
+    if (active == nullptr || !active->windowExists) {
+        return false;
+    }
+    const HWND window = Window(*active);
+    if (message.hwnd != window && !IsChild(window, message.hwnd)) {
+        return false;
+    }
+    MSG copy = message;
+    if (IsKeyMessage(message.message) && active->accelerators != nullptr &&
+        TranslateAcceleratorA(window, static_cast<HACCEL>(active->accelerators), &copy) != 0) {
+        return true;
+    }
+    TrackFocus();
+    return active->windowExists && FilterKey(*active, message);
+}
+
+void DialogWindow::TrackFocus() {
+    const HWND focus = GetFocus();
+    NorvantaDialog* const before = dialogState.focused;
+    NorvantaDialog* const now = focus != nullptr ? Of(GetAncestor(focus, GA_ROOT)) : nullptr;
+    dialogState.focused = now;
+    if (before != nullptr && before != now) {
+        before->TakeFocusStep();
+    }
+    if (now != nullptr) {
+        now->TakeFocusStep();
+    }
+}
+
+bool DialogWindow::FilterKey(NorvantaDialog& dialog, const MSG& message) {
+    const int character = CharacterOf(message);
+    if (character < 0) {
+        return false;
+    }
+    if (FilterSystemKey(dialog, character)) {
+        return true;
+    }
+    const short item = dialog.KeyDown(character, GetMessageModifiers());
+    if (item < 0) {
+        return false;
+    }
+    dialog.HitItem(item);
+    return true;
+}
+
+bool DialogWindow::FilterSystemKey(NorvantaDialog& dialog, int character) {
+    switch (character) {
+        case tabCharacter:
+            if (const short item = dialog.GetFocusItem(); item != 0) {
+                dialog.SetFocus(item, (GetMessageModifiers() & modifierShift) != 0 ? -1 : 1);
+            }
+            return true;
+        case escapeCharacter:
+        case interruptCharacter:
+            PostMessageA(Window(dialog), messageCancel, 0, 0);
+            return true;
+        case returnCharacter:
+            // The key itself has reached the default button.
+            return true;
+        default:
+            return false;
+    }
+}

@@ -1,0 +1,47 @@
+#include "framework/dialog/SmallPSDialog.h"
+
+#include "base/FatalError.h"
+
+namespace {
+
+/// Along the inside of a colour box.
+constexpr Color24 shade = MakeColor24(140, 140, 140);
+constexpr Color24 frameColor = MakeColor24(0, 0, 0);
+
+}  // namespace
+
+SmallPSDialog::SmallPSDialog(short newResourceId, hostapi::FilterRecord* newRecord,
+                             NorvantaDialog* newOwner)
+    : NorvantaDialog(newResourceId, newOwner), record(newRecord) {
+    Assert(record != nullptr, "SmallPSDialog / Zeile 23 !(f != NULL)");
+}
+
+void SmallPSDialog::Reserved(int) {}
+
+void SmallPSDialog::MoveTo(short x, short y) {
+    pen = {y, x};
+}
+
+void SmallPSDialog::LineTo(short x, short y) {
+    const hostapi::Point end{y, x};
+    Port().DrawLine(pen, end);
+    pen = end;
+}
+
+void SmallPSDialog::DrawColorBox(const hostapi::Rect& rect, Color24 color) {
+    DrawingPort& drawing = Port();
+    const Color24 before = drawing.Foreground();
+    const hostapi::Rect inside = Inset(rect, 1, 1);
+    drawing.SetForeground(frameColor);
+    drawing.FrameRect(rect);
+    drawing.SetForeground(color);
+    drawing.PaintRect(inside);
+    drawing.SetForeground(shade);
+    drawing.FrameRect(inside);
+    drawing.SetForeground(before);
+}
+
+void SmallPSDialog::SetPlacement(short top, short left) {
+    const hostapi::Rect client = ClientRectangle();
+    PlaceClient(Offset(client, left - client.left, top - client.top));
+}

@@ -1,0 +1,415 @@
+#include "framework/drawing/InterfaceLib.Win.h"
+
+#include <algorithm>
+#include <string>
+
+#include "base/FatalError.h"
+#include "base/Module.Win.h"
+#include "framework/drawing/GdiObject.Win.h"
+#include "hostapi/Results.h"
+
+namespace {
+
+constexpr char sourceName[] = "InterfaceLib.Win";
+/// Large enough for every window.
+constexpr hostapi::Rect everything{0, 0, 30000, 30000};
+/// The pen's exclusive-or for areas: not (pattern xor target).
+constexpr DWORD invertedPattern = 0x00A50065;
+constexpr COLORREF fixedGray = RGB(0x7F, 0x7F, 0x7F);
+
+/// An object that the system may have refused.
+GdiObject Made(HGDIOBJ object, int line) {
+    CheckError(object, hostapi::memFullErr, sourceName, line);
+    return GdiObject(object);
+}
+
+int ModifiersBy(SHORT(WINAPI* stateOf)(int key)) {
+    const auto bit = [stateOf](int key, int modifier) {
+        return (stateOf(key) & 0x8000) != 0 ? modifier : 0;
+    };
+    return bit(VK_CONTROL, modifierControl) | bit(VK_SHIFT, modifierShift) |
+           bit(VK_CAPITAL, modifierCapsLock) | bit(VK_MENU, modifierAlt);
+}
+
+/// The colour of the system behind a number of SystemColor; -1 for an unknown number.
+int SystemColorIndex(short number) {
+    switch (number) {
+        case systemButtonText:
+            return COLOR_BTNTEXT;
+        case systemGrayText:
+            return COLOR_GRAYTEXT;
+        case systemHighlight:
+            return COLOR_HIGHLIGHT;
+        case systemHighlightText:
+            return COLOR_HIGHLIGHTTEXT;
+        case systemActiveCaption:
+        case systemCaption:
+            return COLOR_ACTIVECAPTION;
+        case systemWindow:
+            return COLOR_WINDOW;
+        default:
+            return -1;
+    }
+}
+
+UINT DrawTextFormat(unsigned flags) {
+    UINT format = DT_NOPREFIX;
+    if ((flags & textCentered) != 0) {
+        format |= DT_CENTER;
+    } else if ((flags & textRight) != 0) {
+        format |= DT_RIGHT;
+    }
+    if ((flags & textNoWrap) == 0) {
+        format |= DT_WORDBREAK;
+    }
+    return format;
+}
+
+/// The rectangle moved down so that the text stands in its middle or at its bottom; a text that is
+/// higher begins at the top.
+RECT PlaceText(HDC context, const char* text, RECT rect, unsigned flags) {
+    RECT needed = rect;
+    DrawTextA(context, text, -1, &needed, DrawTextFormat(flags) | DT_CALCRECT);
+    const LONG spare = (std::max)(0L, (rect.bottom - rect.top) - (needed.bottom - needed.top));
+    if ((flags & textMiddle) != 0) {
+        rect.top += spare / 2;
+    } else if ((flags & textBottom) != 0) {
+        rect.top += spare;
+    }
+    return rect;
+}
+
+}  // namespace
+
+// --- Strings and input ---
+
+std::int16_t LoadIndexedString(char* buffer, int base, int index) {
+    const UINT id = static_cast<UINT>(base + index);
+    if (LoadStringA(instanceHandle, id, buffer, static_cast<int>(textBufferSize)) <= 0) {
+        buffer[0] = '\0';
+        return faultResourceMissing;
+    }
+    return 0;
+}
+
+int GetModifiers() {
+    return ModifiersBy(GetAsyncKeyState);
+}
+
+int GetMessageModifiers() {
+    return ModifiersBy(GetKeyState);
+}
+
+// --- Regions ---
+
+Region::Region() : Region(hostapi::Rect{0, 0, 0, 0}) {}
+
+Region::Region(const hostapi::Rect& rect)
+    : handle(CreateRectRgn(rect.left, rect.top, rect.right, rect.bottom)) {
+    CheckError(handle, hostapi::memFullErr, sourceName, __LINE__);
+}
+
+Region::~Region() {
+    DeleteObject(handle);
+}
+
+void Region::Set(const hostapi::Rect& rect) {
+    SetRectRgn(static_cast<HRGN>(handle), rect.left, rect.top, rect.right, rect.bottom);
+}
+
+bool Region::Meets(const hostapi::Rect& rect) const {
+    const RECT system = ToSystem(rect);
+    return RectInRegion(static_cast<HRGN>(handle), &system) != FALSE;
+}
+
+// --- The port ---
+
+struct DrawingPort::Resources {
+    GdiObject clip =
+        Made(CreateRectRgn(everything.left, everything.top, everything.right, everything.bottom),
+             __LINE__);
+    GdiObject effectiveClip = Made(CreateRectRgn(0, 0, 0, 0), __LINE__);
+    /// Null for none.
+    GdiObject extraClip;
+    GdiObject pen;
+    GdiObject foregroundBrush;
+    GdiObject backgroundBrush;
+    GdiObject picture;
+    short pictureId = 0;
+    HICON icon = nullptr;
+    short iconId = 0;
+    HFONT font = static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
+
+    ~Resources() {
+        if (icon != nullptr) {
+            DestroyIcon(icon);
+        }
+    }
+    /// Null for a picture that does not exist.
+    HBITMAP Picture(short id);
+    HICON Icon(short id);
+};
+
+HBITMAP DrawingPort::Resources::Picture(short id) {
+    if (picture == nullptr || pictureId != id) {
+        picture.reset(LoadImageA(instanceHandle, ResourceName(id), IMAGE_BITMAP, 0, 0, 0));
+        pictureId = id;
+    }
+    return As<HBITMAP>(picture);
+}
+
+HICON DrawingPort::Resources::Icon(short id) {
+    if (icon == nullptr || iconId != id) {
+        if (icon != nullptr) {
+            DestroyIcon(icon);
+        }
+        icon =
+            static_cast<HICON>(LoadImageA(instanceHandle, ResourceName(id), IMAGE_ICON, 0, 0, 0));
+        iconId = id;
+    }
+    return icon;
+}
+
+/// A device context of the port's window, clipped and with the port's pen; given back at the end.
+class PortContext {
+  public:
+    explicit PortContext(const DrawingPort& port)
+        : window(static_cast<HWND>(port.target.window)), context(GetDC(window)) {
+        const DrawingPort::Resources& resources = *port.resources;
+        SelectClipRgn(context, As<HRGN>(resources.effectiveClip));
+        SelectObject(context, resources.pen.get());
+        SelectObject(context, resources.foregroundBrush.get());
+        SelectObject(context, resources.font);
+        SetROP2(context, static_cast<int>(port.penMode));
+        SetTextColor(context, port.foreground);
+        SetBkMode(context, TRANSPARENT);
+    }
+    PortContext(const PortContext&) = delete;
+    PortContext& operator=(const PortContext&) = delete;
+    ~PortContext() {
+        // The port's own objects may go before the context is used again.
+        SelectObject(context, GetStockObject(BLACK_PEN));
+        SelectObject(context, GetStockObject(WHITE_BRUSH));
+        SelectObject(context, GetStockObject(SYSTEM_FONT));
+        ReleaseDC(window, context);
+    }
+    HDC Get() const { return context; }
+
+  private:
+    HWND window;
+    HDC context;
+};
+
+DrawingPort::DrawingPort(void* window)
+    : target{window, nullptr},
+      resources(std::make_unique<Resources>()),
+      foreground(RGB(0, 0, 0)),
+      background(GetSysColor(COLOR_BTNFACE)),
+      penStyle(PS_SOLID),
+      penWidth(1),
+      penMode(PenMode::copy) {
+    target.clipRegion = resources->clip.get();
+    SetForeground(foreground);
+    SetBackground(background);
+    RemakeClip();
+}
+
+DrawingPort::~DrawingPort() = default;
+
+void DrawingPort::RemakePen() {
+    resources->pen = Made(CreatePen(penStyle, penWidth, foreground), __LINE__);
+}
+
+void DrawingPort::RemakeClip() {
+    const HRGN effective = As<HRGN>(resources->effectiveClip);
+    const HRGN clip = As<HRGN>(resources->clip);
+    if (resources->extraClip != nullptr) {
+        CombineRgn(effective, clip, As<HRGN>(resources->extraClip), RGN_AND);
+    } else {
+        CombineRgn(effective, clip, nullptr, RGN_COPY);
+    }
+}
+
+void DrawingPort::SetPenMode(PenMode mode) {
+    penMode = mode;
+}
+
+void DrawingPort::ResetPen() {
+    penStyle = PS_SOLID;
+    penWidth = 1;
+    penMode = PenMode::copy;
+    RemakePen();
+}
+
+void DrawingPort::SetPenWidth(short width) {
+    penWidth = width > 1 ? width : short{1};
+    RemakePen();
+}
+
+void DrawingPort::SetForeground(Color24 color) {
+    foreground = color;
+    RemakePen();
+    resources->foregroundBrush = Made(CreateSolidBrush(color), __LINE__);
+}
+
+void DrawingPort::SetBackground(Color24 color) {
+    background = color;
+    resources->backgroundBrush = Made(CreateSolidBrush(color), __LINE__);
+}
+
+void DrawingPort::SetSystemColor(short number) {
+    if (number == systemFixedGray) {
+        SetForeground(fixedGray);
+        return;
+    }
+    const int index = SystemColorIndex(number);
+    if (index < 0) {
+        FatalError(faultBadArgument, sourceName, __LINE__);
+    }
+    SetForeground(GetSysColor(index));
+}
+
+void DrawingPort::DrawLine(hostapi::Point from, hostapi::Point to) {
+    const PortContext context(*this);
+    MoveToEx(context.Get(), from.h, from.v, nullptr);
+    LineTo(context.Get(), to.h, to.v);
+    // The system leaves the last pixel out.
+    if (penMode == PenMode::copy && penWidth == 1) {
+        SetPixelV(context.Get(), to.h, to.v, foreground);
+    }
+}
+
+void DrawingPort::FillRect(const hostapi::Rect& rect) {
+    const PortContext context(*this);
+    const RECT system = ToSystem(rect);
+    ::FillRect(context.Get(), &system, As<HBRUSH>(resources->backgroundBrush));
+}
+
+void DrawingPort::PaintRect(const hostapi::Rect& rect) {
+    const PortContext context(*this);
+    const RECT system = ToSystem(rect);
+    if (penMode == PenMode::exclusiveOr) {
+        InvertRect(context.Get(), &system);
+    } else {
+        ::FillRect(context.Get(), &system, As<HBRUSH>(resources->foregroundBrush));
+    }
+}
+
+void DrawingPort::FrameRect(const hostapi::Rect& rect) {
+    if (IsEmpty(rect)) {
+        return;
+    }
+    const PortContext context(*this);
+    const DWORD operation = penMode == PenMode::copy ? PATCOPY : invertedPattern;
+    // Each pixel once, or exclusive-or would take the corners away again.
+    const int horizontal = (std::min)(static_cast<int>(penWidth), (Width(rect) + 1) / 2);
+    const int vertical = (std::min)(static_cast<int>(penWidth), (Height(rect) + 1) / 2);
+    const int lower = rect.bottom - vertical > rect.top ? rect.bottom - vertical : rect.bottom;
+    const int right = rect.right - horizontal > rect.left ? rect.right - horizontal : rect.right;
+    const int sideTop = rect.top + vertical;
+    PatBlt(context.Get(), rect.left, rect.top, Width(rect), vertical, operation);
+    PatBlt(context.Get(), rect.left, lower, Width(rect), rect.bottom - lower, operation);
+    PatBlt(context.Get(), rect.left, sideTop, horizontal, lower - sideTop, operation);
+    PatBlt(context.Get(), right, sideTop, rect.right - right, lower - sideTop, operation);
+}
+
+void DrawingPort::DrawEdge(const hostapi::Rect& rect, short sign) {
+    const PortContext context(*this);
+    RECT system = ToSystem(rect);
+    ::DrawEdge(context.Get(), &system, sign <= 0 ? BDR_SUNKENOUTER : BDR_SUNKENINNER, BF_RECT);
+}
+
+void DrawingPort::InvalidateRect(const hostapi::Rect& rect) {
+    const RECT system = ToSystem(rect);
+    ::InvalidateRect(static_cast<HWND>(target.window), &system, FALSE);
+}
+
+void DrawingPort::SetClip(const Region& region) {
+    CombineRgn(As<HRGN>(resources->clip), static_cast<HRGN>(region.Handle()), nullptr, RGN_COPY);
+    RemakeClip();
+}
+
+void DrawingPort::CopyClip(Region& region) const {
+    CombineRgn(static_cast<HRGN>(region.Handle()), As<HRGN>(resources->clip), nullptr, RGN_COPY);
+}
+
+void DrawingPort::SetClipRect(const hostapi::Rect& rect) {
+    SetRectRgn(As<HRGN>(resources->clip), rect.left, rect.top, rect.right, rect.bottom);
+    RemakeClip();
+}
+
+void DrawingPort::SetExtraClip(const Region* region) {
+    resources->extraClip.reset();
+    if (region != nullptr) {
+        resources->extraClip = Made(CreateRectRgn(0, 0, 0, 0), __LINE__);
+        CombineRgn(As<HRGN>(resources->extraClip), static_cast<HRGN>(region->Handle()), nullptr,
+                   RGN_COPY);
+    }
+    RemakeClip();
+}
+
+std::int16_t DrawingPort::DrawPicture(short id, const hostapi::Rect& rect) {
+    const HBITMAP picture = resources->Picture(id);
+    if (picture == nullptr) {
+        return faultResourceMissing;
+    }
+    const PortContext context(*this);
+    const MemoryContext source(context.Get(), picture);
+    const SIZE size = BitmapSize(picture);
+    SetStretchBltMode(context.Get(), HALFTONE);
+    SetBrushOrgEx(context.Get(), 0, 0, nullptr);
+    StretchBlt(context.Get(), rect.left, rect.top, Width(rect), Height(rect), source.Get(), 0, 0,
+               size.cx, size.cy, SRCCOPY);
+    return 0;
+}
+
+std::int16_t DrawingPort::DrawIcon(short id, hostapi::Point place) {
+    const HICON icon = resources->Icon(id);
+    if (icon == nullptr) {
+        return faultResourceMissing;
+    }
+    const PortContext context(*this);
+    DrawIconEx(context.Get(), place.h, place.v, icon, 0, 0, 0, nullptr, DI_NORMAL);
+    return 0;
+}
+
+hostapi::Point DrawingPort::IconSize(short id) {
+    ICONINFO info;
+    const HICON icon = resources->Icon(id);
+    if (icon == nullptr || !GetIconInfo(icon, &info)) {
+        return {0, 0};
+    }
+    const GdiObject mask(info.hbmMask);
+    const GdiObject colors(info.hbmColor);
+    const SIZE size = BitmapSize(info.hbmMask);
+    // Without colours the mask holds two pictures, one above the other.
+    const LONG height = info.hbmColor != nullptr ? size.cy : size.cy / 2;
+    return {static_cast<std::int16_t>(height), static_cast<std::int16_t>(size.cx)};
+}
+
+void DrawingPort::DrawText(const char* text, const hostapi::Rect& rect, unsigned flags) {
+    FillRect(rect);
+    const PortContext context(*this);
+    RECT place = PlaceText(context.Get(), text, ToSystem(rect), flags);
+    DrawTextA(context.Get(), text, -1, &place, DrawTextFormat(flags));
+}
+
+void DrawingPort::EnableMenuItem(int id, bool on) {
+    ::EnableMenuItem(GetMenu(static_cast<HWND>(target.window)), static_cast<UINT>(id),
+                     MF_BYCOMMAND | static_cast<UINT>(on ? MF_ENABLED : MF_GRAYED));
+}
+
+void DrawingPort::CheckMenuItem(int id, bool on) {
+    ::CheckMenuItem(GetMenu(static_cast<HWND>(target.window)), static_cast<UINT>(id),
+                    MF_BYCOMMAND | static_cast<UINT>(on ? MF_CHECKED : MF_UNCHECKED));
+}
+
+void DrawingPort::RenameMenuItem(int id, const char* text) {
+    MENUITEMINFOA info{};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_STRING;
+    std::string name(text);
+    info.dwTypeData = name.data();
+    SetMenuItemInfoA(GetMenu(static_cast<HWND>(target.window)), static_cast<UINT>(id), FALSE,
+                     &info);
+}

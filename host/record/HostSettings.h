@@ -1,0 +1,98 @@
+// How a host behaves: whose habits it has, and what it keeps from the filter on purpose.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/record/Services.h"
+#include "hostapi/HostTypes.h"
+
+namespace host {
+
+/// Habits of hosts in use that a filter has to live with.
+enum class Trait {
+    ZeroRecord,            ///< The record is zeroed for each execution and `parameters` lost.
+    EmptySuites,           ///< Versions and counts of the suites are 0.
+    ConstantSpace,         ///< spaceProc always answers 0x7FFFFFFF.
+    DisplayIgnoresOrigin,  ///< displayPixels draws from the map's base, whatever the rectangle's
+                           ///< origin.
+    RefuseConversion,      ///< colorServices answers -30900 to all but choosing.
+    ShrinkRectangles,      ///< advanceState shrinks rectangles that reach beyond the image.
+    ShrinkSilently,        ///< The same, but only the row bytes tell.
+    Fpu27f,                ///< The x87 control word is 0x27F: double precision.
+    Fpu37f,                ///< The x87 control word is 0x37F: extended precision.
+    MisalignStack,         ///< The stack is aligned to 4 bytes only (32-bit processes).
+    FreeLibrary,           ///< The filter's library is freed after each execution.
+    NoAutoMask,            ///< autoMask is 0 although the host masks the result itself.
+    WithholdMask,          ///< haveMask is 0 although there is a mask.
+    RubbishTail,           ///< Fields behind colorServices hold rubbish.
+    NegativeOrigin,        ///< The layer begins at negative image coordinates.
+    IgnoreMatte,           ///< Input is not matted, whatever the filter case asks for.
+    MoveParameters,        ///< `parameters` comes back as another handle, with the same contents.
+    DumbHandles,           ///< A handle's size is always 0, and resizing does nothing.
+};
+constexpr std::size_t traitCount = static_cast<std::size_t>(Trait::DumbHandles) + 1;
+
+/// "zero-record", "empty-suites" and so on.
+const char* TraitName(Trait trait);
+/// One line for --help.
+const char* TraitDescription(Trait trait);
+std::optional<Trait> TraitFromName(const std::string& name);
+std::vector<Trait> AllTraits();
+
+class TraitSet {
+  public:
+    TraitSet() = default;
+    TraitSet(std::initializer_list<Trait> traits);
+    void Insert(Trait trait) { bits |= Bit(trait); }
+    bool Has(Trait trait) const { return (bits & Bit(trait)) != 0; }
+
+  private:
+    static std::uint32_t Bit(Trait trait) { return std::uint32_t{1} << static_cast<int>(trait); }
+    std::uint32_t bits = 0;
+};
+
+/// What the picture is to the filter; with the selection it decides the filter case. Automatic is
+/// Flat for 3 planes and EditableTransparency for 4.
+enum class LayerKind { Automatic, Flat, Floating, EditableTransparency, ProtectedTransparency };
+
+/// What a host with a window puts in. Empty functions mean: no abort, no bar, the colour as it is.
+struct HostHooks {
+    /// Asked by abortProc; true ends the filter.
+    std::function<bool()> isAborted;
+    std::function<void(std::int32_t done, std::int32_t total)> showProgress;
+    /// The user chooses a colour, 8 bits a component, starting from `color`; false is Cancel.
+    std::function<bool(std::uint8_t (&color)[3])> chooseColor;
+    /// The window's handle for platformData.
+    void* window = nullptr;
+};
+
+struct HostSettings {
+    TraitSet traits;
+    WithheldServices without;
+    /// Bytes that the memory suites have to give.
+    std::int64_t memoryBudget = std::int64_t{256} << 20;
+    /// See MemorySettings::failAllocation.
+    int failAllocation = 0;
+    /// abortProc answers true once this many rows were delivered.
+    std::optional<int> abortAfterRow;
+    /// advanceState answers the code when asked for a rectangle with this row of the selection.
+    std::map<int, std::int16_t> failAdvance;
+    LayerKind layer = LayerKind::Automatic;
+    /// 16 bits a component; an 8-bit value stands in the high byte.
+    hostapi::RGBColor foreground{0, 0, 0};
+    hostapi::RGBColor background{0xFFFF, 0xFFFF, 0xFFFF};
+    /// Calls of the continue selector before the host gives a filter up.
+    int continueLimit = 10000;
+    /// Put into the record as they are, sensible or not, to see what the filter makes of them.
+    std::optional<hostapi::Rect> claimedFilterRect;
+    std::optional<std::int16_t> claimedPlanes;
+    HostHooks hooks;
+};
+
+}  // namespace host

@@ -1,0 +1,333 @@
+#include "paint/kernels/TileWindow.h"
+
+#include <immintrin.h>
+
+#include <algorithm>
+
+#include "paint/kernels/Dispatch.h"
+
+// Four pixels go at a time, each channel of theirs in a vector of its own. What is done in doubles
+// comes twice, in vectors of two and, for AVX2, of four; the integers around it are the same.
+
+namespace {
+
+constexpr int groupSize = 4;
+
+// Integers.
+
+/// Numbers the pixels of a window along its rows.
+class WindowPlaces {
+  public:
+    WindowPlaces(int left, int top, int columns)
+        : left4(_mm_set1_epi32(left)),
+          top4(_mm_set1_epi32(top)),
+          columns4(_mm_set1_epi32(columns)) {}
+
+    [[gnu::always_inline]] __m128i Numbers(__m128i x, __m128i y) const {
+        // Both factors have 15 bits, which this multiplication takes from the lower halves.
+        return _mm_add_epi32(_mm_madd_epi16(_mm_sub_epi32(y, top4), columns4),
+                             _mm_sub_epi32(x, left4));
+    }
+
+  private:
+    __m128i left4;
+    __m128i top4;
+    __m128i columns4;
+};
+
+/// Takes coordinates below 32768 in size to places along one side of the tile, as Wrap() does.
+class WrappedAxis {
+  public:
+    explicit WrappedAxis(int size)
+        : wholeTiles(_mm_set1_epi32((32768 / size + 1) * size)),
+          inverse(_mm_set1_ps(1.0f / static_cast<float>(size))),
+          size4(_mm_set1_ps(static_cast<float>(size))) {}
+
+    /// All numbers stay below 2^17, so singles hold them exactly; the half keeps the quotient's
+    /// error away from whole numbers.
+    [[gnu::always_inline]] __m128i Places(__m128i coordinates) const {
+        const __m128 positive = _mm_cvtepi32_ps(_mm_add_epi32(coordinates, wholeTiles));
+        const __m128 middle = _mm_add_ps(positive, _mm_set1_ps(0.5f));
+        const __m128i tiles = _mm_cvttps_epi32(_mm_mul_ps(middle, inverse));
+        const __m128 tileStart = _mm_mul_ps(_mm_cvtepi32_ps(tiles), size4);
+        return _mm_cvttps_epi32(_mm_sub_ps(positive, tileStart));
+    }
+
+  private:
+    /// As many pixels as make every coordinate positive.
+    __m128i wholeTiles;
+    __m128 inverse;
+    __m128 size4;
+};
+
+/// Numbers the pixels of a window that has one column and one row more than the tile.
+class WrappedPlaces {
+  public:
+    WrappedPlaces(int columns, int rows)
+        : across(columns - 1), down(rows - 1), columns4(_mm_set1_epi32(columns)) {}
+
+    [[gnu::always_inline]] __m128i Numbers(__m128i x, __m128i y) const {
+        return _mm_add_epi32(_mm_madd_epi16(down.Places(y), columns4), across.Places(x));
+    }
+
+  private:
+    WrappedAxis across;
+    WrappedAxis down;
+    __m128i columns4;
+};
+
+/// Two times two neighbours in a row.
+[[gnu::always_inline]] inline __m128i LoadNeighbours(const Pixel* first, const Pixel* second) {
+    const __m128i low = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(first));
+    return _mm_castps_si128(
+        _mm_loadh_pi(_mm_castsi128_ps(low), reinterpret_cast<const __m64*>(second)));
+}
+
+[[gnu::always_inline]] inline __m128i EvenLanes(__m128i low, __m128i high) {
+    return _mm_castps_si128(
+        _mm_shuffle_ps(_mm_castsi128_ps(low), _mm_castsi128_ps(high), _MM_SHUFFLE(2, 0, 2, 0)));
+}
+
+[[gnu::always_inline]] inline __m128i OddLanes(__m128i low, __m128i high) {
+    return _mm_castps_si128(
+        _mm_shuffle_ps(_mm_castsi128_ps(low), _mm_castsi128_ps(high), _MM_SHUFFLE(3, 1, 3, 1)));
+}
+
+/// The four pixels around each of four positions: a b
+///                                                c d
+struct Corners {
+    __m128i a;
+    __m128i b;
+    __m128i c;
+    __m128i d;
+};
+
+template <int lane>
+[[gnu::always_inline]] inline const Pixel* LanePixel(const Pixel* pixels, __m128i numbers) {
+    return pixels + _mm_cvtsi128_si32(_mm_shuffle_epi32(numbers, lane));
+}
+
+[[gnu::always_inline]] inline Corners LoadCorners(const Pixel* pixels, std::ptrdiff_t columns,
+                                                  __m128i numbers) {
+    const Pixel* const first = LanePixel<0>(pixels, numbers);
+    const Pixel* const second = LanePixel<1>(pixels, numbers);
+    const Pixel* const third = LanePixel<2>(pixels, numbers);
+    const Pixel* const fourth = LanePixel<3>(pixels, numbers);
+    const __m128i upperLow = LoadNeighbours(first, second);
+    const __m128i upperHigh = LoadNeighbours(third, fourth);
+    const __m128i lowerLow = LoadNeighbours(first + columns, second + columns);
+    const __m128i lowerHigh = LoadNeighbours(third + columns, fourth + columns);
+    return {EvenLanes(upperLow, upperHigh), OddLanes(upperLow, upperHigh),
+            EvenLanes(lowerLow, lowerHigh), OddLanes(lowerLow, lowerHigh)};
+}
+
+/// Of one channel, or of two that share a lane.
+struct Sums {
+    __m128i above;
+    __m128i below;
+    __m128i left;
+    __m128i right;
+};
+
+[[gnu::always_inline]] inline Sums SumsOf(const Corners& corners) {
+    return {_mm_add_epi32(corners.a, corners.b), _mm_add_epi32(corners.c, corners.d),
+            _mm_add_epi32(corners.a, corners.c), _mm_add_epi32(corners.b, corners.d)};
+}
+
+[[gnu::always_inline]] inline Sums SumsOfRedAndBlue(const Corners& corners) {
+    const __m128i mask = _mm_set1_epi32(0x00FF00FF);
+    return SumsOf({_mm_and_si128(corners.a, mask), _mm_and_si128(corners.b, mask),
+                   _mm_and_si128(corners.c, mask), _mm_and_si128(corners.d, mask)});
+}
+
+[[gnu::always_inline]] inline Sums SumsOfGreen(const Corners& corners) {
+    const __m128i mask = _mm_set1_epi32(0xFF);
+    return SumsOf({_mm_and_si128(_mm_srli_epi32(corners.a, 8), mask),
+                   _mm_and_si128(_mm_srli_epi32(corners.b, 8), mask),
+                   _mm_and_si128(_mm_srli_epi32(corners.c, 8), mask),
+                   _mm_and_si128(_mm_srli_epi32(corners.d, 8), mask)});
+}
+
+[[gnu::always_inline]] inline Sums LowerHalf(const Sums& sums) {
+    const __m128i mask = _mm_set1_epi32(0xFFFF);
+    return {_mm_and_si128(sums.above, mask), _mm_and_si128(sums.below, mask),
+            _mm_and_si128(sums.left, mask), _mm_and_si128(sums.right, mask)};
+}
+
+[[gnu::always_inline]] inline Sums UpperHalf(const Sums& sums) {
+    return {_mm_srli_epi32(sums.above, 16), _mm_srli_epi32(sums.below, 16),
+            _mm_srli_epi32(sums.left, 16), _mm_srli_epi32(sums.right, 16)};
+}
+
+/// A quarter of each mix as a channel. The mixes are four times the values, by which every step
+/// stays exactly the same; the shift truncates what is positive, and the packing clamps to a byte.
+[[gnu::always_inline]] inline void StorePixels(__m128i red, __m128i green, __m128i blue,
+                                               unsigned char* out) {
+    const __m128i redGreen = _mm_packs_epi32(_mm_srai_epi32(red, 2), _mm_srai_epi32(green, 2));
+    const __m128i blueZero = _mm_packs_epi32(_mm_srai_epi32(blue, 2), _mm_setzero_si128());
+    const __m128i planes = _mm_packus_epi16(redGreen, blueZero);
+    const __m128i pairs = _mm_unpacklo_epi8(planes, _mm_srli_si128(planes, 8));
+    const __m128i pixels = _mm_unpacklo_epi8(pairs, _mm_srli_si128(pairs, 8));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), pixels);
+}
+
+// Doubles, two at a time.
+
+struct Pairs {
+    __m128d low;
+    __m128d high;
+};
+
+[[gnu::always_inline]] inline Pairs LoadPairs(double origin, const double* values) {
+    const __m128d origin2 = _mm_set1_pd(origin);
+    return {_mm_add_pd(origin2, _mm_loadu_pd(values)),
+            _mm_add_pd(origin2, _mm_loadu_pd(values + 2))};
+}
+
+[[gnu::always_inline]] inline __m128i Truncated(const Pairs& values) {
+    return _mm_unpacklo_epi64(_mm_cvttpd_epi32(values.low), _mm_cvttpd_epi32(values.high));
+}
+
+[[gnu::always_inline]] inline Pairs PairsOf(__m128i integers) {
+    return {_mm_cvtepi32_pd(integers), _mm_cvtepi32_pd(_mm_unpackhi_epi64(integers, integers))};
+}
+
+[[gnu::always_inline]] inline Pairs Minus(const Pairs& a, const Pairs& b) {
+    return {_mm_sub_pd(a.low, b.low), _mm_sub_pd(a.high, b.high)};
+}
+
+[[gnu::always_inline]] inline __m128d Mix(__m128d first, __m128d second, __m128d fraction) {
+    const __m128d rest = _mm_sub_pd(_mm_set1_pd(1.0), fraction);
+    return _mm_add_pd(_mm_mul_pd(rest, first), _mm_mul_pd(second, fraction));
+}
+
+[[gnu::always_inline]] inline __m128i MixPairs(const Sums& sums, const Pairs& fx, const Pairs& fy) {
+    const Pairs above = PairsOf(sums.above);
+    const Pairs below = PairsOf(sums.below);
+    const Pairs left = PairsOf(sums.left);
+    const Pairs right = PairsOf(sums.right);
+    return Truncated(
+        {_mm_add_pd(Mix(above.low, below.low, fy.low), Mix(left.low, right.low, fx.low)),
+         _mm_add_pd(Mix(above.high, below.high, fy.high), Mix(left.high, right.high, fx.high))});
+}
+
+template <typename Places>
+void ReadGroups(const Pixel* pixels, std::ptrdiff_t columns, const Places& places,
+                const Positions& at, unsigned char* out) {
+    for (int i = 0; i < at.count; i += groupSize) {
+        // The last group begins early rather than to be a smaller one.
+        const int first = std::min(i, at.count - groupSize);
+        const Pairs x = LoadPairs(at.originX, at.x + first);
+        const Pairs y = LoadPairs(at.originY, at.y + first);
+        const __m128i wholeX = Truncated(x);
+        const __m128i wholeY = Truncated(y);
+        const Pairs fx = Minus(x, PairsOf(wholeX));
+        const Pairs fy = Minus(y, PairsOf(wholeY));
+        const Corners corners = LoadCorners(pixels, columns, places.Numbers(wholeX, wholeY));
+        const Sums redBlue = SumsOfRedAndBlue(corners);
+        StorePixels(MixPairs(LowerHalf(redBlue), fx, fy), MixPairs(SumsOfGreen(corners), fx, fy),
+                    MixPairs(UpperHalf(redBlue), fx, fy), out + first * bytesPerPixel);
+    }
+}
+
+// Doubles, four at a time. No fused multiplication, which would round otherwise.
+
+[[gnu::target("avx2"), gnu::always_inline]] inline __m256d MixWide(__m256d first, __m256d second,
+                                                                   __m256d fraction) {
+    const __m256d rest = _mm256_sub_pd(_mm256_set1_pd(1.0), fraction);
+    return _mm256_add_pd(_mm256_mul_pd(rest, first), _mm256_mul_pd(second, fraction));
+}
+
+[[gnu::target("avx2"), gnu::always_inline]] inline __m128i MixQuads(const Sums& sums, __m256d fx,
+                                                                    __m256d fy) {
+    const __m256d alongY =
+        MixWide(_mm256_cvtepi32_pd(sums.above), _mm256_cvtepi32_pd(sums.below), fy);
+    const __m256d alongX =
+        MixWide(_mm256_cvtepi32_pd(sums.left), _mm256_cvtepi32_pd(sums.right), fx);
+    return _mm256_cvttpd_epi32(_mm256_add_pd(alongY, alongX));
+}
+
+template <typename Places>
+[[gnu::target("avx2")]] void ReadGroupsWide(const Pixel* pixels, std::ptrdiff_t columns,
+                                            const Places& places, const Positions& at,
+                                            unsigned char* out) {
+    for (int i = 0; i < at.count; i += groupSize) {
+        const int first = std::min(i, at.count - groupSize);
+        const __m256d x = _mm256_add_pd(_mm256_set1_pd(at.originX), _mm256_loadu_pd(at.x + first));
+        const __m256d y = _mm256_add_pd(_mm256_set1_pd(at.originY), _mm256_loadu_pd(at.y + first));
+        const __m128i wholeX = _mm256_cvttpd_epi32(x);
+        const __m128i wholeY = _mm256_cvttpd_epi32(y);
+        const __m256d fx = _mm256_sub_pd(x, _mm256_cvtepi32_pd(wholeX));
+        const __m256d fy = _mm256_sub_pd(y, _mm256_cvtepi32_pd(wholeY));
+        const Corners corners = LoadCorners(pixels, columns, places.Numbers(wholeX, wholeY));
+        const Sums redBlue = SumsOfRedAndBlue(corners);
+        StorePixels(MixQuads(LowerHalf(redBlue), fx, fy), MixQuads(SumsOfGreen(corners), fx, fy),
+                    MixQuads(UpperHalf(redBlue), fx, fy), out + first * bytesPerPixel);
+    }
+}
+
+template <typename Places>
+void ReadAll(const Pixel* pixels, int columns, const Places& places, const Positions& at,
+             unsigned char* out) {
+    if (at.count >= groupSize) {
+        ForThisProcessor(ReadGroups<Places>, ReadGroupsWide<Places>)(pixels, columns, places, at,
+                                                                     out);
+    } else if (at.count > 0) {
+        // A few are read as a group of which only they are kept.
+        double x[groupSize];
+        double y[groupSize];
+        for (int i = 0; i < groupSize; ++i) {
+            x[i] = at.x[std::min(i, at.count - 1)];
+            y[i] = at.y[std::min(i, at.count - 1)];
+        }
+        unsigned char group[groupSize * bytesPerPixel];
+        ReadGroups(pixels, columns, places, {at.originX, at.originY, x, y, groupSize}, group);
+        std::copy_n(group, at.count * bytesPerPixel, out);
+    }
+}
+
+std::size_t BlockSize(int columns, int rows) {
+    return static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows) * sizeof(Pixel);
+}
+
+bool IsSide(int length) {
+    return length >= 1 && length <= TileWindow::sideLimit;
+}
+
+}  // namespace
+
+TileWindow::TileWindow(int newColumns, int newRows)
+    : columns(newColumns),
+      rows(newRows),
+      block(IsSide(columns) && IsSide(rows) ? BlockSize(columns, rows) : 0) {
+    failed = block.failed || !IsSide(columns) || !IsSide(rows);
+    if (!failed) {
+        pixels = static_cast<Pixel*>(block.Lock());
+    }
+}
+
+void TileWindow::Copy(const PicClass& tile, int newLeft, int newTop) {
+    left = newLeft;
+    top = newTop;
+    Pixel* target = pixels;
+    for (int row = 0; row < rows; ++row) {
+        const unsigned char* const source = tile.PixelAddress(0, Wrap(top + row, tile.grY));
+        int from = Wrap(left, tile.grX);
+        for (int done = 0; done < columns;) {
+            const int run = std::min(columns - done, tile.grX - from);
+            std::memcpy(target + done, source + from * bytesPerPixel,
+                        static_cast<std::size_t>(run * bytesPerPixel));
+            done += run;
+            from = 0;
+        }
+        target += columns;
+    }
+}
+
+void TileWindow::Read(const Positions& positions, unsigned char* out) const {
+    ReadAll(pixels, columns, WindowPlaces(left, top, columns), positions, out);
+}
+
+void TileWindow::ReadWrapped(const Positions& positions, unsigned char* out) const {
+    ReadAll(pixels, columns, WrappedPlaces(columns, rows), positions, out);
+}

@@ -1,0 +1,35 @@
+#include "paint/math/Random.h"
+
+#include "base/Platform.h"
+
+namespace {
+
+// One thread runs everything, so one state serves. What it is before the first seeding matters to
+// nobody.
+RandomGenerator generator(1);
+
+}  // namespace
+
+void SeedRandom() {
+    SetSeed(platformServices.clockSeconds());
+}
+
+void SetSeed(std::uint32_t value) {
+    generator = RandomGenerator(value);
+}
+
+std::uint32_t Seed() {
+    return generator.State();
+}
+
+std::int32_t Rand() {
+    return generator.Rand();
+}
+
+std::int32_t RandomRange(std::int32_t lo, std::int32_t hi) {
+    return generator.Range(lo, hi);
+}
+
+short RandomSpread(short n) {
+    return generator.Spread(n);
+}

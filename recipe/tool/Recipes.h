@@ -1,0 +1,39 @@
+// Recipes as the command line gives them: checked all, then run.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "recipe/language/RecipeParser.h"
+
+namespace recipe {
+
+enum ExitStatus : int {
+    exitDone = 0,
+    /// A run failed; nothing half-written is left.
+    exitFailed = 1,
+    /// A recipe or the command line is wrong; nothing was run.
+    exitRejected = 2,
+};
+
+/// The name that stands for standard input.
+constexpr std::string_view standardInputName = "-";
+
+struct Settings {
+    /// File names, UTF-8.
+    std::vector<std::string> recipes;
+    /// Empty for the current folder.
+    std::string outputFolder;
+    Replacements replacements;
+    /// Recipes that run at the same time, 1 or more.
+    int jobs = 1;
+    bool quiet = false;
+};
+
+/// Checks all recipes, then runs them: a single one here, several each in a process of its own,
+/// since the core's state belongs to the process. One line on standard error for each recipe that
+/// is wrong or fails. Answers an ExitStatus.
+int RunRecipes(const Settings& settings);
+
+}  // namespace recipe
