@@ -5,13 +5,13 @@
 
 namespace hostapi {
 
-/// Behind FilterRecord::platformData, and the first field of the About record.
+/// The target of FilterRecord::platformData, and the first field of the About record.
 struct PlatformData {
     /// The host's window (an HWND).
     void* window;
 };
 
-/// What the About selector gets in place of a FilterRecord. It is shorter: touch no other field.
+/// The About selector's record, in place of a FilterRecord. It is shorter: touch no other field.
 struct AboutRecord {
     PlatformData* platformData;
 };
@@ -33,7 +33,7 @@ struct FilterRecord {
     RGBColor background;
     RGBColor foreground;
     std::int32_t maxSpace;
-    /// What the plug-in asks the host to keep free for it.
+    /// Bytes that the plug-in asks the host to keep free for it.
     std::int32_t bufferSpace;
     Rect inRect;
     std::int16_t inLoPlane;

@@ -10,7 +10,7 @@ enum Result : std::int16_t {
     memFullErr = -108,
     userCanceledErr = -128,
     filterBadParameters = -30100,
-    /// What a host answers to a colour conversion that it does not offer.
+    /// A host's result for a colour conversion that it does not offer.
     errPlugInHostInsufficient = -30900,
 };
 

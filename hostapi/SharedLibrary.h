@@ -13,7 +13,7 @@ using ServiceTag = std::uint32_t;
 /// The family's About box.
 constexpr ServiceTag aboutServiceTag = FourCharacters('A', 'b', 't', 'B');
 
-/// The record behind aboutServiceTag. Each function may be null.
+/// The record of the service aboutServiceTag. Each function may be null.
 struct AboutService {
     /// 1 while the service can be used.
     std::int16_t flag;

@@ -200,7 +200,7 @@ struct SizeItems {
     };
 };
 
-/// What the seven effects' dialogs share; the filters' have the first three.
+/// Items that the seven effects' dialogs share; the filters' have the first three.
 struct ApplyItems {
     enum : std::int16_t { ok = 1, cancel = 2, apply = 3, presets = 4, save = 5, remove = 6 };
 };
