@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "paint/Color.h"
+#include "paint/records/Field.h"
 
 enum ShapeKind : std::int32_t { shapeSquare = 1, shapeCircle = 2, shapeRing = 3 };
 
@@ -52,6 +53,32 @@ static_assert(offsetof(ShapesParams, repeatX) == 32 && offsetof(ShapesParams, sh
 static_assert(offsetof(ShapesParams, stacking) == 42 && offsetof(ShapesParams, halfShift) == 44);
 static_assert(offsetof(ShapesParams, color) == 54);
 static_assert(sizeof(ShapesParams) >= shapesRecordSize);
+inline constexpr FieldWord shapeKindWords[] = {
+    {"square", shapeSquare}, {"circle", shapeCircle}, {"ring", shapeRing}};
+/// The two values of the dialog mean the same.
+inline constexpr FieldWord stackingWords[] = {{"blended", 0}, {"", 1}, {"stacked", shapesStacked}};
+inline constexpr Field shapesFields[] = {
+    fields::Choice<&ShapesParams::kind>("kind", shapeKindWords),
+    fields::Number<&ShapesParams::bevel>("bevel", 0, 100),
+    fields::Number<&ShapesParams::material>("material", 0, 100),
+    fields::Number<&ShapesParams::transparency>("transparency", 0, 100),
+    fields::Number<&ShapesParams::contrast>("contrast", 0, 100),
+    fields::Number<&ShapesParams::angle>("angle", -180, 180),
+    fields::Number<&ShapesParams::sizeX>("sizeX", 0, 1),
+    fields::Number<&ShapesParams::sizeY>("sizeY", 0, 1),
+    fields::Number<&ShapesParams::repeatX>("repeatX", 1, 32),
+    fields::Number<&ShapesParams::repeatY>("repeatY", 1, 32),
+    fields::Number<&ShapesParams::shiftX>("shiftX", 0, 100),
+    fields::Number<&ShapesParams::shiftY>("shiftY", 0, 100),
+    fields::Number<&ShapesParams::shiftSize>("shiftSize", 0, 100),
+    fields::Choice<&ShapesParams::stacking>("stacking", stackingWords),
+    fields::Choice<&ShapesParams::halfShift>("halfShift", offAndOn),
+    fields::Color<&ShapesParams::color>("color"),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<ShapesParams>() {
+    return shapesFields;
+}
 
 enum DropsCoveredBlur : std::int16_t { coveredBlurNone = 23, coveredBlurMost = 26 };
 enum DropsCoveredTone : std::int16_t { coveredLighter = 27, coveredSame = 28, coveredDarker = 29 };
@@ -73,6 +100,23 @@ struct DropsParams {
 static_assert(sizeof(DropsParams) == 14);
 static_assert(offsetof(DropsParams, emphasizeLight) == 8);
 static_assert(offsetof(DropsParams, coveredBlur) == 10 && offsetof(DropsParams, coveredTone) == 12);
+inline constexpr FieldWord coveredBlurWords[] = {
+    {"none", coveredBlurNone}, {"slight", 24}, {"medium", 25}, {"strong", coveredBlurMost}};
+inline constexpr FieldWord coveredToneWords[] = {
+    {"lighter", coveredLighter}, {"same", coveredSame}, {"darker", coveredDarker}};
+inline constexpr Field dropsFields[] = {
+    fields::Number<&DropsParams::count>("count", 0, 100),
+    fields::Number<&DropsParams::size>("size", 0, 100),
+    fields::Number<&DropsParams::variation>("variation", 0, 100),
+    fields::Number<&DropsParams::reflection>("reflection", 0, 100),
+    fields::Choice<&DropsParams::emphasizeLight>("emphasizeLight", offAndOn),
+    fields::Choice<&DropsParams::coveredBlur>("coveredBlur", coveredBlurWords),
+    fields::Choice<&DropsParams::coveredTone>("coveredTone", coveredToneWords),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<DropsParams>() {
+    return dropsFields;
+}
 
 struct DividersParams {
     /// 1 to 100: the density.
@@ -98,6 +142,21 @@ static_assert(sizeof(DividersParams) == 26);
 static_assert(offsetof(DividersParams, randomColors) == 4 &&
               offsetof(DividersParams, lineWidth) == 8);
 static_assert(offsetof(DividersParams, foreground) == 14);
+// The two colours are not among the fields: they are the editor's, and no choice of the record.
+inline constexpr Field dividersFields[] = {
+    fields::Number<&DividersParams::lines>("lines", 1, 100),
+    fields::Number<&DividersParams::direction>("direction", 0, 100),
+    fields::Choice<&DividersParams::randomColors>("randomColors", offAndOn),
+    fields::Choice<&DividersParams::antiAliased>("antiAliased", offAndOn),
+    fields::Choice<&DividersParams::transparent>("transparent", offAndOn),
+    fields::Number<&DividersParams::lineWidth>("lineWidth", 1, 20),
+    fields::Number<&DividersParams::widthVariation>("widthVariation", 0, 100),
+    fields::Number<&DividersParams::minimalGap>("minimalGap", 1, 20),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<DividersParams>() {
+    return dividersFields;
+}
 
 /// Item numbers of the waveform popups, whose separators count.
 enum Waveform : std::int16_t {
@@ -123,6 +182,24 @@ struct WavesParams {
     std::int16_t interpolate = 1;
 };
 static_assert(sizeof(WavesParams) == 16 && offsetof(WavesParams, interpolate) == 14);
+inline constexpr FieldWord waveformWords[] = {{"none", waveNone},
+                                              {"sine", waveSine},
+                                              {"sawtooth", waveSawtooth},
+                                              {"square", waveSquare},
+                                              {"random", waveRandom}};
+inline constexpr Field wavesFields[] = {
+    fields::Choice<&WavesParams::formX>("formX", waveformWords),
+    fields::Number<&WavesParams::heightX>("heightX", 1, 100),
+    fields::Number<&WavesParams::countX>("countX", 1, 20),
+    fields::Choice<&WavesParams::formY>("formY", waveformWords),
+    fields::Number<&WavesParams::heightY>("heightY", 1, 100),
+    fields::Number<&WavesParams::countY>("countY", 1, 20),
+    fields::Choice<&WavesParams::interpolate>("interpolate", offAndOn),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<WavesParams>() {
+    return wavesFields;
+}
 
 struct TwirlsParams {
     /// 1 to 100, all three.
@@ -131,9 +208,28 @@ struct TwirlsParams {
     std::int16_t intensity = 50;
 };
 static_assert(sizeof(TwirlsParams) == 6);
+inline constexpr Field twirlsFields[] = {
+    fields::Number<&TwirlsParams::quantity>("quantity", 1, 100),
+    fields::Number<&TwirlsParams::size>("size", 1, 100),
+    fields::Number<&TwirlsParams::intensity>("intensity", 1, 100),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<TwirlsParams>() {
+    return twirlsFields;
+}
 
 struct SkewParams {
     /// 0 to 3.
     std::int32_t direction = 0;
 };
 static_assert(sizeof(SkewParams) == 4);
+/// Which way the rows or columns slide, the farther the larger their number.
+inline constexpr FieldWord skewDirectionWords[] = {
+    {"rowsRight", 0}, {"rowsLeft", 1}, {"columnsDown", 2}, {"columnsUp", 3}};
+inline constexpr Field skewFields[] = {
+    fields::Choice<&SkewParams::direction>("direction", skewDirectionWords),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<SkewParams>() {
+    return skewFields;
+}

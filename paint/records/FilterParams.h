@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "paint/Color.h"
+#include "paint/records/Field.h"
 
 struct BlurParams {
     /// 1 to 100.
@@ -16,12 +17,31 @@ struct BlurParams {
     std::int16_t direction = 1;
 };
 static_assert(sizeof(BlurParams) == 6 && offsetof(BlurParams, direction) == 4);
+inline constexpr FieldWord blurDirectionWords[] = {
+    {"up", 0},   {"upRight", 1},  {"right", 2}, {"downRight", 3},
+    {"down", 4}, {"downLeft", 5}, {"left", 6},  {"upLeft", 7}};
+inline constexpr Field blurFields[] = {
+    fields::Number<&BlurParams::amount>("amount", 1, 100),
+    fields::Choice<&BlurParams::motion>("motion", offAndOn),
+    fields::Choice<&BlurParams::direction>("direction", blurDirectionWords),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<BlurParams>() {
+    return blurFields;
+}
 
 struct SharpenParams {
     /// 1 to 5.
     std::int16_t passes = 1;
 };
 static_assert(sizeof(SharpenParams) == 2);
+inline constexpr Field sharpenFields[] = {
+    fields::Number<&SharpenParams::passes>("passes", 1, 5),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<SharpenParams>() {
+    return sharpenFields;
+}
 
 enum NoiseMode : std::int32_t { noiseGrey = 0, noiseColored = 1, noiseColorful = 2 };
 
@@ -33,12 +53,29 @@ struct NoiseParams {
     std::int32_t mode = noiseColored;
 };
 static_assert(sizeof(NoiseParams) == 8 && offsetof(NoiseParams, mode) == 4);
+inline constexpr FieldWord noiseModeWords[] = {
+    {"grey", noiseGrey}, {"colored", noiseColored}, {"colorful", noiseColorful}};
+inline constexpr Field noiseFields[] = {
+    fields::Number<&NoiseParams::amount>("amount", 1, 100),
+    fields::Choice<&NoiseParams::mode>("mode", noiseModeWords),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<NoiseParams>() {
+    return noiseFields;
+}
 
 struct SaturationParams {
     /// 0 to 100; shown less 50.
     std::int16_t saturation = 60;
 };
 static_assert(sizeof(SaturationParams) == 2);
+inline constexpr Field saturationFields[] = {
+    fields::Number<&SaturationParams::saturation>("saturation", 0, 100),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<SaturationParams>() {
+    return saturationFields;
+}
 
 struct BrightContrParams {
     /// 0 to 100; shown less 50.
@@ -46,6 +83,14 @@ struct BrightContrParams {
     std::int16_t contrast = 50;
 };
 static_assert(sizeof(BrightContrParams) == 4);
+inline constexpr Field brightContrFields[] = {
+    fields::Number<&BrightContrParams::brightness>("brightness", 0, 100),
+    fields::Number<&BrightContrParams::contrast>("contrast", 0, 100),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<BrightContrParams>() {
+    return brightContrFields;
+}
 
 struct AddColorParams {
     /// 1 to 100 percent.
@@ -53,6 +98,14 @@ struct AddColorParams {
     RGBColor16 color{0x7FFF, 0x7FFF, 0x7FFF};
 };
 static_assert(sizeof(AddColorParams) == 8 && offsetof(AddColorParams, color) == 2);
+inline constexpr Field addColorFields[] = {
+    fields::Number<&AddColorParams::opacity>("opacity", 1, 100),
+    fields::Color<&AddColorParams::color>("color"),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<AddColorParams>() {
+    return addColorFields;
+}
 
 struct MosaicParams {
     /// 1, or 3 to 9: the position of the popup's item, which is the block's size in pixels. The
@@ -61,3 +114,13 @@ struct MosaicParams {
     std::int16_t vertical = 1;
 };
 static_assert(sizeof(MosaicParams) == 4);
+inline constexpr FieldWord mosaicBlockWords[] = {{"none", 1}, {"", 3}, {"", 4}, {"", 5},
+                                                 {"", 6},     {"", 7}, {"", 8}, {"", 9}};
+inline constexpr Field mosaicFields[] = {
+    fields::Choice<&MosaicParams::horizontal>("horizontal", mosaicBlockWords),
+    fields::Choice<&MosaicParams::vertical>("vertical", mosaicBlockWords),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<MosaicParams>() {
+    return mosaicFields;
+}

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "paint/Color.h"
+#include "paint/records/Field.h"
 
 enum LinesAppearance : std::uint16_t { linesWax = 9, linesInk = 10 };
 
@@ -32,3 +33,20 @@ struct LinesParams {
 static_assert(sizeof(LinesParams) == 14);
 static_assert(offsetof(LinesParams, appearance) == 2 && offsetof(LinesParams, colorMode) == 4);
 static_assert(offsetof(LinesParams, angle) == 6 && offsetof(LinesParams, color) == 8);
+
+inline constexpr FieldWord linesAppearanceWords[] = {{"wax", linesWax}, {"ink", linesInk}};
+inline constexpr FieldWord linesColorModeWords[] = {{"random", linesRandom},
+                                                    {"dark", linesDark},
+                                                    {"bright", linesBright},
+                                                    {"average", linesAverage}};
+inline constexpr Field linesFields[] = {
+    fields::Number<&LinesParams::precision>("precision", 0, 100),
+    fields::Choice<&LinesParams::appearance>("appearance", linesAppearanceWords),
+    fields::Choice<&LinesParams::colorMode>("colorMode", linesColorModeWords),
+    fields::Number<&LinesParams::angle>("angle", -180, 180),
+    fields::Color<&LinesParams::color>("color"),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<LinesParams>() {
+    return linesFields;
+}
