@@ -1,3 +1,8 @@
+// A cursor tells its resource from Windows Vista on.
+#undef WINVER
+#undef _WIN32_WINNT
+#define WINVER 0x0600
+#define _WIN32_WINNT 0x0600
 #include "tests/gui/GuiDriver.Win.h"
 
 #include <commctrl.h>
@@ -72,6 +77,31 @@ std::string CaptionOf(HWND window) {
     WideCharToMultiByte(CP_ACP, 0, wide, -1, text, sizeof text, nullptr, nullptr);
     return text;
 }
+
+/// How often the dialogs' thread has come to rest.
+std::atomic<unsigned> rests = 0;
+
+/// A timer's message is given out when no other message waits, and every dialog has a timer.
+LRESULT CALLBACK CountRests(int code, WPARAM use, LPARAM parameter) {
+    const bool isTaken = code == HC_ACTION && use == PM_REMOVE;
+    if (isTaken && reinterpret_cast<const MSG*>(parameter)->message == WM_TIMER) {
+        ++rests;
+    }
+    return CallNextHookEx(nullptr, code, use, parameter);
+}
+
+/// The time in which they are counted.
+class RestCount {
+  public:
+    explicit RestCount(DWORD thread)
+        : hook(SetWindowsHookExA(WH_GETMESSAGE, CountRests, nullptr, thread)) {}
+    RestCount(const RestCount&) = delete;
+    RestCount& operator=(const RestCount&) = delete;
+    ~RestCount() { UnhookWindowsHookEx(hook); }
+
+  private:
+    HHOOK hook;
+};
 
 struct Search {
     const std::function<bool(HWND)>& fits;
@@ -192,19 +222,26 @@ int DrivenDialog::ScrollPosition(int item) const {
 }
 
 std::string DrivenDialog::MenuText(int command) const {
+    MenuState(command);
     char text[256] = "";
     GetMenuStringA(GetMenu(window), static_cast<UINT>(command), text, sizeof text, MF_BYCOMMAND);
     return text;
 }
 
-bool DrivenDialog::IsMenuEnabled(int command) const {
+UINT DrivenDialog::MenuState(int command) const {
     const UINT state = GetMenuState(GetMenu(window), static_cast<UINT>(command), MF_BYCOMMAND);
-    return state != UINT(-1) && (state & (MF_GRAYED | MF_DISABLED)) == 0;
+    if (state == UINT(-1)) {
+        throw GuiError("there is no command " + std::to_string(command));
+    }
+    return state;
+}
+
+bool DrivenDialog::IsMenuEnabled(int command) const {
+    return (MenuState(command) & (MF_GRAYED | MF_DISABLED)) == 0;
 }
 
 bool DrivenDialog::IsMenuChecked(int command) const {
-    const UINT state = GetMenuState(GetMenu(window), static_cast<UINT>(command), MF_BYCOMMAND);
-    return state != UINT(-1) && (state & MF_CHECKED) != 0;
+    return (MenuState(command) & MF_CHECKED) != 0;
 }
 
 void DrivenDialog::Press(int item) const {
@@ -336,15 +373,24 @@ DrivenDialog GuiDriver::WaitForTitle(const std::string& title) const {
 }
 
 int GuiDriver::CursorId() {
-    CURSORINFO info{};
-    info.cbSize = sizeof info;
-    GetCursorInfo(&info);
-    for (int id = cursorTool + 1; id <= cursorZoomOut; ++id) {
-        if (LoadCursorA(instanceHandle, MAKEINTRESOURCEA(id)) == info.hCursor) {
-            return id;
-        }
+    CURSORINFO shown{};
+    shown.cbSize = sizeof shown;
+    GetCursorInfo(&shown);
+    // Handles say nothing: two threads that load a cursor at the same time get one each.
+    ICONINFOEXA cursor{};
+    cursor.cbSize = sizeof cursor;
+    if (!GetIconInfoExA(shown.hCursor, &cursor)) {
+        return 0;
     }
-    return 0;
+    DeleteObject(cursor.hbmColor);
+    DeleteObject(cursor.hbmMask);
+    return cursor.wResID;
+}
+
+void GuiDriver::WaitUntilIdle() const {
+    // The first timer may have been given out before the input came.
+    const unsigned before = rests;
+    WaitUntil("the program to have nothing to do", [&] { return rests - before >= 2; });
 }
 
 void GuiDriver::PressMouse() const {
@@ -384,6 +430,7 @@ void RunWithUser(const std::function<void()>& action,
                  const std::function<void(const GuiDriver& gui)>& user) {
     const DWORD thread = GetCurrentThreadId();
     const HDESK desktop = GetThreadDesktop(thread);
+    const RestCount restCount(thread);
     std::atomic<bool> isDone = false;
     std::string trouble;
     std::thread helper([&] {

@@ -20,6 +20,9 @@ class GuiError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// The system's number of the arrow.
+constexpr int arrowCursor = 32512;
+
 /// Where an item is pointed at, from its top left corner.
 struct ItemPlace {
     int x;
@@ -81,6 +84,8 @@ class DrivenDialog {
     host::Picture Grab() const;
 
   private:
+    UINT MenuState(int command) const;
+
     HWND window;
 };
 
@@ -96,8 +101,12 @@ class GuiDriver {
     /// One of the system's dialogs.
     DrivenDialog WaitForTitle(const std::string& title) const;
 
-    /// The program's cursor that the system shows; 0 for one that is not the program's.
+    /// The resource id of the cursor that the system shows: the program's, or one of the system's
+    /// own, of which the arrow is `arrowCursor`; 0 for none.
     static int CursorId();
+    /// Until the program has taken all keys and all that the mouse did, and has painted. It does
+    /// not come while a tool follows the mouse.
+    void WaitUntilIdle() const;
     void PressMouse() const;
     void ReleaseMouse() const;
     /// Presses keys together.
