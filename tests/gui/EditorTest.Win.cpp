@@ -1,4 +1,6 @@
 // The editor's commands, readouts, menu and keys.
+#include <algorithm>
+
 #include "files/Preferences.h"
 #include "paint/EffectRun.h"
 #include "resources/Ids.h"
@@ -10,7 +12,56 @@ namespace {
 
 using Items = TextureItems;
 
-class EditorTest : public PluginRunTest {};
+constexpr int width = 150;
+constexpr int height = 100;
+
+std::vector<Pixel> All(const Pixel color) {
+    return std::vector<Pixel>(width * height, color);
+}
+
+const Pixel white = Color(255, 255, 255);
+const Pixel black = Color(0, 0, 0);
+
+/// The drawing area as it is on the screen.
+class ShownView {
+  public:
+    explicit ShownView(const DrivenDialog& editor)
+        : picture(editor.Grab()), area(editor.Bounds(Items::drawingArea)) {}
+
+    Pixel At(ItemPlace place) const {
+        const std::uint8_t* const pixel = picture.Pixel(static_cast<int>(area.left) + place.x,
+                                                        static_cast<int>(area.top) + place.y);
+        return Color(pixel[0], pixel[1], pixel[2]);
+    }
+    /// How many pixels of the row (or column) through the view's middle are not its grey ground.
+    int Across() const { return Count(area.right - area.left, area.bottom - area.top, true); }
+    int Down() const { return Count(area.bottom - area.top, area.right - area.left, false); }
+
+  private:
+    int Count(LONG length, LONG breadth, bool across) const {
+        constexpr int frame = 2;
+        constexpr int scrollBar = 15;
+        const int middle = static_cast<int>(breadth - scrollBar) / 2;
+        int count = 0;
+        for (int i = frame; i < length - frame - scrollBar; ++i) {
+            const Pixel pixel = At(across ? ItemPlace{i, middle} : ItemPlace{middle, i});
+            count += pixel != Color(0x9C, 0x9C, 0x9C) ? 1 : 0;
+        }
+        return count;
+    }
+
+    host::Picture picture;
+    RECT area;
+};
+
+class EditorTest : public PluginRunTest {
+  protected:
+    /// A texture with a black pixel that has no mirror.
+    static void DrawDot(const GuiDriver& gui, const DrivenDialog& editor, ItemPlace place) {
+        ChooseTool(gui, editor, 'n', 4);
+        Stroke(editor, {place});
+    }
+};
 
 TEST_F(EditorTest, StartsWithItsDefaults) {
     RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
@@ -33,13 +84,30 @@ TEST_F(EditorTest, StartsWithItsDefaults) {
 
 TEST_F(EditorTest, TheClipboardCommandsStandThereDisabled) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
-        for (const int command : {commandCut, commandCopy, commandPaste}) {
-            EXPECT_FALSE(editor.IsMenuEnabled(command));
+        const std::pair<int, std::string> commands[] = {{commandCut, "Cu&t\tCtrl+X"},
+                                                        {commandCopy, "&Copy\tCtrl+C"},
+                                                        {commandPaste, "&Paste\tCtrl+V"}};
+        DrawDot(gui, editor, PlaceOfPixel(editor, width + 3, height + 5));
+        for (const WORD key : {WORD{'X'}, WORD{'C'}, WORD{'V'}}) {
+            gui.Chord({VK_CONTROL, key});
         }
-        gui.Chord({VK_CONTROL, 'X'});
-        editor.Settle();
+        gui.WaitUntilIdle();
+        // Opening a menu brings its entries up to date.
+        SendMessageA(editor.Window(), WM_INITMENUPOPUP,
+                     reinterpret_cast<WPARAM>(GetSubMenu(GetMenu(editor.Window()), 1)), 1);
+        for (const auto& [command, text] : commands) {
+            EXPECT_EQ(editor.MenuText(command), text);
+            EXPECT_FALSE(editor.IsMenuEnabled(command)) << text;
+        }
+        EXPECT_TRUE(editor.IsMenuEnabled(commandClear));
+        EXPECT_EQ(editor.Value(Items::toolPalette), 4) << "V alone is a tool";
     });
-    EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(150 * 100, Color(255, 255, 255)));
+    PaintClass expected(width, height);
+    expected.SetRGB(3, 5, 0, 0, 0);
+    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(expected));
+    Preferences stored;
+    EXPECT_TRUE(LoadPreferences(stored));
+    EXPECT_EQ(stored.foreground, black16) << "X alone swaps the colours";
 }
 
 TEST_F(EditorTest, WhatHasNoDialogYetIsDisabled) {
@@ -102,18 +170,66 @@ TEST_F(EditorTest, CommandsWithoutADialog) {
 TEST_F(EditorTest, ClearIsWhiteWhateverTheColours) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
         gui.Type("x");
+        gui.WaitUntilIdle();
         editor.Press(Items::invert);
         editor.Choose(commandClear);
+        EXPECT_EQ(editor.MenuText(commandUndo), "Undo\tCtrl+Z");
     });
-    EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(150 * 100, Color(255, 255, 255)));
+    EXPECT_EQ(ColorsOf(*Applied()), All(white));
+    Preferences stored;
+    EXPECT_TRUE(LoadPreferences(stored));
+    EXPECT_EQ(stored.background, black16) << "the keys came before";
+}
+
+TEST_F(EditorTest, ClearCanBeUndone) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        editor.Press(Items::invert);
+        editor.Choose(commandClear);
+        editor.Choose(commandUndo);
+    });
+    EXPECT_EQ(ColorsOf(*Applied()), All(black));
 }
 
 TEST_F(EditorTest, RepeatCommandsWaitForSomethingToRepeat) {
-    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+    platformServices.reportFault = [](std::int16_t id, const char* file, int line) {
+        Log().faults.push_back({id, file, line});
+    };
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.Press(Items::invert);
+        editor.Choose(commandUndo);
         editor.Choose(commandRepeatEffect);
         editor.Choose(commandRepeatFilter);
+        gui.Chord({VK_CONTROL, 'E'});
+        gui.Chord({VK_CONTROL, 'F'});
+        gui.WaitUntilIdle();
+        EXPECT_EQ(editor.MenuText(commandUndo), "Redo\tCtrl+Z") << "nothing was begun";
+        editor.Choose(commandUndo);
     });
-    EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(150 * 100, Color(255, 255, 255)));
+    EXPECT_EQ(ColorsOf(*Applied()), All(black));
+    EXPECT_TRUE(Log().faults.empty());
+}
+
+/// Each kind by its own command and its own key.
+TEST_F(EditorTest, TheRepeatCommandsRepeatTheirOwnKind) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.PressToOpen(Items::blur);
+        gui.WaitFor(blurDialog).PressToOpen(okItem);
+        WaitUntil("the filter", [&] { return editor.IsEnabled(Items::repeatFilter); });
+        DrawDot(gui, editor, PlaceOfPixel(editor, width + 3, height + 5));
+        editor.Choose(commandRepeatEffect);
+        gui.Chord({VK_CONTROL, 'E'});
+        gui.WaitUntilIdle();
+        EXPECT_EQ(ShownView(editor).At(PlaceOfPixel(editor, width + 3, height + 5)), black);
+        editor.Choose(commandRepeatFilter);
+        gui.Chord({VK_CONTROL, 'F'});
+        gui.WaitUntilIdle();
+    });
+    PaintClass expected(width, height);
+    RunBlur(expected, BlurParams{});
+    expected.SetRGB(3, 5, 0, 0, 0);
+    RunBlur(expected, BlurParams{});
+    RunBlur(expected, BlurParams{});
+    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(expected));
 }
 
 TEST_F(EditorTest, TheRepeatRunsTheStoredRecord) {
@@ -129,20 +245,45 @@ TEST_F(EditorTest, TheRepeatRunsTheStoredRecord) {
     EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(expected));
 }
 
-TEST_F(EditorTest, ZoomStopsAtTheEndsOfItsLadder) {
-    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
-        for (int step = 0; step < 12; ++step) {
-            editor.Press(Items::zoomIn);
-        }
-        // At 4.0 three tiles of 150 pixels are 1800 wide.
+TEST_F(EditorTest, ZoomWalksItsLadderAndStopsAtTheEnds) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        // Without the marks, which reach beyond a small texture.
+        gui.Type("m");
+        WaitUntil("no marks", [&] { return editor.Value(Items::sizeMarks) == 0; });
         const RECT area = editor.Bounds(Items::drawingArea);
-        const int maximum = 1800 - (area.right - area.left - 4 - 15);
-        EXPECT_EQ(editor.ScrollPosition(Items::horizontalScroll), maximum / 2);
-        for (int step = 0; step < 12; ++step) {
-            editor.Choose(commandZoomOut);
+        const int viewAcross = static_cast<int>(area.right - area.left) - 4 - 15;
+        const int viewDown = static_cast<int>(area.bottom - area.top) - 4 - 15;
+        const auto expectZoom = [&](double zoom) {
+            const ShownView shown(editor);
+            const auto tiles = [zoom](int side) { return 3 * static_cast<int>(side * zoom); };
+            EXPECT_EQ(shown.Across(), std::min(tiles(width), viewAcross)) << zoom;
+            EXPECT_EQ(shown.Down(), std::min(tiles(height), viewDown)) << zoom;
+            // What does not fit can be scrolled, and stands in the middle.
+            const auto middle = [zoom](int side, int view) {
+                return std::max(static_cast<int>(side * zoom * 3) - view, 0) / 2;
+            };
+            EXPECT_EQ(editor.ScrollPosition(Items::horizontalScroll), middle(width, viewAcross))
+                << zoom;
+            EXPECT_EQ(editor.ScrollPosition(Items::verticalScroll), middle(height, viewDown))
+                << zoom;
+            EXPECT_EQ(editor.IsEnabled(Items::horizontalScroll), middle(width, viewAcross) > 0);
+            EXPECT_EQ(editor.IsEnabled(Items::verticalScroll), middle(height, viewDown) > 0);
+        };
+        expectZoom(1.0);
+        for (const double zoom : {1.5, 2.0, 3.0, 4.0, 4.0}) {
+            editor.Choose(commandZoomIn);
+            expectZoom(zoom);
         }
-        EXPECT_FALSE(editor.IsEnabled(Items::horizontalScroll));
+        for (const double zoom : {3.0, 2.0, 1.5, 1.0, 0.75, 0.5, 0.33, 0.25, 0.25}) {
+            editor.Press(Items::zoomOut);
+            expectZoom(zoom);
+        }
+        editor.Press(Items::zoomIn);
+        expectZoom(0.33);
         editor.Choose(commandActualPixels);
+        expectZoom(1.0);
+        editor.Choose(commandZoomOut);
+        expectZoom(0.75);
     });
 }
 
@@ -161,17 +302,88 @@ TEST_F(EditorTest, SizeMarksAndViewsByKeys) {
     });
 }
 
+TEST_F(EditorTest, SizeMarksStandAtTheCornersOfTheMiddleTile) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const ItemPlace corner = PlaceOfPixel(editor, width, height);
+        const auto at = [&](const ShownView& shown, int right, int down) {
+            return shown.At({corner.x + right, corner.y + down});
+        };
+        // From 8 pixels before the corner on, 16 long; at its sides, a pixel's width.
+        const auto expectMarks = [&](Pixel ground, Pixel line, Pixel side) {
+            const ShownView shown(editor);
+            for (const bool across : {true, false}) {
+                const auto along = [&](int place, int aside) {
+                    return across ? at(shown, place, aside) : at(shown, aside, place);
+                };
+                for (int place = -24; place <= -9; ++place) {
+                    EXPECT_EQ(along(place, 0), line) << place;
+                    EXPECT_EQ(along(place, -1), side) << place;
+                    EXPECT_EQ(along(place, 1), side) << place;
+                    EXPECT_EQ(along(place, 2), ground) << place;
+                }
+                EXPECT_EQ(along(-25, 0), ground);
+                EXPECT_EQ(along(-8, 0), ground);
+                const int other = across ? width : height;
+                EXPECT_EQ(along(other + 7, 0), ground);
+                EXPECT_EQ(along(other + 8, 0), line);
+                EXPECT_EQ(along(other + 23, 0), line);
+                EXPECT_EQ(along(other + 24, 0), ground);
+            }
+        };
+        expectMarks(white, black, white);
+        editor.Press(Items::invert);
+        expectMarks(black, black, white);
+        editor.Press(Items::sizeMarks);
+        expectMarks(black, black, black);
+        gui.Type("m");
+        WaitUntil("marks", [&] { return editor.Value(Items::sizeMarks) == 1; });
+        expectMarks(black, black, white);
+    });
+}
+
+TEST_F(EditorTest, ThePreviewShowsTheTileFromTheCornerOnAndItsMarks) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        DrawDot(gui, editor, PlaceOfPixel(editor, width + 30, height + 50));
+        SwitchTab(editor);
+        constexpr int frame = 2;
+        const auto at = [](const ShownView& shown, int x, int y) {
+            return shown.At({frame + x, frame + y});
+        };
+        const auto expectTiles = [&](bool marked) {
+            const ShownView shown(editor);
+            for (const auto& [left, top] :
+                 {std::pair{0, 0}, {width, 0}, {0, height}, {width, height}}) {
+                EXPECT_EQ(at(shown, left + 30, top + 50), black) << left << ", " << top;
+                EXPECT_EQ(at(shown, left + 31, top + 50), white);
+                EXPECT_EQ(at(shown, left + 30, top + 49), white);
+            }
+            for (int reach = -8; reach <= 8; ++reach) {
+                EXPECT_EQ(at(shown, width + reach, height), marked ? black : white) << reach;
+                EXPECT_EQ(at(shown, width, height + reach), marked ? black : white) << reach;
+            }
+            for (const int beyond : {-9, 9}) {
+                EXPECT_EQ(at(shown, width + beyond, height), white);
+                EXPECT_EQ(at(shown, width, height + beyond), white);
+            }
+        };
+        expectTiles(true);
+        gui.Type("m");
+        WaitUntil("no marks", [&] { return editor.Value(Items::sizeMarks) == 0; });
+        expectTiles(false);
+    });
+}
+
 TEST_F(EditorTest, ThePreviewTakesThePanelsPlace) {
     RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
         const RECT area = editor.Bounds(Items::drawingArea);
         const RECT button = editor.Bounds(Items::lines);
         const RECT panel = editor.Bounds(Items::toolPanel);
         const RECT zoom = editor.Bounds(Items::zoomIn);
-        const int width = panel.right - panel.left;
+        const int aside = panel.right - panel.left;
         SwitchTab(editor);
-        EXPECT_EQ(editor.Bounds(Items::drawingArea).left, area.left - width);
+        EXPECT_EQ(editor.Bounds(Items::drawingArea).left, area.left - aside);
         EXPECT_EQ(editor.Bounds(Items::drawingArea).right, area.right);
-        EXPECT_EQ(editor.Bounds(Items::zoomIn).left, zoom.left - width);
+        EXPECT_EQ(editor.Bounds(Items::zoomIn).left, zoom.left - aside);
         EXPECT_EQ(editor.Bounds(Items::lines).left, button.left + 0x1000);
         EXPECT_EQ(editor.Bounds(Items::lines).top, button.top + 0x1000);
         // Commands still work there.

@@ -23,6 +23,13 @@ class HostsTest : public PluginRunTest {
         });
     }
 
+    /// Faults are kept for the test in place of being shown.
+    static void NoteFaults() {
+        platformServices.reportFault = [](std::int16_t id, const char* file, int line) {
+            Log().faults.push_back({id, file, line});
+        };
+    }
+
     void UsePicture(int width, int height, int planes) {
         before = host::MakePicture(width, height, planes);
         before.pixels =
@@ -54,13 +61,19 @@ TEST_F(HostsTest, ARepeatFillsWithTheSameAndAsksNothing) {
     SkipNewDialog();
     const host::RunReport report = RunIn(filterHost, [&](const GuiDriver& gui) {
         const DrivenDialog editor = gui.WaitFor(textureDialog);
-        editor.Press(Items::invert);
+        ChooseTool(gui, editor, 'n', 4);
+        Stroke(editor, {PlaceOfPixel(editor, 150 + 20, 100 + 30),
+                        PlaceOfPixel(editor, 150 + 60, 100 + 45)});
         editor.PressToOpen(okItem);
     });
     EXPECT_TRUE(report.Succeeded());
     const host::Picture first = picture;
+    ExpectFilledWithApplied();
+    EXPECT_NE(Applied()->GetPixelWrapped(20, 30), Applied()->GetPixelWrapped(20, 31));
+    // Nobody would press anything. The picture is as before the first run.
     EXPECT_TRUE(Repeat(filterHost).Succeeded());
     EXPECT_TRUE(picture.pixels == first.pixels);
+    ExpectFilledWithApplied();
 }
 
 TEST_F(HostsTest, WithoutColourServicesAllIsTheSame) {
@@ -98,10 +111,8 @@ TEST_F(HostsTest, WithoutMemoryForALargerTextureTheEditorSaysSo) {
     EXPECT_EQ(Applied()->grX, 150);
 }
 
-TEST_F(HostsTest, AFaultBelowADialogClosesAllAndIsToldOnce) {
-    platformServices.reportFault = [](std::int16_t id, const char* file, int line) {
-        Log().faults.push_back({id, file, line});
-    };
+TEST_F(HostsTest, AnErrorThatIsPendingClosesAllAndIsNotToldAgain) {
+    NoteFaults();
     SkipNewDialog();
     Run([&](const GuiDriver& gui) {
         const DrivenDialog editor = gui.WaitFor(textureDialog);
@@ -115,13 +126,58 @@ TEST_F(HostsTest, AFaultBelowADialogClosesAllAndIsToldOnce) {
     EXPECT_TRUE(Log().faults.empty());
 }
 
+TEST_F(HostsTest, AFaultBelowADialogClosesAllAndIsToldOnce) {
+    NoteFaults();
+    SkipNewDialog();
+    const host::RunReport report = Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        editor.PressToOpen(Items::lines);
+        const DrivenDialog lines = gui.WaitFor(linesDialog);
+        platformServices.clockSeconds = []() -> std::uint32_t {
+            FatalError(17500, "clock", 7);
+            return 0;
+        };
+        // It draws with the clock's second.
+        lines.PressToOpen(ApplyItems::apply);
+        lines.WaitUntilClosed();
+        editor.WaitUntilClosed();
+    });
+    ASSERT_EQ(Log().faults.size(), 1u);
+    EXPECT_EQ(Log().faults[0].id, 17500);
+    EXPECT_EQ(Log().faults[0].file, "clock");
+    // Nobody pressed Cancel, so what there is goes to the host.
+    EXPECT_TRUE(report.Succeeded());
+    ExpectFilledWithApplied();
+}
+
+/// The host's window, which no dialog of the program stands over any more.
+class ShownHost {
+  public:
+    ShownHost()
+        : window(CreateWindowA("Static", "host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
+                               nullptr, nullptr, nullptr, nullptr)) {}
+    ShownHost(const ShownHost&) = delete;
+    ShownHost& operator=(const ShownHost&) = delete;
+    ~ShownHost() { DestroyWindow(window); }
+
+    HWND Window() const { return window; }
+
+  private:
+    HWND window;
+};
+
 TEST_F(HostsTest, ADamagedPreferenceFileIsToldOverTheHost) {
+    const ShownHost host;
+    settings.hooks.window = host.Window();
     WriteBytes(folder.Path() / "Zandermolite3.prf", "rubbish");
     Run([&](const GuiDriver& gui) {
         const DrivenDialog opening = gui.WaitFor(createrDialog);
+        EXPECT_EQ(GetWindow(opening.Window(), GW_OWNER), host.Window());
         opening.PressToOpen(okItem);
         opening.WaitUntilClosed();
         const DrivenDialog alert = gui.WaitForAlert(opening);
+        EXPECT_EQ(GetWindow(alert.Window(), GW_OWNER), host.Window());
+        EXPECT_FALSE(IsWindowEnabled(host.Window()));
         EXPECT_EQ(alert.Text(3),
                   "An error occured while reading your user preferences from disk. Default "
                   "preferences will be used instead.");

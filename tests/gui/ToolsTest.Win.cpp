@@ -69,7 +69,7 @@ TEST_F(ToolsTest, EachToolHasItsCursor) {
             WaitForCursor(cursorTool + tool);
         }
         editor.Point(Items::apply, {5, 5});
-        WaitForCursor(0);
+        WaitForCursor(arrowCursor);
     });
 }
 
@@ -86,12 +86,16 @@ TEST_F(ToolsTest, ClicksInThePalettesChoose) {
             WaitUntil("tool " + std::to_string(cell + 1),
                       [&] { return editor.Value(Items::toolPalette) == cell + 1; });
             EXPECT_EQ(editor.Value(Items::viewPalette), 0);
+            editor.Point(Items::drawingArea, InBaseTile(editor, 10 + cell, 10));
+            WaitForCursor(cursorTool + cell + 1);
         }
         for (const int cell : {1, 0}) {
             clickCell(Items::viewPalette, views, 1, cell);
             WaitUntil("view tool " + std::to_string(cell + 1),
                       [&] { return editor.Value(Items::viewPalette) == cell + 1; });
             EXPECT_EQ(editor.Value(Items::toolPalette), 0);
+            editor.Point(Items::drawingArea, InBaseTile(editor, 20 + cell, 10));
+            WaitForCursor(cursorTool + 9 + cell);
         }
     });
 }
@@ -219,8 +223,10 @@ TEST_F(ToolsTest, ToolsThatAreNotThereYetLeaveTheUndoAlone) {
         editor.Press(Items::invert);
         for (const auto& [key, tool] : {std::pair('g', 5), std::pair('s', 6)}) {
             ChooseTool(gui, editor, key, tool);
-            editor.Click(Items::drawingArea, InBaseTile(editor, 20, 20));
-            editor.Settle();
+            // A tool works while the button is down, however long.
+            editor.Drag(Items::drawingArea,
+                        {InBaseTile(editor, 20, 20), InBaseTile(editor, 30, 25)},
+                        [&] { gui.WaitUntilIdle(); });
         }
         editor.Choose(commandUndo);
     });
@@ -275,13 +281,26 @@ TEST_F(ToolsTest, TheZoomToolZooms) {
         const RECT area = editor.Bounds(Items::drawingArea);
         const int view = area.right - area.left - 4 - 15;
         ChooseTool(gui, editor, 'z', 10);
-        for (const int percent : {150, 200}) {
-            editor.Click(Items::drawingArea, {100, 100});
-            WaitUntil("the zoom", [&] {
+        const auto waitForZoom = [&](int percent) {
+            WaitUntil("zoom " + std::to_string(percent), [&] {
                 return editor.ScrollPosition(Items::horizontalScroll) ==
                        (3 * width * percent / 100 - view) / 2;
             });
+        };
+        for (const int percent : {150, 200, 300}) {
+            editor.Click(Items::drawingArea, {100, 100});
+            waitForZoom(percent);
         }
+        gui.HoldKey(VK_MENU);
+        WaitForCursor(cursorZoomOut);
+        for (const int percent : {200, 150}) {
+            editor.Click(Items::drawingArea, {100, 100});
+            waitForZoom(percent);
+        }
+        // Alt pressed and released without another key would go to the menu.
+        gui.Chord({VK_CONTROL});
+        gui.ReleaseKey(VK_MENU);
+        WaitForCursor(cursorTool + 10);
     });
 }
 
@@ -289,13 +308,18 @@ TEST_F(ToolsTest, TheZoomToolZooms) {
 
 TEST_F(ToolsTest, PaintingToolsDoNothingInThePreview) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        ChooseTool(gui, editor, 'n', 4);
+        Stroke(editor, {InBaseTile(editor, 60, 60), InBaseTile(editor, 70, 60)});
         SwitchTab(editor);
         for (int tool = 1; tool <= 8; ++tool) {
             ChooseTool(gui, editor, toolKeys[static_cast<std::size_t>(tool - 1)], tool);
-            editor.Click(Items::drawingArea, {60 + tool, 60});
-            editor.Settle();
-            EXPECT_EQ(GuiDriver::CursorId(), 0) << tool;
+            // From the black line of the tile to its white ground.
+            editor.Drag(Items::drawingArea, {{62 + 2, 60 + 2}, {80 + 2, 70 + 2}},
+                        [&] { gui.WaitUntilIdle(); });
+            EXPECT_EQ(GuiDriver::CursorId(), arrowCursor) << tool;
         }
+        editor.Choose(commandUndo);
+        editor.Choose(commandUndo);
         // Hand and Zoom keep working.
         ChooseTool(gui, editor, 'h', 9);
         editor.Point(Items::drawingArea, {80, 80});
@@ -311,17 +335,32 @@ TEST_F(ToolsTest, PaintingToolsDoNothingInThePreview) {
             return info.nMax > 0;
         });
     });
+    ExpectStroke<PencilStroke>({160, 210}, {160, 220});
+    Preferences stored;
+    ASSERT_TRUE(LoadPreferences(stored));
+    EXPECT_EQ(stored.foreground, black16) << "not taken from the white ground";
+}
+
+/// The eraser's white would not show on white, nor the others' black on black.
+TEST_F(ToolsTest, TheSwappedColoursDoNothingInThePreviewEither) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        gui.Type("x");
+        SwitchTab(editor);
+        for (int tool = 2; tool <= 7; ++tool) {
+            ChooseTool(gui, editor, toolKeys[static_cast<std::size_t>(tool - 1)], tool);
+            editor.Drag(Items::drawingArea, {{62, 60}, {80, 70}}, [&] { gui.WaitUntilIdle(); });
+        }
+    });
     EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(*Blank()));
 }
 
 TEST_F(ToolsTest, HiddenButtonsDoNotTakeKeysInThePreview) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
         editor.ClickMiddle(Items::invert);
-        editor.Settle();
         gui.Type("p");
         WaitUntil("the preview", [&] { return editor.Value(Items::tab) == 2; });
         gui.Chord({VK_SPACE});
-        editor.Settle();
+        gui.WaitUntilIdle();
         gui.Type("p");
         WaitUntil("the drawing", [&] { return editor.Value(Items::tab) == 1; });
     });

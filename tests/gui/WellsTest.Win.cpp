@@ -72,15 +72,62 @@ TEST_F(WellsTest, KeysSwapAndReset) {
     ExpectStored(black16, white16);
 }
 
+/// The wells lie in their item as `WellsIn` says.
+TEST_F(WellsTest, BothWellsHaveABlackOutline) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        gui.Type("x");
+        WaitForColors(editor, white, black);
+        const RECT bounds = editor.Bounds(Items::colorWells);
+        const int right = bounds.right - bounds.left;
+        const int bottom = bounds.bottom - bounds.top;
+        const host::Picture shown = editor.Grab();
+        const auto isBlack = [&](int x, int y) {
+            const std::uint8_t* const pixel = shown.Pixel(bounds.left + x, bounds.top + y);
+            return pixel[0] == 0 && pixel[1] == 0 && pixel[2] == 0;
+        };
+        // Two pixels outside the white foreground: 7 from the top, 9 from the left.
+        const int last = right - 22 + 1;
+        const int lowest = bottom - 20 + 1;
+        for (int x = 7; x <= last; ++x) {
+            EXPECT_TRUE(isBlack(x, 5)) << x;
+            EXPECT_TRUE(isBlack(x, lowest)) << x;
+        }
+        for (int y = 5; y <= lowest; ++y) {
+            EXPECT_TRUE(isBlack(7, y)) << y;
+            EXPECT_TRUE(isBlack(last, y)) << y;
+        }
+        for (const auto& [x, y] : {std::pair{8, 6}, {last - 1, 6}, {8, lowest - 1}}) {
+            EXPECT_FALSE(isBlack(x, y)) << x << ", " << y << ": between frame and well";
+        }
+        gui.Type("x");
+        WaitForColors(editor, black, white);
+        const host::Picture swapped = editor.Grab();
+        const auto isOutline = [&](int x, int y) {
+            return swapped.Pixel(bounds.left + x, bounds.top + y)[0] == 0;
+        };
+        // Around the white background: the upright bar's right side, the lower one's bottom.
+        for (int y = 19; y <= bottom - 8; ++y) {
+            EXPECT_TRUE(isOutline(right - 9, y)) << y;
+        }
+        for (int x = 19; x <= right - 9; ++x) {
+            EXPECT_TRUE(isOutline(x, bottom - 8)) << x;
+        }
+        EXPECT_TRUE(isOutline(19, bottom - 12)) << "the lower bar's left end";
+        EXPECT_TRUE(isOutline(right - 15, 19)) << "the upright bar's top";
+        EXPECT_FALSE(isOutline(right - 10, bottom - 9));
+    });
+}
+
 TEST_F(WellsTest, SymbolsSwapAndReset) {
-    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
         editor.ClickMiddle(Items::switchColors);
         WaitForColors(editor, white, black);
         editor.ClickMiddle(Items::defaultColors);
         WaitForColors(editor, black, white);
         // Between the parts.
         editor.Click(Items::colorWells, {2, 2});
-        editor.Settle();
+        gui.WaitUntilIdle();
+        EXPECT_TRUE(IsWindowEnabled(editor.Window())) << "no dialog of the system";
         WaitForColors(editor, black, white);
     });
 }
