@@ -226,6 +226,8 @@ TEST(ViewGeometry, CrossesThatTouchAreOneLine) {
 
 TEST(ViewGeometry, ScrollBarsStandInTheMiddle) {
     EXPECT_EQ(CentredScroll(0, 937), 468);
+    EXPECT_EQ(CentredScroll(0, 938), 469);
+    EXPECT_EQ(CentredScroll(10, 30), 10) << "half of the range, from its beginning";
     EXPECT_EQ(CentredScroll(0, 0), 0);
 }
 

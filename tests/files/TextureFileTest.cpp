@@ -51,11 +51,15 @@ class TextureFileTest : public ImageTest {
         platformServices.runFileDialog = RunDialog;
         editor.textureName = "before.jpg";
         FillWithNoise(*picture);
+        pixels = PixelsOf(*picture);
     }
 
     /// Neither picture nor name have changed.
     void ExpectUntouched() {
         EXPECT_EQ(picture.get(), original);
+        EXPECT_EQ(picture->grX, 20);
+        EXPECT_EQ(picture->grY, 10);
+        EXPECT_EQ(PixelsOf(*picture), pixels);
         EXPECT_EQ(editor.textureName, "before.jpg");
         EXPECT_FALSE(dialog.suspended);
     }
@@ -67,6 +71,7 @@ class TextureFileTest : public ImageTest {
     Editor editor;
     std::unique_ptr<PaintClass> picture = std::make_unique<PaintClass>(short{20}, short{10});
     const PaintClass* const original = picture.get();
+    std::vector<Pixel> pixels;
 };
 
 TEST_F(TextureFileTest, OpeningReplacesThePictureAndTakesItsName) {
@@ -100,8 +105,10 @@ TEST_F(TextureFileTest, AFailedLoadLeavesPictureAndName) {
     }
     Put("", "empty.jpg");
     EXPECT_FALSE(LoadNamed("empty.jpg"));
+    ExpectUntouched();
     Put(Fixture("baseline.jpg"), "baseline.png");
     EXPECT_FALSE(LoadNamed("baseline.png"));
+    ExpectUntouched();
     Put(Fixture("grey.jpg"), "grey.jpg");
     record.colorServices = nullptr;
     EXPECT_FALSE(LoadNamed("grey.jpg"));

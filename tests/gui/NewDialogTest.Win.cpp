@@ -298,15 +298,24 @@ TEST_F(NewDialogTest, ASideOf0BecomesThatOf1) {
 TEST_F(NewDialogTest, ASideBeyond512BecomesThatOf512) {
     RunNew(
         [&](const GuiDriver& gui, const DrivenDialog& opening) {
-            TypeInto(gui, opening, Items::width, "51");
-            gui.Type("3");
-            AnswerAlert(gui, opening);
-            WaitUntil("512", [&] { return opening.Text(Items::width) == "512"; });
+            // 512 itself is taken as it is.
+            TypeInto(gui, opening, Items::width, "512");
+            for (const int side : {Items::width, Items::height}) {
+                TypeInto(gui, opening, side, "51");
+                gui.Type("3");
+                EXPECT_EQ(AnswerAlert(gui, opening),
+                          "An integer in the range between 1 and 512 required. Would you like to "
+                          "insert the closest value?");
+                WaitUntil("512", [&] { return opening.Text(side) == "512"; });
+            }
+            EXPECT_EQ(opening.Text(Items::size), "1024 kB");
             CloseWith(opening, okItem);
         },
         [](const GuiDriver&, const DrivenDialog& editor) {
-            ExpectSize(editor, "512 pixel", "100 pixel");
+            ExpectSize(editor, "512 pixel", "512 pixel");
         });
+    EXPECT_EQ(Applied()->grX, 512);
+    EXPECT_EQ(Applied()->grY, 512);
 }
 
 TEST_F(NewDialogTest, NoInchesAreOnePixel) {

@@ -274,12 +274,16 @@ TEST_F(PresetDialogTest, LeavingTheMenuTakesTheValuesBack) {
             gui.Chord({VK_DOWN});
             WaitUntil("the next", [&] { return lines.Value(Items::presets) != passed; });
         }
+        ExpectValues(lines, soft);
         gui.Chord({VK_ESCAPE});
         WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
         WaitUntil("the entry before", [&] { return lines.Value(Items::presets) == 3; });
         ExpectValues(lines, crisp);
-        CloseWith(lines, cancelItem);
+        CloseWith(lines, okItem);
     });
+    const std::unique_ptr<PaintClass> expected = Blank();
+    RunLines(*expected, crisp);
+    ExpectApplied(*expected);
 }
 
 TEST_F(PresetDialogTest, DeleteAsks) {

@@ -72,12 +72,23 @@ TEST_F(TextureFileDialogTest, OpenLeavesTheRepeatsAlone) {
 }
 
 TEST_F(TextureFileDialogTest, OpenByItsKeyAndACancel) {
+    Put("medium.jpg");
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const auto cancel = [&] {
+            const DrivenDialog dialog = gui.WaitForTitle("Open");
+            dialog.SetText(fileNameField, PathOf("medium.jpg").string());
+            CloseWith(dialog, IDCANCEL);
+            gui.WaitUntilIdle();
+            EXPECT_TRUE(IsWindowEnabled(editor.Window())) << "nothing is told";
+        };
         gui.Chord({VK_CONTROL, 'O'});
-        CloseWith(gui.WaitForTitle("Open"), IDCANCEL);
+        cancel();
         editor.ChooseToOpen(commandOpen);
-        CloseWith(gui.WaitForTitle("Open"), IDCANCEL);
+        cancel();
+        editor.PressToOpen(Texture::open);
+        cancel();
         EXPECT_EQ(editor.Text(Texture::name), "Untitled 1");
+        EXPECT_EQ(editor.Text(Texture::width), "150 pixel");
     });
     ExpectApplied(*Noise());
 }

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 
 #include "hostapi/Results.h"
@@ -103,6 +105,64 @@ TEST(ConvertColorTest, ThereAndBackIsNearlyTheSame) {
                     EXPECT_NEAR(back[1], g, tolerance.components) << tolerance.space;
                     EXPECT_NEAR(back[2], b, tolerance.components) << tolerance.space;
                 }
+            }
+        }
+    }
+}
+
+/// The hue by the six orders that the components can have, in 255ths of a turn.
+double HueOf(int r, int g, int b) {
+    const auto rise = [](int least, int middle, int most) {
+        return static_cast<double>(middle - least) / (most - least);
+    };
+    double sixths = 0.0;
+    if (r == g && g == b)
+        sixths = 0.0;
+    else if (r >= g && g >= b)
+        sixths = rise(b, g, r);
+    else if (g >= r && r >= b)
+        sixths = 2.0 - rise(b, r, g);
+    else if (g >= b && b >= r)
+        sixths = 2.0 + rise(r, b, g);
+    else if (b >= g && g >= r)
+        sixths = 4.0 - rise(r, g, b);
+    else if (b >= r && r >= g)
+        sixths = 4.0 + rise(g, r, b);
+    else
+        sixths = 6.0 - rise(g, b, r);
+    return sixths * 255.0 / 6.0;
+}
+
+/// So that a conversion that does nothing is none that comes back.
+TEST(ConvertColorTest, EachSpaceHasItsOwnComponents) {
+    using namespace hostapi;
+    for (int r = 0; r <= 255; r += 51) {
+        for (int g = 0; g <= 255; g += 51) {
+            for (int b = 0; b <= 255; b += 51) {
+                SCOPED_TRACE(testing::Message() << r << ", " << g << ", " << b);
+                const int most = std::max({r, g, b});
+                const int least = std::min({r, g, b});
+                const double spread = most - least;
+                const double share = most == 0 ? 0.0 : spread / most * 255.0;
+                const Components hsb = Converted(colorSpaceRGB, colorSpaceHSB, {r, g, b, 0});
+                EXPECT_NEAR(hsb[0], HueOf(r, g, b), 0.51);
+                EXPECT_NEAR(hsb[1], share, 0.51);
+                EXPECT_EQ(hsb[2], most);
+                const double room = 255.0 - std::abs(most + least - 255.0);
+                const Components hsl = Converted(colorSpaceRGB, colorSpaceHSL, {r, g, b, 0});
+                EXPECT_NEAR(hsl[0], HueOf(r, g, b), 0.51);
+                EXPECT_NEAR(hsl[1], room == 0.0 ? 0.0 : spread / room * 255.0, 0.51);
+                EXPECT_NEAR(hsl[2], (most + least) / 2.0, 0.51);
+                const Components cmyk = Converted(colorSpaceRGB, colorSpaceCMYK, {r, g, b, 0});
+                EXPECT_EQ(cmyk[3], 255 - most);
+                const auto ink = [most](int light) {
+                    return most == 0 ? 0.0 : 255.0 * (most - light) / most;
+                };
+                EXPECT_NEAR(cmyk[0], ink(r), 0.51);
+                EXPECT_NEAR(cmyk[1], ink(g), 0.51);
+                EXPECT_NEAR(cmyk[2], ink(b), 0.51);
+                const Components grey = Converted(colorSpaceRGB, colorSpaceGrey, {r, g, b, 0});
+                EXPECT_NEAR(grey[0], 0.299 * r + 0.587 * g + 0.114 * b, 0.51);
             }
         }
     }

@@ -288,6 +288,13 @@ TEST_F(ReadSelectionTest, FewerThanThreePlanesAreNotRead) {
     }
 }
 
+constexpr Pixel white = Color(255, 255, 255);
+
+Pixel ColorAt(const HostImage& image, int x, int y) {
+    const std::uint8_t* const there = image.At(x, y);
+    return Color(there[0], there[1], there[2]);
+}
+
 class ShrinkingTest : public ReadSelectionTest, public testing::WithParamInterface<Shrinking> {};
 
 TEST_P(ShrinkingTest, WhatLiesBeyondTheImageStaysWhite) {
@@ -303,8 +310,8 @@ TEST_P(ShrinkingTest, WhatLiesBeyondTheImageStaysWhite) {
         EXPECT_EQ(context.result, 0);
         for (short y = 0; y < 4; ++y) {
             for (short x = 0; x < 7; ++x) {
-                const Pixel expected = x < 4 ? *rowHost.image.At(x + 2, y + 1) : Pixel{255};
-                EXPECT_EQ(pic->GetPixel(x, y) & 0xFF, expected) << x << ", " << y;
+                const Pixel expected = x < 4 ? ColorAt(rowHost.image, x + 2, y + 1) : white;
+                EXPECT_EQ(pic->GetPixel(x, y) & 0xFFFFFF, expected) << x << ", " << y;
             }
         }
     }
@@ -325,8 +332,8 @@ TEST_F(ReadSelectionTest, AHostThatShrinksOpenlyMayDoItOnAllSides) {
     for (short y = 0; y < 10; ++y) {
         for (short x = 0; x < 12; ++x) {
             const bool inImage = x >= 3 && x < 9 && y >= 2 && y < 7;
-            const Pixel expected = inImage ? *rowHost.image.At(x - 3, y - 2) : Pixel{255};
-            EXPECT_EQ(pic->GetPixel(x, y) & 0xFF, expected) << x << ", " << y;
+            const Pixel expected = inImage ? ColorAt(rowHost.image, x - 3, y - 2) : white;
+            EXPECT_EQ(pic->GetPixel(x, y) & 0xFFFFFF, expected) << x << ", " << y;
         }
     }
 }

@@ -14,6 +14,7 @@ namespace {
 constexpr short allItems = 500;
 constexpr short small = 520;
 constexpr short resizable = 530;
+constexpr short mixed = 560;
 
 class DialogLifeTest : public DialogTest {};
 
@@ -211,6 +212,21 @@ TEST_F(DialogLifeTest, TabWalksInItemOrder) {
         walk.push_back(script.Focus());
     });
     EXPECT_EQ(walk, (std::vector<int>{1, 2, 3, 4, 5, 7, 8, 9, 10, 12, 13, 14, 15, 17, 18, 21, 21}));
+}
+
+TEST_F(DialogLifeTest, TabWalksInItemOrderWhateverTheResources) {
+    TestDialog dialog(mixed);
+    std::vector<int> walk;
+    RunWithScript(dialog, [&](Script& script) {
+        script.Click(script.Middle(3));
+        for (int i = 0; i < 6; ++i) {
+            walk.push_back(script.Focus());
+            script.Keys({{VK_TAB}});
+        }
+        script.Keys({{VK_SHIFT, VK_TAB}});
+        walk.push_back(script.Focus());
+    });
+    EXPECT_EQ(walk, (std::vector<int>{3, 4, 5, 1, 2, 3, 3}));
 }
 
 TEST_F(DialogLifeTest, SetFocusMovesBySteps) {

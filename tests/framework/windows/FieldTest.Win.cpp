@@ -13,6 +13,8 @@ constexpr short realField = 4;
 constexpr short textField = 5;
 constexpr short label = 6;
 constexpr short check = 7;
+/// An item that has no value.
+constexpr short userItem = 20;
 
 /// Fields 3 (1 to 100, shows 20), 4 (0.1 to 7.1, shows 2.5) and 5 (a text of 5 characters).
 class FieldTest : public DialogTest {
@@ -231,14 +233,31 @@ TEST_F(FieldTest, ThousandsAreSeparatedAsTheUserLikes) {
     EXPECT_EQ(value, 1000);
 }
 
+/// The user's decimal separator, for a time.
+class DecimalSeparator {
+  public:
+    explicit DecimalSeparator(const char* text) {
+        GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, before, sizeof before);
+        EXPECT_TRUE(SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, text));
+    }
+    DecimalSeparator(const DecimalSeparator&) = delete;
+    DecimalSeparator& operator=(const DecimalSeparator&) = delete;
+    ~DecimalSeparator() { SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, before); }
+
+  private:
+    char before[8] = "";
+};
+
+// The decimal separator is read for both, so none is ever taken.
 TEST_F(FieldTest, OneSeparatorForBothIsNotTakenFromTheLocale) {
+    const DecimalSeparator odd(";");
     more = [] {
         EXPECT_EQ(numberCharacters.decimal, '.');
         EXPECT_EQ(numberCharacters.thousands, ',');
         EXPECT_EQ(numberCharacters.plus, '+');
         EXPECT_EQ(numberCharacters.minus, '-');
     };
-    Run([](Script&) {});
+    Run([](Script& script) { EXPECT_EQ(script.Text(realField), "2.5"); });
 }
 
 TEST_F(FieldTest, AValueThatShowsAlikeLeavesTheTextAlone) {
@@ -484,11 +503,16 @@ TEST_F(FieldTest, FormatsAndRangesThatFitNoItemAreFaults) {
                   FaultOf([&] { dialog.SetFormat(3, "%.2d"); }),
                   FaultOf([&] { dialog.SetFormat(7, "%d"); }),
                   FaultOf([&] { dialog.SetRange(7, 0, 1); }),
+                  FaultOf([&] { dialog.SetRange(userItem, 0, 1); }),
+                  FaultOf([&] { dialog.SetValue(userItem, 1); }),
+                  FaultOf([&] { dialog.GetValue(userItem); }),
+                  FaultOf([&] { dialog.Port().SetSystemColor(99); }),
                   FaultOf([&] { dialog.SetValue(3, 1e30); })};
         errorCell = 0;
     };
     Run([](Script&) {});
-    EXPECT_EQ(faults, (std::vector<int>{18018, 18018, 18018, 20008, 18022}));
+    EXPECT_EQ(faults,
+              (std::vector<int>{18018, 18018, 18018, 20008, 20008, 20008, 20008, 20008, 18022}));
 }
 
 TEST_F(FieldTest, AnEmptyScrollBarIsDisabled) {

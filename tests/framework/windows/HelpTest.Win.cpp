@@ -219,25 +219,43 @@ TEST_F(HelpTest, AnAlertWithoutAResourceIsAFault) {
 }
 
 TEST_F(HelpTest, NoDialogIsActiveWhileTheyAreSuspended) {
+    struct Moment {
+        const NorvantaDialog* active;
+        const NorvantaDialog* focused;
+        bool hasMouse;
+        bool operator==(const Moment&) const = default;
+    };
+    std::vector<Moment> moments;
+    const auto look = [&] {
+        moments.push_back({NorvantaDialog::Active(), dialogState.focused, GetCapture() != nullptr});
+    };
     TestDialog dialog(allItems);
-    NorvantaDialog* during = &dialog;
-    NorvantaDialog* after = nullptr;
     dialog.atHit = [&](short item) {
         if (item == 7) {
+            SetCapture(static_cast<HWND>(dialog.Window()));
+            look();
             {
                 const DialogSuspension suspension;
-                during = NorvantaDialog::Active();
+                look();
+                {
+                    const DialogSuspension inner;
+                    look();
+                }
+                look();
             }
-            after = NorvantaDialog::Active();
+            look();
         }
         return item <= 2 ? item : short{0};
     };
     RunWithScript(dialog, [](Script& script) {
+        // A key, so that the focus has been looked at.
+        script.Keys({{VK_SHIFT}});
         script.Click(script.Middle(7));
         script.WaitFor("hit 7");
     });
-    EXPECT_EQ(during, nullptr);
-    EXPECT_EQ(after, &dialog);
+    const Moment none{nullptr, nullptr, false};
+    EXPECT_EQ(moments, (std::vector<Moment>{
+                           {&dialog, &dialog, true}, none, none, none, {&dialog, &dialog, false}}));
 }
 
 }  // namespace

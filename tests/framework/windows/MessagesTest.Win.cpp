@@ -88,7 +88,35 @@ TEST_F(MessagesTest, ANewVolumeReachesTheActiveDialog) {
         EXPECT_EQ(dialog.log.Count("disk"), 0);
         tell(DBT_DEVICEARRIVAL, DBT_DEVTYP_VOLUME);
         EXPECT_EQ(dialog.log.Count("disk"), 1);
+        SendMessageA(script.Dialog(), WM_DEVICECHANGE, DBT_DEVICEARRIVAL, 0);
+        EXPECT_EQ(dialog.log.Count("disk"), 1) << "no volume is named";
     });
+}
+
+/// The system tells every window of the program.
+TEST_F(MessagesTest, ANewVolumeIsTheActiveDialogsWhicheverIsTold) {
+    TestDialog outer(allItems);
+    TestDialog nested(small, &outer);
+    int result = 0;
+    outer.atHit = [&](short item) {
+        if (item == check) {
+            result = RunWithScript(nested, [&](Script& script) {
+                DEV_BROADCAST_VOLUME volume{};
+                volume.dbcv_size = sizeof volume;
+                volume.dbcv_devicetype = DBT_DEVTYP_VOLUME;
+                SendMessageA(static_cast<HWND>(outer.Window()), WM_DEVICECHANGE, DBT_DEVICEARRIVAL,
+                             reinterpret_cast<LPARAM>(&volume));
+                script.Click(script.Middle(1));
+            });
+        }
+        return item <= 2 ? item : short{0};
+    };
+    RunWithScript(outer, [&](Script& script) {
+        script.Click(script.Middle(check));
+        script.WaitUntil("the nested dialog's end", [&] { return result != 0; });
+    });
+    EXPECT_EQ(nested.log.Count("disk"), 1);
+    EXPECT_EQ(outer.log.Count("disk"), 0);
 }
 
 TEST_F(MessagesTest, TheCloseBoxDoesNothingWithoutACancelItem) {
