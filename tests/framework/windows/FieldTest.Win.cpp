@@ -13,8 +13,9 @@ constexpr short realField = 4;
 constexpr short textField = 5;
 constexpr short label = 6;
 constexpr short check = 7;
-/// An item that has no value.
-constexpr short userItem = 20;
+/// The other dialog's item that is no control of the program's.
+constexpr short mixed = 560;
+constexpr short listBox = 6;
 
 /// Fields 3 (1 to 100, shows 20), 4 (0.1 to 7.1, shows 2.5) and 5 (a text of 5 characters).
 class FieldTest : public DialogTest {
@@ -503,16 +504,26 @@ TEST_F(FieldTest, FormatsAndRangesThatFitNoItemAreFaults) {
                   FaultOf([&] { dialog.SetFormat(3, "%.2d"); }),
                   FaultOf([&] { dialog.SetFormat(7, "%d"); }),
                   FaultOf([&] { dialog.SetRange(7, 0, 1); }),
-                  FaultOf([&] { dialog.SetRange(userItem, 0, 1); }),
-                  FaultOf([&] { dialog.SetValue(userItem, 1); }),
-                  FaultOf([&] { dialog.GetValue(userItem); }),
                   FaultOf([&] { dialog.Port().SetSystemColor(99); }),
                   FaultOf([&] { dialog.SetValue(3, 1e30); })};
         errorCell = 0;
     };
     Run([](Script&) {});
-    EXPECT_EQ(faults,
-              (std::vector<int>{18018, 18018, 18018, 20008, 20008, 20008, 20008, 20008, 18022}));
+    EXPECT_EQ(faults, (std::vector<int>{18018, 18018, 18018, 20008, 20008, 18022}));
+}
+
+TEST_F(FieldTest, AnItemOfAnUnknownKindHasNoValue) {
+    TestDialog other(mixed);
+    std::vector<int> faults;
+    other.atSetup = [&] {
+        faults = {FaultOf([&] { other.SetValue(listBox, 1); }),
+                  FaultOf([&] { other.GetValue(listBox); }),
+                  FaultOf([&] { other.SetRange(listBox, 0, 1); }),
+                  FaultOf([&] { other.SetFormat(listBox, "%d"); })};
+        errorCell = 0;
+    };
+    RunWithScript(other, [](Script&) {});
+    EXPECT_EQ(faults, (std::vector<int>{20008, 20008, 20008, 18018}));
 }
 
 TEST_F(FieldTest, AnEmptyScrollBarIsDisabled) {
