@@ -47,6 +47,11 @@ TEST(InterfaceLibTest, TextsAreCutAt255Bytes) {
 
 TEST(InterfaceLibTest, ComparesIgnoringCase) {
     EXPECT_EQ(CompareIgnoringCase("Preset", "pRESET"), 0);
+    EXPECT_EQ(CompareIgnoringCase("AZaz", "azAZ"), 0);
+    for (const char* const neighbours : {"@`", "[{"}) {
+        const char before[] = {neighbours[0], '\0'};
+        EXPECT_NE(CompareIgnoringCase(before, neighbours + 1), 0) << "no letters";
+    }
     EXPECT_LT(CompareIgnoringCase("abc", "ABD"), 0);
     EXPECT_GT(CompareIgnoringCase("abcd", "ABC"), 0);
     EXPECT_LT(CompareIgnoringCase("", "a"), 0);
