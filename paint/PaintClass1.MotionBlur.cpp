@@ -48,7 +48,7 @@ using Vector2 = double __attribute__((vector_size(16)));
 using Vector4 = double __attribute__((vector_size(32)));
 
 template <typename Vector>
-[[gnu::always_inline]] inline void AddWeighted(Vector& sum, const double* values, double weight) {
+void AddWeighted(Vector& sum, const double* values, double weight) {
     Vector vector;
     std::memcpy(&vector, values, sizeof vector);
     sum += vector * weight;
@@ -56,8 +56,8 @@ template <typename Vector>
 
 /// Four vectors' worth of sums, which stay in registers along the trail.
 template <typename Vector>
-[[gnu::always_inline]] inline void SumVectors(const double* const* samples, std::ptrdiff_t at,
-                                              const double* weights, int length, double* sums) {
+void SumVectors(const double* const* samples, std::ptrdiff_t at, const double* weights, int length,
+                double* sums) {
     constexpr int lanes = sizeof(Vector) / sizeof(double);
     Vector first{};
     Vector second{};
@@ -90,9 +90,8 @@ struct TrailRow {
 };
 
 /// Truncates sums that lie in 0 .. 255 and a little more.
-[[gnu::always_inline]] inline void StoreGroup(const double (&sums)[colorCount][groupSize],
-                                              const unsigned char* alpha, unsigned char* pixels,
-                                              int count) {
+void StoreGroup(const double (&sums)[colorCount][groupSize], const unsigned char* alpha,
+                unsigned char* pixels, int count) {
     for (int i = 0; i < count; ++i) {
         const int color = static_cast<int>(sums[0][i]) | static_cast<int>(sums[1][i]) << 8 |
                           static_cast<int>(sums[2][i]) << 16;
@@ -101,8 +100,7 @@ struct TrailRow {
 }
 
 template <typename Vector>
-[[gnu::always_inline]] inline void BlurRowLoop(const TrailRow& row, unsigned char* pixels,
-                                               int width) {
+void BlurRowLoop(const TrailRow& row, unsigned char* pixels, int width) {
     constexpr int atOnce = 4 * sizeof(Vector) / sizeof(double);
     for (int x = 0; x < width; x += groupSize) {
         double sums[colorCount][groupSize];
@@ -121,14 +119,6 @@ template <typename Vector>
     }
 }
 
-void BlurRowPlainly(const TrailRow& row, unsigned char* pixels, int width) {
-    BlurRowLoop<Vector2>(row, pixels, width);
-}
-
-[[gnu::target("avx2")]] void BlurRowWide(const TrailRow& row, unsigned char* pixels, int width) {
-    BlurRowLoop<Vector4>(row, pixels, width);
-}
-
 // The rows that the trails of one row run through.
 
 /// The channels of a row, each with a margin on one side.
@@ -137,8 +127,7 @@ struct Channels {
     unsigned char* alpha;
 };
 
-[[gnu::always_inline]] inline void WidenLoop(const unsigned char* pixels, const Channels& out,
-                                             int count) {
+void WidenLoop(const unsigned char* pixels, const Channels& out, int count) {
     double* __restrict const red = out.colors[0];
     double* __restrict const green = out.colors[1];
     double* __restrict const blue = out.colors[2];
@@ -150,15 +139,6 @@ struct Channels {
         blue[i] = BlueOf(pixel);
         alpha[i] = static_cast<unsigned char>(pixel >> 24);
     }
-}
-
-void WidenPlainly(const unsigned char* pixels, const Channels& out, int count) {
-    WidenLoop(pixels, out, count);
-}
-
-[[gnu::target("avx2")]] void WidenWide(const unsigned char* pixels, const Channels& out,
-                                       int count) {
-    WidenLoop(pixels, out, count);
 }
 
 /// Rows widened to doubles, once for all the trails that meet them. The tile goes on in a margin,
@@ -184,7 +164,7 @@ class RowRing {
 
     void Load(int slot, const unsigned char* pixels) {
         const Channels row = Row(slot);
-        ForThisProcessor(WidenPlainly, WidenWide)(pixels, row, width);
+        ForThisProcessor<WidenLoop>(pixels, row, width);
         for (double* color : row.colors) {
             FillMargins(color);
         }
@@ -289,7 +269,7 @@ class TrailRun {
             samples[place] = row.colors[0] + shift;
         }
         const TrailRow trails{samples, ring.Stride(), weights, length, row.alpha + shift};
-        ForThisProcessor(BlurRowPlainly, BlurRowWide)(trails, PixelRow(i), pic.grX);
+        ForThisProcessor<BlurRowLoop<Vector2>, BlurRowLoop<Vector4>>(trails, PixelRow(i), pic.grX);
     }
 
     PaintClass& pic;

@@ -67,9 +67,8 @@ Span NextRaisedSpan(const unsigned char* row, int x, int width) {
 
 /// Brings the sums of three channels, in 8.24, to the pixels whose alpha byte is not `kept`. No
 /// alpha byte is 256.
-[[gnu::always_inline]] inline void StoreColorsLoop(const std::uint32_t* const sums[3],
-                                                   unsigned char* __restrict pixels, int count,
-                                                   Pixel kept) {
+void StoreColorsLoop(const std::uint32_t* const sums[3], unsigned char* __restrict pixels,
+                     int count, Pixel kept) {
     const std::uint32_t* const red = sums[0];
     const std::uint32_t* const green = sums[1];
     const std::uint32_t* const blue = sums[2];
@@ -81,25 +80,13 @@ Span NextRaisedSpan(const unsigned char* row, int x, int width) {
     }
 }
 
-void StoreColorsPlainly(const std::uint32_t* const sums[3], unsigned char* __restrict pixels,
-                        int count, Pixel kept) {
-    StoreColorsLoop(sums, pixels, count, kept);
-}
-
-[[gnu::target("avx2")]] void StoreColorsWide(const std::uint32_t* const sums[3],
-                                             unsigned char* __restrict pixels, int count,
-                                             Pixel kept) {
-    StoreColorsLoop(sums, pixels, count, kept);
-}
-
 void BlurColorSpan(BlurSums& blurSums, const WrappedPlane planes[3], short y, const Span& span,
                    unsigned char* row, Pixel kept) {
-    const auto storeColors = ForThisProcessor(StoreColorsPlainly, StoreColorsWide);
     const std::uint32_t* sums[3];
     for (int c = redByte; c <= blueByte; ++c) {
         sums[c] = blurSums.Sum(planes[c], y, span.first, span.count, c);
     }
-    storeColors(sums, row + span.first * bytesPerPixel, span.count, kept);
+    ForThisProcessor<StoreColorsLoop>(sums, row + span.first * bytesPerPixel, span.count, kept);
 }
 
 /// Blurs a row of colours from the planes into the clone's row, which still is as the texture's.
@@ -236,8 +223,7 @@ struct ThreeRows {
 
 /// All four bytes of each pixel: the alpha byte means nothing afterwards, and a loop that need not
 /// leave it out runs several pixels at a time.
-[[gnu::always_inline]] inline void SharpenLoop(const ThreeRows& rows, unsigned char* __restrict out,
-                                               int bytes) {
+void SharpenLoop(const ThreeRows& rows, unsigned char* __restrict out, int bytes) {
     const auto [above, row, below] = rows;
     for (int i = 0; i < bytes; ++i) {
         const int left = i - bytesPerPixel;
@@ -247,30 +233,10 @@ struct ThreeRows {
     }
 }
 
-void SharpenPlainly(const ThreeRows& rows, unsigned char* __restrict out, int bytes) {
-    SharpenLoop(rows, out, bytes);
-}
-
-[[gnu::target("avx2")]] void SharpenWide(const ThreeRows& rows, unsigned char* __restrict out,
-                                         int bytes) {
-    SharpenLoop(rows, out, bytes);
-}
-
-[[gnu::always_inline]] inline void WidenLoop(const unsigned char* __restrict bytes,
-                                             std::uint16_t* __restrict wide, int count) {
+void WidenLoop(const unsigned char* __restrict bytes, std::uint16_t* __restrict wide, int count) {
     for (int i = 0; i < count; ++i) {
         wide[i] = bytes[i];
     }
-}
-
-void WidenPlainly(const unsigned char* __restrict bytes, std::uint16_t* __restrict wide,
-                  int count) {
-    WidenLoop(bytes, wide, count);
-}
-
-[[gnu::target("avx2")]] void WidenWide(const unsigned char* __restrict bytes,
-                                       std::uint16_t* __restrict wide, int count) {
-    WidenLoop(bytes, wide, count);
 }
 
 /// Three rows of the raster that follow each other, in 16 bits, so that a byte is widened once and
@@ -310,7 +276,7 @@ class RowWindow {
 
     void Widen(const unsigned char* bytes, std::uint16_t* wide) const {
         const int count = pic.RowBytes();
-        ForThisProcessor(WidenPlainly, WidenWide)(bytes, wide, count);
+        ForThisProcessor<WidenLoop>(bytes, wide, count);
         std::copy_n(wide + count - bytesPerPixel, bytesPerPixel, wide - bytesPerPixel);
         std::copy_n(wide, bytesPerPixel, wide + count);
     }
@@ -325,7 +291,6 @@ class RowWindow {
 }  // namespace
 
 bool PaintClass::Sharpen() {
-    const auto sharpen = ForThisProcessor(SharpenPlainly, SharpenWide);
     ShowClass progress(static_cast<short>(grY / 5));
     PicClass* const target = GetClone();
     if (target == nullptr) {
@@ -343,7 +308,7 @@ bool PaintClass::Sharpen() {
             progress.Report(static_cast<short>(y / 5));
         }
         window.Take(y + 1);
-        sharpen(window.Rows(), target->PixelAddress(0, y), RowBytes());
+        ForThisProcessor<SharpenLoop>(window.Rows(), target->PixelAddress(0, y), RowBytes());
     }
     CopyFromClone();
     DeleteClone();
@@ -357,10 +322,9 @@ bool PaintClass::Sharpen() {
 namespace {
 
 /// `above`, `row` and `below` are alpha bytes, with a margin on either side.
-[[gnu::always_inline]] inline void SmoothAlphaLoop(const unsigned char* __restrict above,
-                                                   const unsigned char* __restrict row,
-                                                   const unsigned char* __restrict below,
-                                                   unsigned char* __restrict pixels, int count) {
+void SmoothAlphaLoop(const unsigned char* __restrict above, const unsigned char* __restrict row,
+                     const unsigned char* __restrict below, unsigned char* __restrict pixels,
+                     int count) {
     for (int x = 0; x < count; ++x) {
         const int neighbours = row[x + 1] + row[x - 1] + above[x] + below[x];
         const auto alpha = static_cast<Pixel>(neighbours / 8 + row[x] / 2);
@@ -368,23 +332,9 @@ namespace {
     }
 }
 
-void SmoothAlphaPlainly(const unsigned char* __restrict above, const unsigned char* __restrict row,
-                        const unsigned char* __restrict below, unsigned char* __restrict pixels,
-                        int count) {
-    SmoothAlphaLoop(above, row, below, pixels, count);
-}
-
-[[gnu::target("avx2")]] void SmoothAlphaWide(const unsigned char* __restrict above,
-                                             const unsigned char* __restrict row,
-                                             const unsigned char* __restrict below,
-                                             unsigned char* __restrict pixels, int count) {
-    SmoothAlphaLoop(above, row, below, pixels, count);
-}
-
 }  // namespace
 
 bool PaintClass::SmoothAlpha(short rowOffset, ShowClass* progress, bool* abortFlag) {
-    const auto smoothAlpha = ForThisProcessor(SmoothAlphaPlainly, SmoothAlphaWide);
     *abortFlag = false;
     const WrappedPlane plane(*this, alphaByte, 1, 1);
     if (plane.failed) {
@@ -394,7 +344,8 @@ bool PaintClass::SmoothAlpha(short rowOffset, ShowClass* progress, bool* abortFl
         if (y % 10 == 0) {
             progress->Report(static_cast<short>(y + rowOffset));
         }
-        smoothAlpha(plane.Row(y - 1), plane.Row(y), plane.Row(y + 1), PixelAddress(0, y), grX);
+        ForThisProcessor<SmoothAlphaLoop>(plane.Row(y - 1), plane.Row(y), plane.Row(y + 1),
+                                          PixelAddress(0, y), grX);
     }
     Unlock();
     SetDirty();
@@ -417,25 +368,15 @@ Pixel Bumped(Pixel pixel, Pixel neighbour) {
 
 /// The neighbours are one to the right in `below`, which may be the row itself. In place: the
 /// alpha bytes, all that is read of a neighbour, stay.
-[[gnu::always_inline]] inline void BumpLoop(unsigned char* row, const unsigned char* below,
-                                            int count) {
+void BumpLoop(unsigned char* row, const unsigned char* below, int count) {
     for (int x = 0; x < count; ++x) {
         StorePixel(row, x, Bumped(LoadPixel(row, x), LoadPixel(below, x + 1)));
     }
 }
 
-void BumpPlainly(unsigned char* row, const unsigned char* below, int count) {
-    BumpLoop(row, below, count);
-}
-
-[[gnu::target("avx2")]] void BumpWide(unsigned char* row, const unsigned char* below, int count) {
-    BumpLoop(row, below, count);
-}
-
 }  // namespace
 
 bool PaintClass::AddBump() {
-    const auto bump = ForThisProcessor(BumpPlainly, BumpWide);
     ShowClass progress(static_cast<short>(2 * grY));
     bool abortFlag = false;
     AlphaFromGrey();
@@ -449,7 +390,7 @@ bool PaintClass::AddBump() {
         unsigned char* const row = PixelAddress(0, y);
         const unsigned char* const below = PixelAddressWrapped(0, static_cast<short>(y + 1));
         const int last = grX - 1;
-        bump(row, below, last);
+        ForThisProcessor<BumpLoop>(row, below, last);
         StorePixel(row, last, Bumped(LoadPixel(row, last), LoadPixel(below, 0)));
     }
     Unlock();

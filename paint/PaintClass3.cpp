@@ -480,25 +480,15 @@ Pixel SoftenedOnGrid(Pixel a, Pixel b, Pixel c) {
 
 /// `count` pixels whose sources stand side by side on the grid. In place, too: a pixel is written
 /// after all that read it.
-[[gnu::always_inline]] inline void SoftenLoop(const Pixel* source, const Pixel* below,
-                                              unsigned char* out, int count) {
+void SoftenLoop(const Pixel* source, const Pixel* below, unsigned char* out, int count) {
     for (int i = 0; i < count; ++i) {
         const Pixel pixel = SoftenedOnGrid(source[i], source[i + 1], below[i]);
         std::memcpy(out + i * bytesPerPixel, &pixel, sizeof pixel);
     }
 }
 
-void SoftenPlainly(const Pixel* source, const Pixel* below, unsigned char* out, int count) {
-    SoftenLoop(source, below, out, count);
-}
-
-[[gnu::target("avx2")]] void SoftenWide(const Pixel* source, const Pixel* below, unsigned char* out,
-                                        int count) {
-    SoftenLoop(source, below, out, count);
-}
-
 void SoftenRun(const Pixel* source, const Pixel* below, unsigned char* out, int count) {
-    ForThisProcessor(SoftenPlainly, SoftenWide)(source, below, out, count);
+    ForThisProcessor<SoftenLoop>(source, below, out, count);
 }
 
 /// Takes a pixel from each of the places, numbered along the rows of an image of `total` pixels,

@@ -205,25 +205,17 @@ void PaintClass::AddColor(const RGBColor16& color, short opacity) {
 
 namespace {
 
-[[gnu::always_inline]] inline void InvertLoop(unsigned char* pixels, int count) {
+void InvertLoop(unsigned char* pixels, int count) {
     for (int i = 0; i < count; ++i) {
         StorePixel(pixels, i, LoadPixel(pixels, i) ^ ~alphaMask);
     }
-}
-
-void InvertPlainly(unsigned char* pixels, int count) {
-    InvertLoop(pixels, count);
-}
-
-[[gnu::target("avx2")]] void InvertWide(unsigned char* pixels, int count) {
-    InvertLoop(pixels, count);
 }
 
 }  // namespace
 
 void PaintClass::Invert() {
     AssertLocked(lockedAtSetRGB);
-    ForThisProcessor(InvertPlainly, InvertWide)(Base(), grX * grY);
+    ForThisProcessor<InvertLoop>(Base(), grX * grY);
     Unlock();
     SetDirty();
 }
@@ -248,7 +240,7 @@ int Mixed(int a, int b, int amount) {
     return (b * amount + a * (100 - amount)) / 100;
 }
 
-[[gnu::always_inline]] inline void BlendLoop(const CombineRows& rows, int amount) {
+void BlendLoop(const CombineRows& rows, int amount) {
     const auto [target, other, out, count] = rows;
     for (int i = 0; i < count; ++i) {
         const Pixel t = LoadPixel(target, i);
@@ -260,20 +252,12 @@ int Mixed(int a, int b, int amount) {
     }
 }
 
-void BlendPlainly(const CombineRows& rows, int amount) {
-    BlendLoop(rows, amount);
-}
-
-[[gnu::target("avx2")]] void BlendWide(const CombineRows& rows, int amount) {
-    BlendLoop(rows, amount);
-}
-
 int ClampedToByte(int value) {
     return std::clamp(value, 0, 255);
 }
 
 /// Middle grey in the other texture leaves a pixel as it is.
-[[gnu::always_inline]] inline void StructureLoop(const CombineRows& rows, int amount) {
+void StructureLoop(const CombineRows& rows, int amount) {
     const auto [target, other, out, count] = rows;
     for (int i = 0; i < count; ++i) {
         const Pixel t = LoadPixel(target, i);
@@ -285,21 +269,13 @@ int ClampedToByte(int value) {
     }
 }
 
-void StructurePlainly(const CombineRows& rows, int amount) {
-    StructureLoop(rows, amount);
-}
-
-[[gnu::target("avx2")]] void StructureWide(const CombineRows& rows, int amount) {
-    StructureLoop(rows, amount);
-}
-
 void CombineRow(const CombineRows& rows, std::int32_t mode, int amount) {
     switch (mode) {
         case combineBlend:
-            ForThisProcessor(BlendPlainly, BlendWide)(rows, amount);
+            ForThisProcessor<BlendLoop>(rows, amount);
             break;
         case combineStructure:
-            ForThisProcessor(StructurePlainly, StructureWide)(rows, amount);
+            ForThisProcessor<StructureLoop>(rows, amount);
             break;
         case combineColor:
             TurnHueRow(rows.target, rows.other, rows.out, rows.count, amount * 0.01);

@@ -8,6 +8,7 @@
 #include "base/HostServices.h"
 #include "base/Rectangles.h"
 #include "hostapi/Results.h"
+#include "paint/kernels/Dispatch.h"
 
 using hostapi::FilterRecord;
 using hostapi::Rect;
@@ -169,9 +170,10 @@ void WriteRow(const TileInfo& tile, const unsigned char* tileRow, int x, unsigne
     }
 }
 
-/// Layers with transparency: four bytes at a time, of which the last is the host's own.
-[[gnu::always_inline]] inline void MergeColorsLoop(const unsigned char* __restrict source,
-                                                   unsigned char* __restrict target, int count) {
+/// Layers with transparency: four bytes at a time, of which the last is the host's own. AVX2 takes
+/// 3.4 ms in place of 12.9 for 8000 by 8000 pixels.
+void MergeColorsLoop(const unsigned char* __restrict source, unsigned char* __restrict target,
+                     int count) {
     constexpr std::uint32_t colors = 0x00FFFFFF;
     for (int i = 0; i < count; ++i) {
         std::uint32_t pixel;
@@ -183,29 +185,11 @@ void WriteRow(const TileInfo& tile, const unsigned char* tileRow, int x, unsigne
     }
 }
 
-void MergeColorsPlainly(const unsigned char* __restrict source, unsigned char* __restrict target,
-                        int count) {
-    MergeColorsLoop(source, target, count);
-}
-
-/// The same for processors with wider registers: 3.4 ms in place of 12.9 for 8000 by 8000 pixels.
-[[gnu::target("avx2")]] void MergeColorsWide(const unsigned char* __restrict source,
-                                             unsigned char* __restrict target, int count) {
-    MergeColorsLoop(source, target, count);
-}
-
-using MergeColors = void (*)(const unsigned char* source, unsigned char* target, int count);
-
-MergeColors ChooseMergeColors() {
-    return __builtin_cpu_supports("avx2") ? MergeColorsWide : MergeColorsPlainly;
-}
-
 void WriteRowOfFour(const TileInfo& tile, const unsigned char* tileRow, int x,
                     unsigned char* target, int count) {
-    static const MergeColors mergeColors = ChooseMergeColors();
     while (count > 0) {
         const int run = std::min(count, tile.width - x);
-        mergeColors(tileRow + x * bytesPerPixel, target, run);
+        ForThisProcessor<MergeColorsLoop>(tileRow + x * bytesPerPixel, target, run);
         target += run * bytesPerPixel;
         count -= run;
         x = 0;

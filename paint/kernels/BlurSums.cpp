@@ -15,23 +15,11 @@ constexpr int WholeVectors(int count) {
     return (count + vectorPixels - 1) / vectorPixels * vectorPixels;
 }
 
-[[gnu::always_inline]] inline void FoldLoop(const unsigned char* __restrict above,
-                                            const unsigned char* __restrict below,
-                                            std::uint16_t* __restrict folded, int count) {
+void FoldLoop(const unsigned char* __restrict above, const unsigned char* __restrict below,
+              std::uint16_t* __restrict folded, int count) {
     for (int i = 0; i < count; ++i) {
         folded[i] = static_cast<std::uint16_t>(above[i] + below[i]);
     }
-}
-
-void FoldPlainly(const unsigned char* __restrict above, const unsigned char* __restrict below,
-                 std::uint16_t* __restrict folded, int count) {
-    FoldLoop(above, below, folded, count);
-}
-
-[[gnu::target("avx2")]] void FoldWide(const unsigned char* __restrict above,
-                                      const unsigned char* __restrict below,
-                                      std::uint16_t* __restrict folded, int count) {
-    FoldLoop(above, below, folded, count);
 }
 
 /// The pixels of one weight: each term adds two of them, or none.
@@ -53,8 +41,7 @@ struct FoldedRows {
 };
 
 /// Eight bytes come to at most 2040; the products and sums are exact in 32 bits.
-[[gnu::always_inline]] inline void AddWeightedLoop(const WeightedTerms& terms,
-                                                   std::uint32_t* __restrict sums, int count) {
+void AddWeightedLoop(const WeightedTerms& terms, std::uint32_t* __restrict sums, int count) {
     const std::uint16_t* const a = terms.term[0];
     const std::uint16_t* const b = terms.term[1];
     const std::uint16_t* const c = terms.term[2];
@@ -84,8 +71,8 @@ WeightedTerms TermsOf(const std::uint16_t* outerRow, const std::uint16_t* innerR
 
 /// One multiplication for each weight that differs: 78 in place of the 529 of the largest square
 /// in the dialog. 6 ms for 512 by 512 pixels there, where a loop over the square takes 800.
-[[gnu::always_inline]] inline void SumSquareLoop(const BlurKernel& kernel, const FoldedRows& rows,
-                                                 std::uint32_t* __restrict sums, int count) {
+void SumSquareLoop(const BlurKernel& kernel, const FoldedRows& rows, std::uint32_t* __restrict sums,
+                   int count) {
     for (int outer = 0; outer <= kernel.Half(); ++outer) {
         for (int inner = 0; inner <= outer; ++inner) {
             const WeightedTerms terms = TermsOf(rows.At(outer), rows.At(inner), rows.zeros, outer,
@@ -93,16 +80,6 @@ WeightedTerms TermsOf(const std::uint16_t* outerRow, const std::uint16_t* innerR
             AddWeightedLoop(terms, sums, count);
         }
     }
-}
-
-void SumSquarePlainly(const BlurKernel& kernel, const FoldedRows& rows,
-                      std::uint32_t* __restrict sums, int count) {
-    SumSquareLoop(kernel, rows, sums, count);
-}
-
-[[gnu::target("avx2")]] void SumSquareWide(const BlurKernel& kernel, const FoldedRows& rows,
-                                           std::uint32_t* __restrict sums, int count) {
-    SumSquareLoop(kernel, rows, sums, count);
 }
 
 std::size_t BlockSize(std::size_t sumsStride, std::size_t foldedStride, int margin) {
@@ -131,24 +108,24 @@ BlurSums::BlurSums(const BlurKernel& newKernel, int width)
 
 /// The square is symmetric in eight ways: rows at the same distance are added once for all weights.
 void BlurSums::FoldRows(const WrappedPlane& plane, int y, int first, int count) {
-    const auto fold = ForThisProcessor(FoldPlainly, FoldWide);
     const int start = first - margin;
     const unsigned char* const centre = plane.Row(y) + start;
     std::copy_n(centre, count, folded);
     for (int distance = 1; distance <= margin; ++distance) {
-        fold(plane.Row(y - distance) + start, plane.Row(y + distance) + start,
-             folded + static_cast<std::size_t>(distance) * foldedStride, count);
+        ForThisProcessor<FoldLoop>(plane.Row(y - distance) + start, plane.Row(y + distance) + start,
+                                   folded + static_cast<std::size_t>(distance) * foldedStride,
+                                   count);
     }
 }
 
 const std::uint32_t* BlurSums::Sum(const WrappedPlane& plane, int y, int first, int count,
                                    int slot) {
-    const auto sumSquare = ForThisProcessor(SumSquarePlainly, SumSquareWide);
     std::uint32_t* const row = sums + static_cast<std::size_t>(slot) * sumsStride;
     const int whole = WholeVectors(count);
     FoldRows(plane, y, first, whole + 2 * margin);
     std::fill_n(row, whole, 0u);
     const std::uint16_t* const zeros = folded + static_cast<std::size_t>(margin + 1) * foldedStride;
-    sumSquare(kernel, {folded + margin, foldedStride, zeros}, row, whole);
+    const FoldedRows rows{folded + margin, foldedStride, zeros};
+    ForThisProcessor<SumSquareLoop>(kernel, rows, row, whole);
     return row;
 }

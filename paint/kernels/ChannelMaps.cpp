@@ -27,7 +27,7 @@ struct GroupNumbers {
 
 /// Runs `change(byte, i)` on all bytes, where `i` is the byte's place in its group.
 template <typename Change>
-[[gnu::always_inline]] inline void ChangeBytes(unsigned char* bytes, int count, Change change) {
+void ChangeBytes(unsigned char* bytes, int count, Change change) {
     for (; count >= groupBytes; count -= groupBytes, bytes += groupBytes) {
         for (int i = 0; i < groupBytes; ++i) {
             bytes[i] = change(bytes[i], i);
@@ -56,8 +56,7 @@ namespace {
 /// The steepness 1 of a line.
 constexpr std::uint16_t evenFactor = 1 << 14;
 
-[[gnu::always_inline]] inline unsigned char OnLine(unsigned char value, short offset,
-                                                   std::uint16_t factor, short start) {
+unsigned char OnLine(unsigned char value, short offset, std::uint16_t factor, short start) {
     const auto brighter = std::clamp<short>(static_cast<short>(value + offset), 0, 255);
     const auto high = static_cast<std::uint16_t>(brighter << 8);
     const auto scaled = static_cast<std::uint16_t>(std::uint32_t{high} * factor >> 16);
@@ -77,20 +76,11 @@ struct LineGroup {
     GroupNumbers<short> starts;
 };
 
-[[gnu::always_inline]] inline void LineLoop(const LineGroup& group, unsigned char* bytes,
-                                            int count) {
+void LineLoop(const LineGroup& group, unsigned char* bytes, int count) {
     ChangeBytes(bytes, count, [&](unsigned char byte, int i) {
         return OnLine(byte, group.offsets.numbers[i], group.factors.numbers[i],
                       group.starts.numbers[i]);
     });
-}
-
-void LinePlainly(const LineGroup& group, unsigned char* bytes, int count) {
-    LineLoop(group, bytes, count);
-}
-
-[[gnu::target("avx2")]] void LineWide(const LineGroup& group, unsigned char* bytes, int count) {
-    LineLoop(group, bytes, count);
 }
 
 }  // namespace
@@ -148,7 +138,7 @@ bool ContrastMap::FitLine(std::uint16_t newFactor) {
 void ContrastMap::MapRow(unsigned char* pixels, int count) const {
     if (isLine) {
         const LineGroup group(offset, factor, start);
-        ForThisProcessor(LinePlainly, LineWide)(group, pixels, count * bytesPerPixel);
+        ForThisProcessor<LineLoop>(group, pixels, count * bytesPerPixel);
     } else {
         tables.MapRow(pixels, count);
     }
@@ -158,8 +148,7 @@ void ContrastMap::MapRow(unsigned char* pixels, int count) const {
 
 namespace {
 
-[[gnu::always_inline]] inline unsigned char Moved(unsigned char value, unsigned char goal,
-                                                  std::uint16_t factor) {
+unsigned char Moved(unsigned char value, unsigned char goal, std::uint16_t factor) {
     const auto larger = static_cast<std::uint16_t>(std::max(value, goal));
     const auto smaller = static_cast<std::uint16_t>(std::min(value, goal));
     const auto twice = static_cast<std::uint16_t>(2 * (larger - smaller));
@@ -176,19 +165,10 @@ struct MoveGroup {
     GroupNumbers<std::uint16_t> factors;
 };
 
-[[gnu::always_inline]] inline void MoveLoop(const MoveGroup& group, unsigned char* bytes,
-                                            int count) {
+void MoveLoop(const MoveGroup& group, unsigned char* bytes, int count) {
     ChangeBytes(bytes, count, [&](unsigned char byte, int i) {
         return Moved(byte, group.goals.numbers[i], group.factors.numbers[i]);
     });
-}
-
-void MovePlainly(const MoveGroup& group, unsigned char* bytes, int count) {
-    MoveLoop(group, bytes, count);
-}
-
-[[gnu::target("avx2")]] void MoveWide(const MoveGroup& group, unsigned char* bytes, int count) {
-    MoveLoop(group, bytes, count);
 }
 
 }  // namespace
@@ -232,7 +212,7 @@ bool ColorMap::FitsTable() const {
 void ColorMap::MapRow(unsigned char* pixels, int count) const {
     if (isLine) {
         const MoveGroup group(goals, factor);
-        ForThisProcessor(MovePlainly, MoveWide)(group, pixels, count * bytesPerPixel);
+        ForThisProcessor<MoveLoop>(group, pixels, count * bytesPerPixel);
     } else {
         tables.MapRow(pixels, count);
     }

@@ -16,16 +16,16 @@ struct Channels {
     double blue;
 };
 
-[[gnu::always_inline]] inline double Larger(double a, double b) {
+double Larger(double a, double b) {
     return a > b ? a : b;
 }
 
-[[gnu::always_inline]] inline double Smaller(double a, double b) {
+double Smaller(double a, double b) {
     return a < b ? a : b;
 }
 
 /// Channels from 0 to 1.
-[[gnu::always_inline]] inline ColorHLS ToHLS(double red, double green, double blue) {
+ColorHLS ToHLS(double red, double green, double blue) {
     const double most = Larger(Larger(red, green), blue);
     const double least = Smaller(Smaller(red, green), blue);
     const double sum = most + least;
@@ -49,7 +49,7 @@ struct Channels {
 
 /// One channel, 0 to 255 unless the hue lies beyond 0 to 360: `high` for 120 degrees, `low` for
 /// 120 degrees, and slopes of 60 degrees between them.
-[[gnu::always_inline]] inline double ChannelAt(double low, double high, double hue) {
+double ChannelAt(double low, double high, double hue) {
     const double lessATurn = hue - 360.0;
     const double moreATurn = hue + 360.0;
     double h = hue < 0.0 ? moreATurn : hue;
@@ -64,7 +64,7 @@ struct Channels {
 }
 
 /// Channels as of ChannelAt.
-[[gnu::always_inline]] inline Channels ToChannels(const ColorHLS& color) {
+Channels ToChannels(const ColorHLS& color) {
     const double lightness = color.lightness;
     const double saturation = color.saturation;
     const double lightHigh = (lightness + saturation) - lightness * saturation;
@@ -80,18 +80,18 @@ struct Channels {
 
 constexpr double perByte = 0.00392156862745098;  // 1 / 255
 
-[[gnu::always_inline]] inline ColorHLS PixelToHLS(Pixel pixel) {
+ColorHLS PixelToHLS(Pixel pixel) {
     return ToHLS(RedOf(pixel) * perByte, GreenOf(pixel) * perByte, BlueOf(pixel) * perByte);
 }
 
 /// The channels of a row's colours are far within 32 bits, whatever the record.
-[[gnu::always_inline]] inline Pixel WithHLS(Pixel pixel, const ColorHLS& color) {
+Pixel WithHLS(Pixel pixel, const ColorHLS& color) {
     const Channels channels = ToChannels(color);
     return WithColor(pixel, static_cast<int>(channels.red), static_cast<int>(channels.green),
                      static_cast<int>(channels.blue));
 }
 
-[[gnu::always_inline]] inline void SaturateLoop(unsigned char* pixels, int count, double delta) {
+void SaturateLoop(unsigned char* pixels, int count, double delta) {
     for (int i = 0; i < count; ++i) {
         const Pixel pixel = LoadPixel(pixels, i);
         ColorHLS color = PixelToHLS(pixel);
@@ -100,33 +100,14 @@ constexpr double perByte = 0.00392156862745098;  // 1 / 255
     }
 }
 
-void SaturatePlainly(unsigned char* pixels, int count, double delta) {
-    SaturateLoop(pixels, count, delta);
-}
-
-[[gnu::target("avx2")]] void SaturateWide(unsigned char* pixels, int count, double delta) {
-    SaturateLoop(pixels, count, delta);
-}
-
-[[gnu::always_inline]] inline void TurnHueLoop(const unsigned char* pixels,
-                                               const unsigned char* other, unsigned char* out,
-                                               int count, double share) {
+void TurnHueLoop(const unsigned char* pixels, const unsigned char* other, unsigned char* out,
+                 int count, double share) {
     for (int i = 0; i < count; ++i) {
         ColorHLS color = PixelToHLS(LoadPixel(pixels, i));
         const int grey = GreyOf(LoadPixel(other, i));
         color.hue += static_cast<int>((grey - 128) * 2.0 * share);
         StorePixel(out, i, WithHLS(LoadPixel(out, i), color));
     }
-}
-
-void TurnHuePlainly(const unsigned char* pixels, const unsigned char* other, unsigned char* out,
-                    int count, double share) {
-    TurnHueLoop(pixels, other, out, count, share);
-}
-
-[[gnu::target("avx2")]] void TurnHueWide(const unsigned char* pixels, const unsigned char* other,
-                                         unsigned char* out, int count, double share) {
-    TurnHueLoop(pixels, other, out, count, share);
 }
 
 /// Of any double: hues from outside the program's own loops may be beyond all bounds.
@@ -148,10 +129,10 @@ void HLSToRGB(const ColorHLS* in, unsigned char* rgb) {
 }
 
 void SaturateRow(unsigned char* pixels, int count, double delta) {
-    ForThisProcessor(SaturatePlainly, SaturateWide)(pixels, count, delta);
+    ForThisProcessor<SaturateLoop>(pixels, count, delta);
 }
 
 void TurnHueRow(const unsigned char* pixels, const unsigned char* other, unsigned char* out,
                 int count, double share) {
-    ForThisProcessor(TurnHuePlainly, TurnHueWide)(pixels, other, out, count, share);
+    ForThisProcessor<TurnHueLoop>(pixels, other, out, count, share);
 }

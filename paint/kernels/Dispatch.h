@@ -1,15 +1,32 @@
-// The choice between two compilations of one loop: for any processor, and for those with AVX2.
+// One loop, compiled twice: for any processor and for those with AVX2.
 //
-// A loop is written once, as a [[gnu::always_inline]] function that the compiler can vectorize,
-// and wrapped twice: in a function as it is and in one marked [[gnu::target("avx2")]]. Both give
-// the same bits: the wider one has no fused multiply-add.
+// The loop is an ordinary function that the compiler can vectorize. Both compilations flatten it:
+// every function that it calls is inlined, so that all of the loop is compiled for the processor.
+// Both give the same bits: AVX2 has no fused multiply-add.
 #pragma once
 
 /// Tests clear it, to run the code for any processor as well.
 inline bool avx2Allowed = true;
 
-/// Of two compilations of a loop, the one to call on this processor.
-template <typename Function>
-Function* ForThisProcessor(Function* any, Function* avx2) {
-    return avx2Allowed && __builtin_cpu_supports("avx2") ? avx2 : any;
+/// The two compilations of `loop`, a function without a result.
+template <auto loop>
+struct Compilations;
+
+template <typename... Arguments, void (*loop)(Arguments...)>
+struct Compilations<loop> {
+    [[gnu::flatten]] static void ForAnyProcessor(Arguments... arguments) { loop(arguments...); }
+    [[gnu::flatten, gnu::target("avx2")]] static void ForAvx2(Arguments... arguments) {
+        loop(arguments...);
+    }
+};
+
+/// Runs the compilation for this processor. `wideLoop` differs from `loop` where the two work in
+/// vectors of different widths; then it computes the same.
+template <auto loop, auto wideLoop = loop, typename... Arguments>
+void ForThisProcessor(Arguments&&... arguments) {
+    if (avx2Allowed && __builtin_cpu_supports("avx2")) {
+        Compilations<wideLoop>::ForAvx2(arguments...);
+    } else {
+        Compilations<loop>::ForAnyProcessor(arguments...);
+    }
 }

@@ -77,18 +77,18 @@ class WrappedPlaces {
 };
 
 /// Two times two neighbours in a row.
-[[gnu::always_inline]] inline __m128i LoadNeighbours(const Pixel* first, const Pixel* second) {
+__m128i LoadNeighbours(const Pixel* first, const Pixel* second) {
     const __m128i low = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(first));
     return _mm_castps_si128(
         _mm_loadh_pi(_mm_castsi128_ps(low), reinterpret_cast<const __m64*>(second)));
 }
 
-[[gnu::always_inline]] inline __m128i EvenLanes(__m128i low, __m128i high) {
+__m128i EvenLanes(__m128i low, __m128i high) {
     return _mm_castps_si128(
         _mm_shuffle_ps(_mm_castsi128_ps(low), _mm_castsi128_ps(high), _MM_SHUFFLE(2, 0, 2, 0)));
 }
 
-[[gnu::always_inline]] inline __m128i OddLanes(__m128i low, __m128i high) {
+__m128i OddLanes(__m128i low, __m128i high) {
     return _mm_castps_si128(
         _mm_shuffle_ps(_mm_castsi128_ps(low), _mm_castsi128_ps(high), _MM_SHUFFLE(3, 1, 3, 1)));
 }
@@ -103,12 +103,11 @@ struct Corners {
 };
 
 template <int lane>
-[[gnu::always_inline]] inline const Pixel* LanePixel(const Pixel* pixels, __m128i numbers) {
+const Pixel* LanePixel(const Pixel* pixels, __m128i numbers) {
     return pixels + _mm_cvtsi128_si32(_mm_shuffle_epi32(numbers, lane));
 }
 
-[[gnu::always_inline]] inline Corners LoadCorners(const Pixel* pixels, std::ptrdiff_t columns,
-                                                  __m128i numbers) {
+Corners LoadCorners(const Pixel* pixels, std::ptrdiff_t columns, __m128i numbers) {
     const Pixel* const first = LanePixel<0>(pixels, numbers);
     const Pixel* const second = LanePixel<1>(pixels, numbers);
     const Pixel* const third = LanePixel<2>(pixels, numbers);
@@ -129,18 +128,18 @@ struct Sums {
     __m128i right;
 };
 
-[[gnu::always_inline]] inline Sums SumsOf(const Corners& corners) {
+Sums SumsOf(const Corners& corners) {
     return {_mm_add_epi32(corners.a, corners.b), _mm_add_epi32(corners.c, corners.d),
             _mm_add_epi32(corners.a, corners.c), _mm_add_epi32(corners.b, corners.d)};
 }
 
-[[gnu::always_inline]] inline Sums SumsOfRedAndBlue(const Corners& corners) {
+Sums SumsOfRedAndBlue(const Corners& corners) {
     const __m128i mask = _mm_set1_epi32(0x00FF00FF);
     return SumsOf({_mm_and_si128(corners.a, mask), _mm_and_si128(corners.b, mask),
                    _mm_and_si128(corners.c, mask), _mm_and_si128(corners.d, mask)});
 }
 
-[[gnu::always_inline]] inline Sums SumsOfGreen(const Corners& corners) {
+Sums SumsOfGreen(const Corners& corners) {
     const __m128i mask = _mm_set1_epi32(0xFF);
     return SumsOf({_mm_and_si128(_mm_srli_epi32(corners.a, 8), mask),
                    _mm_and_si128(_mm_srli_epi32(corners.b, 8), mask),
@@ -148,21 +147,20 @@ struct Sums {
                    _mm_and_si128(_mm_srli_epi32(corners.d, 8), mask)});
 }
 
-[[gnu::always_inline]] inline Sums LowerHalf(const Sums& sums) {
+Sums LowerHalf(const Sums& sums) {
     const __m128i mask = _mm_set1_epi32(0xFFFF);
     return {_mm_and_si128(sums.above, mask), _mm_and_si128(sums.below, mask),
             _mm_and_si128(sums.left, mask), _mm_and_si128(sums.right, mask)};
 }
 
-[[gnu::always_inline]] inline Sums UpperHalf(const Sums& sums) {
+Sums UpperHalf(const Sums& sums) {
     return {_mm_srli_epi32(sums.above, 16), _mm_srli_epi32(sums.below, 16),
             _mm_srli_epi32(sums.left, 16), _mm_srli_epi32(sums.right, 16)};
 }
 
 /// A quarter of each mix as a channel. The mixes are four times the values, by which every step
 /// stays exactly the same; the shift truncates what is positive, and the packing clamps to a byte.
-[[gnu::always_inline]] inline void StorePixels(__m128i red, __m128i green, __m128i blue,
-                                               unsigned char* out) {
+void StorePixels(__m128i red, __m128i green, __m128i blue, unsigned char* out) {
     const __m128i redGreen = _mm_packs_epi32(_mm_srai_epi32(red, 2), _mm_srai_epi32(green, 2));
     const __m128i blueZero = _mm_packs_epi32(_mm_srai_epi32(blue, 2), _mm_setzero_si128());
     const __m128i planes = _mm_packus_epi16(redGreen, blueZero);
@@ -178,30 +176,30 @@ struct Pairs {
     __m128d high;
 };
 
-[[gnu::always_inline]] inline Pairs LoadPairs(double origin, const double* values) {
+Pairs LoadPairs(double origin, const double* values) {
     const __m128d origin2 = _mm_set1_pd(origin);
     return {_mm_add_pd(origin2, _mm_loadu_pd(values)),
             _mm_add_pd(origin2, _mm_loadu_pd(values + 2))};
 }
 
-[[gnu::always_inline]] inline __m128i Truncated(const Pairs& values) {
+__m128i Truncated(const Pairs& values) {
     return _mm_unpacklo_epi64(_mm_cvttpd_epi32(values.low), _mm_cvttpd_epi32(values.high));
 }
 
-[[gnu::always_inline]] inline Pairs PairsOf(__m128i integers) {
+Pairs PairsOf(__m128i integers) {
     return {_mm_cvtepi32_pd(integers), _mm_cvtepi32_pd(_mm_unpackhi_epi64(integers, integers))};
 }
 
-[[gnu::always_inline]] inline Pairs Minus(const Pairs& a, const Pairs& b) {
+Pairs Minus(const Pairs& a, const Pairs& b) {
     return {_mm_sub_pd(a.low, b.low), _mm_sub_pd(a.high, b.high)};
 }
 
-[[gnu::always_inline]] inline __m128d Mix(__m128d first, __m128d second, __m128d fraction) {
+__m128d Mix(__m128d first, __m128d second, __m128d fraction) {
     const __m128d rest = _mm_sub_pd(_mm_set1_pd(1.0), fraction);
     return _mm_add_pd(_mm_mul_pd(rest, first), _mm_mul_pd(second, fraction));
 }
 
-[[gnu::always_inline]] inline __m128i MixPairs(const Sums& sums, const Pairs& fx, const Pairs& fy) {
+__m128i MixPairs(const Sums& sums, const Pairs& fx, const Pairs& fy) {
     const Pairs above = PairsOf(sums.above);
     const Pairs below = PairsOf(sums.below);
     const Pairs left = PairsOf(sums.left);
@@ -270,7 +268,7 @@ template <typename Places>
 void ReadAll(const Pixel* pixels, int columns, const Places& places, const Positions& at,
              unsigned char* out) {
     if (at.count >= groupSize) {
-        ForThisProcessor(ReadGroups<Places>, ReadGroupsWide<Places>)(pixels, columns, places, at,
+        ForThisProcessor<ReadGroups<Places>, ReadGroupsWide<Places>>(pixels, columns, places, at,
                                                                      out);
     } else if (at.count > 0) {
         // A few are read as a group of which only they are kept.
