@@ -8,7 +8,7 @@
 #include "paint/PaintClass.h"
 #include "paint/kernels/Dispatch.h"
 #include "paint/kernels/PixelBytes.h"
-#include "raster/HandleClass.h"
+#include "raster/HandleArray.h"
 
 namespace {
 
@@ -149,16 +149,12 @@ class RowRing {
         : width(newWidth),
           before(reachLeft),
           after((width + groupSize - 1) / groupSize * groupSize - width + reachRight),
-          block(Size(newDepth)) {
-        failed = block.failed || !Fits(newDepth);
-        if (!failed) {
-            colors = static_cast<double*>(block.Lock());
-            alphas = reinterpret_cast<unsigned char*>(colors + newDepth * colorCount * Stride());
-        }
-    }
+          fits(Fits(newDepth)),
+          colors(Size(newDepth, colorCount)),
+          alphas(Size(newDepth, 1)) {}
 
     /// True if there was no memory.
-    bool failed;
+    bool Failed() const { return !fits || colors.Failed() || alphas.Failed(); }
 
     std::ptrdiff_t Stride() const { return std::ptrdiff_t{before} + width + after; }
 
@@ -173,8 +169,9 @@ class RowRing {
 
     /// Pointers to column 0.
     Channels Row(int slot) const {
-        double* const red = colors + slot * colorCount * Stride() + before;
-        return {{red, red + Stride(), red + 2 * Stride()}, alphas + slot * Stride() + before};
+        double* const red = colors.Values() + slot * colorCount * Stride() + before;
+        return {{red, red + Stride(), red + 2 * Stride()},
+                alphas.Values() + slot * Stride() + before};
     }
 
   private:
@@ -186,8 +183,8 @@ class RowRing {
         return static_cast<double>(Stride()) * depth * bytesPerPlace <= most;
     }
 
-    std::size_t Size(int depth) const {
-        return Fits(depth) ? static_cast<std::size_t>(Stride() * depth * bytesPerPlace) : 0;
+    std::size_t Size(int depth, int channels) const {
+        return fits ? static_cast<std::size_t>(Stride() * depth * channels) : 0;
     }
 
     template <typename Value>
@@ -203,9 +200,9 @@ class RowRing {
     int width;
     int before;
     int after;
-    HandleClass block;
-    double* colors = nullptr;
-    unsigned char* alphas = nullptr;
+    bool fits;
+    HandleArray<double> colors;
+    HandleArray<unsigned char> alphas;
 };
 
 /// One run, row by row against the way of the trails, so that a row is blurred in place after all
@@ -217,22 +214,22 @@ class TrailRun {
           length(newLength),
           step(StepOf(direction)),
           depth(step.dy == 0 ? 1 : std::min<int>(length, pic.grY)),
-          weightBlock(static_cast<std::size_t>(length) * (sizeof(double) + sizeof(double*))),
-          keptBlock(static_cast<std::size_t>(depth * pic.RowBytes())),
+          weights(static_cast<std::size_t>(length)),
+          samples(static_cast<std::size_t>(length)),
+          kept(static_cast<std::size_t>(depth * pic.RowBytes())),
           ring(pic.grX, depth, step.dx < 0 ? Reach() : 0, step.dx > 0 ? Reach() : 0) {
         if (!Failed()) {
-            weights = static_cast<double*>(weightBlock.Lock());
-            samples = reinterpret_cast<const double**>(weights + length);
-            kept = static_cast<unsigned char*>(keptBlock.Lock());
-            FillWeights(weights, length);
+            FillWeights(weights.Values(), length);
         }
     }
 
-    bool Failed() const { return weightBlock.failed || keptBlock.failed || ring.failed; }
+    bool Failed() const {
+        return weights.Failed() || samples.Failed() || kept.Failed() || ring.Failed();
+    }
 
     void Run(CursorClass& cursor) {
         for (int i = 0; i + 1 < depth; ++i) {
-            std::memcpy(kept + i * pic.RowBytes(), PixelRow(i),
+            std::memcpy(kept.Values() + i * pic.RowBytes(), PixelRow(i),
                         static_cast<std::size_t>(pic.RowBytes()));
             ring.Load(i, PixelRow(i));
         }
@@ -257,7 +254,8 @@ class TrailRun {
 
     void LoadRow(int i) {
         const bool isBlurred = i >= pic.grY;
-        ring.Load(i % depth, isBlurred ? kept + (i - pic.grY) * pic.RowBytes() : PixelRow(i));
+        ring.Load(i % depth,
+                  isBlurred ? kept.Values() + (i - pic.grY) * pic.RowBytes() : PixelRow(i));
     }
 
     void BlurRow(int i) {
@@ -266,9 +264,10 @@ class TrailRun {
         for (int place = 0; place < length; ++place) {
             row = ring.Row((i + place * std::abs(step.dy)) % depth);
             shift = step.dx * (place % pic.grX);
-            samples[place] = row.colors[0] + shift;
+            samples.Values()[place] = row.colors[0] + shift;
         }
-        const TrailRow trails{samples, ring.Stride(), weights, length, row.alpha + shift};
+        const TrailRow trails{samples.Values(), ring.Stride(), weights.Values(), length,
+                              row.alpha + shift};
         ForThisProcessor<BlurRowLoop<Vector2>, BlurRowLoop<Vector4>>(trails, PixelRow(i), pic.grX);
     }
 
@@ -277,12 +276,10 @@ class TrailRun {
     Step step;
     /// How many rows a trail meets.
     int depth;
-    HandleClass weightBlock;
-    HandleClass keptBlock;
+    HandleArray<double> weights;
+    HandleArray<const double*> samples;
+    HandleArray<unsigned char> kept;
     RowRing ring;
-    double* weights = nullptr;
-    const double** samples = nullptr;
-    unsigned char* kept = nullptr;
 };
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include "paint/PaintClass.h"
 #include "paint/math/EffectMath.h"
 #include "paint/math/Random.h"
-#include "raster/HandleClass.h"
+#include "raster/HandleArray.h"
 #include "raster/Truncation.h"
 
 namespace {
@@ -56,24 +56,17 @@ void KeepLowerBytes(const unsigned char* __restrict stamp, unsigned char* __rest
 class DropStamp {
   public:
     DropStamp(PicClass& newPic, int newRim)
-        : failed(false),
-          pic(newPic),
+        : pic(newPic),
           rim(newRim),
-          block(static_cast<std::size_t>(pic.grX) * sizeof(Pixel) + static_cast<std::size_t>(rim) +
-                1) {
-        failed = block.failed;
-        if (failed) {
-            return;
-        }
-        row = static_cast<Pixel*>(block.Lock());
-        rimHeights = static_cast<unsigned char*>(static_cast<void*>(row + pic.grX));
-        for (int depth = 1; depth <= rim; ++depth) {
-            rimHeights[depth] = RimHeight(depth, rim);
+          row(static_cast<std::size_t>(pic.grX)),
+          rimHeights(static_cast<std::size_t>(rim) + 1) {
+        for (int depth = 1; depth <= rim && !Failed(); ++depth) {
+            rimHeights.Values()[depth] = RimHeight(depth, rim);
         }
     }
 
     /// True if there was no memory.
-    bool failed;
+    bool Failed() const { return row.Failed() || rimHeights.Failed(); }
 
     /// A radius below 1 is no drop.
     void Press(short cx, short cy, short radius) {
@@ -106,14 +99,14 @@ class DropStamp {
                 ++distance;
             }
             const int depth = radius - distance;
-            const unsigned char height = depth > rim ? 0 : rimHeights[depth];
+            const unsigned char height = depth > rim ? 0 : rimHeights.Values()[depth];
             const Pixel pixel = static_cast<Pixel>(height) << 24 | 0xFFFFFF;
-            row[middle - dx] = pixel;
+            row.Values()[middle - dx] = pixel;
             if (middle + dx < pic.grX) {
-                row[middle + dx] = pixel;
+                row.Values()[middle + dx] = pixel;
             }
         }
-        start = row + middle - (dx - 1);
+        start = row.Values() + middle - (dx - 1);
         return {dx - 1, std::min(dx - 1, (pic.grX - 1) / 2)};
     }
 
@@ -132,12 +125,11 @@ class DropStamp {
 
     PicClass& pic;
     int rim;
-    HandleClass block;
-    Pixel* row = nullptr;
+    HandleArray<Pixel> row;
     /// The first pixel of the filled part.
     const Pixel* start = nullptr;
     /// By the depth inside the edge, from 1 on.
-    unsigned char* rimHeights = nullptr;
+    HandleArray<unsigned char> rimHeights;
 };
 
 /// How the light falls on a slope, which is the difference of two alpha bytes.
@@ -238,7 +230,7 @@ bool PaintClass::Drops(const DropsParams& params) {
     const short blurSteps = params.coveredBlur != coveredBlurNone ? grY : 0;
     ShowClass progress(static_cast<short>(sizes.count * 2 + grY + blurSteps));
     DropStamp stamp(*this, sizes.rim);
-    if (stamp.failed) {
+    if (stamp.Failed()) {
         return false;
     }
     SeedRandom();

@@ -7,7 +7,7 @@
 #include "paint/kernels/ShapeScan.h"
 #include "paint/math/EffectMath.h"
 #include "paint/math/Random.h"
-#include "raster/HandleClass.h"
+#include "raster/HandleArray.h"
 #include "raster/Truncation.h"
 
 namespace {
@@ -42,22 +42,12 @@ ShapesParams InDialogsRange(ShapesParams params) {
 class ShapeGrid {
   public:
     explicit ShapeGrid(const ShapesParams& params)
-        : failed(false),
-          columns(params.repeatX),
+        : columns(params.repeatX),
           rows(params.repeatY),
-          centreBlock(Count() * sizeof(Centre)),
-          widthBlock(Count() * sizeof(double)),
-          heightBlock(Count() * sizeof(double)) {
-        failed = centreBlock.failed || widthBlock.failed || heightBlock.failed;
-        if (!failed) {
-            centres = static_cast<Centre*>(centreBlock.Lock());
-            halfWidths = static_cast<double*>(widthBlock.Lock());
-            halfHeights = static_cast<double*>(heightBlock.Lock());
-        }
-    }
+          shapes(static_cast<std::size_t>(CellCount())) {}
 
     /// True if there was no memory.
-    bool failed;
+    bool Failed() const { return shapes.Failed(); }
 
     /// In pixels; may lie outside the tile.
     struct Centre {
@@ -74,27 +64,14 @@ class ShapeGrid {
     /// jitters by one step.
     void Fill(const PicClass& pic, const ShapesParams& params);
 
-    Shape At(int column, int row) const {
-        const auto i = Index(column, row);
-        return {centres[i], halfWidths[i], halfHeights[i]};
-    }
+    const Shape& At(int column, int row) const { return shapes.Values()[columns * row + column]; }
     int CellCount() const { return columns * rows; }
 
     const short columns;
     const short rows;
 
   private:
-    std::size_t Count() const { return static_cast<std::size_t>(columns * rows); }
-    std::size_t Index(int column, int row) const {
-        return static_cast<std::size_t>(columns * row + column);
-    }
-
-    HandleClass centreBlock;
-    HandleClass widthBlock;
-    HandleClass heightBlock;
-    Centre* centres = nullptr;
-    double* halfWidths = nullptr;
-    double* halfHeights = nullptr;
+    HandleArray<Shape> shapes;
 };
 
 void ShapeGrid::Fill(const PicClass& pic, const ShapesParams& params) {
@@ -113,10 +90,9 @@ void ShapeGrid::Fill(const PicClass& pic, const ShapesParams& params) {
             if (params.halfShift != 0 && j % 2 == 0) {
                 x = TruncateToShort(x + cellW * 0.5);
             }
-            const std::size_t index = Index(i, j);
-            centres[index] = {x, y};
-            halfWidths[index] = params.sizeX * 0.5 * cellW * (wider * 0.01 + 1.0);
-            halfHeights[index] = params.sizeY * 0.5 * cellH * (higher * 0.01 + 1.0);
+            shapes.Values()[columns * j + i] = {{x, y},
+                                                params.sizeX * 0.5 * cellW * (wider * 0.01 + 1.0),
+                                                params.sizeY * 0.5 * cellH * (higher * 0.01 + 1.0)};
         }
     }
 }
@@ -363,7 +339,7 @@ void PaintClass::ShapeGrain(short material) {
 bool PaintClass::Shapes(const ShapesParams& record) {
     const ShapesParams params = InDialogsRange(record);
     ShapeGrid grid(params);
-    if (grid.failed) {
+    if (grid.Failed()) {
         return false;
     }
     const auto blurOffset = static_cast<short>(grid.CellCount() * reportsPerShape);

@@ -34,7 +34,7 @@ std::uint32_t WeightOf(double share) {
 
 }  // namespace
 
-BlurKernel::BlurKernel(double radius) : failed(true), half(0) {
+BlurKernel::BlurKernel(double radius) : half(0) {
     const double reach = radius * 2.0;
     half = TruncateToShort(1.0 + reach);
     const std::int32_t dataSize = BlockSize(half);

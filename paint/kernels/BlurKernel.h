@@ -17,7 +17,7 @@ class BlurKernel {
 
     /// True if the block could not be had, or if the square would be larger than `largestHalf`
     /// allows. Then there are no weights.
-    bool failed;
+    bool Failed() const { return failed; }
 
     /// The square reaches from -Half() to Half() in both directions: at most `largestHalf`, and
     /// below 0 if it has no pixels.
@@ -39,6 +39,7 @@ class BlurKernel {
     std::size_t OctantSize() const;
     double FillBell(double* bell, double reach) const;
 
+    bool failed = true;
     int half;
     std::optional<HandleClass> block;
     /// One for each pair of distances, in the order of OctantIndex.

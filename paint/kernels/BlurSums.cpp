@@ -82,50 +82,38 @@ void SumSquareLoop(const BlurKernel& kernel, const FoldedRows& rows, std::uint32
     }
 }
 
-std::size_t BlockSize(std::size_t sumsStride, std::size_t foldedStride, int margin) {
-    const auto rows = static_cast<std::size_t>(margin + 2);
-    return slots * sumsStride * sizeof(std::uint32_t) + rows * foldedStride * sizeof(std::uint16_t);
-}
-
 }  // namespace
 
 BlurSums::BlurSums(const BlurKernel& newKernel, int width)
-    : failed(false),
-      kernel(newKernel),
+    : kernel(newKernel),
       margin(std::max(newKernel.Half(), 0)),
       sumsStride(static_cast<std::size_t>(WholeVectors(width))),
       foldedStride(sumsStride + 2 * static_cast<std::size_t>(margin)),
-      block(BlockSize(sumsStride, foldedStride, margin)) {
-    if (block.failed) {
-        failed = true;
-        return;
+      sums(slots * sumsStride),
+      folded(static_cast<std::size_t>(margin + 2) * foldedStride) {
+    if (!Failed()) {
+        std::fill_n(FoldedRow(margin + 1), foldedStride, std::uint16_t{0});
     }
-    sums = static_cast<std::uint32_t*>(block.Lock());
-    folded = static_cast<std::uint16_t*>(static_cast<void*>(sums + slots * sumsStride));
-    std::fill_n(folded + static_cast<std::size_t>(margin + 1) * foldedStride, foldedStride,
-                std::uint16_t{0});
 }
 
 /// The square is symmetric in eight ways: rows at the same distance are added once for all weights.
 void BlurSums::FoldRows(const WrappedPlane& plane, int y, int first, int count) {
     const int start = first - margin;
     const unsigned char* const centre = plane.Row(y) + start;
-    std::copy_n(centre, count, folded);
+    std::copy_n(centre, count, FoldedRow(0));
     for (int distance = 1; distance <= margin; ++distance) {
         ForThisProcessor<FoldLoop>(plane.Row(y - distance) + start, plane.Row(y + distance) + start,
-                                   folded + static_cast<std::size_t>(distance) * foldedStride,
-                                   count);
+                                   FoldedRow(distance), count);
     }
 }
 
 const std::uint32_t* BlurSums::Sum(const WrappedPlane& plane, int y, int first, int count,
                                    int slot) {
-    std::uint32_t* const row = sums + static_cast<std::size_t>(slot) * sumsStride;
+    std::uint32_t* const row = sums.Values() + static_cast<std::size_t>(slot) * sumsStride;
     const int whole = WholeVectors(count);
     FoldRows(plane, y, first, whole + 2 * margin);
     std::fill_n(row, whole, 0u);
-    const std::uint16_t* const zeros = folded + static_cast<std::size_t>(margin + 1) * foldedStride;
-    const FoldedRows rows{folded + margin, foldedStride, zeros};
+    const FoldedRows rows{FoldedRow(0) + margin, foldedStride, FoldedRow(margin + 1)};
     ForThisProcessor<SumSquareLoop>(kernel, rows, row, whole);
     return row;
 }

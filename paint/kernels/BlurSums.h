@@ -6,7 +6,7 @@
 
 #include "paint/kernels/BlurKernel.h"
 #include "paint/kernels/WrappedPlane.h"
-#include "raster/HandleClass.h"
+#include "raster/HandleArray.h"
 
 class BlurSums {
   public:
@@ -14,7 +14,7 @@ class BlurSums {
     BlurSums(const BlurKernel& newKernel, int width);
 
     /// True if there was no memory.
-    bool failed;
+    bool Failed() const { return sums.Failed() || folded.Failed(); }
 
     /// The columns that a plane needs on either side.
     int Margin() const { return margin; }
@@ -24,14 +24,16 @@ class BlurSums {
     const std::uint32_t* Sum(const WrappedPlane& plane, int y, int first, int count, int slot);
 
   private:
+    std::uint16_t* FoldedRow(int distance) const {
+        return folded.Values() + static_cast<std::size_t>(distance) * foldedStride;
+    }
     void FoldRows(const WrappedPlane& plane, int y, int first, int count);
 
     const BlurKernel& kernel;
     int margin;
     std::size_t sumsStride;
     std::size_t foldedStride;
-    HandleClass block;
-    std::uint32_t* sums = nullptr;
+    HandleArray<std::uint32_t> sums;
     /// The plane's rows around the run, folded, and a last one of zeros.
-    std::uint16_t* folded = nullptr;
+    HandleArray<std::uint16_t> folded;
 };

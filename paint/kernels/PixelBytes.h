@@ -5,6 +5,13 @@
 
 #include "raster/PicClass.h"
 
+// The bytes of a pixel, in memory order.
+
+constexpr int redByte = 0;
+constexpr int greenByte = 1;
+constexpr int blueByte = 2;
+constexpr int alphaByte = 3;
+
 /// The pixel at place `x` of a row.
 inline Pixel LoadPixel(const unsigned char* row, int x) {
     Pixel pixel;

@@ -284,8 +284,8 @@ void ReadAll(const Pixel* pixels, int columns, const Places& places, const Posit
     }
 }
 
-std::size_t BlockSize(int columns, int rows) {
-    return static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows) * sizeof(Pixel);
+std::size_t PixelCount(int columns, int rows) {
+    return static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows);
 }
 
 bool IsSide(int length) {
@@ -297,10 +297,9 @@ bool IsSide(int length) {
 TileWindow::TileWindow(int newColumns, int newRows)
     : columns(newColumns),
       rows(newRows),
-      block(IsSide(columns) && IsSide(rows) ? BlockSize(columns, rows) : 0) {
-    failed = block.failed || !IsSide(columns) || !IsSide(rows);
-    if (!failed) {
-        pixels = static_cast<Pixel*>(block.Lock());
+      block(IsSide(columns) && IsSide(rows) ? PixelCount(columns, rows) : 0) {
+    if (IsSide(columns) && IsSide(rows)) {
+        pixels = block.Values();
     }
 }
 

@@ -2,7 +2,7 @@
 // tile itself.
 #pragma once
 
-#include "raster/HandleClass.h"
+#include "raster/HandleArray.h"
 #include "raster/PicClass.h"
 
 /// Places between pixels: sums of an origin and an offset for each.
@@ -23,7 +23,7 @@ class TileWindow {
     TileWindow(int newColumns, int newRows);
 
     /// True if there was no memory, or a side is out of range.
-    bool failed;
+    bool Failed() const { return pixels == nullptr; }
 
     /// Copies the part of the torus whose top left pixel is at (newLeft, newTop).
     void Copy(const PicClass& tile, int newLeft, int newTop);
@@ -46,6 +46,7 @@ class TileWindow {
     int rows;
     int left = 0;
     int top = 0;
-    HandleClass block;
+    HandleArray<Pixel> block;
+    /// Null for a window that failed.
     Pixel* pixels = nullptr;
 };

@@ -11,16 +11,14 @@ std::size_t RowSize(const PicClass& pic, int left, int right) {
 }  // namespace
 
 WrappedPlane::WrappedPlane(const PicClass& pic, int channel, int left, int right)
-    : failed(false),
-      height(pic.grY),
+    : height(pic.grY),
       margin(left),
       stride(RowSize(pic, left, right)),
       block(stride * static_cast<std::size_t>(pic.grY) + slack) {
-    if (block.failed) {
-        failed = true;
+    if (Failed()) {
         return;
     }
-    bytes = static_cast<unsigned char*>(block.Lock());
+    unsigned char* const bytes = block.Values();
     for (short y = 0; y < height; ++y) {
         FillRow(pic.PixelAddress(0, y), channel, pic.grX, right,
                 bytes + static_cast<std::size_t>(y) * stride + left);

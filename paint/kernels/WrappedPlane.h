@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "raster/HandleClass.h"
+#include "raster/HandleArray.h"
 #include "raster/PicClass.h"
 
 class WrappedPlane {
@@ -16,12 +16,12 @@ class WrappedPlane {
     WrappedPlane(const PicClass& pic, int channel, int left, int right);
 
     /// True if there was no memory.
-    bool failed;
+    bool Failed() const { return block.Failed(); }
 
     /// Byte x of row y, from -left to width + right - 1. Any y: the rows wrap. Behind each row up
     /// to `slack` more bytes may be read; they mean nothing.
     const unsigned char* Row(int y) const {
-        return bytes + static_cast<std::size_t>(Wrap(y, height)) * stride + margin;
+        return block.Values() + static_cast<std::size_t>(Wrap(y, height)) * stride + margin;
     }
 
     static constexpr int slack = 15;
@@ -33,6 +33,5 @@ class WrappedPlane {
     short height;
     int margin;
     std::size_t stride;
-    HandleClass block;
-    unsigned char* bytes = nullptr;
+    HandleArray<unsigned char> block;
 };

@@ -28,7 +28,7 @@ TEST_F(BlurKernelTest, HasTheWeightsOfTheTable) {
                            Row{20, 7, 1972387, 1365285, 2625}, Row{50, 13, 330674, 311772, 4773},
                            Row{100, 23, 86751, 85484, 2464}}) {
         const BlurKernel kernel(RadiusOf(row.amount));
-        ASSERT_FALSE(kernel.failed);
+        ASSERT_FALSE(kernel.Failed());
         ASSERT_EQ(2 * kernel.Half() + 1, row.side);
         EXPECT_EQ(kernel.Weight(0, 0), row.centre);
         EXPECT_EQ(kernel.Weight(1, 0), row.next);
@@ -40,7 +40,7 @@ TEST_F(BlurKernelTest, IsTheSquareSummedAsItIsTold) {
     for (int amount = 1; amount <= 100; ++amount) {
         const BlurKernel kernel(RadiusOf(amount));
         const PlainKernel plain = MakePlainKernel(RadiusOf(amount));
-        ASSERT_FALSE(kernel.failed);
+        ASSERT_FALSE(kernel.Failed());
         ASSERT_EQ(kernel.Half(), plain.half);
         const int half = plain.half;
         auto weight = plain.weights.begin();
@@ -83,23 +83,23 @@ TEST_F(BlurKernelTest, AnyRadiusIsSafe) {
                           {-0.4, 0, 16777216},
                           {32768.0, 1, 1864135}}) {
         const BlurKernel kernel(c.radius);
-        EXPECT_FALSE(kernel.failed) << c.radius;
+        EXPECT_FALSE(kernel.Failed()) << c.radius;
         EXPECT_EQ(kernel.Half(), c.half) << c.radius;
         EXPECT_EQ(kernel.Weight(0, 0), c.centre) << c.radius;
     }
     for (const double radius : {-1.0, -1.5, -10.0, -1638.4}) {
         const BlurKernel kernel(radius);
-        EXPECT_FALSE(kernel.failed);
+        EXPECT_FALSE(kernel.Failed());
         EXPECT_LT(kernel.Half(), 0);
     }
 }
 
 TEST_F(BlurKernelTest, ASquareBeyondTheLargestFails) {
     const double largest = (BlurKernel::largestHalf - 1) / 2.0;
-    EXPECT_FALSE(BlurKernel(largest).failed);
+    EXPECT_FALSE(BlurKernel(largest).Failed());
     EXPECT_EQ(BlurKernel(largest).Half(), BlurKernel::largestHalf);
-    EXPECT_TRUE(BlurKernel(largest + 0.5).failed);
-    EXPECT_TRUE(BlurKernel(RadiusOf(32767)).failed);
+    EXPECT_TRUE(BlurKernel(largest + 0.5).Failed());
+    EXPECT_TRUE(BlurKernel(RadiusOf(32767)).Failed());
 }
 
 TEST_F(BlurKernelTest, ABlockWhoseSizeCannotBeCountedIsAFault) {
@@ -110,7 +110,7 @@ TEST_F(BlurKernelTest, ABlockWhoseSizeCannotBeCountedIsAFault) {
 
 TEST_F(BlurKernelTest, FailsWithoutABlock) {
     const FailingHandles handles(1);
-    EXPECT_TRUE(BlurKernel(1.0).failed);
+    EXPECT_TRUE(BlurKernel(1.0).Failed());
 }
 
 /// FNV-1a over the weights of one octant, as 32-bit numbers.

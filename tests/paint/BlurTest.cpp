@@ -246,7 +246,7 @@ TEST_F(BlurTest, WithoutABlockNothingChanges) {
             EXPECT_EQ(PixelsOf(pic), before);
             EXPECT_EQ(pic.clone, nullptr);
         }
-        EXPECT_EQ(blocks, mode == alphaBytes ? 3 : 5);
+        EXPECT_EQ(blocks, mode == alphaBytes ? 4 : 6);
     }
     EXPECT_FALSE(pic.changed);
 }

@@ -154,7 +154,7 @@ TEST_F(MotionBlurTest, WithoutMemoryNothingChanges) {
     memory.FailAllocation(1);
     EXPECT_FALSE(pic.MotionBlur(5, 1));
     EXPECT_EQ(PixelsOf(pic), before);
-    constexpr int blocks = 3;
+    constexpr int blocks = 5;
     for (int nth = 1; nth <= blocks; ++nth) {
         const FailingHandles handles(nth);
         EXPECT_FALSE(pic.MotionBlur(5, 1)) << nth;

@@ -51,7 +51,7 @@ TEST_F(TileWindowTest, HoldsAPartOfTheTorus) {
     PicClass pic(5, 3, false);
     FillWithNoise(pic);
     TileWindow window(13, 8);
-    ASSERT_FALSE(window.failed);
+    ASSERT_FALSE(window.Failed());
     for (const auto& [left, top] : {std::pair{0, 0}, {-7, -5}, {4, 2}, {123, -456}}) {
         window.Copy(pic, left, top);
         for (int y = 0; y < 8; ++y) {
@@ -134,12 +134,12 @@ TEST_F(TileWindowTest, WrapsEveryCoordinate) {
 }
 
 TEST_F(TileWindowTest, FailsWithoutMemoryAndBeyondItsLimits) {
-    EXPECT_TRUE(TileWindow(0, 1).failed);
-    EXPECT_TRUE(TileWindow(1, -1).failed);
-    EXPECT_TRUE(TileWindow(TileWindow::sideLimit + 1, 1).failed);
-    EXPECT_FALSE(TileWindow(TileWindow::sideLimit, 1).failed);
+    EXPECT_TRUE(TileWindow(0, 1).Failed());
+    EXPECT_TRUE(TileWindow(1, -1).Failed());
+    EXPECT_TRUE(TileWindow(TileWindow::sideLimit + 1, 1).Failed());
+    EXPECT_FALSE(TileWindow(TileWindow::sideLimit, 1).Failed());
     const FailingHandles handles(1);
-    EXPECT_TRUE(TileWindow(4, 4).failed);
+    EXPECT_TRUE(TileWindow(4, 4).Failed());
 }
 
 }  // namespace

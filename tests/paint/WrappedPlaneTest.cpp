@@ -21,7 +21,7 @@ TEST_F(WrappedPlaneTest, GoesOnAroundTheTorus) {
         FillWithNoise(pic);
         for (int channel = 0; channel < 4; ++channel) {
             const WrappedPlane plane(pic, channel, c.left, c.right);
-            ASSERT_FALSE(plane.failed);
+            ASSERT_FALSE(plane.Failed());
             for (int y = -3 * c.height; y < 3 * c.height; ++y) {
                 for (int x = -c.left; x < c.width + c.right; ++x) {
                     const unsigned char* const pixel =
@@ -36,7 +36,7 @@ TEST_F(WrappedPlaneTest, GoesOnAroundTheTorus) {
 TEST_F(WrappedPlaneTest, FailsWithoutMemory) {
     PicClass pic(8, 8, false);
     const FailingHandles handles(1);
-    EXPECT_TRUE(WrappedPlane(pic, 0, 1, 1).failed);
+    EXPECT_TRUE(WrappedPlane(pic, 0, 1, 1).Failed());
 }
 
 }  // namespace
