@@ -1,22 +1,22 @@
 #include "editor/CreaterDialog.h"
 
+#include "paint/PaintClass.h"
 #include "resources/Ids.h"
-#include "shell/FilterContext.h"
+#include "shell/transfer/FilterContext.h"
 
 namespace {
 
 using Items = SizeItems;
 
-constexpr int largestSide = 512;
-
 /// Sides of 32768 pixels and more come out negative from the 16 bits of a rectangle. A picture that
 /// cannot be read has none.
 bool IsSide(int pixels) {
-    return pixels >= 0 && pixels <= largestSide;
+    return pixels >= 0 && pixels <= maximalTextureSide;
 }
 
 bool SelectionFits(const hostapi::FilterRecord& record) {
-    return Width(record.filterRect) <= largestSide && Height(record.filterRect) <= largestSide;
+    return Width(record.filterRect) <= maximalTextureSide &&
+           Height(record.filterRect) <= maximalTextureSide;
 }
 
 bool HaveLastTexture(const hostapi::FilterRecord& record) {

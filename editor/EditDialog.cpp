@@ -5,14 +5,13 @@
 
 #include "editor/Readouts.h"
 #include "editor/Units.h"
+#include "paint/PaintClass.h"
 #include "resources/Ids.h"
 #include "resources/Strings.h"
 
 namespace {
 
 using Items = SizeItems;
-
-constexpr double largestSide = 512;
 
 }  // namespace
 
@@ -53,8 +52,8 @@ void EditDialog::Setup() {
 
 // The height is taken in whole pixels from here on.
 void EditDialog::SetUpFields() {
-    SetFormat(Items::width, "%d", 0, largestSide);
-    SetFormat(Items::height, "%d", 0, largestSide);
+    SetFormat(Items::width, "%d", 0, maximalTextureSide);
+    SetFormat(Items::height, "%d", 0, maximalTextureSide);
     SetFormat(Items::name, "%31s");
     SetValue(Items::width, width);
     SetValue(Items::height, std::trunc(height));
@@ -116,11 +115,11 @@ void EditDialog::ChangeUnits(std::int32_t newUnits) {
     const bool toPixels = newUnits == unitPixels;
     const char* const format = toPixels ? "%d" : "%.1f";
     for (const short field : {Items::width, Items::height}) {
-        SetFormat(field, format, toPixels ? 1 : 0.1, largestSide);
+        SetFormat(field, format, toPixels ? 1 : 0.1, maximalTextureSide);
     }
     ConvertFields(newUnits);
     if (!toPixels) {
-        const double limit = ConvertUnit(unitPixels, newUnits, largestSide, resolution);
+        const double limit = ConvertUnit(unitPixels, newUnits, maximalTextureSide, resolution);
         for (const short field : {Items::width, Items::height}) {
             SetFormat(field, format, 0, limit);
         }

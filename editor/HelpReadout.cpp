@@ -2,12 +2,7 @@
 
 #include <utility>
 
-namespace {
-
-/// An item's string is this and its number.
-constexpr short itemTextBase = 16000;
-
-}  // namespace
+#include "resources/Ids.h"
 
 short HelpReadout::Follow(short item, short hint) {
     const bool newItem = std::exchange(lastItem, item) != item;
@@ -15,5 +10,5 @@ short HelpReadout::Follow(short item, short hint) {
     if (hint != noHint && (newItem || newHint)) {
         return hint;
     }
-    return newItem ? static_cast<short>(itemTextBase + item) : short{0};
+    return newItem ? static_cast<short>(stringItemHelp + item) : short{0};
 }

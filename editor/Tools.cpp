@@ -4,6 +4,7 @@
 #include <array>
 
 #include "framework/drawing/InterfaceLib.h"
+#include "resources/Ids.h"
 
 namespace {
 
@@ -18,17 +19,6 @@ constexpr std::array toolKeys = {
     ToolKey{'K', toolFill},   ToolKey{'I', toolEyedropper}, ToolKey{'H', toolHand},
     ToolKey{'Z', toolZoom},
 };
-
-/// A tool's cursor is this and its number.
-constexpr short cursorBase = 16000;
-constexpr short cursorHandDrag = 16011;
-constexpr short cursorStampSource = 16012;
-constexpr short cursorMoveDrag = 16013;
-constexpr short cursorZoomOut = 16014;
-
-/// A tool's hint is this and its number; the wells' follow.
-constexpr short hintBase = 16100;
-constexpr short wellHintBase = 16111;
 
 char UpperCase(int key) {
     return static_cast<char>(key >= 'a' && key <= 'z' ? key - 'a' + 'A' : key);
@@ -72,7 +62,7 @@ short ToolCursor(short tool, ViewMode mode, int modifiers) {
     if (alt && tool == toolRubberStamp) {
         return cursorStampSource;
     }
-    return static_cast<short>(cursorBase + tool);
+    return static_cast<short>(cursorTool + tool);
 }
 
 short DragCursor(short tool) {
@@ -87,13 +77,13 @@ short DragCursor(short tool) {
 }
 
 short ToolHint(short cell) {
-    return static_cast<short>(hintBase + toolMove + cell);
+    return static_cast<short>(stringToolHelp + short{toolMove} + cell);
 }
 
 short ViewToolHint(short cell) {
-    return static_cast<short>(hintBase + toolHand + cell);
+    return static_cast<short>(stringToolHelp + short{toolHand} + cell);
 }
 
 short WellHint(short part) {
-    return static_cast<short>(wellHintBase + part);
+    return static_cast<short>(stringWellHelp + part);
 }

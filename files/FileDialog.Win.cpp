@@ -4,7 +4,7 @@
 // Needs the former.
 #include <commdlg.h>
 
-#include "framework/alerts/Alert.Win.h"
+#include "base/WindowPlace.Win.h"
 
 namespace {
 

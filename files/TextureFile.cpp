@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr int maximalSide = 512;
 constexpr std::int16_t colorPlanes = 3;
 constexpr std::int16_t standardDialog = -1;
 constexpr std::uint32_t qualityTag = hostapi::FourCharacters('M', 'I', 'B', '8');
@@ -70,8 +69,8 @@ std::int16_t WriteTextureImage(const PaintClass& picture, ImageFile& file) {
 
 std::unique_ptr<PaintClass> ReadTextureImage(ImageFile& file) {
     ImageInfo info;
-    if (file.ReadImageInfo(&info) != 0 || info.Width() > maximalSide ||
-        info.Height() > maximalSide) {
+    if (file.ReadImageInfo(&info) != 0 || info.Width() > maximalTextureSide ||
+        info.Height() > maximalTextureSide) {
         return nullptr;
     }
     std::unique_ptr<PaintClass> picture(new (std::nothrow) PaintClass(info.Width(), info.Height()));

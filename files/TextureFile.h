@@ -21,8 +21,8 @@ class TextureFileOwner : public FileDialogOwner {
 /// a failure picture and name are as they were.
 bool OpenTextureFile(std::unique_ptr<PaintClass>& picture, TextureFileOwner& dialog);
 /// Loads the file, which has a name, into `picture`, and takes over its name. False, with picture
-/// and name as they were, for a picture of more than 512 pixels on a side, one that cannot be read,
-/// and without memory.
+/// and name as they were, for a picture of more than maximalTextureSide on a side, one that cannot
+/// be read, and without memory.
 bool LoadTexture(std::unique_ptr<PaintClass>& picture, TextureFileOwner& dialog, ImageFile& file);
 /// Lets the user choose where to save the picture at the best quality, under its name at first, and
 /// takes over the name that it got. True also if the user cancelled. A null picture is false. What

@@ -12,6 +12,9 @@
 #include "paint/records/LinesParams.h"
 #include "raster/PicClass.h"
 
+/// Pixels that a texture has at most on either side. Rasters of other uses can be larger.
+constexpr int maximalTextureSide = 512;
+
 class ShowClass;
 class PaintClass;
 

@@ -2,7 +2,7 @@
 // tests hold the fast one against it, and the benchmark times both.
 #pragma once
 
-#include "shell/Transfer.h"
+#include "shell/transfer/Transfer.h"
 
 /// The pixels of row `row`, counted from the selection's top, from its first column on.
 void PlainWriteRow(const TileInfo& tile, int row, unsigned char* target, int count, int planes);

@@ -9,7 +9,6 @@
 
 /// Dialogs, by the name of their class. An effect or a filter is known by the id of its dialog.
 enum DialogId : std::int16_t {
-    aboutDialog = 16000,  ///< not shown; the family's library has the About box
     textureDialog = 16001,
     blurDialog = 16007,
     noiseDialog = 16008,
@@ -117,7 +116,6 @@ enum StringBase : std::int16_t {
     stringItemHelp = 16000,  ///< plus the editor's item
     stringToolHelp = 16100,  ///< plus the tool
     stringWellHelp = 16111,  ///< plus the part of the colour wells
-    stringUnitName = 16210,  ///< plus the unit, 1 to 3
 };
 
 /// The editor's items; what is not named here is a frame or a label.

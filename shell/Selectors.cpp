@@ -7,10 +7,10 @@
 #include "base/Platform.h"
 #include "hostapi/Results.h"
 #include "paint/PaintClass.h"
-#include "shell/FilterContext.h"
-#include "shell/LastTexture.h"
-#include "shell/Transfer.h"
 #include "shell/Zandermolite.h"
+#include "shell/transfer/FilterContext.h"
+#include "shell/transfer/LastTexture.h"
+#include "shell/transfer/Transfer.h"
 
 namespace {
 

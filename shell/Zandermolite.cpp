@@ -4,9 +4,9 @@
 
 #include "hostapi/Results.h"
 #include "resources/Ids.h"
-#include "shell/LastTexture.h"
 #include "shell/RunWindows.h"
-#include "shell/Transfer.h"
+#include "shell/transfer/LastTexture.h"
+#include "shell/transfer/Transfer.h"
 
 void* hostWindow = nullptr;
 

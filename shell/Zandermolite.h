@@ -5,10 +5,7 @@
 #include <memory>
 
 #include "paint/PaintClass.h"
-#include "shell/FilterContext.h"
-
-/// A texture is never larger than this on either side.
-constexpr int maximalTextureSide = 512;
+#include "shell/transfer/FilterContext.h"
 
 /// The parent window of every dialog and alert (an HWND); null if the host gives none.
 extern void* hostWindow;

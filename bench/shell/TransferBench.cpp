@@ -7,7 +7,7 @@
 
 #include "base/HostServices.h"
 #include "bench/CoreHost.h"
-#include "shell/Transfer.h"
+#include "shell/transfer/Transfer.h"
 
 namespace {
 

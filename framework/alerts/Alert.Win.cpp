@@ -2,6 +2,7 @@
 
 #include "base/FatalError.h"
 #include "base/Module.Win.h"
+#include "base/WindowPlace.Win.h"
 #include "resources/Strings.h"
 
 namespace {
@@ -11,8 +12,6 @@ constexpr int cancelControl = 2;
 constexpr int textCapacity = 256;
 /// Where the icon stands, in dialog units from the left and the top.
 constexpr int iconPlace = 7;
-/// How far an alert stays from the edges of the work area, in pixels.
-constexpr int screenMargin = 2;
 
 /// What one alert's window procedure needs; lives as long as the alert runs.
 struct AlertRun {
@@ -32,29 +31,6 @@ void FillTexts(HWND alert, const AlertTexts& texts) {
             GetWindowTextA(control, text, sizeof text) > 0) {
             SetWindowTextA(control, SubstituteTexts(text, texts, IsLeadByte).c_str());
         }
-    }
-}
-
-RECT WorkArea() {
-    RECT area;
-    SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
-    InflateRect(&area, -screenMargin, -screenMargin);
-    return area;
-}
-
-/// Moves `rect` into `area` along one side after the other: top before bottom, left before right.
-void PushInto(const RECT& area, RECT& rect) {
-    if (rect.top < area.top) {
-        OffsetRect(&rect, 0, area.top - rect.top);
-    }
-    if (rect.bottom > area.bottom) {
-        OffsetRect(&rect, 0, area.bottom - rect.bottom);
-    }
-    if (rect.left < area.left) {
-        OffsetRect(&rect, area.left - rect.left, 0);
-    }
-    if (rect.right > area.right) {
-        OffsetRect(&rect, area.right - rect.right, 0);
     }
 }
 
@@ -123,17 +99,4 @@ int Alert(HWND parent, std::int16_t id, const AlertTexts& texts) {
         FatalError(hasString ? id : std::int16_t{faultResourceMissing}, "Alert.Win", __LINE__);
     }
     return answer;
-}
-
-void PlaceOverOwner(HWND dialog) {
-    const HWND owner = GetWindow(dialog, GW_OWNER);
-    RECT around;
-    GetWindowRect(owner != nullptr ? owner : GetDesktopWindow(), &around);
-    RECT rect;
-    GetWindowRect(dialog, &rect);
-    OffsetRect(&rect, (around.left + around.right - rect.left - rect.right) / 2,
-               (around.top + around.bottom - rect.top - rect.bottom) / 2);
-    PushInto(WorkArea(), rect);
-    SetWindowPos(dialog, nullptr, rect.left, rect.top, 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }

@@ -17,6 +17,3 @@ int RunAlert(HWND parent, int id, const AlertTexts& texts, AlertIcon icon);
 /// The same with the warning icon. Without such a dialog FatalError: `id` if there is a string of
 /// that number, otherwise 20001.
 int Alert(HWND parent, std::int16_t id, const AlertTexts& texts);
-
-/// Centres a dialog on its owner (none: the desktop), then pushes it into the screen's work area.
-void PlaceOverOwner(HWND dialog);

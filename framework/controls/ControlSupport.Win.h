@@ -25,7 +25,7 @@ void SetRecord(HWND control, std::unique_ptr<Record> record) {
 
 /// A window procedure around a class' own, which gets the record: makes it at creation, frees it at
 /// the end, and lets nothing out into the system. Without a record the system's procedure does all.
-template <typename Record, LRESULT (*Take)(HWND, Record&, UINT, WPARAM, LPARAM)>
+template <typename Record, LRESULT (*take)(HWND, Record&, UINT, WPARAM, LPARAM)>
 LRESULT CALLBACK ControlProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
     return Guarded(LRESULT{0}, [&]() -> LRESULT {
         if (message == WM_NCCREATE) {
@@ -35,7 +35,7 @@ LRESULT CALLBACK ControlProcedure(HWND control, UINT message, WPARAM wParam, LPA
             SetRecord(control, std::unique_ptr<Record>());
         }
         Record* const record = RecordOf<Record>(control);
-        return record != nullptr ? Take(control, *record, message, wParam, lParam)
+        return record != nullptr ? take(control, *record, message, wParam, lParam)
                                  : DefWindowProcA(control, message, wParam, lParam);
     });
 }

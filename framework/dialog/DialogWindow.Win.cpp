@@ -13,10 +13,9 @@
 #include "framework/controls/ScrollStep.h"
 #include "framework/dialog/Callback.Win.h"
 #include "framework/dialog/DialogState.h"
+#include "resources/Ids.h"
 
 namespace {
-
-constexpr int helpCommand = 20000;
 
 /// For procedures of the system's messages, whose answer is not the result of the dialog procedure.
 INT_PTR Answer(HWND window, LONG_PTR value) {
@@ -341,7 +340,7 @@ bool DialogWindow::Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam
 
 bool DialogWindow::TakeCommand(NorvantaDialog& dialog, WPARAM wParam, LPARAM lParam) {
     const int id = LOWORD(wParam);
-    if (id == helpCommand) {
+    if (id == commandHelp) {
         dialog.HelpCommand();
         return true;
     }

@@ -3,32 +3,24 @@
 
 #include "framework/dialog/DialogWindow.Win.h"
 #include "framework/dialog/NorvantaDialog.h"
+#include "resources/Ids.h"
 
 namespace {
-
-enum EditCommand : short {
-    editUndo = 18201,
-    editCut = 18204,
-    editCopy = 18205,
-    editPaste = 18206,
-    editClear = 18207,
-    editSelectAll = 18209,
-};
 
 /// The field's message for a command; 0 for other commands.
 UINT MessageOf(short id) {
     switch (id) {
-        case editUndo:
+        case commandFieldUndo:
             return WM_UNDO;
-        case editCut:
+        case commandFieldCut:
             return WM_CUT;
-        case editCopy:
+        case commandFieldCopy:
             return WM_COPY;
-        case editPaste:
+        case commandFieldPaste:
             return WM_PASTE;
-        case editClear:
+        case commandFieldClear:
             return WM_CLEAR;
-        case editSelectAll:
+        case commandFieldSelectAll:
             return EM_SETSEL;
         default:
             return 0;
@@ -36,7 +28,7 @@ UINT MessageOf(short id) {
 }
 
 bool ChangesText(short id) {
-    return id != editCopy && id != editSelectAll;
+    return id != commandFieldCopy && id != commandFieldSelectAll;
 }
 
 bool HasSelection(HWND field) {
@@ -70,10 +62,11 @@ void NorvantaDialog::UpdateMenus() {
     const bool isField = item != 0 && Record(item).IsEditField();
     const HWND field = isField ? static_cast<HWND>(Record(item).control) : nullptr;
     const bool hasSelection = isField && HasSelection(field);
-    Port().EnableMenuItem(editUndo, isField && SendMessageA(field, EM_CANUNDO, 0, 0) != FALSE);
-    Port().EnableMenuItem(editCut, hasSelection);
-    Port().EnableMenuItem(editCopy, hasSelection);
-    Port().EnableMenuItem(editClear, hasSelection);
-    Port().EnableMenuItem(editPaste, isField && IsClipboardFormatAvailable(CF_TEXT));
-    Port().EnableMenuItem(editSelectAll, isField);
+    Port().EnableMenuItem(commandFieldUndo,
+                          isField && SendMessageA(field, EM_CANUNDO, 0, 0) != FALSE);
+    Port().EnableMenuItem(commandFieldCut, hasSelection);
+    Port().EnableMenuItem(commandFieldCopy, hasSelection);
+    Port().EnableMenuItem(commandFieldClear, hasSelection);
+    Port().EnableMenuItem(commandFieldPaste, isField && IsClipboardFormatAvailable(CF_TEXT));
+    Port().EnableMenuItem(commandFieldSelectAll, isField);
 }

@@ -12,8 +12,9 @@ std::vector<std::string> ProgramArguments() {
     int count = 0;
     wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
     std::vector<std::string> arguments;
-    for (int i = 1; i < count; ++i)
+    for (int i = 1; i < count; ++i) {
         arguments.push_back(Utf8Name(std::filesystem::path(words[i])));
+    }
     LocalFree(words);
     return arguments;
 }

@@ -17,21 +17,26 @@ const char* const footer =
     "OUT is written only if the result is 0.";
 
 void RequireComplete(const BatchOptions& options) {
-    if (!options.list.empty())
+    if (!options.list.empty()) {
         return;
-    if (options.common.filters.empty())
+    }
+    if (options.common.filters.empty()) {
         throw CommandLineError("--filter is missing");
-    if (options.common.filters.size() > 1)
+    }
+    if (options.common.filters.size() > 1) {
         throw CommandLineError("--filter is there more than once");
-    if (options.common.image.empty() && !options.about && !options.selector)
+    }
+    if (options.common.image.empty() && !options.about && !options.selector) {
         throw CommandLineError("--image is missing");
+    }
 }
 
 std::vector<DialogPress> Presses(const std::vector<std::string>& texts) {
     std::vector<DialogPress> presses;
     try {
-        for (const std::string& text : texts)
+        for (const std::string& text : texts) {
             presses.push_back(ParsePress(text));
+        }
     } catch (const std::invalid_argument& error) {
         throw CommandLineError(std::string("--press: ") + error.what());
     }
@@ -68,8 +73,9 @@ ParsedCommandLine ParseBatchOptions(const std::vector<std::string>& arguments) {
     app.add_flag("--json", options.json, "Print JSON in place of the lines");
 
     const std::string text = ParseCommandLine(app, arguments);
-    if (!text.empty())
+    if (!text.empty()) {
         return {{}, text};
+    }
     options.common = common.Read();
     options.out = PathFromUtf8(out);
     options.list = PathFromUtf8(list);

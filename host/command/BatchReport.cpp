@@ -14,8 +14,9 @@ Json CallbackCounts(const ServiceCounts& counts) {
     Json json = Json::object();
     for (std::size_t index = 0; index < serviceCount; ++index) {
         const auto service = static_cast<Service>(index);
-        if (counts[service] != 0)
+        if (counts[service] != 0) {
             json[ServiceName(service)] = counts[service];
+        }
     }
     return json;
 }
@@ -45,51 +46,60 @@ std::string Dump(const Json& json) {
 }
 
 Json CasesJson(const FilterDescription& description) {
-    if (!description.cases)
+    if (!description.cases) {
         return nullptr;
+    }
     Json rows = Json::array();
-    for (const FilterCase& row : *description.cases)
+    for (const FilterCase& row : *description.cases) {
         rows.push_back({static_cast<int>(row.input), static_cast<int>(row.output)});
+    }
     return rows;
 }
 
 }  // namespace
 
 BatchStatus StatusOf(const std::vector<RunReport>& runs) {
-    if (std::any_of(runs.begin(), runs.end(), [](const RunReport& r) { return !r.faults.empty(); }))
+    if (std::any_of(runs.begin(), runs.end(),
+                    [](const RunReport& r) { return !r.faults.empty(); })) {
         return statusFaults;
-    if (std::any_of(runs.begin(), runs.end(), [](const RunReport& r) { return r.result != 0; }))
+    }
+    if (std::any_of(runs.begin(), runs.end(), [](const RunReport& r) { return r.result != 0; })) {
         return statusFilterRefused;
+    }
     return statusDone;
 }
 
 const char* SelectorName(std::int16_t selector) {
     constexpr std::array<const char*, 6> names = {"about", "parameters", "prepare",
                                                   "start", "continue",   "finish"};
-    if (selector < 0 || static_cast<std::size_t>(selector) >= names.size())
+    if (selector < 0 || static_cast<std::size_t>(selector) >= names.size()) {
         return "unknown";
+    }
     return names[static_cast<std::size_t>(selector)];
 }
 
 std::string ReportLines(const std::vector<RunReport>& runs) {
     std::string lines;
     for (std::size_t index = 0; index < runs.size(); ++index) {
-        if (runs.size() > 1)
+        if (runs.size() > 1) {
             lines += "run " + std::to_string(index + 1) + "\n";
+        }
         for (const SelectorCall& call : runs[index].calls) {
             lines += "selector " + std::to_string(call.selector) + " (" +
                      SelectorName(call.selector) + "): " + std::to_string(call.result) + "\n";
         }
-        for (const std::string& fault : runs[index].faults)
+        for (const std::string& fault : runs[index].faults) {
             lines += "fault: " + fault + "\n";
+        }
     }
     return lines;
 }
 
 std::string ReportJson(const std::vector<RunReport>& runs, const std::string& writtenFile) {
     Json list = Json::array();
-    for (const RunReport& run : runs)
+    for (const RunReport& run : runs) {
         list.push_back(RunJson(run));
+    }
     return Dump({{"runs", list},
                  {"status", static_cast<int>(StatusOf(runs))},
                  {"written", TextOrNull(writtenFile)}});

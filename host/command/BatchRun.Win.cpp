@@ -47,8 +47,9 @@ void OnAbort(int) {
 ListedFilter FindFilter(const BatchOptions& options) {
     const std::filesystem::path& file = options.common.filters.front();
     for (const ListedFilter& filter : ListFile(file)) {
-        if (options.filterName.empty() || filter.description.name == options.filterName)
+        if (options.filterName.empty() || filter.description.name == options.filterName) {
             return filter;
+        }
     }
     throw PluginError(Utf8Name(file) + ": has no filter named " + options.filterName);
 }
@@ -56,25 +57,28 @@ ListedFilter FindFilter(const BatchOptions& options) {
 int List(const BatchOptions& options) {
     FilterList list;
     std::error_code error;
-    if (std::filesystem::is_directory(options.list, error))
+    if (std::filesystem::is_directory(options.list, error)) {
         list = ListFolder(options.list);
-    else
+    } else {
         list.filters = ListFile(options.list);
+    }
     std::vector<FilterLine> lines;
-    for (const ListedFilter& filter : list.filters)
+    for (const ListedFilter& filter : list.filters) {
         lines.push_back({Utf8Name(filter.file), filter.description});
+    }
     std::cout << (options.json ? ListJson(lines) : ListLines(lines));
-    for (const std::string& problem : list.problems)
+    for (const std::string& problem : list.problems) {
         std::cerr << problem << "\n";
+    }
     return statusDone;
 }
 
 /// The filter's runs on one picture.
 class Batch {
   public:
-    Batch(const BatchOptions& options_, Picture picture_)
-        : options(options_),
-          picture(std::move(picture_)),
+    Batch(const BatchOptions& newOptions, Picture newPicture)
+        : options(newOptions),
+          picture(std::move(newPicture)),
           selection(SelectionFrom(options.common, picture)),
           session(FindFilter(options), options.common.settings) {}
 
@@ -82,9 +86,10 @@ class Batch {
         for (int run = 0; run < options.times; ++run) {
             const bool isRepeat = options.repeat && (run > 0 || options.times == 1);
             reports.push_back(session.Run(picture, selection,
-                                          isRepeat ? Execution::Repeat : Execution::Interactive));
-            if (!reports.back().Succeeded())
+                                          isRepeat ? Execution::repeat : Execution::interactive));
+            if (!reports.back().Succeeded()) {
                 return;
+            }
         }
     }
 
@@ -127,9 +132,10 @@ int Run(const BatchOptions& options) {
             written = Utf8Name(options.out);
         }
     }
-    if (const auto waiting = user.Finish())
+    if (const auto waiting = user.Finish()) {
         throw PluginError("the filter opened no dialog '" + waiting->title + "' with an item " +
                           std::to_string(waiting->item));
+    }
     std::cout << (options.json ? ReportJson(batch.Reports(), written)
                                : ReportLines(batch.Reports()));
     return StatusOf(batch.Reports());

@@ -32,28 +32,32 @@ std::optional<std::array<int, count>> ReadList(const std::string& text) {
     std::string part;
     std::size_t read = 0;
     for (; std::getline(stream, part, ','); ++read) {
-        if (read == count || !ReadNumber(part, numbers[read]))
+        if (read == count || !ReadNumber(part, numbers[read])) {
             return std::nullopt;
+        }
     }
     const bool endsInComma = !text.empty() && text.back() == ',';
-    if (read != count || endsInComma)
+    if (read != count || endsInComma) {
         return std::nullopt;
+    }
     return numbers;
 }
 
 hostapi::VRect ReadRectangle(const std::string& option, const std::string& text) {
     const auto sides = ReadList<4>(text);
     if (!sides || std::any_of(sides->begin(), sides->end(),
-                              [](int side) { return side < -32768 || side > 32767; }))
+                              [](int side) { return side < -32768 || side > 32767; })) {
         Refuse(option, text, "LEFT,TOP,RIGHT,BOTTOM in pixels");
+    }
     return {(*sides)[1], (*sides)[0], (*sides)[3], (*sides)[2]};
 }
 
 hostapi::RGBColor ReadColor(const std::string& option, const std::string& text) {
     const auto components = ReadList<3>(text);
     if (!components || std::any_of(components->begin(), components->end(),
-                                   [](int value) { return value < 0 || value > 255; }))
+                                   [](int value) { return value < 0 || value > 255; })) {
         Refuse(option, text, "RED,GREEN,BLUE from 0 to 255");
+    }
     auto widened = [&](std::size_t i) { return static_cast<std::uint16_t>((*components)[i] << 8); };
     return {widened(0), widened(1), widened(2)};
 }
@@ -63,36 +67,41 @@ void ReadFailure(const std::string& text, std::map<int, std::int16_t>& failures)
     int row = 0;
     std::int16_t code = 0;
     if (equals == std::string::npos || !ReadNumber(text.substr(0, equals), row) ||
-        !ReadNumber(text.substr(equals + 1), code) || row < 0 || code == 0)
+        !ReadNumber(text.substr(equals + 1), code) || row < 0 || code == 0) {
         Refuse("fail-advance", text, "ROW=CODE, a row from 0 and a 16-bit code other than 0");
+    }
     failures[row] = code;
 }
 
 void ReadTrait(const std::string& name, TraitSet& traits) {
     const std::optional<Trait> trait = TraitFromName(name);
-    if (!trait)
+    if (!trait) {
         Refuse("trait", name, "one of the traits that --help lists");
+    }
     traits.Insert(*trait);
 }
 
 void ReadWithout(const std::string& name, WithheldServices& without) {
     const std::optional<Service> service = ServiceFromName(name);
-    if (!service)
+    if (!service) {
         Refuse("without", name, "one of the services that --help lists");
+    }
     without[*service] = true;
 }
 
 std::string TraitHelp() {
     std::string text = "Behave like some other host; may be repeated:";
-    for (Trait trait : AllTraits())
+    for (Trait trait : AllTraits()) {
         text += std::string("\n  ") + TraitName(trait) + ": " + TraitDescription(trait);
+    }
     return text;
 }
 
 std::string ServiceHelp() {
     std::string text = "Keep a service from the filter; may be repeated:";
-    for (std::size_t index = 0; index < serviceCount; ++index)
+    for (std::size_t index = 0; index < serviceCount; ++index) {
         text += std::string("\n  ") + ServiceName(static_cast<Service>(index));
+    }
     return text;
 }
 
@@ -173,24 +182,30 @@ void CommonOptionReader::Texts::AddStarving(CLI::App& app) {
 
 void CommonOptionReader::Texts::ReadSettings(HostSettings& result) const {
     result = settings;
-    if (!claimedRect.empty())
+    if (!claimedRect.empty()) {
         result.claimedFilterRect = Narrowed(ReadRectangle("claim-rect", claimedRect));
-    if (!foreground.empty())
+    }
+    if (!foreground.empty()) {
         result.foreground = ReadColor("foreground", foreground);
-    if (!background.empty())
+    }
+    if (!background.empty()) {
         result.background = ReadColor("background", background);
-    for (const std::string& name : traits)
+    }
+    for (const std::string& name : traits) {
         ReadTrait(name, result.traits);
-    for (const std::string& name : without)
+    }
+    for (const std::string& name : without) {
         ReadWithout(name, result.without);
-    for (const std::string& failure : failures)
+    }
+    for (const std::string& failure : failures) {
         ReadFailure(failure, result.failAdvance);
+    }
     const std::map<std::string, LayerKind> layers = {
-        {"", LayerKind::Automatic},
-        {"flat", LayerKind::Flat},
-        {"floating", LayerKind::Floating},
-        {"transparent", LayerKind::EditableTransparency},
-        {"protected", LayerKind::ProtectedTransparency}};
+        {"", LayerKind::automatic},
+        {"flat", LayerKind::flat},
+        {"floating", LayerKind::floating},
+        {"transparent", LayerKind::editableTransparency},
+        {"protected", LayerKind::protectedTransparency}};
     result.layer = layers.at(layer);
 }
 
@@ -210,8 +225,9 @@ CommonOptions CommonOptionReader::Read() const {
     options.ellipseFeather = texts->ellipseFeather;
     if (!texts->selection.empty()) {
         options.selection = ReadRectangle("selection", texts->selection);
-        if (IsEmpty(*options.selection))
+        if (IsEmpty(*options.selection)) {
             Refuse("selection", texts->selection, "a rectangle that isn't empty");
+        }
     }
     texts->ReadSettings(options.settings);
     return options;
@@ -235,10 +251,12 @@ std::string ParseCommandLine(CLI::App& app, const std::vector<std::string>& argu
 
 Selection SelectionFrom(const CommonOptions& options, const Picture& picture) {
     const hostapi::VRect bounds = options.selection.value_or(picture.Bounds());
-    if (!options.mask.empty())
+    if (!options.mask.empty()) {
         return SelectByMask(bounds, LoadPicture(options.mask), picture);
-    if (options.ellipseFeather)
+    }
+    if (options.ellipseFeather) {
         return SelectEllipse(bounds, *options.ellipseFeather);
+    }
     return options.selection ? SelectRectangle(bounds) : SelectNothing(picture);
 }
 

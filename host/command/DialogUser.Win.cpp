@@ -17,8 +17,9 @@ BOOL CALLBACK TakeIfWanted(HWND window, LPARAM parameter) {
     auto* const search = reinterpret_cast<Search*>(parameter);
     char title[256] = "";
     GetWindowTextA(window, title, sizeof title);
-    if (!IsWindowVisible(window) || !IsWindowEnabled(window) || search->title != title)
+    if (!IsWindowVisible(window) || !IsWindowEnabled(window) || search->title != title) {
         return TRUE;
+    }
     search->found = window;
     return FALSE;
 }
@@ -52,10 +53,12 @@ DialogUser::~DialogUser() {
 
 std::optional<DialogPress> DialogUser::Finish() {
     isFinished = true;
-    if (worker.joinable())
+    if (worker.joinable()) {
         worker.join();
-    if (pressed < presses.size())
+    }
+    if (pressed < presses.size()) {
         return presses[pressed];
+    }
     return std::nullopt;
 }
 
@@ -64,8 +67,9 @@ void DialogUser::Work() {
     for (const DialogPress& press : presses) {
         HWND button = nullptr;
         while (button == nullptr) {
-            if (isFinished)
+            if (isFinished) {
                 return;
+            }
             Sleep(pollMilliseconds);
             button = FindButton(thread, press);
         }

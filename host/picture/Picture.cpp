@@ -25,14 +25,17 @@ void RequireSides(int width, int height, const std::string& name) {
 
 std::vector<std::uint8_t> ReadFile(const fs::path& file) {
     std::error_code ignored;
-    if (fs::is_directory(file, ignored))
+    if (fs::is_directory(file, ignored)) {
         throw PictureError(Utf8Name(file) + ": is a folder");
+    }
     std::ifstream stream(file, std::ios::binary);
-    if (!stream)
+    if (!stream) {
         throw PictureError(Utf8Name(file) + ": cannot be opened");
+    }
     std::vector<std::uint8_t> bytes{std::istreambuf_iterator<char>(stream), {}};
-    if (stream.bad())
+    if (stream.bad()) {
         throw PictureError(Utf8Name(file) + ": cannot be read");
+    }
     return bytes;
 }
 
@@ -41,8 +44,9 @@ void WriteFile(const fs::path& file, const std::vector<std::uint8_t>& bytes) {
     stream.write(reinterpret_cast<const char*>(bytes.data()),
                  static_cast<std::streamsize>(bytes.size()));
     stream.close();
-    if (!stream)
+    if (!stream) {
         throw PictureError(Utf8Name(file) + ": cannot be written");
+    }
 }
 
 // A name beside the target that no file has.
@@ -61,15 +65,17 @@ fs::path PartialName(const fs::path& file) {
 
 Picture MakePicture(int width, int height, int planes, std::uint8_t value) {
     RequireSides(width, height, "picture");
-    if (planes != 3 && planes != 4)
+    if (planes != 3 && planes != 4) {
         throw PictureError("picture: " + std::to_string(planes) + " planes instead of 3 or 4");
+    }
     Picture picture;
     picture.width = width;
     picture.height = height;
     picture.planes = planes;
     const std::size_t size = picture.RowBytes() * static_cast<std::size_t>(height);
-    if (size > picture.pixels.max_size())
+    if (size > picture.pixels.max_size()) {
         throw std::bad_alloc();
+    }
     picture.pixels.assign(size, value);
     return picture;
 }
@@ -103,8 +109,9 @@ void SavePicture(const Picture& picture, const fs::path& file) {
         WriteFile(partial, bytes);
         std::error_code error;
         fs::rename(partial, file, error);
-        if (error)
+        if (error) {
             throw PictureError(Utf8Name(file) + ": cannot be written");
+        }
     } catch (const PictureError&) {
         std::error_code ignored;
         fs::remove(partial, ignored);

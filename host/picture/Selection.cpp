@@ -8,8 +8,9 @@ namespace host {
 namespace {
 
 void RequireArea(const hostapi::VRect& bounds) {
-    if (IsEmpty(bounds))
+    if (IsEmpty(bounds)) {
         throw SelectionError("the selection is empty");
+    }
 }
 
 std::size_t MaskSize(const hostapi::VRect& bounds) {
@@ -20,18 +21,21 @@ std::size_t MaskSize(const hostapi::VRect& bounds) {
 // to the ellipse's centre; negative outside.
 double DepthInside(double dx, double dy, double halfWidth, double halfHeight) {
     const double relative = std::hypot(dx / halfWidth, dy / halfHeight);
-    if (relative == 0.0)
+    if (relative == 0.0) {
         return std::min(halfWidth, halfHeight);
+    }
     return std::hypot(dx, dy) * (1.0 / relative - 1.0);
 }
 
 }  // namespace
 
 std::uint8_t Selection::Coverage(int x, int y) const {
-    if (!Contains(bounds, x, y))
+    if (!Contains(bounds, x, y)) {
         return 0;
-    if (mask.empty())
+    }
+    if (mask.empty()) {
         return 255;
+    }
     const auto row = static_cast<std::size_t>(y - bounds.top);
     const auto column = static_cast<std::size_t>(x - bounds.left);
     return mask[row * static_cast<std::size_t>(Width(bounds)) + column];
@@ -52,8 +56,9 @@ Selection SelectRectangle(const hostapi::VRect& bounds) {
 
 Selection SelectEllipse(const hostapi::VRect& bounds, double feather) {
     RequireArea(bounds);
-    if (!(feather >= 0.0))
+    if (!(feather >= 0.0)) {
         throw SelectionError("the feather is negative");
+    }
     Selection selection{bounds, {}, true};
     selection.mask.reserve(MaskSize(bounds));
     const double halfWidth = Width(bounds) / 2.0;
@@ -75,10 +80,12 @@ Selection SelectByMask(const hostapi::VRect& bounds, const Picture& mask, const 
     RequireArea(bounds);
     const bool fitsPicture = mask.width == picture.width && mask.height == picture.height;
     const bool fitsBounds = mask.width == Width(bounds) && mask.height == Height(bounds);
-    if (!fitsPicture && !fitsBounds)
+    if (!fitsPicture && !fitsBounds) {
         throw SelectionError("the mask has neither the size of the selection nor the picture's");
-    if (!fitsBounds && !Contains(picture.Bounds(), bounds))
+    }
+    if (!fitsBounds && !Contains(picture.Bounds(), bounds)) {
         throw SelectionError("the selection reaches beyond the picture");
+    }
     const int firstColumn = fitsBounds ? 0 : bounds.left;
     const int firstRow = fitsBounds ? 0 : bounds.top;
     Selection selection{bounds, {}, true};

@@ -8,8 +8,9 @@ FamilyServices::FamilyServices()
     : library(LoadLibraryW((ProgramFolder() / L"Hadrowen.dll").c_str())) {}
 
 FamilyServices::~FamilyServices() {
-    if (library != nullptr)
+    if (library != nullptr) {
         FreeLibrary(library);
+    }
 }
 
 }  // namespace host

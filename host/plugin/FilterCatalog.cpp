@@ -26,8 +26,9 @@ std::size_t FilterCatalog::Add(ListedFilter entry) {
     const auto known = std::find_if(entries.begin(), entries.end(), [&](const ListedFilter& other) {
         return IsSameFilter(entry, other);
     });
-    if (known != entries.end())
+    if (known != entries.end()) {
         return static_cast<std::size_t>(known - entries.begin());
+    }
     entries.push_back(std::move(entry));
     return entries.size() - 1;
 }
@@ -40,8 +41,9 @@ std::vector<CatalogGroup> FilterCatalog::Groups() const {
         auto group = std::find_if(groups.begin(), groups.end(), [&](const CatalogGroup& other) {
             return other.category == category;
         });
-        if (group == groups.end())
+        if (group == groups.end()) {
             group = groups.insert(groups.end(), {category, {}});
+        }
         group->entries.push_back(position);
     }
     std::stable_sort(groups.begin(), groups.end(), [](const auto& a, const auto& b) {

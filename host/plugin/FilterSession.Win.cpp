@@ -4,15 +4,16 @@
 
 namespace host {
 
-FilterSession::FilterSession(const ListedFilter& filter_, const HostSettings& settings)
-    : filter(filter_), freesLibrary(settings.traits.Has(Trait::FreeLibrary)), host(settings) {
+FilterSession::FilterSession(const ListedFilter& newFilter, const HostSettings& settings)
+    : filter(newFilter), freesLibrary(settings.traits.Has(Trait::freeLibrary)), host(settings) {
     host.SetMattes(filter.description.InputMattes());
 }
 
 RunReport FilterSession::Run(Picture& picture, const Selection& selection, Execution execution) {
-    if (!filter.description.Handles(host.FilterCaseOf(picture, selection)))
+    if (!filter.description.Handles(host.FilterCaseOf(picture, selection))) {
         throw PluginError(Utf8Name(filter.file) +
                           ": the filter doesn't work on such a picture and selection");
+    }
     return Finished(host.Run(Entry(), picture, selection, execution));
 }
 
@@ -26,14 +27,16 @@ RunReport FilterSession::RunSelector(std::int16_t selector, const Picture& pictu
 }
 
 EntryPoint FilterSession::Entry() {
-    if (!library)
+    if (!library) {
         library.emplace(filter);
+    }
     return library->Entry();
 }
 
 RunReport FilterSession::Finished(RunReport report) {
-    if (freesLibrary)
+    if (freesLibrary) {
         library.reset();
+    }
     return report;
 }
 

@@ -23,8 +23,9 @@ class DataModule {
   public:
     explicit DataModule(const fs::path& file)
         : module(LoadLibraryExW(FullPath(file).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE)) {
-        if (module == nullptr)
+        if (module == nullptr) {
             throw PluginError(Utf8Name(file) + ": not a plug-in, or it cannot be opened");
+        }
     }
     ~DataModule() { FreeLibrary(module); }
     DataModule(const DataModule&) = delete;
@@ -34,8 +35,9 @@ class DataModule {
         HRSRC found = FindResourceW(module, name, type);
         HGLOBAL loaded = found == nullptr ? nullptr : LoadResource(module, found);
         const void* bytes = loaded == nullptr ? nullptr : LockResource(loaded);
-        if (bytes == nullptr)
+        if (bytes == nullptr) {
             return {};
+        }
         return {static_cast<const std::uint8_t*>(bytes), SizeofResource(module, found)};
     }
     HMODULE Get() const { return module; }
@@ -54,10 +56,11 @@ struct ResourceName {
 
 BOOL CALLBACK CollectName(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR target) {
     auto* names = reinterpret_cast<std::vector<ResourceName>*>(target);
-    if (IS_INTRESOURCE(name))
+    if (IS_INTRESOURCE(name)) {
         names->push_back({LOWORD(reinterpret_cast<ULONG_PTR>(name)), {}});
-    else
+    } else {
         names->push_back({0, name});
+    }
     return TRUE;
 }
 
@@ -73,8 +76,9 @@ std::vector<ListedFilter> ListFile(const fs::path& file) {
     const DataModule module(file);
     std::vector<ResourceName> names;
     EnumResourceNamesW(module.Get(), L"PIPL", CollectName, reinterpret_cast<LONG_PTR>(&names));
-    if (names.empty())
+    if (names.empty()) {
         throw PluginError(Utf8Name(file) + ": has no PIPL resource");
+    }
     std::vector<ListedFilter> filters;
     for (const ResourceName& name : names) {
         try {
@@ -93,11 +97,13 @@ FilterList ListFolder(const fs::path& folder) {
              entry(folder, fs::directory_options::skip_permission_denied, error),
          end;
          !error && entry != end; entry.increment(error)) {
-        if (IsPluginName(entry->path()))
+        if (IsPluginName(entry->path())) {
             files.push_back(entry->path());
+        }
     }
-    if (error)
+    if (error) {
         throw PluginError(Utf8Name(folder) + ": the folder cannot be read");
+    }
     std::sort(files.begin(), files.end());
     FilterList list;
     for (const fs::path& file : files) {
@@ -114,14 +120,16 @@ FilterList ListFolder(const fs::path& folder) {
 LoadedFilter::LoadedFilter(const ListedFilter& filter) : module(nullptr), entry(nullptr) {
     const std::string file = Utf8Name(filter.file);
     const std::string& name = filter.description.Entry();
-    if (name.empty())
+    if (name.empty()) {
         throw PluginError(file + ": has no code for a " + (hostapi::is64Bit ? "64" : "32") +
                           "-bit host");
+    }
     HMODULE loaded =
         LoadLibraryExW(FullPath(filter.file).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-    if (loaded == nullptr)
+    if (loaded == nullptr) {
         throw PluginError(file + ": the code cannot be loaded (error " +
                           std::to_string(GetLastError()) + ")");
+    }
     const FARPROC found = GetProcAddress(loaded, name.c_str());
     if (found == nullptr) {
         FreeLibrary(loaded);

@@ -15,11 +15,12 @@ constexpr std::uint32_t filterKind = FourCharacters('8', 'B', 'F', 'M');
 /// Reads numbers and runs of bytes from the front; throws instead of leaving the resource.
 class ByteReader {
   public:
-    explicit ByteReader(std::span<const std::uint8_t> bytes_) : bytes(bytes_) {}
+    explicit ByteReader(std::span<const std::uint8_t> newBytes) : bytes(newBytes) {}
 
     std::span<const std::uint8_t> Take(std::size_t count) {
-        if (count > bytes.size())
+        if (count > bytes.size()) {
             throw PluginError("the PIPL resource ends too early");
+        }
         auto taken = bytes.first(count);
         bytes = bytes.subspan(count);
         return taken;
@@ -46,14 +47,16 @@ std::string PascalString(std::span<const std::uint8_t> data) {
 
 std::string ZeroTerminated(std::span<const std::uint8_t> data) {
     const auto end = std::find(data.begin(), data.end(), std::uint8_t{0});
-    if (end == data.end() || end == data.begin())
+    if (end == data.end() || end == data.begin()) {
         throw PluginError("the PIPL resource has an entry's name without an end or a start");
+    }
     return {data.begin(), end};
 }
 
 Matte ReadMatte(std::uint32_t value) {
-    if (value > static_cast<std::uint32_t>(Matte::White))
+    if (value > static_cast<std::uint32_t>(Matte::white)) {
         throw PluginError("the PIPL resource has an unknown value in its filter case table");
+    }
     return static_cast<Matte>(value);
 }
 
@@ -70,8 +73,9 @@ std::array<FilterCase, 7> ReadCases(std::span<const std::uint8_t> data) {
 }
 
 void RequireFilter(std::span<const std::uint8_t> data) {
-    if (ByteReader(data).Number(4) != filterKind)
+    if (ByteReader(data).Number(4) != filterKind) {
         throw PluginError("the plug-in is no filter");
+    }
 }
 
 void ReadProperty(FilterDescription& description, std::uint32_t key,
@@ -107,20 +111,24 @@ void ReadProperty(FilterDescription& description, std::uint32_t key,
 }
 
 void RequireComplete(const FilterDescription& description, const std::set<std::uint32_t>& keys) {
-    if (keys.count(FourCharacters('k', 'i', 'n', 'd')) == 0)
+    if (keys.count(FourCharacters('k', 'i', 'n', 'd')) == 0) {
         throw PluginError("the PIPL resource has no kind");
-    if (description.name.empty())
+    }
+    if (description.name.empty()) {
         throw PluginError("the PIPL resource has no name");
-    if (description.entry32.empty() && description.entry64.empty())
+    }
+    if (description.entry32.empty() && description.entry64.empty()) {
         throw PluginError("the PIPL resource names no code");
+    }
 }
 
 }  // namespace
 
 FilterDescription ParsePipl(std::span<const std::uint8_t> bytes) {
     ByteReader reader(bytes);
-    if (reader.Number(2) != 1 || reader.Number(4) != 0)
+    if (reader.Number(2) != 1 || reader.Number(4) != 0) {
         throw PluginError("the PIPL resource has an unknown version");
+    }
     const std::uint32_t count = reader.Number(4);
     FilterDescription description;
     std::set<std::uint32_t> keys;
@@ -129,13 +137,16 @@ FilterDescription ParsePipl(std::span<const std::uint8_t> bytes) {
         const std::uint32_t key = reader.Number(4);
         reader.Number(4);  // The property's id, 0.
         const std::uint32_t length = reader.Number(4);
-        if (length % 4 != 0)
+        if (length % 4 != 0) {
             throw PluginError("the PIPL resource has a property whose length isn't padded");
+        }
         const auto data = reader.Take(length);
-        if (propertyVendor != vendor)
+        if (propertyVendor != vendor) {
             continue;
-        if (!keys.insert(key).second)
+        }
+        if (!keys.insert(key).second) {
             throw PluginError("the PIPL resource has a property twice");
+        }
         ReadProperty(description, key, data);
     }
     RequireComplete(description, keys);
@@ -147,12 +158,14 @@ const std::string& FilterDescription::Entry() const {
 }
 
 bool FilterDescription::Handles(std::int16_t filterCase) const {
-    if ((modes & modeRGB) == 0 || filterCase < 1 || filterCase > 7)
+    if ((modes & modeRGB) == 0 || filterCase < 1 || filterCase > 7) {
         return false;
-    if (!cases)
+    }
+    if (!cases) {
         return filterCase <= 2;
+    }
     const FilterCase& row = (*cases)[static_cast<std::size_t>(filterCase - 1)];
-    return row.input != Matte::CannotFilter && row.output != Matte::CannotFilter;
+    return row.input != Matte::cannotFilter && row.output != Matte::cannotFilter;
 }
 
 std::string FilterDescription::ModeNames() const {
@@ -166,15 +179,16 @@ std::string FilterDescription::ModeNames() const {
                               {modeHSB, "HSB"},         {modeMultichannel, "multichannel"}};
     std::string names;
     for (const Mode& mode : known) {
-        if ((modes & mode.flag) != 0)
+        if ((modes & mode.flag) != 0) {
             names += (names.empty() ? "" : ", ") + std::string(mode.name);
+        }
     }
     return names;
 }
 
 std::array<Matte, 7> FilterDescription::InputMattes() const {
     std::array<Matte, 7> mattes;
-    mattes.fill(Matte::Straight);
+    mattes.fill(Matte::straight);
     if (cases) {
         std::transform(cases->begin(), cases->end(), mattes.begin(),
                        [](const FilterCase& row) { return row.input; });

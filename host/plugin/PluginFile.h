@@ -22,8 +22,8 @@ class PluginError : public std::runtime_error {
 
 /// One row of the filter case table.
 struct FilterCase {
-    Matte input = Matte::CannotFilter;
-    Matte output = Matte::CannotFilter;
+    Matte input = Matte::cannotFilter;
+    Matte output = Matte::cannotFilter;
     std::uint8_t flags1 = 0;
     std::uint8_t flags2 = 0;
     bool operator==(const FilterCase&) const = default;

@@ -32,11 +32,11 @@ std::string DescribeChange(const std::uint8_t* bytes, std::size_t count, std::ui
 
 }  // namespace
 
-CheckedBlock::CheckedBlock(std::size_t size_, std::string name_, std::size_t guardBytes)
-    : storage(new std::uint8_t[size_ + 2 * guardBytes]),
-      size(size_),
+CheckedBlock::CheckedBlock(std::size_t newSize, std::string newName, std::size_t guardBytes)
+    : storage(new std::uint8_t[newSize + 2 * guardBytes]),
+      size(newSize),
       guard(guardBytes),
-      name(std::move(name_)) {
+      name(std::move(newName)) {
     FillGuards();
     std::memset(Data(), freshByte, size);
     SetPoison(true);
@@ -60,8 +60,9 @@ CheckedBlock& CheckedBlock::operator=(CheckedBlock&& other) noexcept {
 }
 
 void CheckedBlock::Check(Faults& faults) {
-    if (!storage)
+    if (!storage) {
         return;
+    }
     SetPoison(false);
     const std::uint8_t* front = storage.get();
     if (!HoldsOnly(front, guard, guardByte)) {
@@ -96,16 +97,18 @@ void CheckedBlock::FillGuards() {
 
 void CheckedBlock::SetPoison([[maybe_unused]] bool poisoned) {
 #ifdef __SANITIZE_ADDRESS__
-    if (!storage)
+    if (!storage) {
         return;
+    }
     if (!poisoned) {
         ASAN_UNPOISON_MEMORY_REGION(storage.get(), size + 2 * guard);
         return;
     }
     ASAN_POISON_MEMORY_REGION(storage.get(), guard);
     ASAN_POISON_MEMORY_REGION(Data() + size, guard);
-    if (retired)
+    if (retired) {
         ASAN_POISON_MEMORY_REGION(Data(), size);
+    }
 #endif
 }
 
@@ -120,8 +123,9 @@ void Quarantine::Add(CheckedBlock block, Faults& faults) {
 }
 
 void Quarantine::Check(Faults& faults) {
-    for (CheckedBlock& block : blocks)
+    for (CheckedBlock& block : blocks) {
         block.Check(faults);
+    }
 }
 
 }  // namespace host

@@ -41,8 +41,9 @@ Color XyzToRgb(const Color& xyz) {
                           -0.9787684 * x + 1.9161415 * y + 0.0334540 * z,
                           0.0719453 * x - 0.2289914 * y + 1.4052427 * z, 0.0};
     Color rgb{};
-    for (std::size_t i = 0; i < 3; ++i)
+    for (std::size_t i = 0; i < 3; ++i) {
         rgb[i] = FromLinear(std::clamp(linear[i], 0.0, 1.0));
+    }
     return rgb;
 }
 
@@ -75,15 +76,17 @@ Color LabToRgb(const Color& lab) {
 
 // From 0 to below 1; 0 for greys.
 double HueOf(const Color& rgb, double largest, double spread) {
-    if (spread == 0.0)
+    if (spread == 0.0) {
         return 0.0;
+    }
     double sixths;
-    if (largest == rgb[0])
+    if (largest == rgb[0]) {
         sixths = (rgb[1] - rgb[2]) / spread;
-    else if (largest == rgb[1])
+    } else if (largest == rgb[1]) {
         sixths = 2.0 + (rgb[2] - rgb[0]) / spread;
-    else
+    } else {
         sixths = 4.0 + (rgb[0] - rgb[1]) / spread;
+    }
     return sixths < 0.0 ? sixths / 6.0 + 1.0 : sixths / 6.0;
 }
 
@@ -125,8 +128,9 @@ Color HslToRgb(const Color& hsl) {
 
 Color RgbToCmyk(const Color& rgb) {
     const double black = 1.0 - std::max({rgb[0], rgb[1], rgb[2]});
-    if (black == 1.0)
+    if (black == 1.0) {
         return {0.0, 0.0, 0.0, 1.0};
+    }
     auto ink = [black](double light) { return (1.0 - light - black) / (1.0 - black); };
     return {ink(rgb[0]), ink(rgb[1]), ink(rgb[2]), black};
 }
@@ -166,8 +170,9 @@ constexpr std::array<Space, 7> spaces = {{
 }};
 
 const Space* FindSpace(std::int16_t number) {
-    if (number < 0 || static_cast<std::size_t>(number) >= spaces.size())
+    if (number < 0 || static_cast<std::size_t>(number) >= spaces.size()) {
         return nullptr;
+    }
     return &spaces[static_cast<std::size_t>(number)];
 }
 
@@ -178,25 +183,29 @@ void SetRgb(hostapi::ColorServicesInfo& info, const std::uint8_t* rgb) {
 
 // The record's RGB components to the space that was asked for.
 std::int16_t Deliver(hostapi::ColorServicesInfo& info) {
-    if (info.resultSpace == hostapi::colorSpaceChosen)
+    if (info.resultSpace == hostapi::colorSpaceChosen) {
         info.resultSpace = hostapi::colorSpaceRGB;
+    }
     const bool isKnown =
         ConvertColor(hostapi::colorSpaceRGB, info.resultSpace, info.colorComponents);
     return isKnown ? hostapi::noErr : hostapi::filterBadParameters;
 }
 
 std::int16_t Choose(hostapi::ColorServicesInfo& info, const ColorSource& source) {
-    if (!ConvertColor(info.sourceSpace, hostapi::colorSpaceRGB, info.colorComponents))
+    if (!ConvertColor(info.sourceSpace, hostapi::colorSpaceRGB, info.colorComponents)) {
         return hostapi::filterBadParameters;
+    }
     std::uint8_t color[3];
     std::transform(info.colorComponents, info.colorComponents + 3, color,
                    [](std::int16_t component) { return static_cast<std::uint8_t>(component); });
-    if (source.chooseColor && !source.chooseColor(color))
+    if (source.chooseColor && !source.chooseColor(color)) {
         return hostapi::userCanceledErr;
+    }
     SetRgb(info, color);
     // Without a wish the colour comes in the space that it was given in.
-    if (info.resultSpace == hostapi::colorSpaceChosen)
+    if (info.resultSpace == hostapi::colorSpaceChosen) {
         info.resultSpace = info.sourceSpace;
+    }
     return Deliver(info);
 }
 
@@ -208,24 +217,27 @@ std::int16_t Convert(hostapi::ColorServicesInfo& info) {
 
 std::int16_t Sample(hostapi::ColorServicesInfo& info, const ColorSource& source) {
     const hostapi::Point* point = info.selectorParameter.globalSamplePoint;
-    if (point == nullptr || source.picture == nullptr)
+    if (point == nullptr || source.picture == nullptr) {
         return hostapi::filterBadParameters;
+    }
     const int x = point->h - source.origin.h;
     const int y = point->v - source.origin.v;
-    if (x < 0 || y < 0 || x >= source.picture->width || y >= source.picture->height)
+    if (x < 0 || y < 0 || x >= source.picture->width || y >= source.picture->height) {
         return hostapi::filterBadParameters;
+    }
     SetRgb(info, source.picture->Pixel(x, y));
     return Deliver(info);
 }
 
 std::int16_t SpecialColor(hostapi::ColorServicesInfo& info, const ColorSource& source) {
     constexpr std::intptr_t foreground = 0, background = 1;
-    if (info.selectorParameter.specialColorID == foreground)
+    if (info.selectorParameter.specialColorID == foreground) {
         SetRgb(info, source.foreground);
-    else if (info.selectorParameter.specialColorID == background)
+    } else if (info.selectorParameter.specialColorID == background) {
         SetRgb(info, source.background);
-    else
+    } else {
         return hostapi::filterBadParameters;
+    }
     return Deliver(info);
 }
 
@@ -241,13 +253,16 @@ bool ConvertColor(std::int16_t sourceSpace, std::int16_t resultSpace,
                   std::int16_t (&components)[4]) {
     const Space* from = FindSpace(sourceSpace);
     const Space* to = FindSpace(resultSpace);
-    if (from == nullptr || to == nullptr)
+    if (from == nullptr || to == nullptr) {
         return false;
+    }
     Color color{};
-    for (std::size_t i = 0; i < from->components; ++i)
+    for (std::size_t i = 0; i < from->components; ++i) {
         color[i] = std::clamp<int>(components[i], 0, 255) / 255.0;
-    if (from != to)
+    }
+    if (from != to) {
         color = to->fromRgb(from->toRgb(color));
+    }
     for (std::size_t i = 0; i < 4; ++i) {
         const double value = i < to->components ? std::clamp(color[i], 0.0, 1.0) : 0.0;
         components[i] = static_cast<std::int16_t>(std::lround(value * 255.0));
@@ -256,10 +271,12 @@ bool ConvertColor(std::int16_t sourceSpace, std::int16_t resultSpace,
 }
 
 std::int16_t ServeColor(hostapi::ColorServicesInfo* info, const ColorSource& source) {
-    if (!IsSound(info))
+    if (!IsSound(info)) {
         return hostapi::filterBadParameters;
-    if (source.refuseAllButChoosing && info->selector != hostapi::colorServicesChooseColor)
+    }
+    if (source.refuseAllButChoosing && info->selector != hostapi::colorServicesChooseColor) {
         return hostapi::errPlugInHostInsufficient;
+    }
     switch (info->selector) {
         case hostapi::colorServicesChooseColor:
             return Choose(*info, source);

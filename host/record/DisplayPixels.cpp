@@ -42,19 +42,23 @@ DisplayRows CopyRows(const hostapi::PSPixelMap& map, std::int32_t row, std::int3
 std::int16_t DisplayPixels(const hostapi::PSPixelMap* map, const hostapi::VRect* sourceRect,
                            std::int32_t dstRow, std::int32_t dstCol, void* context,
                            bool ignoreOrigin) {
-    if (map == nullptr || sourceRect == nullptr || map->baseAddr == nullptr || context == nullptr)
+    if (map == nullptr || sourceRect == nullptr || map->baseAddr == nullptr || context == nullptr) {
         return hostapi::filterBadParameters;
-    if (map->imageMode != hostapi::imageModeRGB && map->imageMode != hostapi::imageModeGrey)
+    }
+    if (map->imageMode != hostapi::imageModeRGB && map->imageMode != hostapi::imageModeGrey) {
         return hostapi::filterBadParameters;
+    }
     const hostapi::VRect shown = Intersect(*sourceRect, map->bounds);
-    if (IsEmpty(shown))
+    if (IsEmpty(shown)) {
         return hostapi::noErr;
+    }
     dstRow += shown.top - sourceRect->top;
     dstCol += shown.left - sourceRect->left;
     const hostapi::VRect visible =
         VisiblePart({dstRow, dstCol, dstRow + Height(shown), dstCol + Width(shown)}, context);
-    if (IsEmpty(visible))
+    if (IsEmpty(visible)) {
         return hostapi::noErr;
+    }
     const std::int32_t row =
         visible.top - dstRow + (ignoreOrigin ? 0 : shown.top - map->bounds.top);
     const std::int32_t column =

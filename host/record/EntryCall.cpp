@@ -78,10 +78,12 @@ void CallMisaligned(EntryPoint entry, const EntryArguments& arguments) {
 #endif
 
 FloatingPointControl ControlFor(const TraitSet& traits, FloatingPointControl own) {
-    if (traits.Has(Trait::Fpu27f))
+    if (traits.Has(Trait::fpu27f)) {
         own.x87 = 0x27F;
-    if (traits.Has(Trait::Fpu37f))
+    }
+    if (traits.Has(Trait::fpu37f)) {
         own.x87 = 0x37F;
+    }
     return own;
 }
 
@@ -94,14 +96,16 @@ std::int16_t CallEntry(EntryPoint entry, std::int16_t selector, hostapi::FilterR
     const FloatingPointControl own = ReadControl();
     const FloatingPointControl during = ControlFor(traits, own);
     WriteControl(during);
-    if (traits.Has(Trait::MisalignStack))
+    if (traits.Has(Trait::misalignStack)) {
         CallMisaligned(entry, {selector, record, data, &result});
-    else
+    } else {
         entry(selector, record, data, &result);
+    }
     const FloatingPointControl after = ReadControl();
     WriteControl(own);
-    if (after != during)
+    if (after != during) {
         faults.Add("the filter changed the floating-point control word");
+    }
     return result;
 }
 

@@ -8,10 +8,11 @@ namespace host {
 void Faults::Add(const std::string& text) {
     auto known = std::find_if(entries.begin(), entries.end(),
                               [&](const Entry& entry) { return entry.text == text; });
-    if (known == entries.end())
+    if (known == entries.end()) {
         entries.push_back({text, 1});
-    else
+    } else {
         ++known->count;
+    }
 }
 
 std::size_t Faults::Total() const {

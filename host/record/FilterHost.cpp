@@ -44,9 +44,9 @@ void PutColor(std::uint8_t* bytes, const hostapi::RGBColor& color) {
 MemorySettings MemorySettingsOf(const HostSettings& settings) {
     MemorySettings memory;
     memory.budget = settings.memoryBudget;
-    memory.constantSpace = settings.traits.Has(Trait::ConstantSpace);
-    memory.emptyVersions = settings.traits.Has(Trait::EmptySuites);
-    memory.dumbHandles = settings.traits.Has(Trait::DumbHandles);
+    memory.constantSpace = settings.traits.Has(Trait::constantSpace);
+    memory.emptyVersions = settings.traits.Has(Trait::emptySuites);
+    memory.dumbHandles = settings.traits.Has(Trait::dumbHandles);
     memory.failAllocation = settings.failAllocation;
     memory.without = settings.without;
     return memory;
@@ -78,77 +78,80 @@ struct FilterHost::Callbacks {
         return *current;
     }
     static hostapi::Boolean8 HOST_CALL Abort() {
-        FilterHost& host = Count(Service::AbortProc);
+        FilterHost& host = Count(Service::abortProc);
         const std::optional<int>& limit = host.settings.abortAfterRow;
-        if (limit && host.RowsDelivered() >= *limit)
+        if (limit && host.RowsDelivered() >= *limit) {
             return 1;
+        }
         return host.settings.hooks.isAborted && host.settings.hooks.isAborted() ? 1 : 0;
     }
     static void HOST_CALL Progress(std::int32_t done, std::int32_t total) {
-        FilterHost& host = Count(Service::ProgressProc);
-        if (total <= 0)
+        FilterHost& host = Count(Service::progressProc);
+        if (total <= 0) {
             host.FoundFaults().Add("progressProc: a total of 0 or less; hosts divide by it");
-        else if (host.settings.hooks.showProgress)
+        } else if (host.settings.hooks.showProgress) {
             host.settings.hooks.showProgress(done, total);
+        }
     }
     static std::int16_t HOST_CALL Advance() {
-        FilterHost& host = Count(Service::AdvanceState);
+        FilterHost& host = Count(Service::advanceState);
         return host.exchange->Advance(*host.record);
     }
     static std::int16_t HOST_CALL Display(const hostapi::PSPixelMap* source,
                                           const hostapi::VRect* sourceRect, std::int32_t dstRow,
                                           std::int32_t dstCol, void* platformContext) {
-        FilterHost& host = Count(Service::DisplayPixels);
+        FilterHost& host = Count(Service::displayPixels);
         return DisplayPixels(source, sourceRect, dstRow, dstCol, platformContext,
-                             host.settings.traits.Has(Trait::DisplayIgnoresOrigin));
+                             host.settings.traits.Has(Trait::displayIgnoresOrigin));
     }
     static std::int16_t HOST_CALL Color(hostapi::ColorServicesInfo* info) {
-        FilterHost& host = Count(Service::ColorServices);
+        FilterHost& host = Count(Service::colorServices);
         ColorSource source{};
         PutColor(source.foreground, host.settings.foreground);
         PutColor(source.background, host.settings.background);
         source.picture = &host.exchange->Original();
         source.origin = host.Origin();
         source.chooseColor = host.settings.hooks.chooseColor;
-        source.refuseAllButChoosing = host.settings.traits.Has(Trait::RefuseConversion);
+        source.refuseAllButChoosing = host.settings.traits.Has(Trait::refuseConversion);
         return ServeColor(info, source);
     }
 };
 
-FilterHost::FilterHost(const HostSettings& settings_)
-    : settings(settings_),
-      memory(MemorySettingsOf(settings_)),
+FilterHost::FilterHost(const HostSettings& newSettings)
+    : settings(newSettings),
+      memory(MemorySettingsOf(newSettings)),
       record(std::make_unique<hostapi::FilterRecord>()),
       previous(std::exchange(current, this)) {
-    mattes.fill(Matte::Straight);
+    mattes.fill(Matte::straight);
 }
 
 FilterHost::~FilterHost() {
     current = previous;
 }
 
-void FilterHost::SetMattes(const std::array<Matte, 7>& mattes_) {
-    mattes = mattes_;
+void FilterHost::SetMattes(const std::array<Matte, 7>& newMattes) {
+    mattes = newMattes;
 }
 
 hostapi::Point FilterHost::Origin() const {
-    return settings.traits.Has(Trait::NegativeOrigin) ? negativeOrigin : hostapi::Point{0, 0};
+    return settings.traits.Has(Trait::negativeOrigin) ? negativeOrigin : hostapi::Point{0, 0};
 }
 
 LayerKind FilterHost::Layer(const Picture& picture) const {
-    if (settings.layer != LayerKind::Automatic)
+    if (settings.layer != LayerKind::automatic) {
         return settings.layer;
-    return picture.planes == 4 ? LayerKind::EditableTransparency : LayerKind::Flat;
+    }
+    return picture.planes == 4 ? LayerKind::editableTransparency : LayerKind::flat;
 }
 
 std::int16_t FilterHost::FilterCaseOf(const Picture& picture, const Selection& selection) const {
     const std::int16_t selected = selection.isExplicit ? 1 : 0;
     switch (Layer(picture)) {
-        case LayerKind::Floating:
+        case LayerKind::floating:
             return 3;
-        case LayerKind::EditableTransparency:
+        case LayerKind::editableTransparency:
             return static_cast<std::int16_t>(4 + selected);
-        case LayerKind::ProtectedTransparency:
+        case LayerKind::protectedTransparency:
             return static_cast<std::int16_t>(6 + selected);
         default:
             return static_cast<std::int16_t>(1 + selected);
@@ -157,41 +160,47 @@ std::int16_t FilterHost::FilterCaseOf(const Picture& picture, const Selection& s
 
 void FilterHost::RequireFit(const Picture& picture, const Selection& selection) const {
     const bool mayReachBeyond =
-        settings.traits.Has(Trait::ShrinkRectangles) || settings.traits.Has(Trait::ShrinkSilently);
-    if (IsEmpty(selection.bounds))
+        settings.traits.Has(Trait::shrinkRectangles) || settings.traits.Has(Trait::shrinkSilently);
+    if (IsEmpty(selection.bounds)) {
         throw SelectionError("the selection is empty");
-    if (!mayReachBeyond && !Contains(picture.Bounds(), selection.bounds))
+    }
+    if (!mayReachBeyond && !Contains(picture.Bounds(), selection.bounds)) {
         throw SelectionError("the selection reaches beyond the picture");
+    }
     constexpr hostapi::VRect interfaceRange{-maximumPictureSide, -maximumPictureSide,
                                             maximumPictureSide, maximumPictureSide};
-    if (!Contains(interfaceRange, selection.bounds))
+    if (!Contains(interfaceRange, selection.bounds)) {
         throw SelectionError("the selection is too large for the filter interface");
+    }
     const std::size_t area = static_cast<std::size_t>(Width(selection.bounds)) *
                              static_cast<std::size_t>(Height(selection.bounds));
-    if (selection.HasMask() && selection.mask.size() != area)
+    if (selection.HasMask() && selection.mask.size() != area) {
         throw SelectionError("the selection's mask hasn't the selection's size");
+    }
 }
 
 void FilterHost::Begin(const Picture& picture, const Selection& selection) {
     RequireFit(picture, selection);
     memory.Counts() = {};
     FoundFaults().Clear();
-    if (settings.traits.Has(Trait::ZeroRecord)) {
+    if (settings.traits.Has(Trait::zeroRecord)) {
         memory.DisposeKept(record->parameters);
         *record = {};
     }
-    if (settings.traits.Has(Trait::MoveParameters))
+    if (settings.traits.Has(Trait::moveParameters)) {
         record->parameters = memory.Renew(record->parameters);
+    }
     const std::int16_t filterCase = FilterCaseOf(picture, selection);
     ExchangeSettings exchangeSettings;
     exchangeSettings.origin = Origin();
-    exchangeSettings.shrinkRectangles = settings.traits.Has(Trait::ShrinkRectangles);
-    exchangeSettings.shrinkSilently = settings.traits.Has(Trait::ShrinkSilently);
+    exchangeSettings.shrinkRectangles = settings.traits.Has(Trait::shrinkRectangles);
+    exchangeSettings.shrinkSilently = settings.traits.Has(Trait::shrinkSilently);
     exchangeSettings.handOverMask =
-        selection.HasMask() && !settings.traits.Has(Trait::WithholdMask);
-    exchangeSettings.protectTransparency = Layer(picture) == LayerKind::ProtectedTransparency;
-    if (!settings.traits.Has(Trait::IgnoreMatte))
+        selection.HasMask() && !settings.traits.Has(Trait::withholdMask);
+    exchangeSettings.protectTransparency = Layer(picture) == LayerKind::protectedTransparency;
+    if (!settings.traits.Has(Trait::ignoreMatte)) {
         exchangeSettings.matte = mattes[static_cast<std::size_t>(filterCase - 1)];
+    }
     exchangeSettings.failAdvance = settings.failAdvance;
     // It holds pictures of its own, which may be too large to be there twice.
     exchange.reset();
@@ -222,8 +231,8 @@ void FilterHost::FillImageFields(const Picture& picture, const Selection& select
     record->foreground = settings.foreground;
     PutColor(record->backColor, settings.background);
     PutColor(record->foreColor, settings.foreground);
-    record->isFloating = Layer(picture) == LayerKind::Floating ? 1 : 0;
-    record->autoMask = settings.traits.Has(Trait::NoAutoMask) ? 0 : 1;
+    record->isFloating = Layer(picture) == LayerKind::floating ? 1 : 0;
+    record->autoMask = settings.traits.Has(Trait::noAutoMask) ? 0 : 1;
     record->imageMode = hostapi::imageModeRGB;
     record->imageHRes = ToFixed(picture.horizontalResolution);
     record->imageVRes = ToFixed(picture.verticalResolution);
@@ -237,13 +246,14 @@ void FilterHost::FillPlaneFields(const Picture& picture) {
     record->inputRate = record->maskRate = ToFixed(1.0);
     constexpr std::size_t tail = offsetof(hostapi::FilterRecord, layers);
     auto* bytes = reinterpret_cast<std::uint8_t*>(record.get());
-    const bool isRubbish = settings.traits.Has(Trait::RubbishTail);
+    const bool isRubbish = settings.traits.Has(Trait::rubbishTail);
     std::memset(bytes + tail, isRubbish ? rubbish : 0, sizeof(*record) - tail);
-    if (isRubbish)
+    if (isRubbish) {
         return;
+    }
     // Colour planes and the transparency, for input and output.
     constexpr std::size_t inLayer = 0, inTransparency = 1, inNonLayer = 4, outOffset = 5;
-    const bool isLayer = Layer(picture) != LayerKind::Flat;
+    const bool isLayer = Layer(picture) != LayerKind::flat;
     for (std::size_t first : {std::size_t{0}, outOffset}) {
         record->layers[first + (isLayer ? inLayer : inNonLayer)] = 3;
         record->layers[first + inTransparency] = static_cast<std::int16_t>(picture.planes - 3);
@@ -257,12 +267,12 @@ void FilterHost::FillServices() {
     auto isThere = [&](Service service) { return !settings.without[service]; };
     platformData.window = settings.hooks.window;
     record->hostSig = static_cast<std::int32_t>(hostapi::FourCharacters('Z', 'H', 's', 't'));
-    record->abortProc = isThere(Service::AbortProc) ? &Callbacks::Abort : nullptr;
-    record->progressProc = isThere(Service::ProgressProc) ? &Callbacks::Progress : nullptr;
-    record->advanceState = isThere(Service::AdvanceState) ? &Callbacks::Advance : nullptr;
-    record->displayPixels = isThere(Service::DisplayPixels) ? &Callbacks::Display : nullptr;
-    record->colorServices = isThere(Service::ColorServices) ? &Callbacks::Color : nullptr;
-    record->platformData = isThere(Service::PlatformData) ? &platformData : nullptr;
+    record->abortProc = isThere(Service::abortProc) ? &Callbacks::Abort : nullptr;
+    record->progressProc = isThere(Service::progressProc) ? &Callbacks::Progress : nullptr;
+    record->advanceState = isThere(Service::advanceState) ? &Callbacks::Advance : nullptr;
+    record->displayPixels = isThere(Service::displayPixels) ? &Callbacks::Display : nullptr;
+    record->colorServices = isThere(Service::colorServices) ? &Callbacks::Color : nullptr;
+    record->platformData = isThere(Service::platformData) ? &platformData : nullptr;
     record->bufferProcs = memory.Buffers();
     record->handleProcs = memory.Handles();
     constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
@@ -288,12 +298,14 @@ RunReport FilterHost::Run(EntryPoint entry, Picture& picture, const Selection& s
     const hostapi::FilterRecord given = *record;
     RunReport report;
     CallSelectors(entry, execution, report);
-    if (!AreHostsFieldsSame(*record, given))
+    if (!AreHostsFieldsSame(*record, given)) {
         FoundFaults().Add("the filter changed fields of the record that are the host's");
+    }
     Picture changed = End();
     Complete(report);
-    if (report.Succeeded())
+    if (report.Succeeded()) {
         picture = std::move(changed);
+    }
     return report;
 }
 
@@ -302,7 +314,7 @@ RunReport FilterHost::RunAbout(EntryPoint entry) {
     memory.Counts() = {};
     platformData.window = settings.hooks.window;
     CheckedBlock about(sizeof(hostapi::AboutRecord), "the About record");
-    hostapi::AboutRecord contents{settings.without[Service::PlatformData] ? nullptr
+    hostapi::AboutRecord contents{settings.without[Service::platformData] ? nullptr
                                                                           : &platformData};
     std::memcpy(about.Data(), &contents, sizeof(contents));
     RunReport report;
@@ -329,18 +341,21 @@ std::int16_t FilterHost::Call(EntryPoint entry, std::int16_t selector,
     const std::int16_t result =
         CallEntry(entry, selector, callRecord, &filterData, settings.traits, FoundFaults());
     report.calls.push_back({selector, result});
-    if (report.result == 0)
+    if (report.result == 0) {
         report.result = result;
+    }
     return result;
 }
 
 void FilterHost::CallSelectors(EntryPoint entry, Execution execution, RunReport& report) {
-    if (execution == Execution::Interactive &&
-        Call(entry, hostapi::filterSelectorParameters, record.get(), report) != 0)
+    if (execution == Execution::interactive &&
+        Call(entry, hostapi::filterSelectorParameters, record.get(), report) != 0) {
         return;
+    }
     if (Call(entry, hostapi::filterSelectorPrepare, record.get(), report) != 0 ||
-        Call(entry, hostapi::filterSelectorStart, record.get(), report) != 0)
+        Call(entry, hostapi::filterSelectorStart, record.get(), report) != 0) {
         return;
+    }
     Continue(entry, report);
     Call(entry, hostapi::filterSelectorFinish, record.get(), report);
 }
@@ -364,8 +379,9 @@ void FilterHost::Continue(EntryPoint entry, RunReport& report) {
             report.result = delivered;
             return;
         }
-        if (Call(entry, hostapi::filterSelectorContinue, record.get(), report) != 0)
+        if (Call(entry, hostapi::filterSelectorContinue, record.get(), report) != 0) {
             return;
+        }
     }
 }
 

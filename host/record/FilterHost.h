@@ -23,11 +23,11 @@ using EntryPoint = void(HOST_CALL*)(std::int16_t selector, hostapi::FilterRecord
                                     void* data, std::int16_t* result);
 
 /// With its dialog (selectors 1, 2, 3, ...), or the last filter again (without selector 1).
-enum class Execution { Interactive, Repeat };
+enum class Execution { interactive, repeat };
 
 /// How the input of a filter case is matted where the picture is transparent: the values of the
 /// filter case table.
-enum class Matte : std::uint8_t { CannotFilter = 0, Straight = 1, Black = 2, Grey = 3, White = 4 };
+enum class Matte : std::uint8_t { cannotFilter = 0, straight = 1, black = 2, grey = 3, white = 4 };
 
 struct SelectorCall {
     std::int16_t selector;
@@ -75,7 +75,7 @@ class FilterHost {
     /// if the selection isn't inside the picture (a trait that shrinks rectangles allows that), and
     /// std::bad_alloc.
     RunReport Run(EntryPoint entry, Picture& picture, const Selection& selection,
-                  Execution execution = Execution::Interactive);
+                  Execution execution = Execution::interactive);
     /// The About selector alone, with an AboutRecord of its own.
     RunReport RunAbout(EntryPoint entry);
     /// Any one selector, alone, on a whole record; for tests. Changes no picture.

@@ -47,22 +47,25 @@ const char* TraitDescription(Trait trait) {
 
 std::optional<Trait> TraitFromName(const std::string& name) {
     for (Trait trait : AllTraits()) {
-        if (name == TraitName(trait))
+        if (name == TraitName(trait)) {
             return trait;
+        }
     }
     return std::nullopt;
 }
 
 std::vector<Trait> AllTraits() {
     std::vector<Trait> traits;
-    for (std::size_t index = 0; index < traitCount; ++index)
+    for (std::size_t index = 0; index < traitCount; ++index) {
         traits.push_back(static_cast<Trait>(index));
+    }
     return traits;
 }
 
 TraitSet::TraitSet(std::initializer_list<Trait> traits) {
-    for (Trait trait : traits)
+    for (Trait trait : traits) {
         Insert(trait);
+    }
 }
 
 }  // namespace host

@@ -16,27 +16,27 @@ namespace host {
 
 /// Habits of hosts in use that a filter has to live with.
 enum class Trait {
-    ZeroRecord,            ///< The record is zeroed for each execution and `parameters` lost.
-    EmptySuites,           ///< Versions and counts of the suites are 0.
-    ConstantSpace,         ///< spaceProc always answers 0x7FFFFFFF.
-    DisplayIgnoresOrigin,  ///< displayPixels draws from the map's base, whatever the rectangle's
+    zeroRecord,            ///< The record is zeroed for each execution and `parameters` lost.
+    emptySuites,           ///< Versions and counts of the suites are 0.
+    constantSpace,         ///< spaceProc always answers 0x7FFFFFFF.
+    displayIgnoresOrigin,  ///< displayPixels draws from the map's base, whatever the rectangle's
                            ///< origin.
-    RefuseConversion,      ///< colorServices answers -30900 to all but choosing.
-    ShrinkRectangles,      ///< advanceState shrinks rectangles that reach beyond the image.
-    ShrinkSilently,        ///< The same, but only the row bytes tell.
-    Fpu27f,                ///< The x87 control word is 0x27F: double precision.
-    Fpu37f,                ///< The x87 control word is 0x37F: extended precision.
-    MisalignStack,         ///< The stack is aligned to 4 bytes only (32-bit processes).
-    FreeLibrary,           ///< The filter's library is freed after each execution.
-    NoAutoMask,            ///< autoMask is 0 although the host masks the result itself.
-    WithholdMask,          ///< haveMask is 0 although there is a mask.
-    RubbishTail,           ///< Fields behind colorServices hold rubbish.
-    NegativeOrigin,        ///< The layer begins at negative image coordinates.
-    IgnoreMatte,           ///< Input is not matted, whatever the filter case asks for.
-    MoveParameters,        ///< `parameters` comes back as another handle, with the same contents.
-    DumbHandles,           ///< A handle's size is always 0, and resizing does nothing.
+    refuseConversion,      ///< colorServices answers -30900 to all but choosing.
+    shrinkRectangles,      ///< advanceState shrinks rectangles that reach beyond the image.
+    shrinkSilently,        ///< The same, but only the row bytes tell.
+    fpu27f,                ///< The x87 control word is 0x27F: double precision.
+    fpu37f,                ///< The x87 control word is 0x37F: extended precision.
+    misalignStack,         ///< The stack is aligned to 4 bytes only (32-bit processes).
+    freeLibrary,           ///< The filter's library is freed after each execution.
+    noAutoMask,            ///< autoMask is 0 although the host masks the result itself.
+    withholdMask,          ///< haveMask is 0 although there is a mask.
+    rubbishTail,           ///< Fields behind colorServices hold rubbish.
+    negativeOrigin,        ///< The layer begins at negative image coordinates.
+    ignoreMatte,           ///< Input is not matted, whatever the filter case asks for.
+    moveParameters,        ///< `parameters` comes back as another handle, with the same contents.
+    dumbHandles,           ///< A handle's size is always 0, and resizing does nothing.
 };
-constexpr std::size_t traitCount = static_cast<std::size_t>(Trait::DumbHandles) + 1;
+constexpr std::size_t traitCount = static_cast<std::size_t>(Trait::dumbHandles) + 1;
 
 /// "zero-record", "empty-suites" and so on.
 const char* TraitName(Trait trait);
@@ -59,7 +59,7 @@ class TraitSet {
 
 /// What the picture is to the filter; with the selection it decides the filter case. Automatic is
 /// Flat for 3 planes and EditableTransparency for 4.
-enum class LayerKind { Automatic, Flat, Floating, EditableTransparency, ProtectedTransparency };
+enum class LayerKind { automatic, flat, floating, editableTransparency, protectedTransparency };
 
 /// What a host with a window puts in. Empty functions mean: no abort, no bar, the colour as it is.
 struct HostHooks {
@@ -83,7 +83,7 @@ struct HostSettings {
     std::optional<int> abortAfterRow;
     /// advanceState answers the code when asked for a rectangle with this row of the selection.
     std::map<int, std::int16_t> failAdvance;
-    LayerKind layer = LayerKind::Automatic;
+    LayerKind layer = LayerKind::automatic;
     /// 16 bits a component; an 8-bit value stands in the high byte.
     hostapi::RGBColor foreground{0, 0, 0};
     hostapi::RGBColor background{0xFFFF, 0xFFFF, 0xFFFF};

@@ -38,48 +38,48 @@ struct MemorySuites::Callbacks {
         return *current;
     }
     static std::int16_t HOST_CALL AllocateBuffer(std::int32_t size, hostapi::BufferID* id) {
-        return Count(Service::BufferAllocate).AllocateBuffer(size, id);
+        return Count(Service::bufferAllocate).AllocateBuffer(size, id);
     }
     static void* HOST_CALL LockBuffer(hostapi::BufferID id, hostapi::Boolean8) {
-        return Count(Service::BufferLock).LockBuffer(id);
+        return Count(Service::bufferLock).LockBuffer(id);
     }
     static void HOST_CALL UnlockBuffer(hostapi::BufferID id) {
-        Count(Service::BufferUnlock).UnlockBuffer(id);
+        Count(Service::bufferUnlock).UnlockBuffer(id);
     }
     static void HOST_CALL FreeBuffer(hostapi::BufferID id) {
-        Count(Service::BufferFree).FreeBuffer(id);
+        Count(Service::bufferFree).FreeBuffer(id);
     }
     static std::int32_t HOST_CALL BufferSpace() {
-        return Count(Service::BufferSpace).ReportedSpace();
+        return Count(Service::bufferSpace).ReportedSpace();
     }
     static hostapi::Handle HOST_CALL NewHandle(std::int32_t size) {
-        return Count(Service::HandleNew).NewHandle(size);
+        return Count(Service::handleNew).NewHandle(size);
     }
     static void HOST_CALL DisposeHandle(hostapi::Handle handle) {
-        Count(Service::HandleDispose).DisposeHandle(handle);
+        Count(Service::handleDispose).DisposeHandle(handle);
     }
     static std::int32_t HOST_CALL HandleSize(hostapi::Handle handle) {
-        return Count(Service::HandleGetSize).HandleSize(handle);
+        return Count(Service::handleGetSize).HandleSize(handle);
     }
     static std::int16_t HOST_CALL ResizeHandle(hostapi::Handle handle, std::int32_t size) {
-        return Count(Service::HandleSetSize).ResizeHandle(handle, size);
+        return Count(Service::handleSetSize).ResizeHandle(handle, size);
     }
     static void* HOST_CALL LockHandle(hostapi::Handle handle, hostapi::Boolean8) {
-        return Count(Service::HandleLock).LockHandle(handle);
+        return Count(Service::handleLock).LockHandle(handle);
     }
     static void HOST_CALL UnlockHandle(hostapi::Handle handle) {
-        Count(Service::HandleUnlock).UnlockHandle(handle);
+        Count(Service::handleUnlock).UnlockHandle(handle);
     }
     // Nothing here moves to make room.
-    static void HOST_CALL RecoverSpace(std::int32_t) { Count(Service::HandleRecoverSpace); }
+    static void HOST_CALL RecoverSpace(std::int32_t) { Count(Service::handleRecoverSpace); }
     static void HOST_CALL DisposeRegularHandle(hostapi::Handle handle) {
-        Count(Service::HandleDisposeRegular).DisposeHandle(handle);
+        Count(Service::handleDisposeRegular).DisposeHandle(handle);
     }
 };
 
-MemorySuites::MemorySuites(const MemorySettings& settings_)
-    : settings(settings_),
-      failAt(settings_.failAllocation),
+MemorySuites::MemorySuites(const MemorySettings& newSettings)
+    : settings(newSettings),
+      failAt(newSettings.failAllocation),
       lastId(idBeforeFirst),
       quarantine(quarantineBytes),
       previous(std::exchange(current, this)) {
@@ -93,19 +93,19 @@ MemorySuites::MemorySuites(const MemorySettings& settings_)
         handleTable.version = 1;
         handleTable.count = 8;
     }
-    set(bufferTable.allocateProc, Service::BufferAllocate, &Callbacks::AllocateBuffer);
-    set(bufferTable.lockProc, Service::BufferLock, &Callbacks::LockBuffer);
-    set(bufferTable.unlockProc, Service::BufferUnlock, &Callbacks::UnlockBuffer);
-    set(bufferTable.freeProc, Service::BufferFree, &Callbacks::FreeBuffer);
-    set(bufferTable.spaceProc, Service::BufferSpace, &Callbacks::BufferSpace);
-    set(handleTable.newProc, Service::HandleNew, &Callbacks::NewHandle);
-    set(handleTable.disposeProc, Service::HandleDispose, &Callbacks::DisposeHandle);
-    set(handleTable.getSizeProc, Service::HandleGetSize, &Callbacks::HandleSize);
-    set(handleTable.setSizeProc, Service::HandleSetSize, &Callbacks::ResizeHandle);
-    set(handleTable.lockProc, Service::HandleLock, &Callbacks::LockHandle);
-    set(handleTable.unlockProc, Service::HandleUnlock, &Callbacks::UnlockHandle);
-    set(handleTable.recoverSpaceProc, Service::HandleRecoverSpace, &Callbacks::RecoverSpace);
-    set(handleTable.disposeRegularHandleProc, Service::HandleDisposeRegular,
+    set(bufferTable.allocateProc, Service::bufferAllocate, &Callbacks::AllocateBuffer);
+    set(bufferTable.lockProc, Service::bufferLock, &Callbacks::LockBuffer);
+    set(bufferTable.unlockProc, Service::bufferUnlock, &Callbacks::UnlockBuffer);
+    set(bufferTable.freeProc, Service::bufferFree, &Callbacks::FreeBuffer);
+    set(bufferTable.spaceProc, Service::bufferSpace, &Callbacks::BufferSpace);
+    set(handleTable.newProc, Service::handleNew, &Callbacks::NewHandle);
+    set(handleTable.disposeProc, Service::handleDispose, &Callbacks::DisposeHandle);
+    set(handleTable.getSizeProc, Service::handleGetSize, &Callbacks::HandleSize);
+    set(handleTable.setSizeProc, Service::handleSetSize, &Callbacks::ResizeHandle);
+    set(handleTable.lockProc, Service::handleLock, &Callbacks::LockHandle);
+    set(handleTable.unlockProc, Service::handleUnlock, &Callbacks::UnlockHandle);
+    set(handleTable.recoverSpaceProc, Service::handleRecoverSpace, &Callbacks::RecoverSpace);
+    set(handleTable.disposeRegularHandleProc, Service::handleDisposeRegular,
         &Callbacks::DisposeRegularHandle);
 }
 
@@ -114,11 +114,11 @@ MemorySuites::~MemorySuites() {
 }
 
 hostapi::BufferProcs* MemorySuites::Buffers() {
-    return settings.without[Service::BufferProcs] ? nullptr : &bufferTable;
+    return settings.without[Service::bufferProcs] ? nullptr : &bufferTable;
 }
 
 hostapi::HandleProcs* MemorySuites::Handles() {
-    return settings.without[Service::HandleProcs] ? nullptr : &handleTable;
+    return settings.without[Service::handleProcs] ? nullptr : &handleTable;
 }
 
 std::int64_t MemorySuites::FreeBytes() const {
@@ -140,8 +140,9 @@ std::int16_t MemorySuites::AllocateBuffer(std::int32_t size, hostapi::BufferID* 
         faults.Add("bufferProcs.allocateProc: a size below 0 or no place for the id");
         return hostapi::filterBadParameters;
     }
-    if (!TakeAllocation(size))
+    if (!TakeAllocation(size)) {
         return hostapi::memFullErr;
+    }
     try {
         CheckedBlock block(static_cast<std::size_t>(size),
                            BlockName("buffer", BufferNumber(lastId + 1), size));
@@ -156,8 +157,9 @@ std::int16_t MemorySuites::AllocateBuffer(std::int32_t size, hostapi::BufferID* 
 
 MemorySuites::Buffer* MemorySuites::FindBuffer(hostapi::BufferID id, const char* operation) {
     auto found = buffers.find(id);
-    if (found != buffers.end())
+    if (found != buffers.end()) {
         return &found->second;
+    }
     const bool wasFreed = id > idBeforeFirst && id <= lastId;
     faults.Add(std::string("bufferProcs.") + operation +
                (wasFreed ? ": buffer " + std::to_string(BufferNumber(id)) + " was freed already"
@@ -167,35 +169,40 @@ MemorySuites::Buffer* MemorySuites::FindBuffer(hostapi::BufferID id, const char*
 
 void* MemorySuites::LockBuffer(hostapi::BufferID id) {
     Buffer* buffer = FindBuffer(id, "lockProc");
-    if (buffer == nullptr)
+    if (buffer == nullptr) {
         return nullptr;
+    }
     ++buffer->locks;
     return buffer->block.Data();
 }
 
 void MemorySuites::UnlockBuffer(hostapi::BufferID id) {
     Buffer* buffer = FindBuffer(id, "unlockProc");
-    if (buffer == nullptr)
+    if (buffer == nullptr) {
         return;
+    }
     buffer->block.Check(faults);
-    if (buffer->locks == 0)
+    if (buffer->locks == 0) {
         faults.Add("bufferProcs.unlockProc: " + buffer->block.Name() + " isn't locked");
-    else
+    } else {
         --buffer->locks;
+    }
 }
 
 void MemorySuites::FreeBuffer(hostapi::BufferID id) {
     Buffer* buffer = FindBuffer(id, "freeProc");
-    if (buffer == nullptr)
+    if (buffer == nullptr) {
         return;
+    }
     Retire(std::move(buffer->block));
     buffers.erase(id);
 }
 
 std::int32_t MemorySuites::ReportedSpace() {
     constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
-    if (settings.constantSpace)
+    if (settings.constantSpace) {
         return static_cast<std::int32_t>(most);
+    }
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(FreeBytes(), 0, most));
 }
 
@@ -225,8 +232,9 @@ hostapi::Handle MemorySuites::MakeHandle(std::int32_t size) {
 
 MemorySuites::HandleBlock* MemorySuites::FindHandle(hostapi::Handle handle, const char* operation) {
     auto live = handles.find(handle);
-    if (live != handles.end())
+    if (live != handles.end()) {
         return live->second.get();
+    }
     auto disposed = disposedHandles.find(handle);
     faults.Add(std::string("handleProcs.") + operation +
                (disposed != disposedHandles.end()
@@ -237,8 +245,9 @@ MemorySuites::HandleBlock* MemorySuites::FindHandle(hostapi::Handle handle, cons
 
 void MemorySuites::DisposeHandle(hostapi::Handle handle) {
     HandleBlock* found = FindHandle(handle, "disposeProc");
-    if (found == nullptr)
+    if (found == nullptr) {
         return;
+    }
     usedBytes -= static_cast<std::int64_t>(found->block.Size());
     found->block.Check(faults);
     found->block.Retire();
@@ -247,24 +256,28 @@ void MemorySuites::DisposeHandle(hostapi::Handle handle) {
 
 std::int32_t MemorySuites::HandleSize(hostapi::Handle handle) {
     HandleBlock* found = FindHandle(handle, "getSizeProc");
-    if (found == nullptr || settings.dumbHandles)
+    if (found == nullptr || settings.dumbHandles) {
         return 0;
+    }
     return static_cast<std::int32_t>(found->block.Size());
 }
 
 std::int16_t MemorySuites::ResizeHandle(hostapi::Handle handle, std::int32_t size) {
     HandleBlock* found = FindHandle(handle, "setSizeProc");
-    if (found == nullptr)
+    if (found == nullptr) {
         return hostapi::filterBadParameters;
+    }
     if (size < 0 || found->locks != 0) {
         faults.Add("handleProcs.setSizeProc: a size below 0 or a locked handle");
         return hostapi::filterBadParameters;
     }
-    if (settings.dumbHandles)
+    if (settings.dumbHandles) {
         return hostapi::noErr;
+    }
     const auto oldSize = static_cast<std::int32_t>(found->block.Size());
-    if (!TakeAllocation(std::int64_t{size} - oldSize))
+    if (!TakeAllocation(std::int64_t{size} - oldSize)) {
         return hostapi::memFullErr;
+    }
     try {
         CheckedBlock grown(static_cast<std::size_t>(size),
                            BlockName("handle", found->number, size));
@@ -282,21 +295,24 @@ std::int16_t MemorySuites::ResizeHandle(hostapi::Handle handle, std::int32_t siz
 
 void* MemorySuites::LockHandle(hostapi::Handle handle) {
     HandleBlock* found = FindHandle(handle, "lockProc");
-    if (found == nullptr)
+    if (found == nullptr) {
         return nullptr;
+    }
     ++found->locks;
     return found->master;
 }
 
 void MemorySuites::UnlockHandle(hostapi::Handle handle) {
     HandleBlock* found = FindHandle(handle, "unlockProc");
-    if (found == nullptr)
+    if (found == nullptr) {
         return;
+    }
     found->block.Check(faults);
-    if (found->locks == 0)
+    if (found->locks == 0) {
         faults.Add("handleProcs.unlockProc: " + found->block.Name() + " isn't locked");
-    else
+    } else {
         --found->locks;
+    }
 }
 
 void MemorySuites::Retire(CheckedBlock block) {
@@ -311,36 +327,42 @@ void MemorySuites::CheckAtEnd(hostapi::Handle keep) {
         buffer.block.Check(faults);
         faults.Add(buffer.block.Name() + ": never freed");
     }
-    while (!buffers.empty())
+    while (!buffers.empty()) {
         FreeBuffer(buffers.begin()->first);
+    }
     std::vector<hostapi::Handle> leaked;
     for (auto& [handle, handleBlock] : handles) {
         handleBlock->block.Check(faults);
-        if (handle != keep)
+        if (handle != keep) {
             leaked.push_back(handle);
+        }
     }
     for (hostapi::Handle handle : leaked) {
         faults.Add(handles[handle]->block.Name() + ": never disposed of");
         DisposeHandle(handle);
     }
-    for (auto& [handle, handleBlock] : disposedHandles)
+    for (auto& [handle, handleBlock] : disposedHandles) {
         handleBlock->block.Check(faults);
+    }
     quarantine.Check(faults);
 }
 
 void MemorySuites::DisposeKept(hostapi::Handle handle) {
-    if (handles.count(handle) != 0)
+    if (handles.count(handle) != 0) {
         DisposeHandle(handle);
+    }
 }
 
 hostapi::Handle MemorySuites::Renew(hostapi::Handle handle) {
     auto found = handles.find(handle);
-    if (found == handles.end())
+    if (found == handles.end()) {
         return handle;
+    }
     const std::size_t size = found->second->block.Size();
     hostapi::Handle renewed = MakeHandle(static_cast<std::int32_t>(size));
-    if (renewed == nullptr)
+    if (renewed == nullptr) {
         return handle;
+    }
     std::memcpy(*renewed, found->second->block.Data(), size);
     DisposeHandle(handle);
     return renewed;

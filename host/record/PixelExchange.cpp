@@ -63,9 +63,9 @@ std::uint8_t Blend(int from, int to, int weight) {
 
 int MatteValue(Matte matte) {
     switch (matte) {
-        case Matte::White:
+        case Matte::white:
             return 255;
-        case Matte::Grey:
+        case Matte::grey:
             return 128;
         default:
             return 0;
@@ -82,26 +82,28 @@ std::size_t PixelExchange::Request::Size() const {
     return RowBytes() * static_cast<std::size_t>(Height(rect));
 }
 
-PixelExchange::PixelExchange(const Picture& picture, const Selection& selection_,
-                             const ExchangeSettings& settings_, Faults& faults_)
+PixelExchange::PixelExchange(const Picture& picture, const Selection& newSelection,
+                             const ExchangeSettings& newSettings, Faults& newFaults)
     : original(picture),
       working(picture),
-      selection(selection_),
-      settings(settings_),
-      faults(faults_),
+      selection(newSelection),
+      settings(newSettings),
+      faults(newFaults),
       quarantine(quarantineBytes) {}
 
 std::int16_t PixelExchange::Advance(hostapi::FilterRecord& record) {
     Store();
     record.inData = record.outData = record.maskData = nullptr;
     record.inRowBytes = record.outRowBytes = record.maskRowBytes = 0;
-    if (const std::int16_t failure = PlannedFailure(record); failure != 0)
+    if (const std::int16_t failure = PlannedFailure(record); failure != 0) {
         return failure;
+    }
     std::optional<Request> in, out, maskRequest;
     if (!Accept("inRect", record.inRect, record.inLoPlane, record.inHiPlane, in) ||
         !Accept("outRect", record.outRect, record.outLoPlane, record.outHiPlane, out) ||
-        !Accept("maskRect", record.maskRect, 0, 0, maskRequest))
+        !Accept("maskRect", record.maskRect, 0, 0, maskRequest)) {
         return hostapi::filterBadParameters;
+    }
     try {
         DeliverInput(record, in);
         DeliverOutput(record, out);
@@ -109,8 +111,9 @@ std::int16_t PixelExchange::Advance(hostapi::FilterRecord& record) {
     } catch (const std::bad_alloc&) {
         return hostapi::memFullErr;
     }
-    if (out || in)
+    if (out || in) {
         rowsDelivered += Height(out ? out->rect : in->rect);
+    }
     return hostapi::noErr;
 }
 
@@ -119,8 +122,9 @@ std::int16_t PixelExchange::PlannedFailure(const hostapi::FilterRecord& record) 
         const int y = selection.bounds.top + row + settings.origin.v;
         auto covers = [y](int top, int bottom) { return y >= top && y < bottom; };
         if (covers(record.inRect.top, record.inRect.bottom) ||
-            covers(record.outRect.top, record.outRect.bottom))
+            covers(record.outRect.top, record.outRect.bottom)) {
             return code;
+        }
     }
     return hostapi::noErr;
 }
@@ -133,22 +137,28 @@ bool PixelExchange::Accept(const char* name, hostapi::Rect& rect, int firstPlane
         return false;
     };
     const hostapi::VRect asked = Offset(Widened(rect), -settings.origin.h, -settings.origin.v);
-    if (IsInverted(asked))
+    if (IsInverted(asked)) {
         return refuse("is inverted");
-    if (IsEmpty(asked))
+    }
+    if (IsEmpty(asked)) {
         return true;
-    if (firstPlane < 0 || lastPlane < firstPlane || lastPlane >= original.planes)
+    }
+    if (firstPlane < 0 || lastPlane < firstPlane || lastPlane >= original.planes) {
         return refuse("has planes that the image doesn't have");
+    }
     hostapi::VRect given = asked;
     if (!Contains(original.Bounds(), asked)) {
-        if (!settings.shrinkRectangles && !settings.shrinkSilently)
+        if (!settings.shrinkRectangles && !settings.shrinkSilently) {
             return refuse("reaches beyond the image");
+        }
         given = Intersect(asked, original.Bounds());
-        if (IsEmpty(given))
+        if (IsEmpty(given)) {
             given = {0, 0, 0, 0};
-        if (!settings.shrinkSilently)
+        }
+        if (!settings.shrinkSilently) {
             rect = Narrowed(IsEmpty(given) ? given
                                            : Offset(given, settings.origin.h, settings.origin.v));
+        }
     }
     if (!IsEmpty(given)) {
         const int planes = lastPlane - firstPlane + 1;
@@ -166,8 +176,9 @@ void PixelExchange::Deliver(const Request& request, const char* name, Deliveries
 
 void PixelExchange::DeliverInput(hostapi::FilterRecord& record,
                                  const std::optional<Request>& request) {
-    if (!request)
+    if (!request) {
         return;
+    }
     Deliver(*request, "inData", input);
     CopyOut(original, *input);
     ApplyMatte(*input);
@@ -177,8 +188,9 @@ void PixelExchange::DeliverInput(hostapi::FilterRecord& record,
 
 void PixelExchange::DeliverOutput(hostapi::FilterRecord& record,
                                   const std::optional<Request>& request) {
-    if (!request)
+    if (!request) {
         return;
+    }
     Deliver(*request, "outData", output);
     CopyOut(working, *output);
     record.outData = output->block.Data();
@@ -187,13 +199,15 @@ void PixelExchange::DeliverOutput(hostapi::FilterRecord& record,
 
 void PixelExchange::DeliverMask(hostapi::FilterRecord& record,
                                 const std::optional<Request>& request) {
-    if (!request || !settings.handOverMask)
+    if (!request || !settings.handOverMask) {
         return;
+    }
     Deliver(*request, "maskData", mask);
     std::uint8_t* byte = mask->block.Data();
     for (int y = request->rect.top; y < request->rect.bottom; ++y) {
-        for (int x = request->rect.left; x < request->rect.right; ++x)
+        for (int x = request->rect.left; x < request->rect.right; ++x) {
             *byte++ = selection.Coverage(x, y);
+        }
     }
     record.maskData = mask->block.Data();
     record.maskRowBytes = static_cast<std::int32_t>(request->RowBytes());
@@ -222,8 +236,9 @@ void PixelExchange::CopyBack(Delivery& delivery) {
 
 // Mixes the colour planes with the matte where the picture is transparent.
 void PixelExchange::ApplyMatte(Delivery& delivery) const {
-    if (original.planes != 4 || settings.matte < Matte::Black)
+    if (original.planes != 4 || settings.matte < Matte::black) {
         return;
+    }
     const Request& request = delivery.request;
     const int matte = MatteValue(settings.matte);
     std::uint8_t* byte = delivery.block.Data();
@@ -231,16 +246,18 @@ void PixelExchange::ApplyMatte(Delivery& delivery) const {
         for (int x = request.rect.left; x < request.rect.right; ++x) {
             const int opacity = original.Pixel(x, y)[3];
             for (int plane = 0; plane < request.planes; ++plane, ++byte) {
-                if (request.firstPlane + plane < 3)
+                if (request.firstPlane + plane < 3) {
                     *byte = Blend(matte, *byte, opacity);
+                }
             }
         }
     }
 }
 
 void PixelExchange::Store() {
-    if (output)
+    if (output) {
         CopyBack(*output);
+    }
     TakeBack(input);
     TakeBack(output);
     TakeBack(mask);
@@ -251,8 +268,9 @@ void PixelExchange::CheckLateWrites() {
 }
 
 void PixelExchange::TakeBack(Deliveries& delivery) {
-    if (!delivery)
+    if (!delivery) {
         return;
+    }
     delivery->block.Check(faults);
     delivery->block.Retire();
     quarantine.Add(std::move(delivery->block), faults);
@@ -262,8 +280,9 @@ void PixelExchange::TakeBack(Deliveries& delivery) {
 Picture PixelExchange::Result() const {
     Picture result = original;
     const hostapi::VRect changed = Intersect(selection.bounds, original.Bounds());
-    if (IsEmpty(changed))
+    if (IsEmpty(changed)) {
         return result;
+    }
     const int planes = settings.protectTransparency ? 3 : original.planes;
     for (int y = changed.top; y < changed.bottom; ++y) {
         const std::uint8_t* from = working.Pixel(changed.left, y);
@@ -274,8 +293,9 @@ Picture PixelExchange::Result() const {
         }
         for (int x = changed.left; x < changed.right; ++x) {
             const int coverage = selection.Coverage(x, y);
-            for (int plane = 0; plane < planes; ++plane)
+            for (int plane = 0; plane < planes; ++plane) {
                 to[plane] = Blend(to[plane], from[plane], coverage);
+            }
             from += working.planes;
             to += result.planes;
         }

@@ -26,7 +26,7 @@ struct ExchangeSettings {
     bool handOverMask = false;
     /// The fourth plane stays as it is, whatever the filter writes.
     bool protectTransparency = false;
-    Matte matte = Matte::Straight;
+    Matte matte = Matte::straight;
     /// By row of the selection; see HostSettings::failAdvance.
     std::map<int, std::int16_t> failAdvance;
 };

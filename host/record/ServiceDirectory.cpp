@@ -3,16 +3,18 @@
 namespace host {
 
 bool ServiceDirectory::Register(hostapi::ServiceTag tag, void* service) {
-    if (service == nullptr || Lookup(tag) != nullptr)
+    if (service == nullptr || Lookup(tag) != nullptr) {
         return false;
+    }
     entries.push_back({tag, service});
     return true;
 }
 
 void* ServiceDirectory::Lookup(hostapi::ServiceTag tag) const {
     for (const Entry& entry : entries) {
-        if (entry.tag == tag)
+        if (entry.tag == tag) {
             return entry.service;
+        }
     }
     return nullptr;
 }

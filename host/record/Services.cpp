@@ -38,8 +38,9 @@ const char* ServiceName(Service service) {
 
 std::optional<Service> ServiceFromName(const std::string& name) {
     for (std::size_t index = 0; index < serviceCount; ++index) {
-        if (name == serviceNames[index])
+        if (name == serviceNames[index]) {
             return static_cast<Service>(index);
+        }
     }
     return std::nullopt;
 }

@@ -11,29 +11,29 @@ namespace host {
 
 /// Fields of the record, whole suites and members of suites.
 enum class Service {
-    AbortProc,
-    ProgressProc,
-    AdvanceState,
-    DisplayPixels,
-    ColorServices,
-    PlatformData,
-    BufferProcs,
-    BufferAllocate,
-    BufferLock,
-    BufferUnlock,
-    BufferFree,
-    BufferSpace,
-    HandleProcs,
-    HandleNew,
-    HandleDispose,
-    HandleGetSize,
-    HandleSetSize,
-    HandleLock,
-    HandleUnlock,
-    HandleRecoverSpace,
-    HandleDisposeRegular,
+    abortProc,
+    progressProc,
+    advanceState,
+    displayPixels,
+    colorServices,
+    platformData,
+    bufferProcs,
+    bufferAllocate,
+    bufferLock,
+    bufferUnlock,
+    bufferFree,
+    bufferSpace,
+    handleProcs,
+    handleNew,
+    handleDispose,
+    handleGetSize,
+    handleSetSize,
+    handleLock,
+    handleUnlock,
+    handleRecoverSpace,
+    handleDisposeRegular,
 };
-constexpr std::size_t serviceCount = static_cast<std::size_t>(Service::HandleDisposeRegular) + 1;
+constexpr std::size_t serviceCount = static_cast<std::size_t>(Service::handleDisposeRegular) + 1;
 
 /// "advanceState", "bufferProcs", "bufferProcs.allocateProc" and so on.
 const char* ServiceName(Service service);

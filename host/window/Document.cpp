@@ -43,8 +43,9 @@ hostapi::VRect ChangedBounds(const Picture& before, const Picture& after) {
     for (int y = 0; y < before.height; ++y) {
         const std::uint8_t* const a = before.Row(y);
         const std::uint8_t* const b = after.Row(y);
-        if (std::memcmp(a, b, rowBytes) == 0)
+        if (std::memcmp(a, b, rowBytes) == 0) {
             continue;
+        }
         const auto first = std::mismatch(a, a + rowBytes, b).first - a;
         const auto last =
             std::mismatch(std::make_reverse_iterator(a + rowBytes), std::make_reverse_iterator(a),
@@ -59,21 +60,23 @@ hostapi::VRect ChangedBounds(const Picture& before, const Picture& after) {
     return IsEmpty(changed) ? hostapi::VRect{0, 0, 0, 0} : changed;
 }
 
-Document::Document(Picture picture, std::filesystem::path file_, std::size_t undoBytes_)
+Document::Document(Picture picture, std::filesystem::path newFile, std::size_t newUndoBytes)
     : image(std::move(picture)),
-      file(std::move(file_)),
+      file(std::move(newFile)),
       selection(SelectNothing(image)),
-      undoBytes(undoBytes_) {}
+      undoBytes(newUndoBytes) {}
 
 std::string Document::Name() const {
     return file.empty() ? "Untitled" : Utf8Name(file.filename());
 }
 
 void Document::Select(Selection newSelection) {
-    if (!IsInside(newSelection, image))
+    if (!IsInside(newSelection, image)) {
         throw SelectionError("The selection isn't inside the picture.");
-    if (!HasWholeMask(newSelection))
+    }
+    if (!HasWholeMask(newSelection)) {
         throw SelectionError("The selection's mask hasn't the size of the selection.");
+    }
     selection = std::move(newSelection);
 }
 
@@ -87,11 +90,13 @@ void Document::Deselect() {
 
 std::optional<hostapi::VRect> Document::Replace(Picture changed, std::string name) {
     if (changed.width != image.width || changed.height != image.height ||
-        changed.planes != image.planes || changed.pixels.size() != image.pixels.size())
+        changed.planes != image.planes || changed.pixels.size() != image.pixels.size()) {
         throw PictureError(Name() + ": a step cannot change the size of the picture");
+    }
     const hostapi::VRect bounds = ChangedBounds(image, changed);
-    if (IsEmpty(bounds))
+    if (IsEmpty(bounds)) {
         return std::nullopt;
+    }
     Step step{std::move(name), bounds, CopyPart(image, bounds)};
     ForgetUndoneSteps();
     steps.push_back(std::move(step));
@@ -102,16 +107,18 @@ std::optional<hostapi::VRect> Document::Replace(Picture changed, std::string nam
 }
 
 std::optional<hostapi::VRect> Document::Undo() {
-    if (!CanUndo())
+    if (!CanUndo()) {
         return std::nullopt;
+    }
     --position;
     Exchange(steps[position]);
     return steps[position].bounds;
 }
 
 std::optional<hostapi::VRect> Document::Redo() {
-    if (!CanRedo())
+    if (!CanRedo()) {
         return std::nullopt;
+    }
     Exchange(steps[position]);
     ++position;
     return steps[position - 1].bounds;
@@ -133,21 +140,24 @@ void Document::Exchange(Step& step) {
 }
 
 void Document::ForgetUndoneSteps() {
-    if (savedPosition && *savedPosition > position)
+    if (savedPosition && *savedPosition > position) {
         savedPosition.reset();
+    }
     steps.resize(position);
 }
 
 void Document::ForgetOldSteps() {
     std::size_t bytes = 0;
-    for (const Step& step : steps)
+    for (const Step& step : steps) {
         bytes += step.pixels.size();
+    }
     while (bytes > undoBytes && steps.size() > 1) {
         bytes -= steps.front().pixels.size();
         steps.pop_front();
         --position;
-        if (savedPosition)
+        if (savedPosition) {
             savedPosition = *savedPosition > 0 ? std::optional(*savedPosition - 1) : std::nullopt;
+        }
     }
 }
 

@@ -40,8 +40,9 @@ class FileDialog {
     FileDialog& operator=(const FileDialog&) = delete;
 
     std::optional<fs::path> Run(BOOL(WINAPI* dialog)(OPENFILENAMEW*)) {
-        if (dialog(&record) == FALSE)
+        if (dialog(&record) == FALSE) {
             return std::nullopt;
+        }
         return fs::path(buffer.data());
     }
 
@@ -74,8 +75,9 @@ std::optional<fs::path> AskWhereToSave(HWND owner, const fs::path& suggestion) {
         dialog.record.Flags |= OFN_OVERWRITEPROMPT;
         dialog.record.lpstrDefExt = L"png";
         const std::optional<fs::path> chosen = dialog.Run(GetSaveFileNameW);
-        if (!chosen || IsPngName(*chosen))
+        if (!chosen || IsPngName(*chosen)) {
             return chosen;
+        }
         // A JPEG's name on a PNG's contents would only confuse others.
         ShowError(owner, "Pictures are saved as PNG. Choose a name that ends in .png.");
         proposed = chosen->filename().replace_extension(L".png");
@@ -91,8 +93,9 @@ std::optional<fs::path> AskForFolder(HWND owner, const wchar_t* title) {
     std::optional<fs::path> chosen;
     LPITEMIDLIST list = SHBrowseForFolderW(&info);
     wchar_t folder[MAX_PATH];
-    if (list != nullptr && SHGetPathFromIDListW(list, folder) != FALSE)
+    if (list != nullptr && SHGetPathFromIDListW(list, folder) != FALSE) {
         chosen = folder;
+    }
     CoTaskMemFree(list);
     CoUninitialize();
     return chosen;

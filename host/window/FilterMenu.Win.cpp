@@ -16,8 +16,9 @@ constexpr int itemsBehindCategories = 2;
 std::wstring MenuText(const std::string& name) {
     std::wstring text;
     for (wchar_t character : WideFromAnsi(name)) {
-        if (character == L'&')
+        if (character == L'&') {
             text += L'&';
+        }
         text += character;
     }
     return text;
@@ -32,8 +33,9 @@ void AppendFilters(HMENU menu, const FilterCatalog& catalog, const CatalogGroup&
 }
 
 void RemoveItems(HMENU menu, int first, int end) {
-    for (int position = end - 1; position >= first; --position)
+    for (int position = end - 1; position >= first; --position) {
         DeleteMenu(menu, static_cast<UINT>(position), MF_BYPOSITION);
+    }
 }
 
 void FillFilterMenu(HMENU menu, const FilterCatalog& catalog) {
@@ -45,16 +47,19 @@ void FillFilterMenu(HMENU menu, const FilterCatalog& catalog) {
         InsertMenuW(menu, position++, MF_BYPOSITION | MF_POPUP, reinterpret_cast<UINT_PTR>(submenu),
                     MenuText(group.category).c_str());
     }
-    if (catalog.IsEmpty())
+    if (catalog.IsEmpty()) {
         InsertMenuW(menu, position, MF_BYPOSITION | MF_GRAYED, 0, L"(No filters found)");
+    }
 }
 
 void FillAboutMenu(HMENU menu, const FilterCatalog& catalog) {
     RemoveItems(menu, 0, GetMenuItemCount(menu));
-    for (const CatalogGroup& group : catalog.Groups())
+    for (const CatalogGroup& group : catalog.Groups()) {
         AppendFilters(menu, catalog, group, COMMAND_FIRST_ABOUT_FILTER);
-    if (catalog.IsEmpty())
+    }
+    if (catalog.IsEmpty()) {
         AppendMenuW(menu, MF_GRAYED, 0, L"(No filters found)");
+    }
 }
 
 }  // namespace
@@ -65,14 +70,16 @@ void FillFilterMenus(HMENU menuBar, const FilterCatalog& catalog) {
 }
 
 std::optional<std::size_t> FilterOfCommand(int command) {
-    if (command < COMMAND_FIRST_FILTER || command >= COMMAND_FIRST_ABOUT_FILTER)
+    if (command < COMMAND_FIRST_FILTER || command >= COMMAND_FIRST_ABOUT_FILTER) {
         return std::nullopt;
+    }
     return static_cast<std::size_t>(command - COMMAND_FIRST_FILTER);
 }
 
 std::optional<std::size_t> FilterOfAboutCommand(int command) {
-    if (command < COMMAND_FIRST_ABOUT_FILTER || command > COMMAND_LAST_ABOUT_FILTER)
+    if (command < COMMAND_FIRST_ABOUT_FILTER || command > COMMAND_LAST_ABOUT_FILTER) {
         return std::nullopt;
+    }
     return static_cast<std::size_t>(command - COMMAND_FIRST_ABOUT_FILTER);
 }
 

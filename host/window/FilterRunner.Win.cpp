@@ -19,8 +19,8 @@ void DropMessages(UINT first, UINT last) {
 /// The state and the looks of the window while a filter runs.
 class FilterRunner::Guard {
   public:
-    explicit Guard(FilterRunner& runner_)
-        : runner(runner_), previousCursor(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {
+    explicit Guard(FilterRunner& newRunner)
+        : runner(newRunner), previousCursor(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {
         runner.isRunning = true;
         runner.isAborted = false;
         runner.lastLook.reset();
@@ -42,8 +42,8 @@ class FilterRunner::Guard {
     HCURSOR previousCursor;
 };
 
-FilterRunner::FilterRunner(const HostSettings& settings_, StatusBar& status_)
-    : settings(settings_), status(status_) {}
+FilterRunner::FilterRunner(const HostSettings& newSettings, StatusBar& newStatus)
+    : settings(newSettings), status(newStatus) {}
 
 RunReport FilterRunner::Run(const ListedFilter& filter, Picture& picture,
                             const Selection& selection, Execution execution) {
@@ -84,13 +84,15 @@ HostSettings FilterRunner::Settings() {
 // row, but looking takes longer than many a row does.
 bool FilterRunner::IsAborted() {
     const DWORD now = GetTickCount();
-    if (lastLook && now - *lastLook < millisecondsBetweenLooks)
+    if (lastLook && now - *lastLook < millisecondsBetweenLooks) {
         return isAborted;
+    }
     lastLook = now;
     MSG message;
     while (PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE) != FALSE) {
-        if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE)
+        if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) {
             isAborted = true;
+        }
     }
     RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     return isAborted;
@@ -104,8 +106,9 @@ bool FilterRunner::AskForColor(std::uint8_t (&color)[3]) {
     choice.rgbResult = RGB(color[0], color[1], color[2]);
     choice.lpCustColors = customColors;
     choice.Flags = CC_RGBINIT | CC_FULLOPEN;
-    if (ChooseColorW(&choice) == FALSE)
+    if (ChooseColorW(&choice) == FALSE) {
         return false;
+    }
     color[0] = GetRValue(choice.rgbResult);
     color[1] = GetGValue(choice.rgbResult);
     color[2] = GetBValue(choice.rgbResult);

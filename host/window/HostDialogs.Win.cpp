@@ -56,11 +56,13 @@ class Dialog {
             return TRUE;
         }
         auto* dialog = reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, DWLP_USER));
-        if (message != WM_COMMAND || dialog == nullptr)
+        if (message != WM_COMMAND || dialog == nullptr) {
             return FALSE;
+        }
         const int control = LOWORD(wParam);
-        if (control == IDCANCEL || (control == IDOK && dialog->Accept()))
+        if (control == IDCANCEL || (control == IDOK && dialog->Accept())) {
             EndDialog(window, control);
+        }
         return control == IDCANCEL || control == IDOK;
     }
 
@@ -69,8 +71,8 @@ class Dialog {
 
 class BoundsDialog final : public Dialog {
   public:
-    BoundsDialog(const hostapi::VRect& bounds_, Size picture_)
-        : bounds(bounds_), picture(picture_) {}
+    BoundsDialog(const hostapi::VRect& newBounds, Size newPicture)
+        : bounds(newBounds), picture(newPicture) {}
 
     const hostapi::VRect& Bounds() const { return bounds; }
 
@@ -87,8 +89,9 @@ class BoundsDialog final : public Dialog {
         int left = 0, top = 0, width = 0, height = 0;
         const bool areNumbers = Get(CONTROL_LEFT, left) && Get(CONTROL_TOP, top) &&
                                 Get(CONTROL_WIDTH, width) && Get(CONTROL_HEIGHT, height);
-        if (!areNumbers)
+        if (!areNumbers) {
             return false;
+        }
         const hostapi::VRect wanted{top, left, top + height, left + width};
         if (IsEmpty(wanted) || !Contains({0, 0, picture.height, picture.width}, wanted)) {
             Refuse(CONTROL_LEFT, "The selection must lie inside the picture, which is " +
@@ -124,7 +127,7 @@ class BoundsDialog final : public Dialog {
 
 class FeatherDialog final : public Dialog {
   public:
-    explicit FeatherDialog(double feather_) : feather(feather_) {}
+    explicit FeatherDialog(double newFeather) : feather(newFeather) {}
 
     double Feather() const { return feather; }
 
@@ -132,8 +135,9 @@ class FeatherDialog final : public Dialog {
     void Fill() override {
         std::string text = std::to_string(feather);
         text.erase(text.find_last_not_of('0') + 1);
-        if (text.back() == '.')
+        if (text.back() == '.') {
             text.pop_back();
+        }
         SetText(CONTROL_FEATHER, text);
     }
 
@@ -156,8 +160,9 @@ class FaultsDialog final : public Dialog {
   public:
     FaultsDialog(const std::string& filterName, const std::vector<std::string>& faults) {
         heading = "The host caught " + filterName + " at this:";
-        for (const std::string& fault : faults)
+        for (const std::string& fault : faults) {
             lines += (lines.empty() ? "" : "\r\n") + fault;
+        }
     }
 
   private:

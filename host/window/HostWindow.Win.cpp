@@ -59,15 +59,17 @@ std::wstring StepText(const wchar_t* verb, const std::string& name, const wchar_
 
 }  // namespace
 
-HostWindow::HostWindow(const WindowOptions& options_)
-    : options(options_), view(*this), runner(options_.common.settings, status) {
+HostWindow::HostWindow(const WindowOptions& newOptions)
+    : options(newOptions), view(*this), runner(newOptions.common.settings, status) {
     feather = options.common.ellipseFeather.value_or(0.0);
-    if (options.statusFile.empty())
+    if (options.statusFile.empty()) {
         return;
+    }
     statusFile.open(options.statusFile, std::ios::binary | std::ios::trunc);
-    if (!statusFile)
+    if (!statusFile) {
         throw CommandLineError("--status-file " + Utf8Name(options.statusFile) +
                                ": cannot be written");
+    }
 }
 
 void HostWindow::Open(int show) {
@@ -85,10 +87,12 @@ void HostWindow::Open(int show) {
 
 void HostWindow::CarryOutOptions() {
     FindFilters();
-    if (!options.common.image.empty())
+    if (!options.common.image.empty()) {
         OpenPicture(options.common.image);
-    if (document)
+    }
+    if (document) {
         SelectByOptions();
+    }
 }
 
 bool HostWindow::TranslateKey(MSG& message) {
@@ -114,8 +118,9 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_COMMAND:
             // A filter's own windows may pump messages while it runs.
-            if (!runner.IsRunning())
+            if (!runner.IsRunning()) {
                 OnCommand(LOWORD(wParam));
+            }
             return 0;
         case WM_ENTERIDLE:
             NoteWaiting(wParam, reinterpret_cast<HWND>(lParam));
@@ -124,8 +129,9 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             OnDroppedFiles(wParam);
             return 0;
         case WM_CLOSE:
-            if (!runner.IsRunning() && MayLeavePicture())
+            if (!runner.IsRunning() && MayLeavePicture()) {
                 DestroyWindow(Handle());
+            }
             return 0;
         case WM_QUERYENDSESSION:
             return !runner.IsRunning() && MayLeavePicture();
@@ -161,10 +167,10 @@ void HostWindow::OnCommand(int command) {
             SendMessageW(Handle(), WM_CLOSE, 0, 0);
             break;
         case COMMAND_RECTANGLE:
-            SetShape(SelectionShape::Rectangle);
+            SetShape(SelectionShape::rectangle);
             break;
         case COMMAND_ELLIPSE:
-            SetShape(SelectionShape::Ellipse);
+            SetShape(SelectionShape::ellipse);
             break;
         case COMMAND_FEATHER:
             AskFeather();
@@ -176,10 +182,11 @@ void HostWindow::OnCommand(int command) {
             ShowAbout();
             break;
         default:
-            if (const auto filter = FilterOfAboutCommand(command))
+            if (const auto filter = FilterOfAboutCommand(command)) {
                 ShowAboutFilter(catalog.At(*filter));
-            else if (document)
+            } else if (document) {
                 OnPictureCommand(command);
+            }
     }
 }
 
@@ -216,19 +223,22 @@ void HostWindow::OnPictureCommand(int command) {
             view.ZoomToFit();
             break;
         case COMMAND_LAST_FILTER:
-            if (lastFilter)
-                RunFilter(*lastFilter, Execution::Repeat);
+            if (lastFilter) {
+                RunFilter(*lastFilter, Execution::repeat);
+            }
             break;
         default:
-            if (const auto filter = FilterOfCommand(command))
-                RunFilter(*filter, Execution::Interactive);
+            if (const auto filter = FilterOfCommand(command)) {
+                RunFilter(*filter, Execution::interactive);
+            }
     }
 }
 
 void HostWindow::OnDroppedFiles(WPARAM wParam) {
     const fs::path file = DroppedFile(wParam);
-    if (!runner.IsRunning() && IsWindowEnabled(Handle()) && MayLeavePicture())
+    if (!runner.IsRunning() && IsWindowEnabled(Handle()) && MayLeavePicture()) {
         OpenPicture(file);
+    }
 }
 
 void HostWindow::Layout() {
@@ -247,18 +257,19 @@ void HostWindow::OnClicked() {
 }
 
 void HostWindow::OnDragging(const DraggedSelection* dragged) {
-    if (dragged != nullptr)
-        status.SetText(StatusBar::SelectionInfo, BoundsText(dragged->bounds));
-    else
+    if (dragged != nullptr) {
+        status.SetText(StatusBar::selectionInfo, BoundsText(dragged->bounds));
+    } else {
         UpdateSelection();
+    }
 }
 
 void HostWindow::OnPointer(std::optional<Place> pixel) {
-    status.SetText(StatusBar::Pointer, pixel ? PlaceText(*pixel) : "");
+    status.SetText(StatusBar::pointer, pixel ? PlaceText(*pixel) : "");
 }
 
 void HostWindow::OnZoomed(double scale) {
-    status.SetText(StatusBar::Zoom, document ? ZoomText(scale) : "");
+    status.SetText(StatusBar::zoom, document ? ZoomText(scale) : "");
 }
 
 // Beside the program, in its folder "Filters", and what the command line names.
@@ -266,8 +277,9 @@ void HostWindow::FindFilters() {
     FilterList found;
     auto addFile = [&](const fs::path& file) {
         try {
-            for (const ListedFilter& filter : ListFile(file))
+            for (const ListedFilter& filter : ListFile(file)) {
                 found.filters.push_back(filter);
+            }
         } catch (const PluginError& error) {
             found.problems.push_back(error.what());
         }
@@ -275,35 +287,41 @@ void HostWindow::FindFilters() {
     const fs::path folder = ProgramFolder();
     std::error_code ignored;
     for (const auto& entry : fs::directory_iterator(folder, ignored)) {
-        if (entry.path().extension() == ".8bf")
+        if (entry.path().extension() == ".8bf") {
             addFile(entry.path());
+        }
     }
     if (fs::is_directory(folder / "Filters", ignored)) {
         const FilterList own = ListFolder(folder / "Filters");
         found.filters.insert(found.filters.end(), own.filters.begin(), own.filters.end());
         found.problems.insert(found.problems.end(), own.problems.begin(), own.problems.end());
     }
-    for (const fs::path& file : options.common.filters)
+    for (const fs::path& file : options.common.filters) {
         addFile(file);
+    }
     AddFilters(found);
 }
 
 void HostWindow::AddFilters(const FilterList& list) {
-    for (const ListedFilter& filter : list.filters)
+    for (const ListedFilter& filter : list.filters) {
         catalog.Add(filter);
+    }
     FillFilterMenus(GetMenu(Handle()), catalog);
-    if (list.problems.empty())
+    if (list.problems.empty()) {
         return;
+    }
     std::string text;
-    for (const std::string& problem : list.problems)
+    for (const std::string& problem : list.problems) {
         text += (text.empty() ? "" : "\n") + problem;
+    }
     OnError(text);
 }
 
 void HostWindow::AskAndAddFolder() {
     const auto folder = AskForFolder(Handle(), L"Choose a folder with filters (*.8bf).");
-    if (!folder)
+    if (!folder) {
         return;
+    }
     const std::size_t before = catalog.Count();
     AddFilters(ListFolder(*folder));
     const std::size_t added = catalog.Count() - before;
@@ -324,8 +342,9 @@ void HostWindow::RunFilter(std::size_t position, Execution execution) {
             changed = document->Replace(std::move(picture), name);
         }
         view.SetAntsMoving(true);
-        if (changed)
+        if (changed) {
             view.RedrawPart(*changed);
+        }
         UpdateTitle();
         ShowReport(report, name, changed.has_value());
     } catch (...) {
@@ -337,21 +356,25 @@ void HostWindow::RunFilter(std::size_t position, Execution execution) {
 
 void HostWindow::ShowAboutFilter(const ListedFilter& filter) {
     const RunReport report = runner.ShowAbout(filter);
-    if (!report.faults.empty() || report.result != 0)
+    if (!report.faults.empty() || report.result != 0) {
         ShowReport(report, ShortName(filter.description), false);
+    }
 }
 
 void HostWindow::ShowReport(const RunReport& report, const std::string& name, bool changed) {
     Say(OutcomeText(report, name, changed));
-    if (!report.faults.empty())
+    if (!report.faults.empty()) {
         ShowFaults(Handle(), name, report.faults);
+    }
 }
 
 void HostWindow::AskAndOpen() {
-    if (!MayLeavePicture())
+    if (!MayLeavePicture()) {
         return;
-    if (const auto file = AskForPicture(Handle(), document ? document->File() : fs::path()))
+    }
+    if (const auto file = AskForPicture(Handle(), document ? document->File() : fs::path())) {
         OpenPicture(*file);
+    }
 }
 
 void HostWindow::OpenPicture(const fs::path& file) {
@@ -368,7 +391,7 @@ void HostWindow::OpenPicture(const fs::path& file) {
     SetCursor(previous);
     selected.reset();
     view.Show(&*document);
-    status.SetText(StatusBar::PictureInfo, PictureText(document->Image()));
+    status.SetText(StatusBar::pictureInfo, PictureText(document->Image()));
     UpdateTitle();
     UpdateSelection();
     Say(selectHint);
@@ -381,15 +404,17 @@ void HostWindow::SelectByOptions() {
         OnError(CurrentErrorText());
         return;
     }
-    if (options.common.ellipseFeather)
-        selected = DraggedSelection{document->Selected().bounds, SelectionShape::Ellipse};
+    if (options.common.ellipseFeather) {
+        selected = DraggedSelection{document->Selected().bounds, SelectionShape::ellipse};
+    }
     UpdateSelection();
 }
 
 bool HostWindow::AskAndSave() {
     const auto file = AskWhereToSave(Handle(), document->File());
-    if (!file)
+    if (!file) {
         return false;
+    }
     document->SaveAs(*file);
     UpdateTitle();
     Say("Saved as " + document->Name());
@@ -397,8 +422,9 @@ bool HostWindow::AskAndSave() {
 }
 
 bool HostWindow::MayLeavePicture() {
-    if (!document || !document->IsModified())
+    if (!document || !document->IsModified()) {
         return true;
+    }
     const std::wstring question = L"Save the changes to " + Wide(document->Name()) + L"?";
     switch (
         MessageBoxW(Handle(), question.c_str(), programTitle, MB_YESNOCANCEL | MB_ICONQUESTION)) {
@@ -412,8 +438,9 @@ bool HostWindow::MayLeavePicture() {
 }
 
 void HostWindow::Step(std::optional<hostapi::VRect> changed, const std::string& message) {
-    if (!changed)
+    if (!changed) {
         return;
+    }
     view.RedrawPart(*changed);
     UpdateTitle();
     Say(message);
@@ -440,23 +467,26 @@ void HostWindow::Deselect() {
 void HostWindow::AskBounds() {
     const Picture& picture = document->Image();
     if (const auto bounds =
-            AskForBounds(Handle(), document->Selected().bounds, {picture.width, picture.height}))
+            AskForBounds(Handle(), document->Selected().bounds, {picture.width, picture.height})) {
         Select({*bounds, shape});
+    }
 }
 
 void HostWindow::AskFeather() {
     const auto wanted = AskForFeather(Handle(), feather);
-    if (!wanted)
+    if (!wanted) {
         return;
+    }
     feather = *wanted;
-    if (document && selected && selected->shape == SelectionShape::Ellipse)
+    if (document && selected && selected->shape == SelectionShape::ellipse) {
         Select(*selected);
+    }
 }
 
 void HostWindow::SetShape(SelectionShape newShape) {
     shape = newShape;
     view.SetShape(shape);
-    Say(shape == SelectionShape::Ellipse ? "Drag to select an ellipse."
+    Say(shape == SelectionShape::ellipse ? "Drag to select an ellipse."
                                          : "Drag to select a rectangle.");
 }
 
@@ -465,8 +495,9 @@ void HostWindow::UpdateMenu() {
     const bool hasPicture = document.has_value();
     for (UINT command : std::initializer_list<UINT>{
              COMMAND_SAVE_AS, COMMAND_SELECT_ALL, COMMAND_BOUNDS, COMMAND_ZOOM_IN, COMMAND_ZOOM_OUT,
-             COMMAND_ACTUAL_SIZE, COMMAND_FIT})
+             COMMAND_ACTUAL_SIZE, COMMAND_FIT}) {
         Enable(menu, command, hasPicture);
+    }
     Enable(menu, COMMAND_DESELECT, hasPicture && document->Selected().isExplicit);
     Enable(menu, COMMAND_UNDO, hasPicture && document->CanUndo());
     Enable(menu, COMMAND_REDO, hasPicture && document->CanRedo());
@@ -475,10 +506,11 @@ void HostWindow::UpdateMenu() {
     SetItemText(menu, COMMAND_REDO,
                 StepText(L"&Redo", hasPicture ? document->RedoName() : "", L"\tCtrl+Y"));
     CheckMenuRadioItem(menu, COMMAND_RECTANGLE, COMMAND_ELLIPSE,
-                       shape == SelectionShape::Ellipse ? COMMAND_ELLIPSE : COMMAND_RECTANGLE,
+                       shape == SelectionShape::ellipse ? COMMAND_ELLIPSE : COMMAND_RECTANGLE,
                        MF_BYCOMMAND);
-    for (std::size_t filter = 0; filter < catalog.Count(); ++filter)
+    for (std::size_t filter = 0; filter < catalog.Count(); ++filter) {
         Enable(menu, COMMAND_FIRST_FILTER + static_cast<UINT>(filter), hasPicture);
+    }
     Enable(menu, COMMAND_LAST_FILTER, hasPicture && lastFilter);
     const std::string last = lastFilter ? ShortName(catalog.At(*lastFilter).description) : "";
     SetItemText(menu, COMMAND_LAST_FILTER,
@@ -487,19 +519,21 @@ void HostWindow::UpdateMenu() {
 
 void HostWindow::UpdateTitle() {
     std::wstring title = programTitle;
-    if (document)
+    if (document) {
         title = (document->IsModified() ? L"*" : L"") + Wide(document->Name()) + L" - " + title;
+    }
     SetWindowTextW(Handle(), title.c_str());
 }
 
 void HostWindow::UpdateSelection() {
-    status.SetText(StatusBar::SelectionInfo, document ? SelectionText(document->Selected()) : "");
+    status.SetText(StatusBar::selectionInfo, document ? SelectionText(document->Selected()) : "");
     view.Redraw();
 }
 
 void HostWindow::NoteWaiting(WPARAM kind, HWND waiting) {
-    if (waiting == lastWaiting)
+    if (waiting == lastWaiting) {
         return;
+    }
     lastWaiting = waiting;
     wchar_t title[128] = L"";
     GetWindowTextW(waiting, title, 128);
@@ -507,15 +541,17 @@ void HostWindow::NoteWaiting(WPARAM kind, HWND waiting) {
 }
 
 void HostWindow::Note(const std::string& line) {
-    if (statusFile.is_open())
+    if (statusFile.is_open()) {
         statusFile << line << std::endl;
+    }
 }
 
 void HostWindow::Say(const std::string& message) {
-    status.SetText(StatusBar::Message, message);
+    status.SetText(StatusBar::message, message);
     lastWaiting = nullptr;
-    if (!message.empty())
+    if (!message.empty()) {
         Note(message);
+    }
 }
 
 void HostWindow::ShowAbout() {

@@ -92,7 +92,7 @@ class HostWindow : public NativeWindow, private PictureViewListener {
     /// The filter that was run last with success, by its position in the catalog.
     std::optional<std::size_t> lastFilter;
 
-    SelectionShape shape = SelectionShape::Rectangle;
+    SelectionShape shape = SelectionShape::rectangle;
     double feather = 0.0;
     /// What the selection was made from in this window.
     std::optional<DraggedSelection> selected;

@@ -22,8 +22,9 @@ void RegisterOnce(const WindowParameters& parameters, WNDPROC procedure) {
     WNDCLASSEXW known{};
     known.cbSize = sizeof known;
     HINSTANCE instance = GetModuleHandleW(nullptr);
-    if (GetClassInfoExW(instance, parameters.className, &known) != FALSE)
+    if (GetClassInfoExW(instance, parameters.className, &known) != FALSE) {
         return;
+    }
     WNDCLASSEXW windowClass{};
     windowClass.cbSize = sizeof windowClass;
     windowClass.style = parameters.classStyle;
@@ -34,8 +35,9 @@ void RegisterOnce(const WindowParameters& parameters, WNDPROC procedure) {
         LoadCursorW(nullptr, parameters.cursor != nullptr ? parameters.cursor : IDC_ARROW);
     windowClass.lpszMenuName = parameters.menu;
     windowClass.lpszClassName = parameters.className;
-    if (RegisterClassExW(&windowClass) == 0)
+    if (RegisterClassExW(&windowClass) == 0) {
         throw std::runtime_error("The window class cannot be registered.");
+    }
 }
 
 }  // namespace
@@ -54,8 +56,9 @@ void NativeWindow::Create(const WindowParameters& parameters) {
     CreateWindowExW(parameters.extendedStyle, parameters.className, parameters.title,
                     parameters.style, place.left, place.top, place.right, place.bottom,
                     parameters.parent, nullptr, GetModuleHandleW(nullptr), this);
-    if (handle == nullptr)
+    if (handle == nullptr) {
         throw std::runtime_error("The window cannot be made.");
+    }
 }
 
 LRESULT NativeWindow::Default(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -74,8 +77,9 @@ LRESULT CALLBACK NativeWindow::Procedure(HWND window, UINT message, WPARAM wPara
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
     }
     auto* object = reinterpret_cast<NativeWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (object == nullptr)
+    if (object == nullptr) {
         return DefWindowProcW(window, message, wParam, lParam);
+    }
     return object->Dispatch(message, wParam, lParam);
 }
 
@@ -86,8 +90,9 @@ LRESULT NativeWindow::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     } catch (...) {
         OnError(CurrentErrorText());
     }
-    if (message == WM_NCDESTROY)
+    if (message == WM_NCDESTROY) {
         handle = nullptr;
+    }
     return result;
 }
 

@@ -37,14 +37,15 @@ Place PointerIn(HWND window) {
 
 // How far, and in which direction, a coordinate lies beyond 0 to `length`.
 int Beyond(int coordinate, int length) {
-    if (coordinate < 0)
+    if (coordinate < 0) {
         return coordinate;
+    }
     return coordinate >= length ? coordinate - length + 1 : 0;
 }
 
 }  // namespace
 
-PictureView::PictureView(PictureViewListener& listener_) : listener(listener_) {}
+PictureView::PictureView(PictureViewListener& newListener) : listener(newListener) {}
 
 void PictureView::Create(HWND parent) {
     WindowParameters parameters{};
@@ -78,10 +79,11 @@ void PictureView::Redraw() {
 }
 
 void PictureView::SetAntsMoving(bool moving) {
-    if (moving)
+    if (moving) {
         SetTimer(Handle(), antsTimer, antsMilliseconds, nullptr);
-    else
+    } else {
         KillTimer(Handle(), antsTimer);
+    }
 }
 
 void PictureView::ZoomTo(int zoom) {
@@ -155,22 +157,26 @@ void PictureView::Paint() {
     HDC context = BeginPaint(Handle(), &paint);
     const RECT& dirty = paint.rcPaint;
     const hostapi::VRect area{dirty.top, dirty.left, dirty.bottom, dirty.right};
-    if (!IsEmpty(area))
+    if (!IsEmpty(area)) {
         DrawRows(Compose(area), area.top, area.left, context);
-    if (document == nullptr)
+    }
+    if (document == nullptr) {
         PaintEmpty(context);
+    }
     EndPaint(Handle(), &paint);
 }
 
 DisplayRows PictureView::Compose(const hostapi::VRect& area) const {
-    if (document == nullptr)
+    if (document == nullptr) {
         return DrawView(Picture{}, viewport, area);
+    }
     DisplayRows rows = DrawView(document->Image(), viewport, area);
     const Place leftTop{area.left, area.top};
-    if (drag && drag->isMoved)
+    if (drag && drag->isMoved) {
         DrawOutline(rows, leftTop, viewport, Dragged(), antsPhase);
-    else if (document->Selected().isExplicit)
+    } else if (document->Selected().isExplicit) {
         DrawOutline(rows, leftTop, viewport, document->Selected(), antsPhase);
+    }
     return rows;
 }
 
@@ -185,21 +191,24 @@ void PictureView::PaintEmpty(HDC context) {
 }
 
 void PictureView::BeginDrag(Place place, bool isEllipse) {
-    if (document == nullptr)
+    if (document == nullptr) {
         return;
+    }
     const Place pixel = viewport.ToPicture(place);
-    drag = Drag{place, pixel, pixel, isEllipse ? SelectionShape::Ellipse : shape, false};
+    drag = Drag{place, pixel, pixel, isEllipse ? SelectionShape::ellipse : shape, false};
     SetCapture(Handle());
     SetTimer(Handle(), dragTimer, dragMilliseconds, nullptr);
 }
 
 void PictureView::MoveDrag(Place place) {
-    if (!drag)
+    if (!drag) {
         return;
+    }
     const int distance =
         std::max(std::abs(place.x - drag->startInView.x), std::abs(place.y - drag->startInView.y));
-    if (!drag->isMoved && distance < dragThreshold)
+    if (!drag->isMoved && distance < dragThreshold) {
         return;
+    }
     drag->isMoved = true;
     drag->end = viewport.ToPicture(place);
     const DraggedSelection dragged = Dragged();
@@ -208,24 +217,28 @@ void PictureView::MoveDrag(Place place) {
 }
 
 void PictureView::EndDrag() {
-    if (!drag)
+    if (!drag) {
         return;
+    }
     const bool isClick = !drag->isMoved;
     const DraggedSelection dragged = Dragged();
     CancelDrag();
-    if (isClick)
+    if (isClick) {
         listener.OnClicked();
-    else if (!IsEmpty(dragged.bounds))
+    } else if (!IsEmpty(dragged.bounds)) {
         listener.OnDragged(dragged);
+    }
 }
 
 void PictureView::CancelDrag() {
-    if (!drag)
+    if (!drag) {
         return;
+    }
     drag.reset();
     KillTimer(Handle(), dragTimer);
-    if (GetCapture() == Handle())
+    if (GetCapture() == Handle()) {
         ReleaseCapture();
+    }
     listener.OnDragging(nullptr);
     Redraw();
 }
@@ -250,8 +263,9 @@ void PictureView::ScrollTowardsPointer() {
     const Size size = viewport.View();
     const int dx = Beyond(pointer.x, size.width);
     const int dy = Beyond(pointer.y, size.height);
-    if (dx == 0 && dy == 0)
+    if (dx == 0 && dy == 0) {
         return;
+    }
     const Place scroll = viewport.Scroll();
     ScrollTo({scroll.x + 2 * dx, scroll.y + 2 * dy});
     MoveDrag(pointer);
@@ -273,8 +287,9 @@ void PictureView::ReportPointer(Place place) {
 void PictureView::ReportPointerAgain() {
     POINT point{};
     GetCursorPos(&point);
-    if (WindowFromPoint(point) == Handle())
+    if (WindowFromPoint(point) == Handle()) {
         ReportPointer(PointerIn(Handle()));
+    }
 }
 
 void PictureView::OnScrollBar(int bar, int request) {
@@ -318,8 +333,9 @@ void PictureView::OnWheel(WPARAM wParam, LPARAM lParam, bool isHorizontal) {
     wheelRemainder += GET_WHEEL_DELTA_WPARAM(wParam);
     const int notches = wheelRemainder / WHEEL_DELTA;
     wheelRemainder %= WHEEL_DELTA;
-    if (document == nullptr || notches == 0)
+    if (document == nullptr || notches == 0) {
         return;
+    }
     if ((GET_KEYSTATE_WPARAM(wParam) & MK_CONTROL) != 0) {
         POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
         ScreenToClient(Handle(), &point);
@@ -369,8 +385,9 @@ bool PictureView::OnKey(WPARAM key) {
 }
 
 void PictureView::ScrollTo(Place scroll) {
-    if (!viewport.ScrollTo(scroll))
+    if (!viewport.ScrollTo(scroll)) {
         return;
+    }
     UpdateScrollBars();
     Redraw();
     ReportPointerAgain();
@@ -378,8 +395,9 @@ void PictureView::ScrollTo(Place scroll) {
 }
 
 void PictureView::ZoomAround(int zoom, Place anchor) {
-    if (document == nullptr)
+    if (document == nullptr) {
         return;
+    }
     viewport.SetZoom(zoom, anchor);
     UpdateScrollBars();
     Redraw();
@@ -396,8 +414,9 @@ Size PictureView::Room() const {
 
 // A bar that appears takes room from the other direction, so the two are decided together.
 void PictureView::UpdateScrollBars() {
-    if (isUpdatingScrollBars)
+    if (isUpdatingScrollBars) {
         return;
+    }
     isUpdatingScrollBars = true;
     const Size room = Room();
     const Size zoomed = viewport.Zoomed();

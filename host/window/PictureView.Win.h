@@ -88,7 +88,7 @@ class PictureView : public NativeWindow {
     PictureViewListener& listener;
     const Document* document = nullptr;
     Viewport viewport;
-    SelectionShape shape = SelectionShape::Rectangle;
+    SelectionShape shape = SelectionShape::rectangle;
     std::optional<Drag> drag;
     int antsPhase = 0;
     int wheelRemainder = 0;

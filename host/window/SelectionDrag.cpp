@@ -5,10 +5,12 @@
 namespace host {
 
 bool DraggedSelection::Contains(int x, int y) const {
-    if (!hostapi::Contains(bounds, x, y))
+    if (!hostapi::Contains(bounds, x, y)) {
         return false;
-    if (shape == SelectionShape::Rectangle)
+    }
+    if (shape == SelectionShape::rectangle) {
         return true;
+    }
     // From the pixel's centre to the ellipse's, in half axes.
     const double dx = (2.0 * (x - bounds.left) + 1.0) / Width(bounds) - 1.0;
     const double dy = (2.0 * (y - bounds.top) + 1.0) / Height(bounds) - 1.0;
@@ -22,7 +24,7 @@ hostapi::VRect DraggedRect(Place from, Place to, Size picture) {
 }
 
 Selection FinishDrag(const DraggedSelection& dragged, double feather) {
-    return dragged.shape == SelectionShape::Ellipse ? SelectEllipse(dragged.bounds, feather)
+    return dragged.shape == SelectionShape::ellipse ? SelectEllipse(dragged.bounds, feather)
                                                     : SelectRectangle(dragged.bounds);
 }
 

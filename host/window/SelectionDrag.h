@@ -6,13 +6,13 @@
 
 namespace host {
 
-enum class SelectionShape { Rectangle, Ellipse };
+enum class SelectionShape { rectangle, ellipse };
 
 /// What is being selected. It has no mask yet: that of a large picture takes too long to make for
 /// each movement of the mouse.
 struct DraggedSelection {
     hostapi::VRect bounds{};
-    SelectionShape shape = SelectionShape::Rectangle;
+    SelectionShape shape = SelectionShape::rectangle;
 
     bool Contains(int x, int y) const;
 };

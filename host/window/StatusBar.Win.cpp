@@ -24,8 +24,9 @@ constexpr DWORD millisecondsBetweenDraws = 100;
 HWND CreateControl(const wchar_t* className, DWORD style, HWND parent) {
     HWND control = CreateWindowExW(0, className, L"", style, 0, 0, 0, 0, parent, nullptr,
                                    GetModuleHandleW(nullptr), nullptr);
-    if (control == nullptr)
+    if (control == nullptr) {
         throw std::runtime_error("A part of the window cannot be made.");
+    }
     return control;
 }
 
@@ -48,8 +49,9 @@ int StatusBar::Layout() {
 
 void StatusBar::SetText(Part part, const std::string& text) {
     std::wstring wide = Wide(text);
-    if (wide == texts[part])
+    if (wide == texts[part]) {
         return;
+    }
     texts[part] = std::move(wide);
     PlaceParts();
     SendMessageW(bar, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(texts[part].c_str()));
@@ -57,8 +59,8 @@ void StatusBar::SetText(Part part, const std::string& text) {
 
 void StatusBar::BeginProgress() {
     RECT first{}, last{};
-    SendMessageW(bar, SB_GETRECT, Pointer, reinterpret_cast<LPARAM>(&first));
-    SendMessageW(bar, SB_GETRECT, SelectionInfo, reinterpret_cast<LPARAM>(&last));
+    SendMessageW(bar, SB_GETRECT, pointer, reinterpret_cast<LPARAM>(&first));
+    SendMessageW(bar, SB_GETRECT, selectionInfo, reinterpret_cast<LPARAM>(&last));
     SetWindowPos(progress, nullptr, first.left, first.top, last.right - first.left,
                  first.bottom - first.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
     lastDrawn = GetTickCount();
@@ -68,8 +70,9 @@ void StatusBar::BeginProgress() {
 
 void StatusBar::SetProgress(int done, int total) {
     const DWORD now = GetTickCount();
-    if (now - lastDrawn < millisecondsBetweenDraws)
+    if (now - lastDrawn < millisecondsBetweenDraws) {
         return;
+    }
     lastDrawn = now;
     const int percent = std::clamp(MulDiv(done, 100, std::max(total, 1)), 0, 100);
     SendMessageW(progress, PBM_SETPOS, static_cast<WPARAM>(percent), 0);
@@ -81,8 +84,9 @@ void StatusBar::EndProgress() {
 }
 
 int StatusBar::TextWidth(const std::wstring& text) const {
-    if (text.empty())
+    if (text.empty()) {
         return 0;
+    }
     HDC context = GetDC(bar);
     HGDIOBJ font = reinterpret_cast<HGDIOBJ>(SendMessageW(bar, WM_GETFONT, 0, 0));
     HGDIOBJ previous = SelectObject(context, font);
@@ -96,21 +100,23 @@ int StatusBar::TextWidth(const std::wstring& text) const {
 // From the right: what is left over is the message's. Where that is too little, the others make
 // room, those first that are least missed.
 void StatusBar::PlaceParts() {
-    std::array<int, partCount> widths{TextWidth(texts[Message]), TextWidth(texts[PictureInfo]),
+    std::array<int, partCount> widths{TextWidth(texts[message]), TextWidth(texts[pictureInfo]),
                                       TextWidth(widestPointer), TextWidth(widestSelection),
                                       // Beside the grip.
                                       TextWidth(widestZoom) + GetSystemMetrics(SM_CXVSCROLL)};
     const int width = ClientSize(bar).width;
-    for (Part part : {PictureInfo, Pointer, Zoom}) {
-        if (std::accumulate(widths.begin(), widths.end(), 0) > width)
+    for (Part part : {pictureInfo, pointer, zoom}) {
+        if (std::accumulate(widths.begin(), widths.end(), 0) > width) {
             widths[part] = 0;
+        }
     }
-    const int others = std::accumulate(widths.begin() + PictureInfo, widths.end(), 0);
-    widths[Message] = std::max(width - others, ScaledToScreen(smallestMessage));
+    const int others = std::accumulate(widths.begin() + pictureInfo, widths.end(), 0);
+    widths[message] = std::max(width - others, ScaledToScreen(smallestMessage));
     std::array<int, partCount> edges{};
     std::partial_sum(widths.begin(), widths.end(), edges.begin());
-    if (edges == shownEdges)
+    if (edges == shownEdges) {
         return;
+    }
     shownEdges = edges;
     SendMessageW(bar, SB_SETPARTS, partCount, reinterpret_cast<LPARAM>(edges.data()));
 }

@@ -11,8 +11,8 @@ namespace host {
 
 class StatusBar {
   public:
-    enum Part { Message, PictureInfo, Pointer, SelectionInfo, Zoom };
-    static constexpr std::size_t partCount = Zoom + 1;
+    enum Part { message, pictureInfo, pointer, selectionInfo, zoom };
+    static constexpr std::size_t partCount = zoom + 1;
 
     /// Throws std::runtime_error.
     void Create(HWND parent);

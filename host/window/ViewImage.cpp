@@ -40,8 +40,9 @@ Color OnGround(const std::uint8_t* pixel, int planes, int x, int y) {
     Color color{pixel[0], pixel[1], pixel[2]};
     if (planes == 4 && pixel[3] != 255) {
         const int ground = Ground(x, y) * (255 - pixel[3]);
-        for (int& component : color)
+        for (int& component : color) {
             component = (component * pixel[3] + ground + 127) / 255;
+        }
     }
     return color;
 }
@@ -55,18 +56,21 @@ Color MeanOfSquare(const Picture& picture, int left, int top, int side, int x, i
         const Color color = OnGround(
             picture.Pixel(std::min(column, picture.width - 1), std::min(row, picture.height - 1)),
             picture.planes, x, y);
-        for (std::size_t i = 0; i < sum.size(); ++i)
+        for (std::size_t i = 0; i < sum.size(); ++i) {
             sum[i] += color[i];
+        }
     }
-    for (int& component : sum)
+    for (int& component : sum) {
         component = (component + 2) / 4;
+    }
     return sum;
 }
 
 // (x, y) are view pixels from the picture's corner, inside the zoomed picture.
 Color ViewPixel(const Picture& picture, int zoom, int x, int y) {
-    if (zoom >= 0)
+    if (zoom >= 0) {
         return OnGround(picture.Pixel(x >> zoom, y >> zoom), picture.planes, x, y);
+    }
     return MeanOfSquare(picture, x << -zoom, y << -zoom, 1 << -zoom, x, y);
 }
 
@@ -79,17 +83,20 @@ void DrawOutlineOf(DisplayRows& rows, Place leftTop, const Viewport& viewport,
     const hostapi::VRect shown =
         Intersect(viewport.ToView(bounds),
                   {leftTop.y, leftTop.x, leftTop.y + rows.height, leftTop.x + rows.width});
-    if (IsEmpty(shown))
+    if (IsEmpty(shown)) {
         return;
+    }
     std::vector<int> columns;
-    for (int x = shown.left - 1; x <= shown.right; ++x)
+    for (int x = shown.left - 1; x <= shown.right; ++x) {
         columns.push_back(viewport.ToPicture({x, 0}).x);
+    }
     using Row = std::vector<char>;
     auto look = [&](int y) {
         Row row(columns.size());
         const int pictureRow = viewport.ToPicture({0, y}).y;
-        for (std::size_t i = 0; i < row.size(); ++i)
+        for (std::size_t i = 0; i < row.size(); ++i) {
             row[i] = isInside(columns[i], pictureRow);
+        }
         return row;
     };
     Row above = look(shown.top - 1);
@@ -97,8 +104,9 @@ void DrawOutlineOf(DisplayRows& rows, Place leftTop, const Viewport& viewport,
     for (int y = shown.top; y < shown.bottom; ++y) {
         Row below = look(y + 1);
         for (std::size_t i = 1; i + 1 < current.size(); ++i) {
-            if (!current[i] || (current[i - 1] && current[i + 1] && above[i] && below[i]))
+            if (!current[i] || (current[i - 1] && current[i + 1] && above[i] && below[i])) {
                 continue;
+            }
             const int x = shown.left - 1 + static_cast<int>(i);
             const bool isWhite = (x + y + phase) / dashLength % 2 == 0;
             const int shade = isWhite ? 255 : 0;

@@ -51,8 +51,9 @@ void Viewport::SetZoom(int newZoom, Place anchor) {
 int Viewport::FittingZoom(Size room) const {
     int fitting = 0;
     while (fitting > smallestZoom && (ScaledUp(picture.width, fitting) > room.width ||
-                                      ScaledUp(picture.height, fitting) > room.height))
+                                      ScaledUp(picture.height, fitting) > room.height)) {
         --fitting;
+    }
     return fitting;
 }
 

@@ -20,15 +20,17 @@ enum ExitStatus : int { statusDone = 0, statusUnusable = 2 };
 
 // To where the output goes, if it goes anywhere, else in a box.
 void Print(const std::string& text) {
-    if (!WriteToOutput(text))
+    if (!WriteToOutput(text)) {
         MessageBoxW(nullptr, Wide(text).c_str(), programTitle, MB_OK);
+    }
 }
 
 int RunMessageLoop(HostWindow& window) {
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (window.TranslateKey(message))
+        if (window.TranslateKey(message)) {
             continue;
+        }
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }

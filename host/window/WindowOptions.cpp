@@ -19,14 +19,17 @@ ParsedWindowOptions ParseWindowOptions(const std::vector<std::string>& arguments
     const CommonOptionReader common(app);
 
     const std::string text = ParseCommandLine(app, arguments);
-    if (!text.empty())
+    if (!text.empty()) {
         return {{}, text};
+    }
     options.common = common.Read();
     options.statusFile = PathFromUtf8(statusFile);
-    if (!picture.empty() && !options.common.image.empty())
+    if (!picture.empty() && !options.common.image.empty()) {
         throw CommandLineError("--image: there is a picture without it, too");
-    if (!picture.empty())
+    }
+    if (!picture.empty()) {
         options.common.image = PathFromUtf8(picture);
+    }
     return {options, {}};
 }
 

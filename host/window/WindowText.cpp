@@ -17,8 +17,9 @@ std::string Decimal(double value, int digits) {
     std::snprintf(text, sizeof text, "%.*f", digits, value);
     std::string result = text;
     result.erase(result.find_last_not_of('0') + 1);
-    if (result.back() == '.')
+    if (result.back() == '.') {
         result.pop_back();
+    }
     return result;
 }
 
@@ -27,16 +28,19 @@ std::string SizeText(int width, int height) {
 }
 
 std::string FaultCount(std::size_t faults) {
-    if (faults == 0)
+    if (faults == 0) {
         return {};
+    }
     return faults == 1 ? "; 1 fault found" : "; " + std::to_string(faults) + " faults found";
 }
 
 std::string ResultText(const RunReport& report, const std::string& name, bool changed) {
-    if (!report.completed)
+    if (!report.completed) {
         return name + " did not come to an end and was stopped";
-    if (report.result == hostapi::userCanceledErr)
+    }
+    if (report.result == hostapi::userCanceledErr) {
         return name + ": cancelled";
+    }
     if (report.result != hostapi::noErr) {
         const std::string words = ResultWords(report.result);
         return "The filter answered " + std::to_string(report.result) +
@@ -76,8 +80,9 @@ std::string OutcomeText(const RunReport& report, const std::string& name, bool c
 std::string PictureText(const Picture& picture) {
     std::string resolution = Decimal(picture.horizontalResolution, 1);
     const std::string vertical = Decimal(picture.verticalResolution, 1);
-    if (vertical != resolution)
+    if (vertical != resolution) {
         resolution += times + vertical;
+    }
     return SizeText(picture.width, picture.height) + ", " + resolution + " ppi, " +
            (picture.planes == 4 ? "RGB with transparency" : "RGB");
 }
@@ -87,8 +92,9 @@ std::string SelectionText(const Selection& selection) {
 }
 
 std::string BoundsText(const hostapi::VRect& bounds) {
-    if (IsEmpty(bounds))
+    if (IsEmpty(bounds)) {
         return {};
+    }
     return PlaceText({bounds.left, bounds.top}) + " to " +
            PlaceText({bounds.right, bounds.bottom}) + " (" +
            SizeText(Width(bounds), Height(bounds)) + ")";

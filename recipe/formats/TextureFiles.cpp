@@ -16,8 +16,7 @@
 #include "recipe/formats/PngWriter.h"
 #include "recipe/language/ValueParser.h"
 #include "recipe/tool/System.h"
-#include "shell/LastTexture.h"
-#include "shell/Zandermolite.h"
+#include "shell/transfer/LastTexture.h"
 
 namespace recipe {
 

@@ -13,7 +13,6 @@
 #include "recipe/operations/Colors.h"
 #include "recipe/operations/MemoryCheck.h"
 #include "recipe/tool/Session.h"
-#include "shell/Zandermolite.h"
 
 namespace recipe {
 

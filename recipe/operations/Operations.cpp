@@ -20,8 +20,7 @@
 #include "recipe/operations/PresetOperation.h"
 #include "recipe/operations/ToolOperations.h"
 #include "recipe/tool/Session.h"
-#include "shell/Transfer.h"
-#include "shell/Zandermolite.h"
+#include "shell/transfer/Transfer.h"
 
 namespace recipe {
 

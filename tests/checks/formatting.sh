@@ -1,5 +1,5 @@
 #!/bin/sh
 # Every source is as clang-format leaves it.
 set -eu
-find base bench dialogs editor files framework host hostapi paint plain raster recipe resources shell tests \
-  -name '*.cpp' -o -name '*.h' | xargs clang-format-14 --dry-run --Werror
+find . \( -path ./build -o -path ./deps -o -path ./out -o -path './.*' \) -prune -o \
+  \( -name '*.cpp' -o -name '*.h' \) -print | xargs clang-format-14 --dry-run --Werror

@@ -121,7 +121,7 @@ class HostWindowTest : public testing::Test {
 
     void DragUsualSelection() {
         Drag(corner, oppositeCorner);
-        program->WaitForStatus(StatusBar::SelectionInfo, draggedText);
+        program->WaitForStatus(StatusBar::selectionInfo, draggedText);
     }
 
     /// The New dialog waits then.
@@ -151,7 +151,7 @@ class HostWindowTest : public testing::Test {
         program->Window();
         SendChords({{VK_CONTROL, 'S'}});
         HostProgram::EnterFile(program->WaitForDialog(L"Save As"), folder / name);
-        program->WaitForStatus(StatusBar::Message, L"Saved as " + host::Wide(name));
+        program->WaitForStatus(StatusBar::message, L"Saved as " + host::Wide(name));
         return host::LoadPicture(folder / name);
     }
 
@@ -170,11 +170,11 @@ TEST_F(HostWindowTest, FillsADraggedSelectionFromTheMenu) {
     HostProgram::EnterFile(program->WaitForDialog(L"Open"), file);
     program->WaitForTitle(L"picture.png - Zandermolite Host");
     program->Window();
-    EXPECT_EQ(program->StatusText(StatusBar::PictureInfo), L"320 \u00D7 240, 72 ppi, RGB");
-    EXPECT_EQ(program->StatusText(StatusBar::SelectionInfo), L"Nothing selected");
+    EXPECT_EQ(program->StatusText(StatusBar::pictureInfo), L"320 \u00D7 240, 72 ppi, RGB");
+    EXPECT_EQ(program->StatusText(StatusBar::selectionInfo), L"Nothing selected");
     DragUsualSelection();
     RunFromMenu();
-    program->WaitForStatus(StatusBar::Message, done);
+    program->WaitForStatus(StatusBar::message, done);
     EXPECT_EQ(program->Title(), L"*picture.png - Zandermolite Host");
     const Picture saved = SaveAndLoad();
     EXPECT_EQ(program->Title(), L"saved.png - Zandermolite Host");
@@ -186,13 +186,13 @@ TEST_F(HostWindowTest, RepeatsTheLastFilterByItsKey) {
     StartWithPicture();
     DragUsualSelection();
     RunFromMenu();
-    program->WaitForStatus(StatusBar::Message, done);
+    program->WaitForStatus(StatusBar::message, done);
     const Picture first = SaveAndLoad("first.png");
     // The same tile on another part: as large, so that it is the same texture to the pixel.
     const Place shift{90, 70};
     Drag({corner.x + shift.x, corner.y + shift.y},
          {oppositeCorner.x + shift.x, oppositeCorner.y + shift.y});
-    program->WaitForStatus(StatusBar::SelectionInfo, L"130, 100 to 290, 200 (160 \u00D7 100)");
+    program->WaitForStatus(StatusBar::selectionInfo, L"130, 100 to 290, 200 (160 \u00D7 100)");
     program->Window();
     SendChords({{VK_CONTROL, 'F'}});
     program->WaitForTitle(L"*first.png - Zandermolite Host");
@@ -209,23 +209,23 @@ TEST_F(HostWindowTest, RepeatsTheLastFilterByItsKey) {
 TEST_F(HostWindowTest, RepeatsTheLastFilterFromTheMenu) {
     StartWithPicture({L"--selection", L"0,0,64,64"});
     RunFromMenu();
-    program->WaitForStatus(StatusBar::Message, done);
+    program->WaitForStatus(StatusBar::message, done);
     program->ChooseInMenu(filterMenu, lastFilterItem);
-    program->WaitForStatus(StatusBar::Message, L"Zandermolite 3.0: done, nothing changed");
+    program->WaitForStatus(StatusBar::message, L"Zandermolite 3.0: done, nothing changed");
 }
 
 TEST_F(HostWindowTest, UndoesAndRedoes) {
     StartWithPicture({L"--selection", L"10,20,110,120"});
     RunFromMenu();
-    program->WaitForStatus(StatusBar::Message, done);
+    program->WaitForStatus(StatusBar::message, done);
     const Picture filled = SaveAndLoad("filled.png");
     EXPECT_NE(filled.pixels, original.pixels);
     SendChords({{VK_CONTROL, 'Z'}});
-    program->WaitForStatus(StatusBar::Message, L"Undone");
+    program->WaitForStatus(StatusBar::message, L"Undone");
     EXPECT_EQ(program->Title(), L"*filled.png - Zandermolite Host");
     EXPECT_EQ(SaveAndLoad("undone.png").pixels, original.pixels);
     SendChords({{VK_CONTROL, 'Y'}});
-    program->WaitForStatus(StatusBar::Message, L"Redone");
+    program->WaitForStatus(StatusBar::message, L"Redone");
     EXPECT_EQ(SaveAndLoad("redone.png").pixels, filled.pixels);
 }
 
@@ -235,7 +235,7 @@ TEST_F(HostWindowTest, EscapeAbortsTheFilter) {
     OpenEditor();
     // Apply; then the filter finds Escape waiting.
     SendChords({{VK_RETURN}, {VK_ESCAPE}});
-    program->WaitForStatus(StatusBar::Message, L"Zandermolite 3.0: cancelled");
+    program->WaitForStatus(StatusBar::message, L"Zandermolite 3.0: cancelled");
     EXPECT_EQ(program->Title(), L"picture.png - Zandermolite Host");
     EXPECT_EQ(SaveAndLoad().pixels, original.pixels);
 }
@@ -246,7 +246,7 @@ TEST_F(HostWindowTest, CtrlDragsAnEllipse) {
     DragUsualSelection();
     SendKey({VK_CONTROL, false});
     RunFromMenu();
-    program->WaitForStatus(StatusBar::Message, done);
+    program->WaitForStatus(StatusBar::message, done);
     const Picture saved = SaveAndLoad();
     EXPECT_EQ(CountChanged(original, saved, dragged, false), 0);
     EXPECT_TRUE(IsSamePixel(original, saved, dragged.left + 5, dragged.top + 5));
@@ -262,16 +262,16 @@ TEST_F(HostWindowTest, ClickDeselectsAndEscapeDropsADrag) {
     MoveMouse(program->OnScreen({10, 10}, usual));
     PressMouse();
     MoveMouse(program->OnScreen({60, 60}, usual));
-    program->WaitForStatus(StatusBar::SelectionInfo, L"10, 10 to 61, 61 (51 \u00D7 51)");
+    program->WaitForStatus(StatusBar::selectionInfo, L"10, 10 to 61, 61 (51 \u00D7 51)");
     SendChords({{VK_ESCAPE}});
-    program->WaitForStatus(StatusBar::SelectionInfo, draggedText);
+    program->WaitForStatus(StatusBar::selectionInfo, draggedText);
     ReleaseMouse();
     program->Window();
-    EXPECT_EQ(program->StatusText(StatusBar::SelectionInfo), draggedText);
+    EXPECT_EQ(program->StatusText(StatusBar::selectionInfo), draggedText);
     MoveMouse(program->OnScreen({300, 200}, usual));
     PressMouse();
     ReleaseMouse();
-    program->WaitForStatus(StatusBar::SelectionInfo, L"Nothing selected");
+    program->WaitForStatus(StatusBar::selectionInfo, L"Nothing selected");
 }
 
 TEST_F(HostWindowTest, DraggingBeyondTheViewScrolls) {
@@ -283,10 +283,10 @@ TEST_F(HostWindowTest, DraggingBeyondTheViewScrolls) {
     // The last column and row that the screen has.
     MoveMouse({GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1});
     ASSERT_LT(view.right, GetSystemMetrics(SM_CXSCREEN) - 1);
-    program->WaitForStatus(StatusBar::SelectionInfo, L"100, 50 to 1500, 1200 (1400 \u00D7 1150)");
+    program->WaitForStatus(StatusBar::selectionInfo, L"100, 50 to 1500, 1200 (1400 \u00D7 1150)");
     ReleaseMouse();
     program->Window();
-    EXPECT_EQ(program->StatusText(StatusBar::SelectionInfo),
+    EXPECT_EQ(program->StatusText(StatusBar::selectionInfo),
               L"100, 50 to 1500, 1200 (1400 \u00D7 1150)");
 }
 
@@ -294,15 +294,15 @@ TEST_F(HostWindowTest, ScrollsByWheelAndKeys) {
     const host::Size large{1500, 1200};
     StartWithPicture({}, large);
     MoveMouse(program->OnScreen({100, 50}, large));
-    program->WaitForStatus(StatusBar::Pointer, L"100, 50");
+    program->WaitForStatus(StatusBar::pointer, L"100, 50");
     TurnWheel(2);
-    program->WaitForStatus(StatusBar::Pointer, L"100, 242");
+    program->WaitForStatus(StatusBar::pointer, L"100, 242");
     SendChords({{VK_RIGHT}, {VK_RIGHT}});
-    program->WaitForStatus(StatusBar::Pointer, L"164, 242");
+    program->WaitForStatus(StatusBar::pointer, L"164, 242");
     SendChords({{VK_UP}});
-    program->WaitForStatus(StatusBar::Pointer, L"164, 210");
+    program->WaitForStatus(StatusBar::pointer, L"164, 210");
     SendChords({{VK_HOME}});
-    program->WaitForStatus(StatusBar::Pointer, L"100, 50");
+    program->WaitForStatus(StatusBar::pointer, L"100, 50");
 }
 
 TEST_F(HostWindowTest, SelectsByNumbers) {
@@ -324,7 +324,7 @@ TEST_F(HostWindowTest, SelectsByNumbers) {
     WaitUntil("the dialog again", [&] { return IsWindowEnabled(dialog) != FALSE; });
     SetDlgItemTextW(dialog, CONTROL_WIDTH, L"20");
     HostProgram::Push(dialog, IDOK);
-    program->WaitForStatus(StatusBar::SelectionInfo, L"300, 0 to 320, 240 (20 \u00D7 240)");
+    program->WaitForStatus(StatusBar::selectionInfo, L"300, 0 to 320, 240 (20 \u00D7 240)");
 }
 
 TEST_F(HostWindowTest, TellsWhatCannotBeOpenedAndStays) {
@@ -349,14 +349,14 @@ TEST_F(HostWindowTest, SaysWhatAFilterAnswered) {
     StartWithPicture({L"--memory", L"1000"});
     OpenFromMenu();
     HostProgram::Push(newDialog, IDOK);
-    program->WaitForStatus(StatusBar::Message, L"The filter answered -108 (out of memory)");
+    program->WaitForStatus(StatusBar::message, L"The filter answered -108 (out of memory)");
     EXPECT_EQ(program->Title(), L"picture.png - Zandermolite Host");
 }
 
 TEST_F(HostWindowTest, AsksBeforeItReplacesAFile) {
     StartWithPicture({L"--selection", L"0,0,50,50"});
     RunFromMenu();
-    program->WaitForStatus(StatusBar::Message, done);
+    program->WaitForStatus(StatusBar::message, done);
     SendChords({{VK_CONTROL, 'S'}});
     HWND dialog = program->WaitForDialog(L"Save As");
     HostProgram::EnterFile(dialog, folder / "picture.png");
@@ -365,14 +365,14 @@ TEST_F(HostWindowTest, AsksBeforeItReplacesAFile) {
     EXPECT_EQ(host::LoadPicture(folder / "picture.png").pixels, original.pixels);
     HostProgram::EnterFile(dialog, folder / "picture.png");
     HostProgram::Push(program->WaitForDialog(L"Error"), IDYES);
-    program->WaitForStatus(StatusBar::Message, L"Saved as picture.png");
+    program->WaitForStatus(StatusBar::message, L"Saved as picture.png");
     EXPECT_NE(host::LoadPicture(folder / "picture.png").pixels, original.pixels);
 }
 
 TEST_F(HostWindowTest, AsksBeforeItLosesWork) {
     StartWithPicture({L"--selection", L"0,0,50,50"});
     RunFromMenu();
-    program->WaitForStatus(StatusBar::Message, done);
+    program->WaitForStatus(StatusBar::message, done);
     program->Window();
     SendChords({{VK_MENU, VK_F4}});
     HWND box = program->WaitForDialog(host::programTitle);
@@ -402,7 +402,7 @@ TEST_F(HostWindowTest, RefusesACommandLineThatMakesNoSense) {
 TEST_F(HostWindowTest, SavesBeforeItEnds) {
     StartWithPicture({L"--selection", L"0,0,50,50"});
     RunFromMenu();
-    program->WaitForStatus(StatusBar::Message, done);
+    program->WaitForStatus(StatusBar::message, done);
     program->Window();
     SendChords({{VK_MENU, VK_F4}});
     HostProgram::Push(program->WaitForDialog(host::programTitle), IDYES);
@@ -430,11 +430,11 @@ TEST_F(HostWindowTest, ZoomsByKeys) {
     StartWithPicture();
     program->Window();
     SendChords({{VK_CONTROL, VK_OEM_PLUS}, {VK_CONTROL, VK_OEM_PLUS}});
-    program->WaitForStatus(StatusBar::Zoom, L"400 %");
+    program->WaitForStatus(StatusBar::zoom, L"400 %");
     SendChords({{VK_CONTROL, VK_OEM_MINUS}});
-    program->WaitForStatus(StatusBar::Zoom, L"200 %");
+    program->WaitForStatus(StatusBar::zoom, L"200 %");
     SendChords({{VK_CONTROL, '1'}});
-    program->WaitForStatus(StatusBar::Zoom, L"100 %");
+    program->WaitForStatus(StatusBar::zoom, L"100 %");
 }
 
 /// With the filters that are made to try hosts on.
@@ -465,14 +465,14 @@ TEST_F(MisbehavingFilterTest, ShowsWhatTheFilterWasCaughtAt) {
         std::wstring::npos);
     HostProgram::Push(dialog, IDOK);
     program->WaitForDialogsEnd();
-    EXPECT_NE(program->StatusText(StatusBar::Message).find(L"; 1 fault found"), std::wstring::npos);
+    EXPECT_NE(program->StatusText(StatusBar::message).find(L"; 1 fault found"), std::wstring::npos);
 }
 
 TEST_F(MisbehavingFilterTest, StopsAFilterWithoutEnd) {
     StartWithTestFilters({L"--continue-limit", L"20"});
     RunTestFilter(Endless);
     HostProgram::Push(program->WaitForDialog(L"Faults Found"), IDOK);
-    program->WaitForStatus(StatusBar::Message,
+    program->WaitForStatus(StatusBar::message,
                            L"Endless did not come to an end and was stopped; 1 fault found");
     EXPECT_EQ(program->Title(), L"picture.png - Zandermolite Host");
 }
@@ -484,14 +484,14 @@ TEST_F(MisbehavingFilterTest, RefusesAFilterThatDoesNotTakeThePicture) {
     EXPECT_NE(HostProgram::BoxText(box).find(L"doesn't work on such a picture and selection"),
               std::wstring::npos);
     HostProgram::Push(box, IDOK);
-    program->WaitForStatus(StatusBar::Message, L"Flat only could not run");
+    program->WaitForStatus(StatusBar::message, L"Flat only could not run");
 }
 
 TEST_F(MisbehavingFilterTest, ShowsTheFiltersAbout) {
     StartWithTestFilters();
     // Behind the plug-in.
     program->ChooseInMenu('H', 0, 1 + About);
-    program->WaitForStatus(StatusBar::Message, L"The filter answered 7");
+    program->WaitForStatus(StatusBar::message, L"The filter answered 7");
 }
 
 TEST_F(HostWindowTest, ShowsTheAboutBoxOfThePluginsFamily) {
@@ -512,10 +512,10 @@ TEST_P(CountingFilterTest, FindsItsParametersAgain) {
         arguments = {L"--trait", GetParam()};
     StartWithTestFilters(arguments);
     RunTestFilter(Count);
-    program->WaitForStatus(StatusBar::Message, L"Count: done");
+    program->WaitForStatus(StatusBar::message, L"Count: done");
     const Picture first = SaveAndLoad("first.png");
     SendChords({{VK_CONTROL, 'F'}});
-    program->WaitForStatus(StatusBar::Message, L"Count: done");
+    program->WaitForStatus(StatusBar::message, L"Count: done");
     const Picture second = SaveAndLoad("second.png");
     for (std::size_t i = 0; i < original.pixels.size(); ++i) {
         ASSERT_EQ(first.pixels[i], static_cast<std::uint8_t>(original.pixels[i] + 1));

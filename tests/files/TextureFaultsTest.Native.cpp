@@ -3,7 +3,7 @@
 // that.
 #include "files/FileDialog.h"
 #include "files/TextureFile.h"
-#include "shell/LastTexture.h"
+#include "shell/transfer/LastTexture.h"
 #include "tests/files/ImageTest.h"
 #include "tests/files/Refusals.Native.h"
 #include "tests/support/Pictures.h"

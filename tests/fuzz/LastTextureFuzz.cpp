@@ -7,7 +7,7 @@
 #include "base/HostServices.h"
 #include "host/record/MemorySuites.h"
 #include "raster/PicStorage.h"
-#include "shell/LastTexture.h"
+#include "shell/transfer/LastTexture.h"
 #include "tests/fuzz/Require.h"
 
 namespace {

@@ -77,7 +77,7 @@ TEST_F(HostsTest, ARepeatFillsWithTheSameAndAsksNothing) {
 }
 
 TEST_F(HostsTest, WithoutColourServicesAllIsTheSame) {
-    settings.without[host::Service::ColorServices] = true;
+    settings.without[host::Service::colorServices] = true;
     EXPECT_TRUE(DrawLines().Succeeded());
     ExpectFilledWithApplied();
 }

@@ -13,9 +13,9 @@
 #include "files/Preferences.h"
 #include "host/picture/Selection.h"
 #include "resources/Ids.h"
-#include "shell/LastTexture.h"
 #include "shell/Selectors.h"
 #include "shell/Zandermolite.h"
+#include "shell/transfer/LastTexture.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/Transfers.h"
 
@@ -115,7 +115,7 @@ host::RunReport PluginRunTest::RunIn(host::FilterHost& filterHost,
 host::RunReport PluginRunTest::Repeat(host::FilterHost& filterHost) {
     picture = before;
     const host::RunReport report =
-        filterHost.Run(Entry, picture, host::SelectRectangle(selection), host::Execution::Repeat);
+        filterHost.Run(Entry, picture, host::SelectRectangle(selection), host::Execution::repeat);
     EXPECT_EQ(report.faults, std::vector<std::string>{});
     filterRecord = &record;
     return report;

@@ -120,7 +120,7 @@ TEST_F(StoryTest, ALargeSelectionOpensABlankTextureOf512By300) {
 }
 
 TEST_F(StoryTest, AHostWithoutDisplayStillFillsTheSelection) {
-    settings.without[host::Service::DisplayPixels] = true;
+    settings.without[host::Service::displayPixels] = true;
     const host::RunReport report = RunEditor(
         [&](const GuiDriver&, const DrivenDialog& editor) { editor.Press(Texture::invert); });
     EXPECT_TRUE(report.Succeeded());

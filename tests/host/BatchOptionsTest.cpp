@@ -36,9 +36,10 @@ std::string ErrorWith(Words words) {
 TEST(BatchOptionsTest, PressesAreInTheirOrder) {
     EXPECT_EQ(Parse({"--press", "New:1", "--press", "Tiles: all:35"}).presses,
               (std::vector<DialogPress>{{"New", 1}, {"Tiles: all", 35}}));
-    for (const char* wrong : {"New", "New:", "New:x", "New:0", "New:1x", "New:-3"})
+    for (const char* wrong : {"New", "New:", "New:x", "New:0", "New:1x", "New:-3"}) {
         EXPECT_EQ(ErrorWith({"--press", wrong}),
                   "--press: '" + std::string(wrong) + "' is not TITLE:ITEM");
+    }
 }
 
 TEST(BatchOptionsTest, DefaultsArePlain) {
@@ -98,7 +99,7 @@ TEST(BatchOptionsTest, ReadsEverything) {
     EXPECT_EQ(settings.abortAfterRow, 0);
     EXPECT_EQ(settings.failAdvance, (std::map<int, std::int16_t>{{3, -36}, {4, 17}}));
     EXPECT_EQ(settings.failAllocation, 9);
-    EXPECT_EQ(settings.layer, LayerKind::ProtectedTransparency);
+    EXPECT_EQ(settings.layer, LayerKind::protectedTransparency);
     EXPECT_EQ(settings.foreground.blue, 0xFF00);
     EXPECT_EQ(settings.foreground.green, 0x0200);
     EXPECT_EQ(settings.background.red, 0);
@@ -110,18 +111,22 @@ TEST(BatchOptionsTest, ReadsEverything) {
 
 TEST(BatchOptionsTest, KnowsEveryTraitAndService) {
     Words words;
-    for (Trait trait : AllTraits())
+    for (Trait trait : AllTraits()) {
         words.insert(words.end(), {"--trait", TraitName(trait)});
-    for (std::size_t i = 0; i < serviceCount; ++i)
+    }
+    for (std::size_t i = 0; i < serviceCount; ++i) {
         words.insert(words.end(), {"--without", ServiceName(static_cast<Service>(i))});
+    }
     const HostSettings settings = Parse(words).common.settings;
-    for (Trait trait : AllTraits())
+    for (Trait trait : AllTraits()) {
         EXPECT_TRUE(settings.traits.Has(trait));
-    for (std::size_t i = 0; i < serviceCount; ++i)
+    }
+    for (std::size_t i = 0; i < serviceCount; ++i) {
         EXPECT_TRUE(settings.without[static_cast<Service>(i)]);
+    }
     const HostSettings one = Parse({"--trait", "fpu-27f"}).common.settings;
-    EXPECT_TRUE(one.traits.Has(Trait::Fpu27f));
-    EXPECT_FALSE(one.traits.Has(Trait::Fpu37f));
+    EXPECT_TRUE(one.traits.Has(Trait::fpu27f));
+    EXPECT_FALSE(one.traits.Has(Trait::fpu37f));
 }
 
 TEST(BatchOptionsTest, NamesMayBeAnyUtf8) {
@@ -132,8 +137,9 @@ TEST(BatchOptionsTest, NamesMayBeAnyUtf8) {
 TEST(BatchOptionsTest, HelpAndVersionArePrinted) {
     const std::string help = ParseBatchOptions({"--help"}).text;
     for (const char* word : {"--selection", "--trait", "misalign-stack", "--without",
-                             "bufferProcs.spaceProc", "Exit status"})
+                             "bufferProcs.spaceProc", "Exit status"}) {
         EXPECT_NE(help.find(word), std::string::npos) << word;
+    }
     const std::string version = ParseBatchOptions({"--version"}).text;
     EXPECT_EQ(version.find("zandermolite-run "), 0U);
     EXPECT_EQ(version.back(), '\n');

@@ -13,7 +13,7 @@ using Json = nlohmann::json;
 RunReport Good() {
     RunReport run;
     run.calls = {{1, 0}, {3, 0}};
-    run.counts[Service::AdvanceState] = 12;
+    run.counts[Service::advanceState] = 12;
     run.rowsDelivered = 12;
     return run;
 }
@@ -99,7 +99,7 @@ TEST(BatchReportTest, AListInJsonIsSoundWhateverTheNames) {
     noCases.description.entry64.clear();
     FilterLine cases = Listed();
     cases.description.cases.emplace();
-    (*cases.description.cases)[6] = {Matte::White, Matte::Straight, 0, 0};
+    (*cases.description.cases)[6] = {Matte::white, Matte::straight, 0, 0};
     const Json json = Json::parse(ListJson({noCases, cases}));
     EXPECT_EQ(json[0]["category"], "Blur");
     EXPECT_EQ(json[0]["name"], "Bl\xEF\xBF\xBDr");

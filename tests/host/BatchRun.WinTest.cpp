@@ -44,8 +44,9 @@ HANDLE FileForChild(const fs::path& file) {
 
 std::wstring CommandLine(const fs::path& program, const std::vector<std::string>& arguments) {
     std::wstring line = L"\"" + program.wstring() + L"\"";
-    for (const std::string& argument : arguments)
+    for (const std::string& argument : arguments) {
         line += L" \"" + PathFromUtf8(argument).wstring() + L"\"";
+    }
     return line;
 }
 
@@ -132,8 +133,9 @@ TEST_F(BatchRunTest, AFilterRunsAndItsResultIsWritten) {
     EXPECT_EQ(output.out, allSelectors);
     EXPECT_EQ(output.error, "");
     Picture expected = before;
-    for (int y = 2; y < 6; ++y)
+    for (int y = 2; y < 6; ++y) {
         std::fill(expected.Pixel(5, y), expected.Pixel(9, y), std::uint8_t{155});
+    }
     const Picture written = LoadPicture(out);
     EXPECT_EQ(written.pixels, expected.pixels);
     EXPECT_NEAR(written.horizontalResolution, 300, 0.02);

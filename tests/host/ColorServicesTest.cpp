@@ -17,8 +17,9 @@ using Components = std::array<int, 4>;
 
 Components Converted(hostapi::ColorSpace from, hostapi::ColorSpace to, const Components& color) {
     std::int16_t components[4];
-    for (std::size_t i = 0; i < 4; ++i)
+    for (std::size_t i = 0; i < 4; ++i) {
         components[i] = static_cast<std::int16_t>(color[i]);
+    }
     EXPECT_TRUE(ConvertColor(from, to, components));
     return {components[0], components[1], components[2], components[3]};
 }
@@ -30,8 +31,9 @@ hostapi::ColorServicesInfo Request(std::int16_t selector, std::int16_t from, std
     info.selector = selector;
     info.sourceSpace = from;
     info.resultSpace = to;
-    for (std::size_t i = 0; i < 4; ++i)
+    for (std::size_t i = 0; i < 4; ++i) {
         info.colorComponents[i] = static_cast<std::int16_t>(color[i]);
+    }
     return info;
 }
 

@@ -59,8 +59,9 @@ TEST(DisplayPixelsTest, RefusesWhatItCannotDraw) {
 TEST(DisplayPixelsTest, NothingToDrawIsFine) {
     TestMap test(4, 4, 3);
     int context = 0;
-    for (hostapi::VRect rect : {hostapi::VRect{0, 0, 0, 4}, {4, 0, 9, 4}, {3, 3, 1, 1}})
+    for (hostapi::VRect rect : {hostapi::VRect{0, 0, 0, 4}, {4, 0, 9, 4}, {3, 3, 1, 1}}) {
         EXPECT_EQ(DisplayPixels(&test.map, &rect, 0, 0, &context, false), hostapi::noErr);
+    }
 }
 
 TEST(DisplayPixelsTest, RowsArePaddedToFourBytes) {
@@ -75,18 +76,19 @@ namespace {
 /// A device context in memory, all white.
 class MemoryContext {
   public:
-    MemoryContext(int width_, int height_) : width(width_), context(CreateCompatibleDC(nullptr)) {
+    MemoryContext(int newWidth, int newHeight)
+        : width(newWidth), context(CreateCompatibleDC(nullptr)) {
         BITMAPINFO info{};
         info.bmiHeader.biSize = sizeof(info.bmiHeader);
-        info.bmiHeader.biWidth = width_;
-        info.bmiHeader.biHeight = -height_;
+        info.bmiHeader.biWidth = newWidth;
+        info.bmiHeader.biHeight = -newHeight;
         info.bmiHeader.biPlanes = 1;
         info.bmiHeader.biBitCount = 32;
         void* memory = nullptr;
         bitmap = CreateDIBSection(context, &info, DIB_RGB_COLORS, &memory, nullptr, 0);
         SelectObject(context, bitmap);
         bits = static_cast<std::uint8_t*>(memory);
-        std::fill(bits, bits + width_ * height_ * 4, std::uint8_t{255});
+        std::fill(bits, bits + newWidth * newHeight * 4, std::uint8_t{255});
     }
     ~MemoryContext() {
         DeleteDC(context);

@@ -86,8 +86,9 @@ TEST(DocumentTest, RefusesAPictureOfAnotherSize) {
 TEST(DocumentTest, ForgetsTheOldestStepsBeyondItsMemory) {
     // A step of one pixel takes 3 bytes.
     Document document(MakePicture(4, 4, 3), {}, 7);
-    for (std::uint8_t value = 1; value <= 4; ++value)
+    for (std::uint8_t value = 1; value <= 4; ++value) {
         document.Replace(WithPixel(document, 1, 1, value), "Step");
+    }
     document.Undo();
     document.Undo();
     EXPECT_FALSE(document.CanUndo());

@@ -36,7 +36,7 @@ void HOST_CALL RememberArguments(std::int16_t selector, hostapi::FilterRecord* r
 }  // namespace
 
 TEST(EntryCallTest, HandsTheArgumentsOver) {
-    for (const TraitSet& traits : {TraitSet{}, TraitSet{Trait::MisalignStack}}) {
+    for (const TraitSet& traits : {TraitSet{}, TraitSet{Trait::misalignStack}}) {
         Faults faults;
         hostapi::FilterRecord record{};
         std::intptr_t data = 0;
@@ -52,13 +52,13 @@ TEST(EntryCallTest, SetsTheControlWordForTheCallOnly) {
     const std::uint16_t own = ControlWord();
     Faults faults;
     EXPECT_EQ(CallOnce(testfilters::ReportControlWord, {}, faults), own);
-    EXPECT_EQ(CallOnce(testfilters::ReportControlWord, {Trait::Fpu27f}, faults), 0x27F);
-    EXPECT_EQ(CallOnce(testfilters::ReportControlWord, {Trait::Fpu37f}, faults), 0x37F);
+    EXPECT_EQ(CallOnce(testfilters::ReportControlWord, {Trait::fpu27f}, faults), 0x27F);
+    EXPECT_EQ(CallOnce(testfilters::ReportControlWord, {Trait::fpu37f}, faults), 0x37F);
     // One of the two is the process's own, so one of them alone may have done nothing.
-    EXPECT_EQ(CallOnce(testfilters::ReportControlWord, {Trait::Fpu27f, Trait::Fpu37f}, faults),
+    EXPECT_EQ(CallOnce(testfilters::ReportControlWord, {Trait::fpu27f, Trait::fpu37f}, faults),
               0x37F);
     EXPECT_EQ(
-        CallOnce(testfilters::ReportControlWord, {Trait::Fpu27f, Trait::MisalignStack}, faults),
+        CallOnce(testfilters::ReportControlWord, {Trait::fpu27f, Trait::misalignStack}, faults),
         0x27F);
     EXPECT_EQ(ControlWord(), own);
     EXPECT_TRUE(faults.IsEmpty());
@@ -76,7 +76,7 @@ TEST(EntryCallTest, AChangedControlWordIsAFaultAndIsPutBack) {
 TEST(EntryCallTest, TheStackIsAlignedAsTheTraitSays) {
     Faults faults;
     EXPECT_EQ(CallOnce(testfilters::ReportStack, {}, faults), 100);
-    EXPECT_EQ(CallOnce(testfilters::ReportStack, {Trait::MisalignStack}, faults),
+    EXPECT_EQ(CallOnce(testfilters::ReportStack, {Trait::misalignStack}, faults),
               hostapi::is64Bit ? 100 : 104);
 }
 

@@ -19,8 +19,9 @@ std::string Listed(const FilterCatalog& catalog) {
     std::string text;
     for (const CatalogGroup& group : catalog.Groups()) {
         text += (text.empty() ? "" : "; ") + group.category + ":";
-        for (std::size_t position : group.entries)
+        for (std::size_t position : group.entries) {
             text += " " + catalog.At(position).description.name;
+        }
     }
     return text;
 }

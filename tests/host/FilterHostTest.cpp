@@ -17,17 +17,19 @@ using Lines = std::vector<std::string>;
 Picture Noise(int width, int height, int planes) {
     Picture picture = MakePicture(width, height, planes);
     std::mt19937 random(5);
-    for (std::uint8_t& byte : picture.pixels)
+    for (std::uint8_t& byte : picture.pixels) {
         byte = static_cast<std::uint8_t>(random());
+    }
     return picture;
 }
 
 Picture InvertedInside(Picture picture, const hostapi::VRect& rect) {
     for (int y = rect.top; y < rect.bottom; ++y) {
         for (int x = rect.left; x < rect.right; ++x) {
-            for (int plane = 0; plane < 3; ++plane)
+            for (int plane = 0; plane < 3; ++plane) {
                 picture.Pixel(x, y)[plane] =
                     static_cast<std::uint8_t>(255 - picture.Pixel(x, y)[plane]);
+            }
         }
     }
     return picture;
@@ -41,8 +43,9 @@ HostSettings With(std::initializer_list<Trait> traits) {
 
 std::vector<int> SelectorsOf(const RunReport& report) {
     std::vector<int> selectors;
-    for (const SelectorCall& call : report.calls)
+    for (const SelectorCall& call : report.calls) {
         selectors.push_back(call.selector);
+    }
     return selectors;
 }
 
@@ -54,8 +57,9 @@ hostapi::FilterRecord seen;
 void HOST_CALL LookAtRecord(std::int16_t selector, hostapi::FilterRecord* record, void*,
                             std::int16_t* result) {
     *result = hostapi::noErr;
-    if (selector == hostapi::filterSelectorStart)
+    if (selector == hostapi::filterSelectorStart) {
         seen = *record;
+    }
 }
 
 RunReport Look(const HostSettings& settings, const Picture& picture, const Selection& selection) {
@@ -93,12 +97,12 @@ TEST(FilterHostTest, TheSelectorsComeInOrder) {
     auto selectors = [&](EntryPoint entry, Execution execution) {
         return SelectorsOf(host.Run(entry, picture, SelectRectangle({0, 0, 3, 3}), execution));
     };
-    EXPECT_EQ(selectors(testfilters::Invert, Execution::Interactive),
+    EXPECT_EQ(selectors(testfilters::Invert, Execution::interactive),
               (std::vector<int>{1, 2, 3, 5}));
-    EXPECT_EQ(selectors(testfilters::Invert, Execution::Repeat), (std::vector<int>{2, 3, 5}));
-    EXPECT_EQ(selectors(testfilters::InvertByContinuing, Execution::Interactive),
+    EXPECT_EQ(selectors(testfilters::Invert, Execution::repeat), (std::vector<int>{2, 3, 5}));
+    EXPECT_EQ(selectors(testfilters::InvertByContinuing, Execution::interactive),
               (std::vector<int>{1, 2, 3, 4, 4, 4, 5}));
-    EXPECT_EQ(selectors(testfilters::Refuse, Execution::Interactive), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(selectors(testfilters::Refuse, Execution::interactive), (std::vector<int>{1, 2, 3}));
 }
 
 TEST(FilterHostTest, EveryTraitLeavesAGoodFilterGood) {
@@ -157,10 +161,10 @@ TEST(FilterHostTest, FaultsAndCountsAreOfOneRun) {
     host.Run(testfilters::Leak, picture, SelectRectangle(part));
     const RunReport report = host.Run(testfilters::Invert, picture, SelectRectangle(part));
     EXPECT_EQ(report.faults, Lines{});
-    EXPECT_EQ(report.counts[Service::AdvanceState], 7);
-    EXPECT_EQ(report.counts[Service::AbortProc], 7);
-    EXPECT_EQ(report.counts[Service::ProgressProc], 7);
-    EXPECT_EQ(report.counts[Service::BufferAllocate], 0);
+    EXPECT_EQ(report.counts[Service::advanceState], 7);
+    EXPECT_EQ(report.counts[Service::abortProc], 7);
+    EXPECT_EQ(report.counts[Service::progressProc], 7);
+    EXPECT_EQ(report.counts[Service::bufferAllocate], 0);
 }
 
 TEST(FilterHostTest, ParametersLiveFromRunToRun) {
@@ -175,7 +179,7 @@ TEST(FilterHostTest, ParametersLiveFromRunToRun) {
 
 TEST(FilterHostTest, AZeroedRecordLosesTheParameters) {
     Picture picture = MakePicture(4, 4, 3, 0);
-    FilterHost host(With({Trait::ZeroRecord}));
+    FilterHost host(With({Trait::zeroRecord}));
     for (int run = 0; run < 3; ++run) {
         const RunReport report = host.Run(testfilters::Count, picture, SelectNothing(picture));
         EXPECT_EQ(report.faults, Lines{});
@@ -186,7 +190,7 @@ TEST(FilterHostTest, AZeroedRecordLosesTheParameters) {
 
 TEST(FilterHostTest, ParametersMayComeBackElsewhere) {
     Picture picture = MakePicture(4, 4, 3, 0);
-    FilterHost host(With({Trait::MoveParameters}));
+    FilterHost host(With({Trait::moveParameters}));
     host.Run(testfilters::Count, picture, SelectNothing(picture));
     const hostapi::Handle first = host.Record().parameters;
     const RunReport report = host.Run(testfilters::Count, picture, SelectNothing(picture));
@@ -255,23 +259,23 @@ TEST(FilterHostTest, ServicesCanBeWithheld) {
         const Picture picture = MakePicture(4, 4, 3);
         Look(settings, picture, SelectNothing(picture));
     };
-    without(Service::AbortProc);
+    without(Service::abortProc);
     EXPECT_EQ(seen.abortProc, nullptr);
     EXPECT_NE(seen.progressProc, nullptr);
-    without(Service::ProgressProc);
+    without(Service::progressProc);
     EXPECT_EQ(seen.progressProc, nullptr);
     EXPECT_NE(seen.abortProc, nullptr);
-    without(Service::AdvanceState);
+    without(Service::advanceState);
     EXPECT_EQ(seen.advanceState, nullptr);
-    without(Service::DisplayPixels);
+    without(Service::displayPixels);
     EXPECT_EQ(seen.displayPixels, nullptr);
-    without(Service::ColorServices);
+    without(Service::colorServices);
     EXPECT_EQ(seen.colorServices, nullptr);
-    without(Service::PlatformData);
+    without(Service::platformData);
     EXPECT_EQ(seen.platformData, nullptr);
-    without(Service::BufferProcs);
+    without(Service::bufferProcs);
     EXPECT_EQ(seen.bufferProcs, nullptr);
-    without(Service::HandleProcs);
+    without(Service::handleProcs);
     EXPECT_EQ(seen.handleProcs, nullptr);
 }
 
@@ -283,11 +287,11 @@ TEST(FilterHostTest, TheFilterCaseFollowsThePictureAndTheSelection) {
         int expected;
     };
     for (const Case& c :
-         {Case{3, LayerKind::Automatic, false, 1}, Case{3, LayerKind::Automatic, true, 2},
-          Case{4, LayerKind::Automatic, false, 4}, Case{4, LayerKind::Automatic, true, 5},
-          Case{4, LayerKind::Floating, true, 3},
-          Case{4, LayerKind::ProtectedTransparency, false, 6},
-          Case{4, LayerKind::ProtectedTransparency, true, 7}, Case{4, LayerKind::Flat, true, 2}}) {
+         {Case{3, LayerKind::automatic, false, 1}, Case{3, LayerKind::automatic, true, 2},
+          Case{4, LayerKind::automatic, false, 4}, Case{4, LayerKind::automatic, true, 5},
+          Case{4, LayerKind::floating, true, 3},
+          Case{4, LayerKind::protectedTransparency, false, 6},
+          Case{4, LayerKind::protectedTransparency, true, 7}, Case{4, LayerKind::flat, true, 2}}) {
         HostSettings settings;
         settings.layer = c.layer;
         const Picture picture = MakePicture(4, 4, c.planes);
@@ -304,8 +308,9 @@ TEST(FilterHostTest, TheMaskIsHandedOverAndAppliedByTheHost) {
     const Selection ellipse = SelectEllipse(part, 3);
     for (bool isWithheld : {false, true}) {
         HostSettings settings;
-        if (isWithheld)
-            settings.traits = {Trait::WithholdMask, Trait::NoAutoMask};
+        if (isWithheld) {
+            settings.traits = {Trait::withholdMask, Trait::noAutoMask};
+        }
         Look(settings, before, ellipse);
         EXPECT_EQ(seen.haveMask, isWithheld ? 0 : 1);
         EXPECT_EQ(seen.autoMask, isWithheld ? 0 : 1);
@@ -326,7 +331,7 @@ TEST(FilterHostTest, TheMaskIsHandedOverAndAppliedByTheHost) {
 
 TEST(FilterHostTest, ALayerMayBeginAtNegativeCoordinates) {
     const Picture picture = Noise(12, 10, 3);
-    Look(With({Trait::NegativeOrigin}), picture, SelectRectangle(part));
+    Look(With({Trait::negativeOrigin}), picture, SelectRectangle(part));
     EXPECT_LT(seen.filterRect.left, 0);
     EXPECT_LT(seen.filterRect.top, 0);
     EXPECT_NE(seen.filterRect.left - part.left, seen.filterRect.top - part.top);
@@ -336,7 +341,7 @@ TEST(FilterHostTest, ALayerMayBeginAtNegativeCoordinates) {
 
 TEST(FilterHostTest, TheTailMayHoldRubbish) {
     const Picture picture = Noise(4, 4, 3);
-    Look(With({Trait::RubbishTail}), picture, SelectNothing(picture));
+    Look(With({Trait::rubbishTail}), picture, SelectNothing(picture));
     EXPECT_EQ(seen.depth, static_cast<std::int32_t>(0xA7A7A7A7));
     EXPECT_NE(seen.propertyProcs, nullptr);
     EXPECT_NE(seen.colorServices, nullptr);
@@ -344,7 +349,7 @@ TEST(FilterHostTest, TheTailMayHoldRubbish) {
 
 TEST(FilterHostTest, SuitesMayLookEmpty) {
     const Picture picture = Noise(4, 4, 3);
-    FilterHost host(With({Trait::EmptySuites, Trait::ConstantSpace}));
+    FilterHost host(With({Trait::emptySuites, Trait::constantSpace}));
     host.Begin(picture, SelectNothing(picture));
     EXPECT_EQ(host.Record().bufferProcs->version, 0);
     EXPECT_EQ(host.Record().handleProcs->count, 0);
@@ -430,7 +435,7 @@ TEST(FilterHostTest, AboutGetsARecordOfItsOwn) {
     const RunReport report = host.RunAbout(testfilters::ReportAbout);
     EXPECT_EQ(report.calls, (std::vector<SelectorCall>{{0, 7}}));
     HostSettings settings;
-    settings.without[Service::PlatformData] = true;
+    settings.without[Service::platformData] = true;
     FilterHost starved(settings);
     EXPECT_EQ(starved.RunAbout(testfilters::ReportAbout).result, 0);
 }
@@ -452,8 +457,9 @@ TEST(FilterHostTest, ARecordCanBeUsedWithoutAnEntry) {
     record.outRect = record.filterRect;
     ASSERT_EQ(record.advanceState(), hostapi::noErr);
     EXPECT_EQ(host.RowsDelivered(), 2);
-    for (int i = 0; i < 2 * record.outRowBytes; ++i)
+    for (int i = 0; i < 2 * record.outRowBytes; ++i) {
         record.outData[i] = static_cast<std::uint8_t>(255 - record.outData[i]);
+    }
     EXPECT_EQ(host.End(), InvertedInside(before, {1, 1, 3, 4}));
     EXPECT_TRUE(host.FoundFaults().IsEmpty());
 }
@@ -477,7 +483,7 @@ TEST(FilterHostTest, ASelectionMustFitThePicture) {
     Selection badMask = SelectRectangle({0, 0, 2, 2});
     badMask.mask = {1, 2, 3};
     EXPECT_THROW(host.Run(LookAtRecord, picture, badMask), SelectionError);
-    FilterHost shrinking(With({Trait::ShrinkRectangles}));
+    FilterHost shrinking(With({Trait::shrinkRectangles}));
     EXPECT_TRUE(shrinking.Run(LookAtRecord, picture, SelectRectangle({-1, 0, 4, 9})).Succeeded());
     EXPECT_EQ(seen.filterRect.top, -1);
     EXPECT_THROW(shrinking.Run(LookAtRecord, picture, SelectRectangle({0, 0, 1, 40000})),
@@ -487,7 +493,7 @@ TEST(FilterHostTest, ASelectionMustFitThePicture) {
 TEST(FilterHostTest, ShrinkingHostsMergeWhatLiesInside) {
     const Picture before = Noise(6, 6, 3);
     Picture picture = before;
-    FilterHost host(With({Trait::ShrinkRectangles}));
+    FilterHost host(With({Trait::shrinkRectangles}));
     const RunReport report =
         host.Run(testfilters::Invert, picture, SelectRectangle({-2, -2, 3, 3}));
     EXPECT_EQ(report.faults, Lines{});
@@ -504,8 +510,8 @@ TEST(FilterHostTest, MattesApplyToTheFilterCase) {
     Picture picture = MakePicture(2, 2, 4, 0);
     FilterHost host;
     std::array<Matte, 7> mattes;
-    mattes.fill(Matte::Straight);
-    mattes[3] = Matte::White;
+    mattes.fill(Matte::straight);
+    mattes[3] = Matte::white;
     host.SetMattes(mattes);
     auto firstByte = [&](FilterHost& used, const Selection& selection) {
         used.Begin(picture, selection);
@@ -517,7 +523,7 @@ TEST(FilterHostTest, MattesApplyToTheFilterCase) {
     };
     EXPECT_EQ(firstByte(host, SelectNothing(picture)), 255);
     EXPECT_EQ(firstByte(host, SelectRectangle({0, 0, 1, 1})), 0);
-    FilterHost careless(With({Trait::IgnoreMatte}));
+    FilterHost careless(With({Trait::ignoreMatte}));
     careless.SetMattes(mattes);
     EXPECT_EQ(firstByte(careless, SelectNothing(picture)), 0);
 }

@@ -14,17 +14,17 @@ TEST(HostSettingsTest, EveryTraitHasANameOfItsOwnThatLeadsBack) {
         names.insert(TraitName(trait));
     }
     EXPECT_EQ(names.size(), traitCount);
-    EXPECT_EQ(TraitFromName("misalign-stack"), Trait::MisalignStack);
-    EXPECT_EQ(TraitFromName("dumb-handles"), Trait::DumbHandles);
+    EXPECT_EQ(TraitFromName("misalign-stack"), Trait::misalignStack);
+    EXPECT_EQ(TraitFromName("dumb-handles"), Trait::dumbHandles);
     EXPECT_EQ(TraitFromName("Misalign-Stack"), std::nullopt);
 }
 
 TEST(HostSettingsTest, ASetHoldsWhatWasPutIn) {
-    TraitSet traits{Trait::ZeroRecord, Trait::IgnoreMatte};
-    traits.Insert(Trait::Fpu27f);
+    TraitSet traits{Trait::zeroRecord, Trait::ignoreMatte};
+    traits.Insert(Trait::fpu27f);
     for (Trait trait : AllTraits()) {
         const bool isIn =
-            trait == Trait::ZeroRecord || trait == Trait::IgnoreMatte || trait == Trait::Fpu27f;
+            trait == Trait::zeroRecord || trait == Trait::ignoreMatte || trait == Trait::fpu27f;
         EXPECT_EQ(traits.Has(trait), isIn) << TraitName(trait);
     }
 }

@@ -52,10 +52,10 @@ TEST(MemorySuitesTest, ABufferIsWholeFromAllocationToFree) {
     memory.Buffers()->freeProc(id);
     EXPECT_EQ(memory.LiveBuffers(), 0U);
     EXPECT_EQ(FaultsAtEnd(memory), Lines{});
-    EXPECT_EQ(memory.Counts()[Service::BufferAllocate], 1);
-    EXPECT_EQ(memory.Counts()[Service::BufferLock], 2);
-    EXPECT_EQ(memory.Counts()[Service::BufferUnlock], 2);
-    EXPECT_EQ(memory.Counts()[Service::BufferFree], 1);
+    EXPECT_EQ(memory.Counts()[Service::bufferAllocate], 1);
+    EXPECT_EQ(memory.Counts()[Service::bufferLock], 2);
+    EXPECT_EQ(memory.Counts()[Service::bufferUnlock], 2);
+    EXPECT_EQ(memory.Counts()[Service::bufferFree], 1);
 }
 
 TEST(MemorySuitesTest, FreeingALockedBufferIsHarmless) {
@@ -272,8 +272,8 @@ TEST(MemorySuitesTest, WithheldServicesAreNull) {
         settings.without[service] = true;
         return settings;
     };
-    EXPECT_EQ(MemorySuites(table(Service::BufferProcs)).Buffers(), nullptr);
-    EXPECT_EQ(MemorySuites(table(Service::HandleProcs)).Handles(), nullptr);
+    EXPECT_EQ(MemorySuites(table(Service::bufferProcs)).Buffers(), nullptr);
+    EXPECT_EQ(MemorySuites(table(Service::handleProcs)).Handles(), nullptr);
     auto missingBuffers = [&](Service service) {
         MemorySuites memory(table(service));
         const auto& procs = *memory.Buffers();
@@ -291,13 +291,13 @@ TEST(MemorySuitesTest, WithheldServicesAreNull) {
     for (std::size_t member = 0; member < 5; ++member) {
         std::vector<bool> expected(5, false);
         expected[member] = true;
-        const auto first = static_cast<std::size_t>(Service::BufferAllocate);
+        const auto first = static_cast<std::size_t>(Service::bufferAllocate);
         EXPECT_EQ(missingBuffers(static_cast<Service>(first + member)), expected);
     }
     for (std::size_t member = 0; member < 8; ++member) {
         std::vector<bool> expected(8, false);
         expected[member] = true;
-        const auto first = static_cast<std::size_t>(Service::HandleNew);
+        const auto first = static_cast<std::size_t>(Service::handleNew);
         EXPECT_EQ(missingHandles(static_cast<Service>(first + member)), expected);
     }
 }

@@ -24,8 +24,9 @@ std::vector<std::uint8_t> Bytes(const fs::path& file) {
 
 std::vector<fs::path> AllFiles() {
     std::vector<fs::path> files;
-    for (const auto& entry : fs::directory_iterator(data))
+    for (const auto& entry : fs::directory_iterator(data)) {
         files.push_back(entry.path());
+    }
     return files;
 }
 
@@ -60,8 +61,9 @@ class PictureFileTest : public testing::Test {
 Picture Noise(int width, int height, int planes) {
     Picture picture = MakePicture(width, height, planes);
     std::mt19937 random(7);
-    for (std::uint8_t& byte : picture.pixels)
+    for (std::uint8_t& byte : picture.pixels) {
         byte = static_cast<std::uint8_t>(random());
+    }
     return picture;
 }
 
@@ -188,10 +190,12 @@ TEST(PictureTest, NoDamageDoesMoreThanAnError) {
         const std::vector<std::uint8_t> whole = Bytes(file);
         for (int round = 0; round < 150; ++round) {
             std::vector<std::uint8_t> damaged = whole;
-            for (int change = 0; change < 4; ++change)
+            for (int change = 0; change < 4; ++change) {
                 damaged[random() % damaged.size()] = static_cast<std::uint8_t>(random());
-            if (round % 3 == 0)
+            }
+            if (round % 3 == 0) {
                 damaged.resize(random() % damaged.size());
+            }
             try {
                 const Picture picture = DecodePicture(damaged, "damaged");
                 EXPECT_EQ(picture.pixels.size(),

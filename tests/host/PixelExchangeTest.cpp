@@ -14,8 +14,9 @@ namespace {
 Picture Noise(int width, int height, int planes) {
     Picture picture = MakePicture(width, height, planes);
     std::mt19937 random(11);
-    for (std::uint8_t& byte : picture.pixels)
+    for (std::uint8_t& byte : picture.pixels) {
         byte = static_cast<std::uint8_t>(random());
+    }
     return picture;
 }
 
@@ -220,8 +221,9 @@ TEST_F(PixelExchangeTest, ShrinksRectanglesSilently) {
     EXPECT_EQ(record.outRect.right, 200);
     EXPECT_EQ(record.outRowBytes, 12);
     // A filter that trusts its own width is found, without harm to the host.
-    for (int i = 12; i < 600; ++i)
+    for (int i = 12; i < 600; ++i) {
         WriteOutside(record.outData, i);
+    }
     exchange.Store();
     EXPECT_EQ(faults.Lines(), std::vector<std::string>{"outData: written behind its end: 588 "
                                                        "bytes, the first at offset 12"});
@@ -317,8 +319,8 @@ TEST_F(PixelExchangeTest, InputIsMattedByItsOpacity) {
         int nearly;
     };
     for (const Expectation& expected :
-         {Expectation{Matte::Straight, 100, 100}, Expectation{Matte::White, 255, 224},
-          Expectation{Matte::Black, 0, 20}, Expectation{Matte::Grey, 128, 122}}) {
+         {Expectation{Matte::straight, 100, 100}, Expectation{Matte::white, 255, 224},
+          Expectation{Matte::black, 0, 20}, Expectation{Matte::grey, 128, 122}}) {
         ExchangeSettings settings;
         settings.matte = expected.matte;
         PixelExchange exchange = Exchange(picture, settings);

@@ -12,8 +12,9 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 void Append(Bytes& bytes, std::uint32_t number, int width) {
-    for (int i = 0; i < width; ++i)
+    for (int i = 0; i < width; ++i) {
         bytes.push_back(static_cast<std::uint8_t>(number >> (8 * i)));
+    }
 }
 
 std::uint32_t Key(const char* text) {
@@ -51,8 +52,9 @@ struct Property {
 
 std::vector<Property> Whole() {
     Bytes cases;
-    for (std::uint8_t input : Bytes{1, 1, 4, 4, 4, 4, 0})
+    for (std::uint8_t input : Bytes{1, 1, 4, 4, 4, 4, 0}) {
         cases.insert(cases.end(), {input, 1, 2, 3});
+    }
     return {{"kind", Number(Key("8BFM"))},      {"name", Pascal("Sharpen more...")},
             {"catg", Pascal("Sharpen")},        {"vers", Number(0x00040000)},
             {"wx86", ZeroTerminated("MAIN32")}, {"8664", ZeroTerminated("MAIN64")},
@@ -83,8 +85,9 @@ std::vector<Property> Without(const std::string& key) {
 std::vector<Property> Changed(const std::string& key, const Bytes& data) {
     std::vector<Property> properties = Whole();
     for (Property& property : properties) {
-        if (property.key == key)
+        if (property.key == key) {
             property.data = data;
+        }
     }
     return properties;
 }
@@ -111,25 +114,27 @@ TEST(PluginFileTest, ReadsAWholeResource) {
     EXPECT_EQ(description.modes, modeRGB | modeCMYK);
     EXPECT_EQ(description.ModeNames(), "RGB, CMYK");
     ASSERT_TRUE(description.cases);
-    EXPECT_EQ((*description.cases)[2], (FilterCase{Matte::White, Matte::Straight, 2, 3}));
-    EXPECT_EQ(description.InputMattes()[0], Matte::Straight);
-    EXPECT_EQ(description.InputMattes()[5], Matte::White);
+    EXPECT_EQ((*description.cases)[2], (FilterCase{Matte::white, Matte::straight, 2, 3}));
+    EXPECT_EQ(description.InputMattes()[0], Matte::straight);
+    EXPECT_EQ(description.InputMattes()[5], Matte::white);
 }
 
 TEST(PluginFileTest, TheFilterCaseTableSaysWhatTheFilterHandles) {
     const FilterDescription description = ParsePipl(Resource(Whole()));
-    for (std::int16_t filterCase = -1; filterCase < 10; ++filterCase)
+    for (std::int16_t filterCase = -1; filterCase < 10; ++filterCase) {
         EXPECT_EQ(description.Handles(filterCase), filterCase >= 1 && filterCase <= 6);
+    }
     const FilterDescription flatOnly = ParsePipl(Resource(Without("fici")));
     EXPECT_TRUE(flatOnly.Handles(2));
     EXPECT_FALSE(flatOnly.Handles(3));
-    EXPECT_EQ(flatOnly.InputMattes()[6], Matte::Straight);
+    EXPECT_EQ(flatOnly.InputMattes()[6], Matte::straight);
     EXPECT_FALSE(ParsePipl(Resource(Changed("mode", {0x48, 0, 0, 0}))).Handles(1));
 }
 
 TEST(PluginFileTest, WhatIsNotNeededMayBeMissing) {
-    for (const char* key : {"catg", "vers", "mode", "fici", "wx86", "8664"})
+    for (const char* key : {"catg", "vers", "mode", "fici", "wx86", "8664"}) {
         EXPECT_EQ(ErrorOf(Resource(Without(key))), "no error") << key;
+    }
     EXPECT_EQ(ErrorOf(Resource(Without("kind"))), "the PIPL resource has no kind");
     EXPECT_EQ(ErrorOf(Resource(Without("name"))), "the PIPL resource has no name");
     std::vector<Property> noCode = Without("wx86");
@@ -195,8 +200,9 @@ TEST(PluginFileTest, NoDamageDoesMoreThanAnError) {
     int errors = 0;
     for (int round = 0; round < 20000; ++round) {
         Bytes damaged = whole;
-        for (int change = 0; change < 3; ++change)
+        for (int change = 0; change < 3; ++change) {
             damaged[random() % damaged.size()] = static_cast<std::uint8_t>(random());
+        }
         errors += ErrorOf(damaged) == "no error" ? 0 : 1;
     }
     EXPECT_GT(errors, 0);

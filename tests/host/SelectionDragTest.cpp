@@ -23,7 +23,7 @@ TEST(DraggedRectTest, EndsAtThePicturesEdge) {
 TEST(DraggedSelectionTest, AnEllipseIsWhereItsMaskIsHalfFull) {
     for (const hostapi::VRect& bounds :
          {hostapi::VRect{3, 5, 40, 25}, hostapi::VRect{0, 0, 7, 30}, hostapi::VRect{2, 2, 3, 3}}) {
-        const DraggedSelection dragged{bounds, SelectionShape::Ellipse};
+        const DraggedSelection dragged{bounds, SelectionShape::ellipse};
         const Selection selection = FinishDrag(dragged, 0.0);
         EXPECT_TRUE(AreEqual(selection.bounds, bounds));
         for (int y = -1; y < 45; ++y) {
@@ -36,7 +36,7 @@ TEST(DraggedSelectionTest, AnEllipseIsWhereItsMaskIsHalfFull) {
 }
 
 TEST(DraggedSelectionTest, ARectangleHasNoMaskAndNoFeather) {
-    const DraggedSelection dragged{{1, 2, 3, 4}, SelectionShape::Rectangle};
+    const DraggedSelection dragged{{1, 2, 3, 4}, SelectionShape::rectangle};
     EXPECT_EQ(FinishDrag(dragged, 9.0), SelectRectangle({1, 2, 3, 4}));
     EXPECT_TRUE(dragged.Contains(3, 2));
     EXPECT_FALSE(dragged.Contains(4, 2));
@@ -44,12 +44,12 @@ TEST(DraggedSelectionTest, ARectangleHasNoMaskAndNoFeather) {
 
 TEST(DraggedSelectionTest, AnEllipseTakesTheFeather) {
     const hostapi::VRect bounds{0, 0, 40, 60};
-    EXPECT_EQ(FinishDrag({bounds, SelectionShape::Ellipse}, 8.0), SelectEllipse(bounds, 8.0));
+    EXPECT_EQ(FinishDrag({bounds, SelectionShape::ellipse}, 8.0), SelectEllipse(bounds, 8.0));
 }
 
 TEST(DraggedSelectionTest, AnEmptyOneCannotBeFinished) {
-    EXPECT_THROW(FinishDrag({{5, 5, 5, 9}, SelectionShape::Rectangle}, 0.0), SelectionError);
-    EXPECT_THROW(FinishDrag({{5, 5, 9, 5}, SelectionShape::Ellipse}, 0.0), SelectionError);
+    EXPECT_THROW(FinishDrag({{5, 5, 5, 9}, SelectionShape::rectangle}, 0.0), SelectionError);
+    EXPECT_THROW(FinishDrag({{5, 5, 9, 5}, SelectionShape::ellipse}, 0.0), SelectionError);
 }
 
 }  // namespace host

@@ -8,8 +8,9 @@ namespace {
 
 int Sum(const Selection& selection) {
     int sum = 0;
-    for (std::uint8_t value : selection.mask)
+    for (std::uint8_t value : selection.mask) {
         sum += value;
+    }
     return sum;
 }
 
@@ -66,8 +67,9 @@ TEST(SelectionTest, FeatherSoftensTheEdgeOnBothSides) {
     const Selection sharp = SelectEllipse({0, 0, 100, 100}, 0);
     const Selection soft = SelectEllipse({0, 0, 100, 100}, 20);
     // From the left edge to the centre: the soft one rises all the way across its 20 pixels.
-    for (int x = 1; x < 50; ++x)
+    for (int x = 1; x < 50; ++x) {
         EXPECT_GE(soft.Coverage(x, 50), soft.Coverage(x - 1, 50));
+    }
     EXPECT_EQ(sharp.Coverage(2, 50), 255);
     EXPECT_NEAR(soft.Coverage(2, 50), 255 * 0.625, 4);
     EXPECT_EQ(soft.Coverage(50, 50), 255);

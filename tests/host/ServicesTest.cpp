@@ -14,7 +14,7 @@ TEST(ServicesTest, EveryServiceHasANameOfItsOwnThatLeadsBack) {
         names.insert(ServiceName(service));
     }
     EXPECT_EQ(names.size(), serviceCount);
-    EXPECT_EQ(ServiceFromName("handleProcs.newProc"), Service::HandleNew);
+    EXPECT_EQ(ServiceFromName("handleProcs.newProc"), Service::handleNew);
     EXPECT_EQ(ServiceFromName("newProc"), std::nullopt);
     EXPECT_EQ(ServiceFromName(""), std::nullopt);
 }

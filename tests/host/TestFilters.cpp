@@ -35,8 +35,9 @@ std::int16_t ForEachRow(FilterRecord& record, Action action) {
         }
         AskForRow(record, row);
         result = record.advanceState();
-        if (result != hostapi::noErr)
+        if (result != hostapi::noErr) {
             break;
+        }
         action(record.inData, record.outData, record.outRowBytes / record.planes);
     }
     EmptyRectangles(record);
@@ -45,8 +46,9 @@ std::int16_t ForEachRow(FilterRecord& record, Action action) {
 
 void InvertRow(const FilterRecord& record) {
     for (int i = 0; i < record.outRowBytes; ++i) {
-        if (i % record.planes < 3)
+        if (i % record.planes < 3) {
             record.outData[i] = static_cast<std::uint8_t>(255 - record.inData[i]);
+        }
     }
 }
 
@@ -70,21 +72,25 @@ void HOST_CALL Invert(std::int16_t selector, FilterRecord* record, void*, std::i
 void HOST_CALL InvertByContinuing(std::int16_t selector, FilterRecord* record, void*,
                                   std::int16_t* result) {
     *result = hostapi::noErr;
-    if (selector == hostapi::filterSelectorStart)
+    if (selector == hostapi::filterSelectorStart) {
         AskForRow(*record, record->filterRect.top);
-    if (selector != hostapi::filterSelectorContinue)
+    }
+    if (selector != hostapi::filterSelectorContinue) {
         return;
+    }
     InvertRow(*record);
-    if (record->outRect.bottom < record->filterRect.bottom)
+    if (record->outRect.bottom < record->filterRect.bottom) {
         AskForRow(*record, record->outRect.bottom);
-    else
+    } else {
         EmptyRectangles(*record);
+    }
 }
 
 void HOST_CALL Count(std::int16_t selector, FilterRecord* record, void*, std::int16_t* result) {
     *result = hostapi::noErr;
-    if (selector != hostapi::filterSelectorStart)
+    if (selector != hostapi::filterSelectorStart) {
         return;
+    }
     if (record->parameters == nullptr) {
         record->parameters = record->handleProcs->newProc(1);
         if (record->parameters == nullptr) {
@@ -95,8 +101,9 @@ void HOST_CALL Count(std::int16_t selector, FilterRecord* record, void*, std::in
     }
     const int number = ++**record->parameters;
     *result = ForEachRow(*record, [&](auto, std::uint8_t* output, int) {
-        for (int i = 0; i < record->outRowBytes; ++i)
+        for (int i = 0; i < record->outRowBytes; ++i) {
             output[i] = static_cast<std::uint8_t>(output[i] + number);
+        }
     });
 }
 
@@ -153,8 +160,9 @@ void HOST_CALL WriteBehindRow(std::int16_t selector, FilterRecord* record, void*
 void HOST_CALL WriteBehindBuffer(std::int16_t selector, FilterRecord* record, void*,
                                  std::int16_t* result) {
     *result = hostapi::noErr;
-    if (selector != hostapi::filterSelectorStart)
+    if (selector != hostapi::filterSelectorStart) {
         return;
+    }
     const hostapi::BufferID id = NewBuffer(*record, 10);
     WriteOutside(static_cast<std::uint8_t*>(record->bufferProcs->lockProc(id, 0)), 12);
     record->bufferProcs->freeProc(id);
@@ -162,14 +170,16 @@ void HOST_CALL WriteBehindBuffer(std::int16_t selector, FilterRecord* record, vo
 
 void HOST_CALL Leak(std::int16_t selector, FilterRecord* record, void*, std::int16_t* result) {
     *result = hostapi::noErr;
-    if (selector == hostapi::filterSelectorStart)
+    if (selector == hostapi::filterSelectorStart) {
         NewBuffer(*record, 1000);
+    }
 }
 
 void HOST_CALL FreeTwice(std::int16_t selector, FilterRecord* record, void*, std::int16_t* result) {
     *result = hostapi::noErr;
-    if (selector != hostapi::filterSelectorStart)
+    if (selector != hostapi::filterSelectorStart) {
         return;
+    }
     const hostapi::BufferID id = NewBuffer(*record, 1000);
     record->bufferProcs->freeProc(id);
     record->bufferProcs->freeProc(id);
@@ -178,8 +188,9 @@ void HOST_CALL FreeTwice(std::int16_t selector, FilterRecord* record, void*, std
 void HOST_CALL LeaveMaskRect(std::int16_t selector, FilterRecord* record, void*,
                              std::int16_t* result) {
     *result = hostapi::noErr;
-    if (selector == hostapi::filterSelectorStart)
+    if (selector == hostapi::filterSelectorStart) {
         record->maskRect = record->filterRect;
+    }
 }
 
 void HOST_CALL ChangeControlWord(std::int16_t selector, FilterRecord*, void*,
@@ -194,8 +205,9 @@ void HOST_CALL ChangeControlWord(std::int16_t selector, FilterRecord*, void*,
 void HOST_CALL ChangeRecord(std::int16_t selector, FilterRecord* record, void*,
                             std::int16_t* result) {
     *result = hostapi::noErr;
-    if (selector == hostapi::filterSelectorFinish)
+    if (selector == hostapi::filterSelectorFinish) {
         record->planes = 1;
+    }
 }
 
 MISBEHAVING void HOST_CALL Crash(std::int16_t selector, FilterRecord*, void*,

@@ -48,10 +48,11 @@ int CountOutline(const DisplayRows& rows) {
     for (int y = 0; y < rows.height; ++y) {
         for (int x = 0; x < rows.width; ++x) {
             const Color color = ColorAt(rows, x, y);
-            if (color == Color{0, 0, 0} || color == Color{255, 255, 255})
+            if (color == Color{0, 0, 0} || color == Color{255, 255, 255}) {
                 ++count;
-            else
+            } else {
                 EXPECT_EQ(color, ground);
+            }
         }
     }
     return count;
@@ -85,8 +86,9 @@ TEST(DrawViewTest, APartIsThatPartOfTheWhole) {
         const DisplayRows whole = DrawView(picture, viewport, {0, 0, 26, 30});
         const DisplayRows part = DrawView(picture, viewport, {5, 3, 20, 24});
         for (int y = 5; y < 20; ++y) {
-            for (int x = 3; x < 24; ++x)
+            for (int x = 3; x < 24; ++x) {
                 EXPECT_EQ(ColorAt(part, x - 3, y - 5), ColorAt(whole, x, y));
+            }
         }
     }
 }
@@ -97,8 +99,9 @@ TEST(DrawViewTest, ZoomedInAPixelIsASquare) {
     viewport.SetZoom(2, {0, 0});
     const DisplayRows rows = DrawView(picture, viewport, {0, 0, 12, 12});
     for (int y = 0; y < 12; ++y) {
-        for (int x = 0; x < 12; ++x)
+        for (int x = 0; x < 12; ++x) {
             EXPECT_EQ(ColorAt(rows, x, y), ColorAt(picture, x / 4, y / 4));
+        }
     }
 }
 
@@ -125,8 +128,9 @@ TEST(DrawViewTest, ZoomedOutTheLastSquareMayBeCutOff) {
 TEST(DrawViewTest, TransparencyShowsTheChequeredGround) {
     Picture picture = MakePicture(16, 16, 4, 100);
     for (int y = 0; y < 16; ++y) {
-        for (int x = 0; x < 16; ++x)
+        for (int x = 0; x < 16; ++x) {
             picture.Pixel(x, y)[3] = 0;
+        }
     }
     picture.Pixel(9, 0)[3] = 51;
     picture.Pixel(1, 0)[3] = 255;
@@ -160,8 +164,9 @@ TEST(DrawOutlineTest, DashesWander) {
     DisplayRows after = GreyRows(20, 20);
     DrawOutline(before, {0, 0}, viewport, selection, 0);
     DrawOutline(after, {0, 0}, viewport, selection, 1);
-    for (int x = 0; x + 1 < 20; ++x)
+    for (int x = 0; x + 1 < 20; ++x) {
         EXPECT_EQ(ColorAt(after, x, 0), ColorAt(before, x + 1, 0));
+    }
     EXPECT_NE(before.bytes, after.bytes);
 }
 
@@ -175,15 +180,16 @@ TEST(DrawOutlineTest, APartIsThatPartOfTheWhole) {
     DrawOutline(whole, {0, 0}, viewport, selection, 5);
     DrawOutline(part, {10, 15}, viewport, selection, 5);
     for (int y = 0; y < 12; ++y) {
-        for (int x = 0; x < 20; ++x)
+        for (int x = 0; x < 20; ++x) {
             EXPECT_EQ(ColorAt(part, x, y), ColorAt(whole, x + 10, y + 15));
+        }
     }
 }
 
 TEST(DrawOutlineTest, ADraggedEllipseLooksLikeTheFinishedOne) {
     const Picture picture = MakePicture(50, 40, 3);
     const Viewport viewport = ViewportOf(picture, {50, 40});
-    const DraggedSelection dragged{{4, 5, 37, 44}, SelectionShape::Ellipse};
+    const DraggedSelection dragged{{4, 5, 37, 44}, SelectionShape::ellipse};
     DisplayRows whileDragging = GreyRows(50, 40);
     DisplayRows finished = GreyRows(50, 40);
     DrawOutline(whileDragging, {0, 0}, viewport, dragged, 2);

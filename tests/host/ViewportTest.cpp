@@ -46,8 +46,9 @@ TEST(ViewportTest, ZoomedInEachPixelIsASquare) {
     EXPECT_EQ(viewport.Scale(), 8.0);
     EXPECT_EQ(viewport.Zoomed(), (Size{80, 80}));
     const Place origin = viewport.Origin();
-    for (int i = 0; i < 8; ++i)
+    for (int i = 0; i < 8; ++i) {
         EXPECT_EQ(viewport.ToPicture({origin.x + 16 + i, origin.y}), (Place{2, 0}));
+    }
     EXPECT_EQ(viewport.ToPicture({origin.x - 1, origin.y}), (Place{-1, 0}));
     EXPECT_EQ(viewport.ToView(Place{2, 3}), (Place{origin.x + 16, origin.y + 24}));
 }

@@ -30,7 +30,7 @@ TEST(WindowOptionsTest, TakesTheCommonOptions) {
     ASSERT_TRUE(options.common.selection);
     EXPECT_TRUE(AreEqual(*options.common.selection, {2, 1, 4, 3}));
     EXPECT_EQ(options.common.ellipseFeather, 2.5);
-    EXPECT_TRUE(options.common.settings.traits.Has(Trait::FreeLibrary));
+    EXPECT_TRUE(options.common.settings.traits.Has(Trait::freeLibrary));
     EXPECT_EQ(options.statusFile, "said.txt");
     EXPECT_EQ(options.common.image, "picture.png");
 }

@@ -5,9 +5,9 @@
 
 #include "base/FatalError.h"
 #include "base/HostServices.h"
-#include "shell/FilterContext.h"
-#include "shell/LastTexture.h"
 #include "shell/Zandermolite.h"
+#include "shell/transfer/FilterContext.h"
+#include "shell/transfer/LastTexture.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/RowHost.h"
 #include "tests/support/ScratchFolder.h"

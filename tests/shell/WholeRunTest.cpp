@@ -100,7 +100,7 @@ TEST_P(TraitTest, AnInteractiveRunAndItsRepeat) {
 
     const host::Picture other = NoisePicture(90, 60, GetParam().planes, 2);
     host::Picture again = other;
-    const host::RunReport second = filterHost.Run(Entry, again, selection, host::Execution::Repeat);
+    const host::RunReport second = filterHost.Run(Entry, again, selection, host::Execution::repeat);
     ExpectSuccess(second, 40);
     EXPECT_EQ(second.calls, (std::vector<host::SelectorCall>{{2, 0}, {3, 0}, {5, 0}}));
 
@@ -126,12 +126,12 @@ TEST_P(BeyondTheImageTest, OnlyThePictureIsWritten) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Hosts, BeyondTheImageTest,
-                         testing::Values(host::Trait::ShrinkRectangles,
-                                         host::Trait::ShrinkSilently));
+                         testing::Values(host::Trait::shrinkRectangles,
+                                         host::Trait::shrinkSilently));
 
 TEST_F(WholeRunTest, AHostThatShrinksOpenlyMayDoItOnAllSides) {
     host::HostSettings settings;
-    settings.traits.Insert(host::Trait::ShrinkRectangles);
+    settings.traits.Insert(host::Trait::shrinkRectangles);
     host::FilterHost filterHost(settings);
     const host::Picture before = NoisePicture(50, 40, 3);
     host::Picture picture = before;
@@ -198,7 +198,7 @@ TEST_F(WholeRunTest, ARepeatFitsAnotherSelection) {
     for (const VRect& bounds : {VRect{7, 9, 95, 99}, VRect{50, 50, 55, 60}}) {
         picture = before;
         ExpectSuccess(
-            filterHost.Run(Entry, picture, host::SelectRectangle(bounds), host::Execution::Repeat),
+            filterHost.Run(Entry, picture, host::SelectRectangle(bounds), host::Execution::repeat),
             bounds.bottom - bounds.top);
         EXPECT_EQ(picture.pixels, Expected(before, bounds).pixels);
     }
@@ -212,7 +212,7 @@ TEST_F(WholeRunTest, ARepeatWithoutItsFileEndsAtTheStart) {
     const host::Picture before = picture;
     std::filesystem::remove(folder.Path() / "Zandermolite.tmp");
     const host::RunReport report =
-        filterHost.Run(Entry, picture, selection, host::Execution::Repeat);
+        filterHost.Run(Entry, picture, selection, host::Execution::repeat);
     EXPECT_EQ(report.calls, (std::vector<host::SelectorCall>{{2, 0}, {3, -108}}));
     EXPECT_EQ(report.faults, std::vector<std::string>{});
     EXPECT_EQ(picture, before);
@@ -262,24 +262,24 @@ struct Lack {
 };
 
 constexpr Lack lacks[] = {
-    {host::Service::AbortProc, 0, 0, true},
-    {host::Service::ProgressProc, 0, 0, true},
-    {host::Service::AdvanceState, 17500, 0, false},
-    {host::Service::DisplayPixels, 0, 0, true},
-    {host::Service::ColorServices, 0, 0, true},
-    {host::Service::PlatformData, 0, 0, true},
-    {host::Service::BufferProcs, 0, 1, false},
-    {host::Service::BufferAllocate, 0, 1, false},
-    {host::Service::BufferLock, 0, 1, false},
-    {host::Service::BufferUnlock, 0, 0, true},
-    {host::Service::BufferSpace, 0, 1, false},
-    {host::Service::HandleGetSize, 0, 0, true},
-    {host::Service::HandleSetSize, 0, 0, true},
-    {host::Service::HandleLock, 0, 0, true},
-    {host::Service::HandleUnlock, 0, 0, true},
-    {host::Service::HandleRecoverSpace, 0, 0, true},
-    {host::Service::HandleDispose, 0, 0, true},
-    {host::Service::HandleDisposeRegular, 0, 0, true},
+    {host::Service::abortProc, 0, 0, true},
+    {host::Service::progressProc, 0, 0, true},
+    {host::Service::advanceState, 17500, 0, false},
+    {host::Service::displayPixels, 0, 0, true},
+    {host::Service::colorServices, 0, 0, true},
+    {host::Service::platformData, 0, 0, true},
+    {host::Service::bufferProcs, 0, 1, false},
+    {host::Service::bufferAllocate, 0, 1, false},
+    {host::Service::bufferLock, 0, 1, false},
+    {host::Service::bufferUnlock, 0, 0, true},
+    {host::Service::bufferSpace, 0, 1, false},
+    {host::Service::handleGetSize, 0, 0, true},
+    {host::Service::handleSetSize, 0, 0, true},
+    {host::Service::handleLock, 0, 0, true},
+    {host::Service::handleUnlock, 0, 0, true},
+    {host::Service::handleRecoverSpace, 0, 0, true},
+    {host::Service::handleDispose, 0, 0, true},
+    {host::Service::handleDisposeRegular, 0, 0, true},
 };
 
 class LackingHostTest : public WholeRunTest, public testing::WithParamInterface<Lack> {};
@@ -307,7 +307,7 @@ INSTANTIATE_TEST_SUITE_P(Services, LackingHostTest, testing::ValuesIn(lacks), []
 });
 
 TEST_F(WholeRunTest, WithoutHandlesEveryRunIsARepeat) {
-    for (const host::Service service : {host::Service::HandleProcs, host::Service::HandleNew}) {
+    for (const host::Service service : {host::Service::handleProcs, host::Service::handleNew}) {
         std::filesystem::remove(folder.Path() / "Zandermolite.tmp");
         Log().faults.clear();
         Log().beeps = 0;

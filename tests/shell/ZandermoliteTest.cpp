@@ -1,6 +1,6 @@
 #include "shell/Zandermolite.h"
 
-#include "shell/LastTexture.h"
+#include "shell/transfer/LastTexture.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/RowHost.h"

@@ -8,7 +8,7 @@
 #include "base/Rectangles.h"
 #include "hostapi/HostTypes.h"
 #include "paint/PaintClass.h"
-#include "shell/Transfer.h"
+#include "shell/transfer/Transfer.h"
 #include "tests/support/RowHost.h"
 
 constexpr bool IsZero(const hostapi::Rect& rect) {

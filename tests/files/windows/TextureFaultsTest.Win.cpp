@@ -5,7 +5,7 @@
 
 #include "files/FileDialog.h"
 #include "files/TextureFile.h"
-#include "shell/LastTexture.h"
+#include "shell/transfer/LastTexture.h"
 #include "tests/files/ImageTest.h"
 #include "tests/files/windows/HoldingProcess.Win.h"
 #include "tests/support/Pictures.h"

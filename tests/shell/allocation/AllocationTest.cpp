@@ -3,9 +3,9 @@
 
 #include "base/Rectangles.h"
 #include "host/record/FilterHost.h"
-#include "shell/LastTexture.h"
 #include "shell/Selectors.h"
 #include "shell/Zandermolite.h"
+#include "shell/transfer/LastTexture.h"
 #include "tests/shell/allocation/FailingAllocator.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/ScratchFolder.h"
@@ -107,8 +107,8 @@ class AllocationTest : public CoreTest {
     /// Runs the filter, then repeats it, and looks at results, pictures and memory.
     void RunTwice(host::FilterHost& filterHost, const Outcome& expected) {
         SCOPED_TRACE(expected.allocation);
-        RunOnce(filterHost, host::Execution::Interactive, expected.interactive);
-        RunOnce(filterHost, host::Execution::Repeat, expected.repeat);
+        RunOnce(filterHost, host::Execution::interactive, expected.interactive);
+        RunOnce(filterHost, host::Execution::repeat, expected.repeat);
         EXPECT_EQ(filterHost.Memory().LiveBuffers(), 0u);
         EXPECT_EQ(AllocationsLive(), 0);
         EXPECT_EQ(Log().beeps, 0);

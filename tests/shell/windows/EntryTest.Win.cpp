@@ -212,7 +212,7 @@ TEST_P(ProductTest, RunsAndRepeats) {
         EXPECT_NE(first.pixels, before.pixels);
         host::Picture second = before;
         const host::RunReport repeat =
-            filterHost.Run(plugin.Entry(), second, selection, host::Execution::Repeat);
+            filterHost.Run(plugin.Entry(), second, selection, host::Execution::repeat);
         EXPECT_TRUE(repeat.Succeeded()) << repeat.result;
         EXPECT_EQ(repeat.faults, std::vector<std::string>{});
         EXPECT_EQ(second.pixels, first.pixels);
@@ -233,7 +233,7 @@ TEST(ProductFaultTest, ALackingHostIsToldInADialogOverItsWindow) {
     const HWND window = CreateWindowExA(0, "STATIC", "Host", WS_POPUP | WS_VISIBLE, 100, 100, 600,
                                         400, nullptr, nullptr, nullptr, nullptr);
     host::HostSettings settings;
-    settings.without[host::Service::BufferProcs] = true;
+    settings.without[host::Service::bufferProcs] = true;
     settings.hooks.window = window;
     host::FilterHost filterHost(settings);
     const host::Picture before = host::MakePicture(80, 60, 3, 100);

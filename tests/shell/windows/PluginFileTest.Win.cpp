@@ -194,7 +194,7 @@ void LoadRunAndFree() {
 /// fault of a library on, that would close at once.
 void Fail(const LoadedPlugin& plugin) {
     host::HostSettings settings;
-    settings.without[host::Service::BufferProcs] = true;
+    settings.without[host::Service::bufferProcs] = true;
     host::FilterHost filterHost(settings);
     host::Picture picture = host::MakePicture(40, 30, 3, 100);
     DriveDialog([&] {

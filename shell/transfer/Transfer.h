@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "paint/PaintClass.h"
-#include "shell/FilterContext.h"
+#include "shell/transfer/FilterContext.h"
 
 /// What the writing loop needs of a raster.
 struct TileInfo {

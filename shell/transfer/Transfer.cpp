@@ -1,4 +1,4 @@
-#include "shell/Transfer.h"
+#include "shell/transfer/Transfer.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "shell/LastTexture.h"
+#include "shell/transfer/LastTexture.h"
 
 #include <cstring>
 #include <new>
