@@ -15,12 +15,12 @@
 /// only during one. Null before the first.
 extern hostapi::FilterRecord* filterRecord;
 
-/// Answers false when the service is missing.
+/// Returns false when the service is missing.
 bool TestAbort();
 /// Does nothing when the service is missing, or when there is nothing to measure against: some
 /// hosts divide by `total`.
 void ShowProgress(std::int32_t done, std::int32_t total);
-/// Stores the previous rectangles and fetches the next. Answers the host's result, or 17500 when
+/// Stores the previous rectangles and fetches the next. Returns the host's result, or 17500 when
 /// the service is missing.
 std::int16_t AdvanceState();
 
@@ -36,7 +36,7 @@ std::int16_t AllocateBuffer(std::int32_t size, hostapi::BufferID* id);
 void* LockBuffer(hostapi::BufferID id, bool moveHigh);
 void FreeBuffer(hostapi::BufferID id);
 
-/// What DisplayPixels draws into: the head of a dialog's window record.
+/// The target of DisplayPixels: the head of a dialog's window record.
 struct ViewTarget {
     /// HWND.
     void* window;
@@ -44,7 +44,7 @@ struct ViewTarget {
     void* clipRegion;
 };
 
-/// Draws the map's rectangle at (`row`, `column`) of the target. Answers the host's result, or
+/// Draws the map's rectangle at (`row`, `column`) of the target. Returns the host's result, or
 /// 17500 when the service is missing. FatalError 20008 when the window gives no device context.
 /// The map's stored bounds may be inclusive: they are raised to the rectangle's.
 /// Defined with the window system, in shell/PhotoshopUtilities.Win.cpp.
@@ -53,7 +53,7 @@ std::int16_t DisplayPixels(const hostapi::PSPixelMap* map, const hostapi::VRect*
 
 /// Converts `count` colours between two image modes through the host, one call each. Both arrays
 /// are packed, one byte a component, with as many components as the mode has planes. Equal modes
-/// are a no-op that leaves `target` alone. Answers 0, the first other result of the host,
+/// are a no-op that leaves `target` alone. Returns 0, the first other result of the host,
 /// filterBadParameters for a mode that has no colour space, or 17500 when the service is missing.
 std::int16_t ConvertColors(hostapi::ImageMode sourceMode, hostapi::ImageMode targetMode,
                            std::int32_t count, const std::uint8_t* source, std::uint8_t* target);

@@ -1,4 +1,4 @@
-// What belongs to the loaded library.
+// The loaded library's handle.
 #pragma once
 
 #include <windows.h>

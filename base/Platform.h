@@ -23,14 +23,14 @@ struct PlatformServices {
     /// Tells the user of a fault before it is thrown. `file` is a source file or, for a failed
     /// assertion, its text with -1 as the line. Never called for ids outside 1 to 32511.
     void (*reportFault)(std::int16_t id, const char* file, int line);
-    /// Writes the system's temporary folder, zero-terminated, and answers its length. Less than 1
+    /// Writes the system's temporary folder, zero-terminated, and returns its length. Less than 1
     /// or not less than `size` is a failure.
     int (*temporaryPath)(char* buffer, int size);
     void (*showAbout)();
     /// Between a folder and a file name.
     char pathSeparator;
     /// Runs the alert of this id over the program's window, with the texts for ^0 to ^3 of which
-    /// any can be null. Answers the button that ended it, 1 or 2.
+    /// any can be null. Returns the button that ended it, 1 or 2.
     int (*showAlert)(std::int16_t id, const std::array<const char*, 4>& texts);
     /// Runs the system's file dialog and stores the choice in it. False if there was none.
     bool (*runFileDialog)(FileDialog& dialog);

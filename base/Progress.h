@@ -36,7 +36,7 @@ class ShowClass {
     ShowClass(const ShowClass&) = delete;
     ShowClass& operator=(const ShowClass&) = delete;
     virtual ~ShowClass();
-    /// Always answers false, "go on": nothing in the program stops an operation half way.
+    /// Always returns false, "go on": nothing in the program stops an operation half way.
     bool Report(short value);
 
     short total;

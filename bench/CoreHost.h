@@ -1,4 +1,4 @@
-// A host's memory behind the core for as long as the object lives.
+// Gives the core a host's memory for as long as the object lives.
 #pragma once
 
 #include <cstdlib>

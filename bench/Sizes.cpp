@@ -34,7 +34,7 @@ void DrawAcross(PaintClass& pic) {
     stroke.Paint({0, 0}, {pic.grY, pic.grX});
 }
 
-/// Each with its dearest record, or its default where the record makes no difference.
+/// Each with its most expensive record, or its default where the record makes no difference.
 std::vector<Operation> Operations() {
     ShapesParams shapes;
     shapes.kind = shapeSquare;

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
-// Behind <cstdio>, whose types it uses.
+// After <cstdio>, whose types it uses.
 #include <jpeglib.h>
 
 namespace {

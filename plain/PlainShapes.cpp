@@ -169,8 +169,7 @@ void PlainRender(PaintClass& pic, const ShapesParams& params, double bevel) {
     }
 }
 
-/// What says how many shapes there are, how large and how far off, counts as the nearest value
-/// that the dialog gives.
+/// Counts, sizes and displacements outside the dialog's ranges become the nearest value in them.
 ShapesParams Limited(ShapesParams params) {
     for (double* const size : {&params.sizeX, &params.sizeY}) {
         if (std::isnan(*size) || *size < 0.0) {

@@ -10,7 +10,7 @@
 struct PlainBrush {
     unsigned char coverage[20][20];
 };
-/// Of 1 to 20 pixels.
+/// `size` is 1 to 20 pixels.
 PlainBrush PlainRoundBrush(int size);
 PlainBrush PlainSquareBrush(int size);
 

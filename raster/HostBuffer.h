@@ -5,7 +5,7 @@
 
 #include "hostapi/HostTypes.h"
 
-/// What the host keeps free beyond any block: an allocation must leave more than this.
+/// Bytes that the host keeps free beyond any block: an allocation must leave more than this.
 constexpr std::int32_t hostMemoryReserve = 65536;
 
 class HostBuffer {

@@ -88,7 +88,7 @@ void PicStorage::Restore(PicClass* pic) {
     if (inFile) {
         if (std::fseek(file.get(), 0, SEEK_SET) == 0 &&
             std::fread(pic->Base(), pixelBytes, PixelCount(), file.get()) != PixelCount()) {
-            // What the disk no longer gives stays as it is in the picture.
+            // Pixels that cannot be read back stay as they are in the picture.
             std::clearerr(file.get());
         }
     } else if (memory != nullptr) {

@@ -1,4 +1,4 @@
-// What OpenCV takes for the nearest thing, on the same picture with wrapped borders, on one thread.
+// OpenCV's time for the nearest thing, on the same picture with wrapped borders, on one thread.
 // Three channels, since it has no notion of a fourth that is left alone.
 #include <benchmark/benchmark.h>
 

@@ -91,7 +91,7 @@ double MeasureOpening() {
     return opened;
 }
 
-/// What the system alone takes for a window with as many plain controls as the editor has.
+/// The time that the system alone takes for a window with as many plain controls as the editor has.
 double MeasurePlainWindow() {
     constexpr int controls = 63;
     const Clock::time_point start = Clock::now();

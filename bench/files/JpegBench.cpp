@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 #include <vector>
-// Behind <cstdio>, whose types it uses.
+// After <cstdio>, whose types it uses.
 #include <jpeglib.h>
 
 #include "base/Platform.h"

@@ -9,7 +9,7 @@ namespace {
 
 constexpr short side = 512;
 
-/// Default values, or the dearest: every stroke drifts as far as it can, and is softened.
+/// Default values, or the worst case: every stroke drifts as far as it can, and is softened.
 LinesParams Record(bool dearest) {
     LinesParams params;
     params.angle = 135;

@@ -39,7 +39,7 @@ void Scatter(PaintClass& pic) {
     pic.fillTolerance = 100;
 }
 
-/// What a mouse leaves between two looks at it: 30 pixels.
+/// The part of a stroke between two looks at the mouse: 30 pixels.
 constexpr Point pollStart{.v = 200, .h = 250};
 constexpr Point pollEnd{.v = 218, .h = 274};
 

@@ -1,4 +1,4 @@
-// What every selector handler receives, and the block that survives between host calls.
+// The argument of every selector handler, and the block that survives between host calls.
 #pragma once
 
 #include <cstddef>
@@ -7,12 +7,12 @@
 #include "hostapi/FilterRecord.h"
 
 struct FilterContext {
-    /// What the host gets as the call's result.
+    /// The call's result to the host.
     std::int16_t result;
     hostapi::FilterRecord* record;
 };
 
-/// The host keeps it behind FilterRecord::parameters and returns it on later calls. Read and
+/// The host keeps it through FilterRecord::parameters and returns it on later calls. Read and
 /// written by dereferencing the handle each time, without locking it.
 struct ParametersBlock {
     /// "VELK"; written at creation and read by nobody.

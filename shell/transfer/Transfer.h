@@ -7,7 +7,7 @@
 #include "paint/PaintClass.h"
 #include "shell/transfer/FilterContext.h"
 
-/// What the writing loop needs of a raster.
+/// A raster as the writing loop needs it.
 struct TileInfo {
     std::int16_t width;
     std::int16_t height;
