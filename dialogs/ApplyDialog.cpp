@@ -32,6 +32,7 @@ void ApplyDialog::Setup() {
     SmallPSDialog::Setup();
     if (presets != nullptr) {
         FillPresets();
+        UpdateDelete();
     }
     if (placement.right != 0) {
         SetPlacement(placement.top, placement.left);
@@ -70,7 +71,7 @@ void ApplyDialog::HitPresetItem(short item) {
 bool ApplyDialog::ScrollChanged(short item, int value) {
     MarkChanged(true);
     if (presets != nullptr && item == Items::presets) {
-        SetValue(Items::presets, value);
+        SelectPreset(static_cast<short>(value));
         ItemHit(Items::presets);
     }
     return true;
@@ -85,13 +86,22 @@ void ApplyDialog::UpdateApplyState() {
     if (state.FollowKeys(GetModifiers())) {
         SetText(Items::apply, StringText(state.IsAgain() ? stringApplyAgain : stringApply));
     }
-    if (presets == nullptr) {
-        return;
+    if (presets != nullptr) {
+        UpdateDelete();
     }
+}
+
+void ApplyDialog::UpdateDelete() {
     const bool canDelete = GetShort(Items::presets) != lastUsedPlace;
     if (IsEnabled(Items::remove) != canDelete) {
         Enable(Items::remove, canDelete);
     }
+}
+
+// Delete follows at once: a key that waits behind a drag is taken before the next Idle.
+void ApplyDialog::SelectPreset(short place) {
+    SetValue(Items::presets, place);
+    UpdateDelete();
 }
 
 // The texture is as it was before the dialog while no result stands, so there is nothing to take
@@ -99,7 +109,7 @@ void ApplyDialog::UpdateApplyState() {
 void ApplyDialog::MarkChanged(bool restore) {
     const bool showedResult = state.MarkChanged();
     if (presets != nullptr) {
-        SetValue(Items::presets, lastUsedPlace);
+        SelectPreset(lastUsedPlace);
     }
     if (restore && showedResult) {
         father->RevertToUndo();
@@ -110,7 +120,8 @@ void ApplyDialog::Apply() {
     if (!ApplyAgain()) {
         father->RevertToUndo();
     }
-    father->RunOperationOf(*this);
+    StoreValues();
+    father->RunOperation(ResourceId());
     SetApplied();
 }
 
@@ -122,7 +133,7 @@ void ApplyDialog::ChoosePreset() {
         UsePreset(preset);
         MarkChanged(true);
     }
-    SetValue(Items::presets, place);
+    SelectPreset(place);
 }
 
 void ApplyDialog::SavePreset() {
@@ -139,7 +150,7 @@ void ApplyDialog::SavePreset() {
 
 void ApplyDialog::DeletePreset() {
     const short place = GetShort(Items::presets);
-    SetValue(Items::presets, lastUsedPlace);
+    SelectPreset(lastUsedPlace);
     Assert(place > placesBeforePresets, DeleteAssertion());
     const auto entry = static_cast<short>(place - placesBeforePresets);
     char name[nameCapacity];
@@ -157,11 +168,5 @@ void ApplyDialog::FillPresets() {
     char name[nameCapacity];
     for (short entry = 1; presets->NameAt(entry, name); ++entry) {
         InsertPopupEntry(Items::presets, static_cast<short>(entry + placesBeforePresets), name);
-    }
-}
-
-void ApplyDialog::SetRadio(short on, std::initializer_list<short> group) {
-    for (const short item : group) {
-        SetValue(item, item == on ? 1 : 0);
     }
 }

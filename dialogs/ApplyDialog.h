@@ -18,8 +18,8 @@ class ApplyFather {
     virtual NorvantaDialog* FatherDialog() = 0;
     /// Takes the texture back to the undo snapshot and shows it.
     virtual void RevertToUndo() = 0;
-    /// Takes over the dialog's values and runs its operation with them on the texture.
-    virtual void RunOperationOf(ApplyDialog& dialog) = 0;
+    /// Runs the operation with this dialog resource on the texture, with the values stored for it.
+    virtual void RunOperation(short id) = 0;
 
   protected:
     ~ApplyFather() = default;
@@ -69,12 +69,12 @@ class ApplyDialog : public SmallPSDialog {
     /// Of the assertion that guards Delete. Never called for a dialog without presets.
     virtual const char* DeleteAssertion() const { return ""; }
 
-    /// Sets one button of a group of radio buttons.
-    void SetRadio(short on, std::initializer_list<short> group);
     ApplyFather* Father() const { return father; }
 
   private:
     void UpdateApplyState();
+    void UpdateDelete();
+    void SelectPreset(short place);
     void FillPresets();
     void Apply();
     void HitPresetItem(short item);

@@ -1,23 +1,23 @@
 // The settings of the Paintbrush.
 #pragma once
 
+#include <cstdint>
+
 #include "dialogs/ToolsDialog.h"
+
+struct BrushSettings {
+    /// The diameter in pixels, 2 to 20.
+    std::int16_t size;
+};
 
 class BrushDialog : public ToolsDialog {
   public:
-    /// `newSize` is shown at first.
     BrushDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-                hostapi::Rect& newPlacement, short newSize);
+                hostapi::Rect& newPlacement, const BrushSettings& newSettings);
 
-    void Setup() override;
-    short ItemHit(short item) override;
-    bool ScrollChanged(short item, int value) override;
-
-    /// The diameter in pixels that the dialog was closed with.
-    short Size() const { return size; }
+    /// What the dialog was closed with.
+    const BrushSettings& Settings() const { return settings; }
 
   private:
-    void KeepValues() override;
-
-    short size;
+    BrushSettings settings;
 };

@@ -1,4 +1,4 @@
-// Colours in dialogs: swatches, and the system's dialog to choose one.
+// Colours in dialogs: how they are shown, and the system's dialog to choose one.
 #pragma once
 
 #include "framework/dialog/SmallPSDialog.h"
@@ -19,8 +19,3 @@ constexpr RGBColor16 ColorFromShown(Color24 shown) {
 /// Runs the system's colour dialog over `owner`. It always opens on black, whatever `color` is. On
 /// Cancel the colour stays, and the answer is false. Defined with the window system.
 bool ChooseColorFor(NorvantaDialog& owner, RGBColor16* color);
-
-/// Draws a framed box of the colour in the item's rectangle.
-inline void DrawSwatch(SmallPSDialog& dialog, short item, const RGBColor16& color) {
-    dialog.DrawColorBox(dialog.GetBounds(item), ShownColor(color));
-}

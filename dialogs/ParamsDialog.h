@@ -1,11 +1,12 @@
-// An ApplyDialog over one kind of parameter record. A dialog derived from it says what its controls
-// are set up with, and how they show and read the record.
+// An ApplyDialog over one kind of parameter record. A dialog derived from it binds its controls to
+// the record's fields in its constructor, and overrides what is special in it.
 #pragma once
 
 #include <cstring>
 #include <new>
 
 #include "dialogs/ApplyDialog.h"
+#include "dialogs/Bindings.h"
 
 template <typename Params>
 class ParamsDialog : public ApplyDialog {
@@ -16,14 +17,33 @@ class ParamsDialog : public ApplyDialog {
 
     void Setup() override {
         ApplyDialog::Setup();
-        SetUpControls();
-        ShowValues(values);
+        bindings.SetUp();
+        bindings.Show();
+    }
+
+    short ItemHit(short item) override {
+        if (!bindings.Hit(item)) {
+            return ApplyDialog::ItemHit(item);
+        }
+        MarkChanged(true);
+        return 0;
+    }
+
+    bool ScrollChanged(short item, int value) override {
+        bindings.Scroll(item, value);
+        return ApplyDialog::ScrollChanged(item, value);
+    }
+
+    void DrawItem(short item) override {
+        if (!bindings.Draw(item)) {
+            ApplyDialog::DrawItem(item);
+        }
     }
 
     void SetValues(const Params& params) {
         values = params;
         if (IsOpen()) {
-            ShowValues(values);
+            bindings.Show();
         }
     }
     /// From the controls while the window is open, else the values that it was closed with.
@@ -35,15 +55,10 @@ class ParamsDialog : public ApplyDialog {
     void StoreValues() override { GetValues(&stored); }
 
   protected:
-    /// Ranges and formats.
-    virtual void SetUpControls() = 0;
-    virtual void ShowValues(const Params& params) = 0;
-    /// `params` comes with the values that the dialog had.
-    virtual void ReadValues(Params* params) = 0;
-
+    /// Reads the controls. A dialog whose record has more than its controls show overrides it.
     void KeepValues() override {
         if (IsOpen()) {
-            ReadValues(&values);
+            bindings.Read();
         }
     }
     void UsePreset(const void* preset) override {
@@ -61,5 +76,9 @@ class ParamsDialog : public ApplyDialog {
 
   private:
     Params& stored;
+
+  protected:
+    /// The dialog's own record, to which the rows of `bindings` belong.
     Params values;
+    Bindings bindings{*this, &values};
 };

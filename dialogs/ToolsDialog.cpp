@@ -1,21 +1,31 @@
 #include "dialogs/ToolsDialog.h"
 
 ToolsDialog::ToolsDialog(short newResourceId, hostapi::FilterRecord* newRecord,
-                         NorvantaDialog* newOwner, hostapi::Rect& newPlacement)
-    : SmallPSDialog(newResourceId, newRecord, newOwner), placement(newPlacement) {}
+                         NorvantaDialog* newOwner, hostapi::Rect& newPlacement, void* newSettings)
+    : SmallPSDialog(newResourceId, newRecord, newOwner),
+      bindings(*this, newSettings),
+      placement(newPlacement) {}
 
 void ToolsDialog::Setup() {
     SmallPSDialog::Setup();
     if (placement.right != 0) {
         SetPlacement(placement.top, placement.left);
     }
+    bindings.SetUp();
+    bindings.Show();
 }
 
 short ToolsDialog::ItemHit(short item) {
     if (item != okItem && item != cancelItem) {
+        bindings.Hit(item);
         return 0;
     }
-    KeepValues();
+    bindings.Read();
     placement = Placement();
     return item;
+}
+
+bool ToolsDialog::ScrollChanged(short item, int value) {
+    bindings.Scroll(item, value);
+    return true;
 }

@@ -1,20 +1,23 @@
-// The base of the paint tools' settings: a small dialog with OK and Cancel, without a preview.
+// The base of the paint tools' settings: a small dialog with OK and Cancel, without a preview. A
+// dialog derived from it binds its controls to a record of its own.
 #pragma once
 
-#include "framework/dialog/SmallPSDialog.h"
+#include "dialogs/Bindings.h"
 
 class ToolsDialog : public SmallPSDialog {
   public:
-    /// `newPlacement` is where the dialogs of the class were last; all 0 for never.
+    /// `newPlacement` is where the dialogs of the class were last; all 0 for never. `newSettings`
+    /// is the derived dialog's record; it need not exist before the window opens.
     ToolsDialog(short newResourceId, hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-                hostapi::Rect& newPlacement);
+                hostapi::Rect& newPlacement, void* newSettings);
 
     void Setup() override;
+    /// OK and Cancel both read the controls.
     short ItemHit(short item) override;
+    bool ScrollChanged(short item, int value) override;
 
   protected:
-    /// Reads the controls when the dialog is left, by OK or by Cancel.
-    virtual void KeepValues() = 0;
+    Bindings bindings;
 
   private:
     hostapi::Rect& placement;

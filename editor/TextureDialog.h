@@ -74,7 +74,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
 
     NorvantaDialog* FatherDialog() override { return this; }
     void RevertToUndo() override;
-    void RunOperationOf(ApplyDialog& dialog) override;
+    void RunOperation(short id) override;
     /// The bar in item 5; 0 empties it.
     void DrawProgress(short percent) override;
 

@@ -160,7 +160,8 @@ void TextureDialog::OpenOperation(const Operation& operation) {
     const int ended = subDialog->Run();
     if (ended == okItem) {
         if (subDialog->WasApplied()) {
-            RunOperationOf(*subDialog);
+            subDialog->StoreValues();
+            RunOperation(operation.id);
         }
         Remember(operation);
     } else if (ended == cancelItem) {
@@ -169,9 +170,8 @@ void TextureDialog::OpenOperation(const Operation& operation) {
     subDialog.reset();
 }
 
-void TextureDialog::RunOperationOf(ApplyDialog& dialog) {
-    const Operation& operation = *OperationWithId(dialog.ResourceId());
-    dialog.StoreValues();
+void TextureDialog::RunOperation(short id) {
+    const Operation& operation = *OperationWithId(id);
     if (operation.redrawsFirst(preferences)) {
         RedrawAll();
     }

@@ -55,9 +55,9 @@ void TextureDialog::ShowTool() {
 }
 
 void TextureDialog::OpenBrushSettings() {
-    BrushDialog dialog(Record(), this, dialogPlaces[placedBrush], pic->brushSize);
+    BrushDialog dialog(Record(), this, dialogPlaces[placedBrush], {pic->brushSize});
     if (dialog.Run() == okItem) {
-        pic->brushSize = dialog.Size();
+        pic->brushSize = dialog.Settings().size;
     }
 }
 

@@ -222,6 +222,8 @@ void NorvantaDialog::WriteValue(short item, double value, bool select) {
     record.value = static_cast<float>(value);
     if (isWritten) {
         WriteNumber(item, select);
+        // From here on the field goes back to the new value.
+        RememberGoodText(item, GetText(item));
     }
 }
 

@@ -182,6 +182,20 @@ TEST_F(BlurDialogTest, AnEmptyFieldKeepsItsValue) {
     ExpectApplied(*BlurOf({}));
 }
 
+TEST_F(BlurDialogTest, AnEmptyFieldTakesWhatTheSliderIsMovedTo) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog blur = OpenBlur(gui, editor);
+        TabTo(gui, blur, Items::amount);
+        gui.Chord({VK_DELETE});
+        WaitUntil("nothing", [&] { return blur.Text(Items::amount).empty(); });
+        blur.Click(Items::slider, PlaceOnSlider(blur, Items::slider, {1, 100}, 57));
+        TabTo(gui, blur, okItem);
+        EXPECT_EQ(blur.Text(Items::amount), "57");
+        CloseWith(blur, okItem);
+    });
+    ExpectApplied(*BlurOf({57, 0, 0, 1}));
+}
+
 TEST_F(BlurDialogTest, TheKeyboard) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog blur = OpenBlur(gui, editor);

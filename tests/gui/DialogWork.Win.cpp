@@ -85,6 +85,19 @@ void ChooseEntry(const GuiDriver& gui, const DrivenDialog& dialog, int item, int
     dialog.Settle();
 }
 
+bool HasOpenMenu(const DrivenDialog& dialog) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(dialog.Window(), nullptr), &info);
+    return (info.flags & GUI_INMENUMODE) != 0;
+}
+
+void OpenMenuOf(const DrivenDialog& dialog, int item) {
+    const RECT popup = dialog.Bounds(item);
+    dialog.Click(item, {static_cast<int>(popup.right - popup.left) - 8, 8});
+    WaitUntil("the menu", [&] { return HasOpenMenu(dialog); });
+}
+
 std::vector<std::string> Entries(const DrivenDialog& dialog, int item) {
     const HWND popup = dialog.Control(item);
     const LRESULT count = SendMessageA(popup, CB_GETCOUNT, 0, 0);
@@ -98,15 +111,17 @@ std::vector<std::string> Entries(const DrivenDialog& dialog, int item) {
     return entries;
 }
 
-void DragSlider(const DrivenDialog& dialog, int item, SliderLimits limits,
-                const std::vector<int>& values, const std::function<void(int value)>& seen) {
+ItemPlace PlaceOnSlider(const DrivenDialog& dialog, int item, SliderLimits limits, int value) {
     const RECT bounds = dialog.Bounds(item);
     const SliderGeometry geometry =
         MeasureSlider({0, 0, bounds.right - bounds.left, bounds.bottom - bounds.top});
-    const auto placeOf = [&](int value) -> ItemPlace {
-        return {ThumbCenter(geometry, {value, limits.minimum, limits.maximum}, value),
-                (bounds.bottom - bounds.top) / 2};
-    };
+    return {ThumbCenter(geometry, {value, limits.minimum, limits.maximum}, value),
+            (bounds.bottom - bounds.top) / 2};
+}
+
+void DragSlider(const DrivenDialog& dialog, int item, SliderLimits limits,
+                const std::vector<int>& values, const std::function<void(int value)>& seen) {
+    const auto placeOf = [&](int value) { return PlaceOnSlider(dialog, item, limits, value); };
     std::vector<ItemPlace> places{placeOf(dialog.Value(item))};
     for (const int value : values) {
         places.push_back(placeOf(value));

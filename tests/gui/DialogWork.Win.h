@@ -22,6 +22,9 @@ std::vector<int> TabOrder(const GuiDriver& gui, const DrivenDialog& dialog);
 void TypeInto(const GuiDriver& gui, const DrivenDialog& dialog, int item, const std::string& text);
 /// Chooses an entry of a popup by its place, from 1 on, with the arrow keys.
 void ChooseEntry(const GuiDriver& gui, const DrivenDialog& dialog, int item, int place);
+/// Opens a popup's menu with the mouse.
+void OpenMenuOf(const DrivenDialog& dialog, int item);
+bool HasOpenMenu(const DrivenDialog& dialog);
 /// The texts of a popup's entries.
 std::vector<std::string> Entries(const DrivenDialog& dialog, int item);
 
@@ -30,6 +33,8 @@ struct SliderLimits {
     int maximum;
 };
 
+/// Where a slider's thumb stands for a value.
+ItemPlace PlaceOnSlider(const DrivenDialog& dialog, int item, SliderLimits limits, int value);
 /// Drags a slider's thumb over some of its values and lets go. `seen` is called at each, with the
 /// button still down.
 void DragSlider(const DrivenDialog& dialog, int item, SliderLimits limits,

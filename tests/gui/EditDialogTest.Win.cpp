@@ -155,6 +155,24 @@ TEST_F(EditDialogTest, AMeasureInInchesBecomesPixels) {
     EXPECT_EQ(Applied()->grY, 108);
 }
 
+TEST_F(EditDialogTest, AnEmptyFieldTakesItsMeasureInTheNewUnit) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog dialog = OpenEdit(gui, editor);
+        ChooseEntry(gui, dialog, Items::units, 1);
+        TabTo(gui, dialog, Items::width);
+        gui.Chord({VK_DELETE});
+        WaitUntil("nothing", [&] { return dialog.Text(Items::width).empty(); });
+        OpenMenuOf(dialog, Items::units);
+        gui.Chord({VK_END});
+        gui.Chord({VK_RETURN});
+        WaitUntil("centimetres", [&] { return dialog.Value(Items::units) == 3; });
+        TabTo(gui, dialog, okItem);
+        EXPECT_EQ(dialog.Text(Items::width), "5.3");
+        EXPECT_EQ(dialog.Text(Items::height), "3.5");
+        CloseWith(dialog, cancelItem);
+    });
+}
+
 TEST_F(EditDialogTest, NewWithoutMemoryKeepsTheTexture) {
     settings.memoryBudget = 400 << 10;
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {

@@ -160,6 +160,27 @@ TEST_F(LinesDialogTest, TheAngleByItsFieldTurnsTheDial) {
     });
 }
 
+TEST_F(LinesDialogTest, AnEmptyAngleTakesWhatTheDialIsTurnedTo) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        TabTo(gui, lines, Items::angle);
+        gui.Chord({VK_DELETE});
+        WaitUntil("nothing", [&] { return lines.Text(Items::angle).empty(); });
+        const RECT globe = lines.Bounds(Items::globe);
+        const int x = static_cast<int>(globe.right - globe.left) / 2;
+        const int y = static_cast<int>(globe.bottom - globe.top) / 2;
+        lines.Drag(Items::globe, {{x + 25, y}},
+                   [&] { WaitUntil("90", [&] { return lines.Text(Items::angle) == "90"; }); });
+        EXPECT_EQ(FocusedItem(lines), Items::angle) << "the dial takes no focus";
+        TabTo(gui, lines, okItem);
+        EXPECT_EQ(lines.Text(Items::angle), "90");
+        CloseWith(lines, okItem);
+    });
+    LinesParams expected;
+    expected.angle = 90;
+    ExpectApplied(*LinesOf(expected));
+}
+
 TEST_F(LinesDialogTest, AnAngleThatIsNone) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);

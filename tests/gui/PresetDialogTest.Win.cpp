@@ -194,17 +194,8 @@ TEST_F(PresetDialogTest, LastUsedChangesNothing) {
     });
 }
 
-bool HasOpenMenu(const DrivenDialog& dialog) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(dialog.Window(), nullptr), &info);
-    return (info.flags & GUI_INMENUMODE) != 0;
-}
-
 void OpenMenu(const DrivenDialog& lines) {
-    const RECT popup = lines.Bounds(Items::presets);
-    lines.Click(Items::presets, {static_cast<int>(popup.right - popup.left) - 8, 8});
-    WaitUntil("the menu", [&] { return HasOpenMenu(lines); });
+    OpenMenuOf(lines, Items::presets);
 }
 
 /// The values load as the choice passes over the names, before one is chosen.
@@ -284,6 +275,39 @@ TEST_F(PresetDialogTest, LeavingTheMenuTakesTheValuesBack) {
     const std::unique_ptr<PaintClass> expected = Blank();
     RunLines(*expected, crisp);
     ExpectApplied(*expected);
+}
+
+/// A drag lets no Idle run; keys that are pressed meanwhile are taken before the next one.
+TEST_F(PresetDialogTest, ADragThatLeavesThePresetLeavesNothingToDelete) {
+    StoreTwo();
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        ChooseEntry(gui, lines, Items::presets, 3);
+        WaitUntil("Delete", [&] { return lines.IsEnabled(Items::remove); });
+        const RECT globe = lines.Bounds(LinesItems::globe);
+        const int x = static_cast<int>(globe.right - globe.left) / 2;
+        const int y = static_cast<int>(globe.bottom - globe.top) / 2;
+        lines.Drag(LinesItems::globe, {{x - 25, y}}, [&] {
+            WaitUntil("-90", [&] { return lines.Text(LinesItems::angle) == "-90"; });
+            gui.Chord({VK_MENU, 'D'});
+        });
+        WaitUntil("Last Used", [&] { return lines.Value(Items::presets) == 1; });
+        EXPECT_FALSE(lines.IsEnabled(Items::remove));
+        EXPECT_EQ(Entries(lines, Items::presets), (Names{"Last Used", "", "Crisp", "Soft"}));
+        CloseWith(lines, cancelItem);
+    });
+    EXPECT_EQ(StoredNames(), (Names{"Crisp", "Soft"}));
+}
+
+/// Alt+D that is typed with the key or the press that opens the dialog.
+TEST_F(PresetDialogTest, NothingIsToDeleteWhenTheDialogOpens) {
+    StoreTwo();
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.PressToOpen(TextureItems::lines);
+        const DrivenDialog lines = gui.WaitFor(linesDialog);
+        EXPECT_FALSE(lines.IsEnabled(Items::remove));
+        CloseWith(lines, cancelItem);
+    });
 }
 
 TEST_F(PresetDialogTest, DeleteAsks) {
