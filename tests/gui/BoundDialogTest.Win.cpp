@@ -91,7 +91,7 @@ TEST_F(BoundDialogTest, RadioButtonsStandForTheirValues) {
     using Items = NoiseItems;
     for (const auto& [mode, item] :
          {std::pair{noiseGrey, Items::blackAndWhite}, {noiseColorful, Items::reallyColorful}}) {
-        const NoiseMode before{params.mode};
+        const std::int32_t first = params.mode;
         RunBound(
             noiseDialog, &params,
             [](Bindings& rows) {
@@ -100,8 +100,8 @@ TEST_F(BoundDialogTest, RadioButtonsStandForTheirValues) {
                                                            {noiseColorful, Items::reallyColorful}});
             },
             [&, item = item](const GuiDriver&, const DrivenDialog& dialog) {
-                EXPECT_EQ(dialog.Value(Items::colored), before == noiseColored ? 1 : 0);
-                EXPECT_EQ(dialog.Value(Items::blackAndWhite), before == noiseGrey ? 1 : 0);
+                EXPECT_EQ(dialog.Value(Items::colored), first == noiseColored ? 1 : 0);
+                EXPECT_EQ(dialog.Value(Items::blackAndWhite), first == noiseGrey ? 1 : 0);
                 dialog.Click(item, {6, 8});
                 WaitUntil("the button", [&, item = item] { return dialog.Value(item) == 1; });
                 EXPECT_EQ(dialog.Value(Items::colored) + dialog.Value(Items::blackAndWhite) +
