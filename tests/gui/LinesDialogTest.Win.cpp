@@ -139,24 +139,42 @@ TEST_F(LinesDialogTest, TheAngleByTheMouse) {
     });
 }
 
+/// What the dial shows.
+std::vector<std::uint8_t> DialOf(const DrivenDialog& lines) {
+    const RECT dial = lines.Bounds(Items::globe);
+    const host::Picture whole = lines.Grab();
+    std::vector<std::uint8_t> bytes;
+    for (LONG y = dial.top; y < dial.bottom; ++y) {
+        const std::uint8_t* const row =
+            whole.Pixel(static_cast<int>(dial.left), static_cast<int>(y));
+        bytes.insert(bytes.end(), row, row + 3 * (dial.right - dial.left));
+    }
+    return bytes;
+}
+
 TEST_F(LinesDialogTest, TheAngleByItsFieldTurnsTheDial) {
     LinesParams expected;
     expected.angle = 170;
     ExpectTakenBack(expected, [](const GuiDriver& gui, const DrivenDialog& lines) {
-        const RECT dial = lines.Bounds(Items::globe);
-        const auto dialBytes = [&] {
-            const host::Picture whole = lines.Grab();
-            std::vector<std::uint8_t> bytes;
-            for (LONG y = dial.top; y < dial.bottom; ++y) {
-                const std::uint8_t* const row =
-                    whole.Pixel(static_cast<int>(dial.left), static_cast<int>(y));
-                bytes.insert(bytes.end(), row, row + 3 * (dial.right - dial.left));
-            }
-            return bytes;
-        };
-        const std::vector<std::uint8_t> still = dialBytes();
+        const std::vector<std::uint8_t> still = DialOf(lines);
         TypeInto(gui, lines, Items::angle, "170");
-        WaitUntil("the dial to turn", [&] { return dialBytes() != still; });
+        WaitUntil("the dial to turn", [&] { return DialOf(lines) != still; });
+    });
+}
+
+TEST_F(LinesDialogTest, TheAngleOfAPresetTurnsTheDial) {
+    AddPreset(stored.presets[presetLines], LinesParams{}, "Plain");
+    LinesParams turned;
+    turned.angle = -120;
+    AddPreset(stored.presets[presetLines], turned, "Turned");
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        const std::vector<std::uint8_t> plain = DialOf(lines);
+        ChooseEntry(gui, lines, ApplyItems::presets, 4);
+        WaitUntil("the dial to turn", [&] { return DialOf(lines) != plain; });
+        ChooseEntry(gui, lines, ApplyItems::presets, 3);
+        WaitUntil("the dial to turn back", [&] { return DialOf(lines) == plain; });
+        CloseWith(lines, cancelItem);
     });
 }
 

@@ -57,6 +57,53 @@ TEST_F(ViewTest, ZoomWalksItsLadderAndStopsAtTheEnds) {
     });
 }
 
+/// What an item of the editor shows, pixel by pixel.
+std::vector<Pixel> Shown(const DrivenDialog& editor, int item) {
+    const RECT bounds = editor.Bounds(item);
+    const host::Picture picture = editor.Grab();
+    std::vector<Pixel> colors;
+    for (LONG y = bounds.top; y < bounds.bottom; ++y) {
+        for (LONG x = bounds.left; x < bounds.right; ++x) {
+            const std::uint8_t* const pixel =
+                picture.Pixel(static_cast<int>(x), static_cast<int>(y));
+            colors.push_back(Color(pixel[0], pixel[1], pixel[2]));
+        }
+    }
+    return colors;
+}
+
+TEST_F(ViewTest, TheReadoutShowsTheZoom) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        const std::vector<Pixel> actual = Shown(editor, Items::zoomReadout);
+        editor.Choose(commandZoomIn);
+        const std::vector<Pixel> larger = Shown(editor, Items::zoomReadout);
+        EXPECT_NE(larger, actual);
+        editor.Choose(commandZoomIn);
+        EXPECT_NE(Shown(editor, Items::zoomReadout), larger);
+        editor.Choose(commandActualPixels);
+        EXPECT_EQ(Shown(editor, Items::zoomReadout), actual);
+    });
+}
+
+TEST_F(ViewTest, AnEmptyProgressBarHasABlackFrameAndAGreyEdge) {
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        const RECT bounds = editor.Bounds(Items::progress);
+        const std::size_t across = static_cast<std::size_t>(bounds.right - bounds.left);
+        const std::size_t down = static_cast<std::size_t>(bounds.bottom - bounds.top);
+        const std::vector<Pixel> bar = Shown(editor, Items::progress);
+        for (std::size_t y = 0; y < down; ++y) {
+            for (std::size_t x = 0; x < across; ++x) {
+                const bool isFrame = x == 0 || y == 0 || x == across - 1 || y == down - 1;
+                const bool isEdge = x == 1 || y == 1;
+                EXPECT_EQ(bar[y * across + x], isFrame  ? black
+                                               : isEdge ? Color(0x7F, 0x7F, 0x7F)
+                                                        : white)
+                    << x << ", " << y;
+            }
+        }
+    });
+}
+
 TEST_F(ViewTest, SizeMarksAndViewsByKeys) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
         gui.Type("m");
