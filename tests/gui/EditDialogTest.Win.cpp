@@ -57,6 +57,9 @@ TEST_F(EditDialogTest, ACancelledNewChangesNothing) {
         CloseWith(dialog, cancelItem);
         ExpectSize(editor, "150 pixel", "100 pixel");
         EXPECT_EQ(editor.Text(Texture::name), "Untitled 1");
+        const DrivenDialog again = OpenEdit(gui, editor);
+        EXPECT_EQ(again.Value(Items::units), 1) << "the unit is as it was, too";
+        CloseWith(again, cancelItem);
     });
     ExpectApplied(*Noise());
 }

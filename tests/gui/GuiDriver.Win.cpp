@@ -317,6 +317,11 @@ void DrivenDialog::Settle() const {
 
 void DrivenDialog::WaitUntilClosed() const {
     WaitUntil("the dialog to close", [this] { return !IsOpen(); });
+    if (ClassOf(owner) == "#32770") {
+        // It may be closing, too.
+        DWORD_PTR ignored = 0;
+        SendMessageTimeoutA(owner, WM_NULL, 0, 0, SMTO_NORMAL, patienceMilliseconds, &ignored);
+    }
 }
 
 host::Picture DrivenDialog::Grab() const {

@@ -32,7 +32,8 @@ struct ItemPlace {
 /// An open dialog.
 class DrivenDialog {
   public:
-    explicit DrivenDialog(HWND newWindow) : window(newWindow) {}
+    explicit DrivenDialog(HWND newWindow)
+        : window(newWindow), owner(GetWindow(newWindow, GW_OWNER)) {}
 
     HWND Window() const { return window; }
     HWND Control(int item) const;
@@ -77,6 +78,7 @@ class DrivenDialog {
     void Settle() const;
     /// Until no part of it is still to be painted.
     void WaitUntilPainted() const;
+    /// Until it has closed, and the dialog below it has gone on from there.
     void WaitUntilClosed() const;
     bool IsOpen() const { return IsWindow(window) != FALSE; }
 
@@ -87,6 +89,7 @@ class DrivenDialog {
     UINT MenuState(int command) const;
 
     HWND window;
+    HWND owner;
 };
 
 /// The user of the dialogs that another thread opens.
