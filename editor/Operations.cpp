@@ -5,7 +5,6 @@
 
 #include "dialogs/BlurDialog.h"
 #include "dialogs/LinesDialog.h"
-#include "paint/EffectRun.h"
 #include "resources/Ids.h"
 
 namespace {
@@ -16,16 +15,6 @@ using Items = TextureItems;
 template <typename Dialog, auto field>
 std::unique_ptr<ApplyDialog> Make(const ApplyContext& context, Preferences& preferences) {
     return std::make_unique<Dialog>(context, preferences.*field);
-}
-
-/// A run step that takes the texture and the record.
-template <auto step, auto field>
-void Run(PaintClass& pic, const Preferences& preferences) {
-    step(pic, preferences.*field);
-}
-
-void RunSkewBetweenPixels(PaintClass& pic, const Preferences& preferences) {
-    RunSkew(pic, preferences.skew);
 }
 
 bool Always(const Preferences&) {
@@ -40,39 +29,25 @@ bool BlursPlainly(const Preferences& preferences) {
     return preferences.blur.motion == 0;
 }
 
-constexpr auto effect = OperationKind::effect;
-constexpr auto filter = OperationKind::filter;
-using P = Preferences;
-
 constexpr std::array operations = {
-    Operation{effect, linesDialog, Items::lines, commandLines, Run<RunLines, &P::lines>, Always,
-              Make<LinesDialog, &P::lines>, placedLines, presetLines},
-    Operation{effect, shapesDialog, Items::shapes, commandLines + 1, Run<RunShapes, &P::shapes>,
-              Always, nullptr, placedShapes, presetShapes},
-    Operation{effect, dropsDialog, Items::drops, commandLines + 2, Run<RunDrops, &P::drops>, Always,
-              nullptr, placedDrops, presetDrops},
-    Operation{effect, devidersDialog, Items::dividers, commandLines + 3,
-              Run<RunDividers, &P::dividers>, Always, nullptr, placedDeviders, presetDividers},
-    Operation{effect, wavesDialog, Items::waves, commandLines + 4, Run<RunWaves, &P::waves>, Never,
-              nullptr, placedWaves, presetWaves},
-    Operation{effect, twirlsDialog, Items::twirls, commandLines + 5, Run<RunTwirls, &P::twirls>,
-              Always, nullptr, placedTwirls, presetTwirls},
-    Operation{effect, skewDialog, Items::skew, commandLines + 6, RunSkewBetweenPixels, Always,
-              nullptr, placedSkew, presetSkew},
-    Operation{filter, blurDialog, Items::blur, commandBlur, Run<RunBlur, &P::blur>, BlursPlainly,
-              Make<BlurDialog, &P::blur>, placedBlur},
-    Operation{filter, sharpenDialog, Items::sharpen, commandBlur + 1, Run<RunSharpen, &P::sharpen>,
-              Never, nullptr, placedSharpen},
-    Operation{filter, noiseDialog, Items::noise, commandBlur + 2, Run<RunNoise, &P::noise>, Never,
-              nullptr, placedNoise},
-    Operation{filter, saturationDialog, Items::saturation, commandBlur + 3,
-              Run<RunSaturation, &P::saturation>, Never, nullptr, placedSaturation},
-    Operation{filter, brightContrDialog, Items::brightContr, commandBlur + 4,
-              Run<RunBrightnessContrast, &P::brightContr>, Never, nullptr, placedBrightContr},
-    Operation{filter, addColorDialog, Items::addColor, commandBlur + 5,
-              Run<RunAddColor, &P::addColor>, Never, nullptr, placedAddColor},
-    Operation{filter, mosaicDialog, Items::mosaic, commandBlur + 6, Run<RunMosaic, &P::mosaic>,
-              Never, nullptr, placedMosaic},
+    Operation{linesDialog, Items::lines, commandLines, Always,
+              Make<LinesDialog, &Preferences::lines>, placedLines},
+    Operation{shapesDialog, Items::shapes, commandLines + 1, Always, nullptr, placedShapes},
+    Operation{dropsDialog, Items::drops, commandLines + 2, Always, nullptr, placedDrops},
+    Operation{devidersDialog, Items::dividers, commandLines + 3, Always, nullptr, placedDeviders},
+    Operation{wavesDialog, Items::waves, commandLines + 4, Never, nullptr, placedWaves},
+    Operation{twirlsDialog, Items::twirls, commandLines + 5, Always, nullptr, placedTwirls},
+    Operation{skewDialog, Items::skew, commandLines + 6, Always, nullptr, placedSkew},
+    Operation{blurDialog, Items::blur, commandBlur, BlursPlainly,
+              Make<BlurDialog, &Preferences::blur>, placedBlur},
+    Operation{sharpenDialog, Items::sharpen, commandBlur + 1, Never, nullptr, placedSharpen},
+    Operation{noiseDialog, Items::noise, commandBlur + 2, Never, nullptr, placedNoise},
+    Operation{saturationDialog, Items::saturation, commandBlur + 3, Never, nullptr,
+              placedSaturation},
+    Operation{brightContrDialog, Items::brightContr, commandBlur + 4, Never, nullptr,
+              placedBrightContr},
+    Operation{addColorDialog, Items::addColor, commandBlur + 5, Never, nullptr, placedAddColor},
+    Operation{mosaicDialog, Items::mosaic, commandBlur + 6, Never, nullptr, placedMosaic},
 };
 
 const Operation* Find(short Operation::*key, short value) {
@@ -83,6 +58,11 @@ const Operation* Find(short Operation::*key, short value) {
 }
 
 }  // namespace
+
+void Operation::Run(PaintClass& pic, const Preferences& preferences) const {
+    // Without memory an operation leaves the texture as it is, and the editor says nothing.
+    Row().run(pic, LastUsedRecord(preferences, id));
+}
 
 std::span<const Operation> AllOperations() {
     return operations;

@@ -7,22 +7,14 @@
 
 #include "dialogs/ApplyDialog.h"
 #include "files/Preferences.h"
-#include "paint/PaintClass.h"
-
-enum class OperationKind {
-    effect,
-    filter,
-};
+#include "paint/Catalog.h"
 
 struct Operation {
-    OperationKind kind;
     /// The resource id of its dialog, by which it is known.
     short id;
     /// The editor's button.
     short item;
     short menuCommand;
-    /// The step from the remembered record to the texture.
-    void (*run)(PaintClass& pic, const Preferences& preferences);
     /// Whether a run from the dialog redraws the view first, so that a progress bar starts on what
     /// is there.
     bool (*redrawsFirst)(const Preferences& preferences);
@@ -31,8 +23,10 @@ struct Operation {
     std::unique_ptr<ApplyDialog> (*makeDialog)(const ApplyContext& context,
                                                Preferences& preferences);
     PlacedDialog place;
-    /// Of an effect; presetEffectCount for a filter.
-    PresetEffect presets = presetEffectCount;
+
+    const CatalogRow& Row() const { return CatalogRowOf(id); }
+    /// Runs it on the texture with the remembered record.
+    void Run(PaintClass& pic, const Preferences& preferences) const;
 };
 
 /// In the order of the items.

@@ -153,8 +153,8 @@ void TextureDialog::SaveTextureFile() {
 
 void TextureDialog::OpenOperation(const Operation& operation) {
     TakeUndoSnapshot();
-    SimpleLink* const presets =
-        operation.presets != presetEffectCount ? &preferences.presets[operation.presets] : nullptr;
+    const PresetEffect list = operation.Row().presets;
+    SimpleLink* const presets = list != presetEffectCount ? &preferences.presets[list] : nullptr;
     const ApplyContext context{this, Record(), dialogPlaces[operation.place], presets};
     subDialog = operation.makeDialog(context, preferences);
     const int ended = subDialog->Run();
@@ -175,7 +175,7 @@ void TextureDialog::RunOperation(short id) {
     if (operation.redrawsFirst(preferences)) {
         RedrawAll();
     }
-    operation.run(*pic, preferences);
+    operation.Run(*pic, preferences);
     ShowResult();
 }
 
@@ -187,7 +187,7 @@ void TextureDialog::ShowResult() {
 }
 
 void TextureDialog::Remember(const Operation& operation) {
-    (operation.kind == OperationKind::effect ? lastEffect : lastFilter) = operation.id;
+    (operation.Row().kind == OperationKind::effect ? lastEffect : lastFilter) = operation.id;
 }
 
 void TextureDialog::RepeatEffect(short effect) {
@@ -202,7 +202,7 @@ void TextureDialog::RepeatFilter(short filter) {
 
 void TextureDialog::RepeatOperation(short id) {
     TakeUndoSnapshot();
-    OperationWithId(id)->run(*pic, preferences);
+    OperationWithId(id)->Run(*pic, preferences);
     ShowResult();
 }
 

@@ -22,7 +22,7 @@ class PreferenceFile : public File {
 
     /// Finds the file through the system's store, or beside the program's own module, and opens it
     /// for reading and writing, empty if it is new. A stored path that cannot be opened is replaced
-    /// by that beside the module. Answers 0. FatalError 20008 when the store cannot be used, 19000
+    /// by that beside the module. Returns 0. FatalError 20008 when the store cannot be used, 19000
     /// when no file can be opened.
     std::int16_t OpenPreferenceFile();
 

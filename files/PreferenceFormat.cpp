@@ -7,7 +7,9 @@
 #include <new>
 #include <utility>
 
+#include "base/FatalError.h"
 #include "files/PreferenceFile.h"
+#include "resources/Ids.h"
 
 namespace {
 
@@ -20,24 +22,23 @@ constexpr std::int32_t listsOffset = 193;
 using CountWord = std::int16_t;
 constexpr CountWord emptyList = 1;
 
-/// One field of the head.
-struct HeadField {
+/// One member of the head.
+struct HeadMember {
     std::int32_t offset;
     std::int32_t size;
     void* (*target)(Preferences& preferences);
     const void* (*source)(const Preferences& preferences);
+    /// For a last used record, the id of its operation; else 0.
+    std::int16_t id;
 };
 
 template <auto member>
-constexpr HeadField Field(std::int32_t offset, std::size_t size) {
+constexpr HeadMember Member(std::int32_t offset, std::int16_t id = 0,
+                            std::size_t size = sizeof(std::declval<Preferences&>().*member)) {
     return {offset, static_cast<std::int32_t>(size),
             [](Preferences& preferences) -> void* { return &(preferences.*member); },
-            [](const Preferences& preferences) -> const void* { return &(preferences.*member); }};
-}
-
-template <auto member>
-constexpr HeadField Field(std::int32_t offset) {
-    return Field<member>(offset, sizeof(std::declval<Preferences&>().*member));
+            [](const Preferences& preferences) -> const void* { return &(preferences.*member); },
+            id};
 }
 
 /// One preset list. In memory a record has its type's whole size, which can be larger.
@@ -51,25 +52,25 @@ constexpr PresetFormat RecordOf(std::size_t size = sizeof(Record)) {
     return {static_cast<std::int32_t>(size), sizeof(Record)};
 }
 
-// The layout: the head's fields behind magic and version, and the lists behind the head.
-constexpr HeadField headFields[] = {
-    Field<&Preferences::launchFlag>(6),
-    Field<&Preferences::foreground>(7),
-    Field<&Preferences::background>(13),
-    Field<&Preferences::blur>(19),
-    Field<&Preferences::sharpen>(25),
-    Field<&Preferences::noise>(27),
-    Field<&Preferences::saturation>(35),
-    Field<&Preferences::brightContr>(37),
-    Field<&Preferences::addColor>(41),
-    Field<&Preferences::mosaic>(49),
-    Field<&Preferences::lines>(53),
-    Field<&Preferences::drops>(67),
-    Field<&Preferences::dividers>(81),
-    Field<&Preferences::waves>(107),
-    Field<&Preferences::twirls>(123),
-    Field<&Preferences::skew>(129),
-    Field<&Preferences::shapes>(133, shapesRecordSize),
+// The layout: the head's members after magic and version, and the lists after the head.
+constexpr HeadMember headMembers[] = {
+    Member<&Preferences::launchFlag>(6),
+    Member<&Preferences::foreground>(7),
+    Member<&Preferences::background>(13),
+    Member<&Preferences::blur>(19, blurDialog),
+    Member<&Preferences::sharpen>(25, sharpenDialog),
+    Member<&Preferences::noise>(27, noiseDialog),
+    Member<&Preferences::saturation>(35, saturationDialog),
+    Member<&Preferences::brightContr>(37, brightContrDialog),
+    Member<&Preferences::addColor>(41, addColorDialog),
+    Member<&Preferences::mosaic>(49, mosaicDialog),
+    Member<&Preferences::lines>(53, linesDialog),
+    Member<&Preferences::drops>(67, dropsDialog),
+    Member<&Preferences::dividers>(81, devidersDialog),
+    Member<&Preferences::waves>(107, wavesDialog),
+    Member<&Preferences::twirls>(123, twirlsDialog),
+    Member<&Preferences::skew>(129, skewDialog),
+    Member<&Preferences::shapes>(133, shapesDialog, shapesRecordSize),
 };
 constexpr PresetFormat presetFormats[presetEffectCount] = {
     RecordOf<LinesParams>(),
@@ -83,11 +84,11 @@ constexpr PresetFormat presetFormats[presetEffectCount] = {
 
 constexpr bool HasNoGaps() {
     std::int32_t offset = headOffset;
-    for (const HeadField& field : headFields) {
-        if (field.offset != offset) {
+    for (const HeadMember& member : headMembers) {
+        if (member.offset != offset) {
             return false;
         }
-        offset += field.size;
+        offset += member.size;
     }
     return offset == listsOffset;
 }
@@ -163,6 +164,19 @@ void WritePresets(const PreferenceWriter& write, const PresetFormat& format,
 
 }  // namespace
 
+const void* LastUsedRecord(const Preferences& preferences, std::int16_t id) {
+    for (const HeadMember& member : headMembers) {
+        if (id != 0 && member.id == id) {
+            return member.source(preferences);
+        }
+    }
+    FailAssertion("PreferenceFormat / no record of this operation is kept");
+}
+
+void* LastUsedRecord(Preferences& preferences, std::int16_t id) {
+    return const_cast<void*>(LastUsedRecord(std::as_const(preferences), id));
+}
+
 std::uint8_t ReadPreferenceHead(const PreferenceReader& read) {
     CheckHead(read);
     std::uint8_t launchFlag = 1;
@@ -172,8 +186,8 @@ std::uint8_t ReadPreferenceHead(const PreferenceReader& read) {
 
 void ReadPreferences(const PreferenceReader& read, Preferences& preferences) {
     CheckHead(read);
-    for (const HeadField& field : headFields) {
-        read(field.target(preferences), field.size);
+    for (const HeadMember& member : headMembers) {
+        read(member.target(preferences), member.size);
     }
     for (std::size_t i = 0; i < presetEffectCount; ++i) {
         ReadPresets(read, presetFormats[i], preferences.presets[i]);
@@ -187,8 +201,8 @@ void ReadPreferences(const PreferenceReader& read, Preferences& preferences) {
 void WritePreferences(const PreferenceWriter& write, const Preferences& preferences) {
     write(magic, sizeof magic);
     write(&version, sizeof version);
-    for (const HeadField& field : headFields) {
-        write(field.source(preferences), field.size);
+    for (const HeadMember& member : headMembers) {
+        write(member.source(preferences), member.size);
     }
     for (std::size_t i = 0; i < presetEffectCount; ++i) {
         WritePresets(write, presetFormats[i], preferences.presets[i]);

@@ -2,7 +2,7 @@
 // fixed order. The head: "VELK", the version, flag, colours and last used records. Then the seven
 // preset lists: a count, one above the number of entries, and each entry's name (256 bytes) and
 // record. Then the places of the dialogs. There is no table of contents and no checksum, and what
-// stands behind the end is left over from an earlier file and means nothing.
+// follows the end is left over from an earlier file and means nothing.
 #pragma once
 
 #include <cstdint>
@@ -18,11 +18,11 @@ using PreferenceWriter = std::function<void(const void* buffer, std::int32_t cou
 /// The size of a file without presets.
 constexpr std::int32_t smallestPreferenceSize = 383;
 
-/// Reads up to the launch flag and answers it. Throws preferenceBadHead for another kind or version
+/// Reads up to the launch flag and returns it. Throws preferenceBadHead for another kind or version
 /// of file, and what `read` throws.
 std::uint8_t ReadPreferenceHead(const PreferenceReader& read);
 
-/// Reads the whole file. Presets go behind those that are in the lists already. Throws
+/// Reads the whole file. Presets are appended to those already in the lists. Throws
 /// preferenceBadHead, preferenceNoMemory and what `read` throws; what was read up to there stays.
 void ReadPreferences(const PreferenceReader& read, Preferences& preferences);
 

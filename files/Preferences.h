@@ -1,4 +1,4 @@
-// What the editor remembers between runs, and how it is kept.
+// The settings that the editor remembers between runs, and the functions that keep them.
 #pragma once
 
 #include <array>
@@ -6,22 +6,11 @@
 #include <cstdint>
 
 #include "hostapi/HostTypes.h"
+#include "paint/Catalog.h"
 #include "paint/records/EffectParams.h"
 #include "paint/records/FilterParams.h"
 #include "paint/records/LinesParams.h"
 #include "raster/SimpleLink.h"
-
-/// The effects with presets, in the file's order.
-enum PresetEffect : std::size_t {
-    presetLines,
-    presetDrops,
-    presetDividers,
-    presetWaves,
-    presetTwirls,
-    presetSkew,
-    presetShapes,
-    presetEffectCount,
-};
 
 /// The dialogs whose places are remembered, in the file's order.
 enum PlacedDialog : std::size_t {
@@ -89,6 +78,11 @@ struct Preferences {
     /// 0 to 100.
     std::int16_t combineAmount = 50;
 };
+
+/// Returns the last used record of the operation with this id, of the type that the catalogue has
+/// for it. An id without one fails an assertion.
+void* LastUsedRecord(Preferences& preferences, std::int16_t id);
+const void* LastUsedRecord(const Preferences& preferences, std::int16_t id);
 
 /// Whether the New dialog opens at launch. Also true without a file or with one that cannot be
 /// understood. Raises what OpenPreferenceFile raises.

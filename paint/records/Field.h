@@ -56,7 +56,7 @@ bool IsInRange(std::span<const Field> fields, const void* record);
 /// Moves every field of the record into its range.
 void PutInRange(std::span<const Field> fields, void* record);
 
-// What the tables are made of.
+// The parts of the tables.
 
 /// The words of a switch.
 inline constexpr FieldWord offAndOn[] = {{"off", 0}, {"on", 1}};

@@ -124,3 +124,17 @@ template <>
 constexpr std::span<const Field> FieldsOf<MosaicParams>() {
     return mosaicFields;
 }
+
+/// The parameter of Flip. No dialog gives it, and no file keeps it.
+struct FlipParams {
+    /// 0 to 2.
+    std::int16_t mode = 0;
+};
+inline constexpr FieldWord flipModeWords[] = {{"vertical", 0}, {"horizontal", 1}, {"both", 2}};
+inline constexpr Field flipFields[] = {
+    fields::Choice<&FlipParams::mode>("mode", flipModeWords),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<FlipParams>() {
+    return flipFields;
+}

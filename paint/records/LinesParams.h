@@ -26,7 +26,7 @@ struct LinesParams {
     std::uint16_t colorMode = linesRandom;
     /// -180 to 180 degrees, the main direction.
     std::int16_t angle = 45;
-    /// What average scatters around.
+    /// The colour that average scatters around.
     RGBColor16 color{0x7FFF, 0x7FFF, 0x7FFF};
 };
 

@@ -71,7 +71,7 @@ void PngWriter::WriteChunk(const char* type, std::span<const std::uint8_t> data)
     const auto* const typeBytes = reinterpret_cast<const std::uint8_t*>(type);
     constexpr std::size_t typeSize = 4;
     uLong check = crc32(0, typeBytes, typeSize);
-    // For a null pointer crc32 answers its start value instead.
+    // For a null pointer crc32 returns its start value instead.
     if (!data.empty()) {
         check = crc32(check, data.data(), static_cast<uInt>(data.size()));
     }

@@ -1,11 +1,13 @@
-// What a recipe is made of: the rows of the operation table, and the checked operations that the
-// parser makes of a text with it. No pixels here.
+// The parts of a recipe: the rows of the operation table, and the checked operations that the
+// parser makes of a text by it. Nothing here touches pixels.
 #pragma once
 
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -14,6 +16,7 @@
 #include <vector>
 
 #include "hostapi/HostTypes.h"
+#include "paint/records/Field.h"
 
 namespace recipe {
 
@@ -31,9 +34,9 @@ struct Whole {
     std::int64_t lowest;
     std::int64_t highest;
 };
-/// One of a few integers, in ascending order; read as std::int64_t.
-struct OneOf {
-    std::vector<std::int64_t> choices;
+/// One of the values of a field, as a number or by its word; read as std::int64_t.
+struct Choice {
+    std::span<const FieldWord> choices;
 };
 /// One of a few words; read as std::string.
 struct Word {
@@ -62,14 +65,14 @@ struct FileName {
 /// Anything but the empty text; read as std::string.
 struct Text {};
 
-using KeyType = std::variant<Whole, OneOf, Word, Real, ColorTriple, Coordinates, Rectangle, Path,
+using KeyType = std::variant<Whole, Choice, Word, Real, ColorTriple, Coordinates, Rectangle, Path,
                              FileName, Text>;
 
 /// The key has to be given.
 struct Required {};
 /// The key may be left out, and the operation looks whether it is there.
 struct LeftOut {};
-/// What a key that is not given counts as.
+/// The effect of leaving a key out.
 using WhenMissing = std::variant<Required, LeftOut, Value>;
 
 /// Offers a default of any integer type.
@@ -83,7 +86,7 @@ struct KeyDefinition {
     WhenMissing whenMissing = Required{};
 };
 
-/// What an operation does to the texture.
+/// The effect of an operation on the texture.
 enum class TextureUse {
     /// Makes it; the only kind that may come first in a recipe.
     begins,
@@ -99,7 +102,7 @@ struct OperationDefinition {
     TextureUse textureUse;
     std::vector<KeyDefinition> keys;
     /// Throws std::exception or a fault of the core when it fails.
-    void (*run)(Session& session, const Arguments& arguments);
+    std::function<void(Session& session, const Arguments& arguments)> run;
     /// Looks at values that are right each by itself, before the recipe runs. Throws ValueError,
     /// with all of the message, if they make no sense together. May be null.
     void (*check)(const Arguments& arguments) = nullptr;
@@ -116,7 +119,7 @@ class Arguments {
     const Type& Get(std::string_view key) const {
         return std::get<Type>(values.at(key));
     }
-    /// A Whole or OneOf, as the type of the field that it is for. The range of the key's row has
+    /// A Whole or Choice, as the type of the field that it is for. The range of the key's row has
     /// to fit in it.
     template <class Integer>
     Integer Number(std::string_view key) const {
@@ -139,7 +142,7 @@ struct Operation {
     Arguments arguments;
 };
 
-/// What is wrong with a recipe or went wrong in it, in one line of text.
+/// A fault of a recipe, or one in its run, in one line of text.
 class RecipeError : public std::runtime_error {
   public:
     RecipeError(int faultyLine, const std::string& message)

@@ -10,7 +10,7 @@ namespace recipe {
 
 namespace {
 
-/// What is wrong with a line; the caller knows which one it is.
+/// A fault of a line. The caller adds its number.
 class LineError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };

@@ -11,7 +11,7 @@
 
 namespace recipe {
 
-/// What stands for `${name}`, by name.
+/// The texts that replace `${name}`, by name.
 using Replacements = std::map<std::string, std::string, std::less<>>;
 
 /// Whether `${name}` can be written: a letter or underscore, then letters, digits and underscores.

@@ -104,16 +104,22 @@ Value ParseWhole(const Whole& type, std::string_view text) {
     return *number;
 }
 
-Value ParseOneOf(const OneOf& type, std::string_view text) {
+/// "23 (none)", or the number alone.
+std::string NumberAndWord(const FieldWord& choice) {
+    const std::string number = std::to_string(choice.value);
+    return *choice.word == 0 ? number : number + " (" + choice.word + ")";
+}
+
+Value ParseChoice(const Choice& type, std::string_view text) {
     const std::optional<std::int64_t> number = ReadInteger(text);
-    if (!number || !std::ranges::binary_search(type.choices, *number)) {
-        std::vector<std::string> choices;
-        for (const std::int64_t choice : type.choices) {
-            choices.push_back(std::to_string(choice));
+    std::vector<std::string> choices;
+    for (const FieldWord& choice : type.choices) {
+        if (number ? *number == choice.value : !text.empty() && text == choice.word) {
+            return std::int64_t{choice.value};
         }
-        Reject(ListOf(choices), text);
+        choices.push_back(NumberAndWord(choice));
     }
-    return *number;
+    Reject(ListOf(choices), text);
 }
 
 Value ParseWord(const Word& type, std::string_view text) {
@@ -202,7 +208,7 @@ Value ParseText(std::string_view text) {
 
 Value ParseValue(const KeyType& type, std::string_view text) {
     return std::visit(Overloaded{[&](const Whole& t) { return ParseWhole(t, text); },
-                                 [&](const OneOf& t) { return ParseOneOf(t, text); },
+                                 [&](const Choice& t) { return ParseChoice(t, text); },
                                  [&](const Word& t) { return ParseWord(t, text); },
                                  [&](const Real& t) { return ParseReal(t, text); },
                                  [&](const ColorTriple&) { return ParseColor(text); },

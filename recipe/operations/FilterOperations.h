@@ -1,4 +1,5 @@
-// The rows of the operation table that filter the texture, move it or make another one of it.
+// The rows of the operation table that take no record: they change the whole texture, move it or
+// make another one of it.
 #pragma once
 
 #include <vector>

@@ -1,23 +1,15 @@
-// How operations tell that memory was short.
+// How operations report that memory was short.
 #pragma once
 
 #include <new>
 
-#include "recipe/tool/Session.h"
-
 namespace recipe {
 
-/// For run steps that answer whether there was memory.
+/// Throws std::bad_alloc if a run step returned that there was no memory.
 inline void CheckMemory(bool hadMemory) {
     if (!hadMemory) {
         throw std::bad_alloc();
     }
-}
-
-/// The texture, for run steps that do nothing without memory for a clone and do not say so.
-inline PaintClass& TextureWithRoom(Session& session) {
-    CheckMemory(session.Texture().HasRoomForClone());
-    return session.Texture();
 }
 
 }  // namespace recipe

@@ -15,9 +15,9 @@
 #include "recipe/formats/TextureFiles.h"
 #include "recipe/language/Wording.h"
 #include "recipe/operations/Colors.h"
-#include "recipe/operations/EffectOperations.h"
 #include "recipe/operations/FilterOperations.h"
 #include "recipe/operations/PresetOperation.h"
+#include "recipe/operations/RecordOperations.h"
 #include "recipe/operations/ToolOperations.h"
 #include "recipe/tool/Session.h"
 #include "shell/transfer/Transfer.h"
@@ -145,7 +145,7 @@ std::vector<OperationDefinition> BasicOperations() {
 std::span<const OperationDefinition> OperationTable() {
     static const std::vector<OperationDefinition> table = [] {
         std::vector<OperationDefinition> rows = BasicOperations();
-        std::ranges::move(EffectOperations(), std::back_inserter(rows));
+        std::ranges::move(RecordOperations(), std::back_inserter(rows));
         rows.push_back(PresetOperation());
         std::ranges::move(FilterOperations(), std::back_inserter(rows));
         std::ranges::move(ToolOperations(), std::back_inserter(rows));

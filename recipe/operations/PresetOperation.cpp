@@ -5,7 +5,7 @@
 
 #include "base/NameCompare.h"
 #include "recipe/language/Wording.h"
-#include "recipe/operations/EffectOperations.h"
+#include "recipe/operations/RecordOperations.h"
 #include "recipe/presets/PreferenceReading.h"
 #include "recipe/tool/Session.h"
 #include "resources/Strings.h"
@@ -13,44 +13,6 @@
 namespace recipe {
 
 namespace {
-
-/// An effect that has presets: where its records are, and how one is run.
-struct PresetEffectRow {
-    std::string_view name;
-    PresetEffect list;
-    void (*runLastUsed)(Session& session, const Preferences& preferences);
-    void (*runRecord)(Session& session, const void* record);
-};
-
-template <typename Record, Record Preferences::*lastUsed>
-constexpr PresetEffectRow Row(std::string_view name, PresetEffect list) {
-    return {name, list,
-            [](Session& session, const Preferences& preferences) {
-                RunEffect(session, preferences.*lastUsed);
-            },
-            [](Session& session, const void* record) {
-                RunEffect(session, *static_cast<const Record*>(record));
-            }};
-}
-
-constexpr PresetEffectRow effects[] = {
-    Row<LinesParams, &Preferences::lines>("lines", presetLines),
-    Row<ShapesParams, &Preferences::shapes>("shapes", presetShapes),
-    Row<DropsParams, &Preferences::drops>("drops", presetDrops),
-    Row<DividersParams, &Preferences::dividers>("dividers", presetDividers),
-    Row<WavesParams, &Preferences::waves>("waves", presetWaves),
-    Row<TwirlsParams, &Preferences::twirls>("twirls", presetTwirls),
-    Row<SkewParams, &Preferences::skew>("skew", presetSkew),
-};
-
-const PresetEffectRow& EffectNamed(std::string_view name) {
-    for (const PresetEffectRow& effect : effects) {
-        if (effect.name == name) {
-            return effect;
-        }
-    }
-    throw std::logic_error("the parser lets no other effect through");
-}
 
 /// The first of that name, as the editor compares names; counted from 1. 0 if there is none.
 short IndexOfPreset(const SimpleLink& presets, const std::string& name) {
@@ -66,28 +28,30 @@ short IndexOfPreset(const SimpleLink& presets, const std::string& name) {
 void RunPreset(Session& session, const Arguments& arguments) {
     const auto& file = arguments.Get<std::string>("file");
     const auto& name = arguments.Get<std::string>("name");
-    const PresetEffectRow& effect = EffectNamed(arguments.Get<std::string>("effect"));
+    const CatalogRow& effect = CatalogRowNamed(arguments.Get<std::string>("effect"));
     Preferences preferences;
     ReadPreferenceFile(session.Places().FindInput(file), preferences);
     if (NamesAreEqual(name.c_str(), StringText(stringLastUsed))) {
-        effect.runLastUsed(session, preferences);
+        RunRecord(session, effect, LastUsedRecord(preferences, effect.id));
         return;
     }
-    const SimpleLink& presets = preferences.presets[effect.list];
+    const SimpleLink& presets = preferences.presets[effect.presets];
     void* record = nullptr;
     if (!presets.DataAt(IndexOfPreset(presets, name), &record)) {
-        throw std::runtime_error("there is no preset " + Quoted(name) + " for " +
-                                 std::string(effect.name) + " in " + Quoted(file));
+        throw std::runtime_error("there is no preset " + Quoted(name) + " for " + effect.name +
+                                 " in " + Quoted(file));
     }
-    effect.runRecord(session, record);
+    RunRecord(session, effect, record);
 }
 
 }  // namespace
 
 OperationDefinition PresetOperation() {
     Word names;
-    for (const PresetEffectRow& effect : effects) {
-        names.choices.push_back(effect.name);
+    for (const CatalogRow& row : Catalog()) {
+        if (row.presets != presetEffectCount) {
+            names.choices.push_back(row.name);
+        }
     }
     return {"preset",
             TextureUse::changes,

@@ -52,96 +52,18 @@ class Line {
     std::string text;
 };
 
-std::string LineOf(const BlurParams& blur) {
-    return Line("blur")
-        .Key("amount", blur.amount)
-        .Key("motion", blur.motion)
-        .Key("direction", blur.direction)
-        .Text();
-}
-
-std::string LineOf(const AddColorParams& addColor) {
-    return Line("addColor").Key("opacity", addColor.opacity).Key("color", addColor.color).Text();
-}
-
-std::string LineOf(const LinesParams& lines) {
-    return Line("lines")
-        .Key("precision", lines.precision)
-        .Key("appearance", lines.appearance)
-        .Key("colorMode", lines.colorMode)
-        .Key("angle", lines.angle)
-        .Key("color", lines.color)
-        .Text();
-}
-
-std::string LineOf(const ShapesParams& shapes) {
-    return Line("shapes")
-        .Key("kind", shapes.kind)
-        .Key("bevel", shapes.bevel)
-        .Key("material", shapes.material)
-        .Key("transparency", shapes.transparency)
-        .Key("contrast", shapes.contrast)
-        .Key("angle", shapes.angle)
-        .Key("sizeX", shapes.sizeX)
-        .Key("sizeY", shapes.sizeY)
-        .Key("repeatX", shapes.repeatX)
-        .Key("repeatY", shapes.repeatY)
-        .Key("shiftX", shapes.shiftX)
-        .Key("shiftY", shapes.shiftY)
-        .Key("shiftSize", shapes.shiftSize)
-        .Key("stacking", shapes.stacking)
-        .Key("halfShift", shapes.halfShift)
-        .Key("color", shapes.color)
-        .Text();
-}
-
-std::string LineOf(const DropsParams& drops) {
-    return Line("drops")
-        .Key("count", drops.count)
-        .Key("size", drops.size)
-        .Key("variation", drops.variation)
-        .Key("reflection", drops.reflection)
-        .Key("emphasizeLight", drops.emphasizeLight)
-        .Key("coveredBlur", drops.coveredBlur)
-        .Key("coveredTone", drops.coveredTone)
-        .Text();
-}
-
-std::string LineOf(const DividersParams& dividers) {
-    return Line("dividers")
-        .Key("lines", dividers.lines)
-        .Key("direction", dividers.direction)
-        .Key("randomColors", dividers.randomColors)
-        .Key("antiAliased", dividers.antiAliased)
-        .Key("transparent", dividers.transparent)
-        .Key("lineWidth", dividers.lineWidth)
-        .Key("widthVariation", dividers.widthVariation)
-        .Key("minimalGap", dividers.minimalGap)
-        .Text();
-}
-
-std::string LineOf(const WavesParams& waves) {
-    return Line("waves")
-        .Key("formX", waves.formX)
-        .Key("heightX", waves.heightX)
-        .Key("countX", waves.countX)
-        .Key("formY", waves.formY)
-        .Key("heightY", waves.heightY)
-        .Key("countY", waves.countY)
-        .Key("interpolate", waves.interpolate)
-        .Text();
-}
-
-std::string LineOf(const TwirlsParams& twirls) {
-    return Line("twirls")
-        .Key("quantity", twirls.quantity)
-        .Key("size", twirls.size)
-        .Key("intensity", twirls.intensity)
-        .Text();
-}
-
-std::string LineOf(const SkewParams& skew) {
-    return Line("skew").Key("direction", skew.direction).Text();
+std::string LineOf(const CatalogRow& row, const void* record) {
+    Line line(row.name);
+    for (const Field& field : row.fields) {
+        if (field.type == FieldType::color) {
+            line.Key(field.name, ReadColor(field, record));
+        } else if (field.type == FieldType::real) {
+            line.Key(field.name, ReadNumber(field, record));
+        } else {
+            line.Key(field.name, static_cast<int>(ReadNumber(field, record)));
+        }
+    }
+    return line.Text();
 }
 
 /// A name may hold anything at all; the listing stays one of lines.
@@ -151,33 +73,19 @@ std::string Printable(std::string name) {
     return name;
 }
 
-std::string FiltersOf(const Preferences& preferences) {
-    const Line lines[] = {
-        Line("sharpen").Key("passes", preferences.sharpen.passes),
-        Line("noise").Key("amount", preferences.noise.amount).Key("mode", preferences.noise.mode),
-        Line("saturation").Key("saturation", preferences.saturation.saturation),
-        Line("brightnessContrast")
-            .Key("brightness", preferences.brightContr.brightness)
-            .Key("contrast", preferences.brightContr.contrast),
-        Line("mosaic")
-            .Key("horizontal", preferences.mosaic.horizontal)
-            .Key("vertical", preferences.mosaic.vertical),
-    };
-    std::string text = LineOf(preferences.blur) + "\n";
-    for (const Line& line : lines) {
-        text += line.Text() + "\n";
+/// The last used settings of an operation, and its presets.
+std::string LinesOf(const CatalogRow& row, const Preferences& preferences) {
+    const std::string lastUsed = LineOf(row, LastUsedRecord(preferences, row.id));
+    if (row.presets == presetEffectCount) {
+        return lastUsed + "\n";
     }
-    return text + LineOf(preferences.addColor) + "\n";
-}
-
-template <typename Record>
-std::string EffectOf(const Record& lastUsed, const SimpleLink& presets) {
-    std::string text = LineOf(lastUsed) + "  # " + StringText(stringLastUsed) + "\n";
+    std::string text = lastUsed + "  # " + StringText(stringLastUsed) + "\n";
+    const SimpleLink& presets = preferences.presets[row.presets];
     const std::vector<std::string> names = PresetNames(presets);
     for (std::size_t i = 0; i < names.size(); ++i) {
         void* record = nullptr;
         presets.DataAt(static_cast<short>(i + 1), &record);
-        text += LineOf(*static_cast<const Record*>(record)) + "  # " + Printable(names[i]) + "\n";
+        text += LineOf(row, record) + "  # " + Printable(names[i]) + "\n";
     }
     return text;
 }
@@ -202,21 +110,20 @@ std::string PlacesOf(const Preferences& preferences) {
 }  // namespace
 
 std::string ListingOf(const Preferences& preferences) {
-    const auto& presets = preferences.presets;
-    return std::string("# New dialog at launch: ") + (preferences.launchFlag != 0 ? "yes" : "no") +
-           "\n" +
-           Line("colors")
-               .Key("foreground", preferences.foreground)
-               .Key("background", preferences.background)
-               .Text() +
-           "\n" + EffectOf(preferences.lines, presets[presetLines]) +
-           EffectOf(preferences.shapes, presets[presetShapes]) +
-           EffectOf(preferences.drops, presets[presetDrops]) +
-           EffectOf(preferences.dividers, presets[presetDividers]) +
-           EffectOf(preferences.waves, presets[presetWaves]) +
-           EffectOf(preferences.twirls, presets[presetTwirls]) +
-           EffectOf(preferences.skew, presets[presetSkew]) + FiltersOf(preferences) +
-           PlacesOf(preferences);
+    std::string text = std::string("# New dialog at launch: ") +
+                       (preferences.launchFlag != 0 ? "yes" : "no") + "\n" +
+                       Line("colors")
+                           .Key("foreground", preferences.foreground)
+                           .Key("background", preferences.background)
+                           .Text() +
+                       "\n";
+    for (const CatalogRow& row : Catalog()) {
+        // Settings without a dialog are not remembered.
+        if (row.id != 0) {
+            text += LinesOf(row, preferences);
+        }
+    }
+    return text + PlacesOf(preferences);
 }
 
 void ListPresets(const std::string& file) {

@@ -1,4 +1,4 @@
-// What a preference file holds, for people to read.
+// The contents of a preference file, as text for people.
 #pragma once
 
 #include <string>

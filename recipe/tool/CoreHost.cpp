@@ -8,7 +8,7 @@ namespace recipe {
 
 namespace {
 
-// Behind the core's function pointers, which carry no context.
+// The state of the functions that the core calls, whose pointers carry no context.
 std::uint32_t fixedSeconds = 0;
 std::string reportedFault;
 

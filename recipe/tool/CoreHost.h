@@ -22,10 +22,10 @@ class CoreHost {
     CoreHost& operator=(const CoreHost&) = delete;
     ~CoreHost();
 
-    /// What SeedRandom reads from here on; the real clock until then.
+    /// Sets the clock that SeedRandom reads from here on; before, it reads the real one.
     static void SetClock(std::uint32_t seconds);
 
-    /// What the core reported before it threw `id`, in one line.
+    /// Returns the report of the core before it threw `id`, in one line.
     static std::string FaultText(std::int16_t id);
 
     host::MemorySuites& Memory() { return suites; }

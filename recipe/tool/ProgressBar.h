@@ -19,7 +19,7 @@ class ProgressBar {
 
   private:
     bool visible;
-    /// What the line shows; -1 when it is empty.
+    /// The percentage on the line; -1 when the line is empty.
     int shownPercent = -1;
 };
 

@@ -33,7 +33,7 @@ struct Settings {
 
 /// Checks all recipes, then runs them: a single one here, several each in a process of its own,
 /// since the core's state belongs to the process. One line on standard error for each recipe that
-/// is wrong or fails. Answers an ExitStatus.
+/// is wrong or fails. Returns an ExitStatus.
 int RunRecipes(const Settings& settings);
 
 }  // namespace recipe

@@ -1,4 +1,4 @@
-// What the operations of one recipe work on.
+// The state that the operations of one recipe share.
 #pragma once
 
 #include <cstdint>
@@ -52,7 +52,7 @@ class Session {
     FilePlaces places;
     ProgressHook progress;
     CoreHost core;
-    // Behind the host whose memory it lies in.
+    // Declared after the host whose memory holds it.
     std::unique_ptr<PaintClass> texture;
     std::size_t finishedOperations = 0;
     std::size_t allOperations = 1;

@@ -22,7 +22,7 @@ FileHandle OpenFile(const std::filesystem::path& path, const char* mode);
 /// std::runtime_error for one that cannot be said in it.
 std::string CoreFileName(const std::filesystem::path& path);
 
-/// The arguments behind the program's name, as UTF-8.
+/// Returns the arguments after the program's name, as UTF-8.
 std::vector<std::string> CommandLineArguments(int argc, char** argv);
 
 /// From here on standard input delivers the bytes as they are.

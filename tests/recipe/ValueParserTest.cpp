@@ -1,3 +1,4 @@
+#include "paint/records/EffectParams.h"
 #include "recipe/language/ValueParser.h"
 
 #include <gtest/gtest.h>
@@ -68,13 +69,23 @@ TEST(WholeValue, BeyondSixtyFourBitsIsOutOfRange) {
     }
 }
 
-TEST(OneOfValue, IsOneOfTheChoices) {
-    const OneOf choices{{0, 1, 44}};
+TEST(ChoiceValue, IsOneOfTheNumbers) {
+    const Choice choices{stackingWords};
     EXPECT_EQ(Integer(choices, "44"), 44);
     EXPECT_EQ(Integer(choices, "0x2C"), 44);
-    EXPECT_EQ(Refusal(choices, "2"), "must be 0, 1 or 44, not '2'");
-    EXPECT_EQ(Refusal(choices, "-1"), "must be 0, 1 or 44, not '-1'");
-    EXPECT_EQ(Refusal(choices, "one"), "must be 0, 1 or 44, not 'one'");
+    EXPECT_EQ(Refusal(choices, "2"), "must be 0 (blended), 1 or 44 (stacked), not '2'");
+    EXPECT_EQ(Refusal(choices, "-1"), "must be 0 (blended), 1 or 44 (stacked), not '-1'");
+    EXPECT_EQ(Refusal(choices, "one"), "must be 0 (blended), 1 or 44 (stacked), not 'one'");
+}
+
+TEST(ChoiceValue, IsOneOfTheWords) {
+    const Choice choices{stackingWords};
+    EXPECT_EQ(Integer(choices, "blended"), 0);
+    EXPECT_EQ(Integer(choices, "stacked"), 44);
+    for (const char* text : {"", "Stacked", "stacked ", "stack", "44 stacked"}) {
+        EXPECT_EQ(Refusal(choices, text),
+                  "must be 0 (blended), 1 or 44 (stacked), not '" + std::string(text) + "'");
+    }
 }
 
 TEST(WordValue, IsOneOfTheWords) {

@@ -1,4 +1,4 @@
-#include "recipe/operations/EffectOperations.h"
+#include "recipe/operations/RecordOperations.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ using namespace recipe;
 
 namespace {
 
-class EffectOperationsTest : public testing::Test {
+class RecordOperationsTest : public testing::Test {
   protected:
     void TearDown() override {
         EXPECT_EQ(session.Core().Memory().FoundFaults().Lines(), std::vector<std::string>{});
@@ -46,7 +46,7 @@ class EffectOperationsTest : public testing::Test {
     Session session{FilePlaces("recipes", "")};
 };
 
-TEST_F(EffectOperationsTest, ShapesTakesItsDefaultsAndEveryKey) {
+TEST_F(RecordOperationsTest, ShapesTakesItsDefaultsAndEveryKey) {
     ExpectSame("shapes", [](PaintClass& pic) { RunShapes(pic, {}); });
     ShapesParams params;
     params.kind = shapeSquare;
@@ -72,7 +72,7 @@ TEST_F(EffectOperationsTest, ShapesTakesItsDefaultsAndEveryKey) {
         [&](PaintClass& pic) { RunShapes(pic, params); });
 }
 
-TEST_F(EffectOperationsTest, DropsTakesItsDefaultsAndEveryKey) {
+TEST_F(RecordOperationsTest, DropsTakesItsDefaultsAndEveryKey) {
     ExpectSame("drops", [](PaintClass& pic) { RunDrops(pic, {}); });
     ExpectSame(
         "drops count=1 size=90 variation=3 reflection=4 emphasizeLight=0 coveredBlur=25 "
@@ -88,7 +88,7 @@ TEST_F(EffectOperationsTest, DropsTakesItsDefaultsAndEveryKey) {
         });
 }
 
-TEST_F(EffectOperationsTest, DividersTakesItsDefaultsEveryKeyAndTheColors) {
+TEST_F(RecordOperationsTest, DividersTakesItsDefaultsEveryKeyAndTheColors) {
     ExpectSame("dividers", [](PaintClass& pic) {
         DividersParams params;
         params.foreground = black16;
@@ -117,7 +117,7 @@ TEST_F(EffectOperationsTest, DividersTakesItsDefaultsEveryKeyAndTheColors) {
         });
 }
 
-TEST_F(EffectOperationsTest, DividersTellOfAStartOnTheFarEdge) {
+TEST_F(RecordOperationsTest, DividersTellOfAStartOnTheFarEdge) {
     // The first seconds whose third draw falls on the width.
     std::uint32_t clock = 0;
     const auto startsOnTheEdge = [&clock] {
@@ -135,7 +135,7 @@ TEST_F(EffectOperationsTest, DividersTellOfAStartOnTheFarEdge) {
               "(y >= 0))");
 }
 
-TEST_F(EffectOperationsTest, WavesTakesItsDefaultsAndEveryKey) {
+TEST_F(RecordOperationsTest, WavesTakesItsDefaultsAndEveryKey) {
     ExpectSame("waves", [](PaintClass& pic) { RunWaves(pic, {}); });
     ExpectSame("waves formX=7 heightX=20 countX=3 formY=5 heightY=40 countY=5 interpolate=0",
                [](PaintClass& pic) {
@@ -150,21 +150,21 @@ TEST_F(EffectOperationsTest, WavesTakesItsDefaultsAndEveryKey) {
                });
 }
 
-TEST_F(EffectOperationsTest, TwirlsTakesItsDefaultsAndEveryKey) {
+TEST_F(RecordOperationsTest, TwirlsTakesItsDefaultsAndEveryKey) {
     ExpectSame("twirls", [](PaintClass& pic) { RunTwirls(pic, {}); });
     ExpectSame("twirls quantity=100 size=80 intensity=3", [](PaintClass& pic) {
         RunTwirls(pic, {.quantity = 100, .size = 80, .intensity = 3});
     });
 }
 
-TEST_F(EffectOperationsTest, SkewTakesItsDefaultsAndEveryKey) {
+TEST_F(RecordOperationsTest, SkewTakesItsDefaultsAndEveryKey) {
     ExpectSame("skew", [](PaintClass& pic) { RunSkew(pic, {}); });
     ExpectSame("skew direction=3", [](PaintClass& pic) { RunSkew(pic, {.direction = 3}); });
     ExpectSame("skew direction=2 nearest=1",
                [](PaintClass& pic) { RunSkew(pic, {.direction = 2}, true); });
 }
 
-TEST_F(EffectOperationsTest, RefuseWhatTheirRecordsDoNotHave) {
+TEST_F(RecordOperationsTest, RefuseWhatTheirRecordsDoNotHave) {
     for (const char* line :
          {"shapes kind=0",         "shapes kind=4",         "shapes bevel=101",
           "shapes sizeX=1.01",     "shapes sizeY=-0.1",     "shapes repeatX=0",
@@ -179,7 +179,54 @@ TEST_F(EffectOperationsTest, RefuseWhatTheirRecordsDoNotHave) {
     }
 }
 
-TEST_F(EffectOperationsTest, SayThatMemoryIsShort) {
+TEST_F(RecordOperationsTest, AWordIsAsGoodAsItsNumber) {
+    for (const CatalogRow& row : Catalog()) {
+        for (const Field& field : row.fields) {
+            for (const FieldWord& choice : field.words) {
+                const std::string key = std::string(row.name) + " " + field.name + "=";
+                std::vector<std::string> spellings = {std::to_string(choice.value)};
+                if (*choice.word != 0) {
+                    spellings.push_back(choice.word);
+                }
+                for (const std::string& spelling : spellings) {
+                    const Operation operation =
+                        ParseRecipe("new\n" + key + spelling, OperationTable()).at(1);
+                    EXPECT_EQ(operation.arguments.Get<std::int64_t>(field.name), choice.value)
+                        << key << spelling;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(RecordOperationsTest, EveryKeyHasItsFieldsDefaultAndRange) {
+    for (const CatalogRow& row : Catalog()) {
+        const AnyRecord record(row);
+        const Operation operation =
+            ParseRecipe(std::string("new\n") + row.name, OperationTable())[1];
+        for (const Field& field : row.fields) {
+            SCOPED_TRACE(std::string(row.name) + " " + field.name);
+            if (field.type == FieldType::color) {
+                const auto& color = operation.arguments.Get<hostapi::RGBColor>(field.name);
+                EXPECT_EQ((RGBColor16{color.red, color.green, color.blue}),
+                          ReadColor(field, record.Data()));
+                continue;
+            }
+            const bool isReal = field.type == FieldType::real;
+            const double value =
+                isReal ? operation.arguments.Get<double>(field.name)
+                       : static_cast<double>(operation.arguments.Get<std::int64_t>(field.name));
+            EXPECT_EQ(value, ReadNumber(field, record.Data()));
+            for (const double beyond : {field.low - 1, field.high + 1}) {
+                const std::string line = std::string("new\n") + row.name + " " + field.name + "=" +
+                                         std::to_string(static_cast<int>(beyond));
+                EXPECT_THROW(ParseRecipe(line, OperationTable()), RecipeError) << line;
+            }
+        }
+    }
+}
+
+TEST_F(RecordOperationsTest, SayThatMemoryIsShort) {
     for (const char* line : {"drops coveredBlur=24", "waves", "twirls", "skew"}) {
         Run("new width=40 height=40");
         FillWithNoise(Texture());

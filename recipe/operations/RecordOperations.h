@@ -1,0 +1,17 @@
+// The operations that the catalogue has, as rows of the operation table.
+#pragma once
+
+#include <vector>
+
+#include "paint/Catalog.h"
+#include "recipe/language/Definitions.h"
+
+namespace recipe {
+
+std::vector<OperationDefinition> RecordOperations();
+
+/// Runs an operation as the editor does. `record` is of the row's type; two colours that it takes
+/// from the editor become the session's. Throws std::bad_alloc.
+void RunRecord(Session& session, const CatalogRow& row, const void* record);
+
+}  // namespace recipe
