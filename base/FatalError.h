@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-/// Ids given to FatalError, where later code does not bring its own.
+/// Ids that are passed to FatalError. Some sources define more of their own.
 enum FaultId : std::int16_t {
     faultAssertion = 2,
     /// The host lacks a service.
@@ -18,11 +18,11 @@ enum FaultId : std::int16_t {
     faultNoWindow = 20009,
 };
 
-/// From this id on nothing is shown; 32512 itself means that the user cancelled.
+/// Faults from this id on are not shown; 32512 itself means that the user cancelled.
 constexpr std::int16_t firstSilentFault = 32512;
 
-/// The last non-zero id given to FatalError. Nothing clears it: a dialog that finds it set closes
-/// with that id.
+/// The last non-zero id passed to FatalError. It is never cleared: a dialog that finds it set
+/// closes with that id.
 extern std::int16_t errorCell;
 
 /// Reports the fault and throws `id` as a std::int16_t. The id 0 does nothing, so a status can be

@@ -4,7 +4,7 @@
 // host's record is known.
 //
 // "Missing" below means that the record's field, or the member of its suite, is null. Version and
-// count of a suite are not looked at: hosts leave them at 0.
+// count of a suite are ignored: hosts leave them at 0.
 #pragma once
 
 #include <cstdint>

@@ -13,9 +13,9 @@ struct FileDialog;
 class JPEGQualityChoice;
 
 struct PlatformServices {
-    /// The clock's time in seconds; what SeedRandom reads.
+    /// The clock's time in seconds; SeedRandom reads it.
     std::uint32_t (*clockSeconds)();
-    /// Milliseconds from an arbitrary start, wrapping at 2 to the 32nd; what BusyTick reads.
+    /// Milliseconds from an arbitrary start, wrapping at 2 to the 32nd; BusyTick reads it.
     std::uint32_t (*tickCount)();
     void (*showWaitCursor)();
     void (*showArrowCursor)();
@@ -27,7 +27,7 @@ struct PlatformServices {
     /// or not less than `size` is a failure.
     int (*temporaryPath)(char* buffer, int size);
     void (*showAbout)();
-    /// Between a folder and a file name.
+    /// The character between a folder and a file name.
     char pathSeparator;
     /// Runs the alert of this id over the program's window, with the texts for ^0 to ^3 of which
     /// any can be null. Returns the button that ended it, 1 or 2.

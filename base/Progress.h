@@ -6,7 +6,7 @@
 /// Where ShowClass draws its progress: the editor.
 class ProgressTarget {
   public:
-    /// 0 to 100; out-of-range values may come and are the target's to draw as it can.
+    /// 0 to 100; values out of range occur, and the target has to cope with them.
     virtual void DrawProgress(short percent) = 0;
 
   protected:
@@ -16,7 +16,7 @@ class ProgressTarget {
 /// Sets the wait cursor, but works at most every 250 ms however often it is called.
 void BusyTick();
 
-/// A busy cursor for the lifetime of the object. Silent while no editor stands.
+/// A busy cursor for the lifetime of the object. Without effect while no editor is open.
 class CursorClass {
   public:
     CursorClass();

@@ -21,7 +21,7 @@ constexpr int Height(const Rect& rect) {
     return rect.bottom - rect.top;
 }
 
-/// No pixel lies inside. Also true of an inverted rectangle.
+/// Whether no pixel lies inside. Also true of an inverted rectangle.
 constexpr bool IsEmpty(const Rect& rect) {
     return rect.right <= rect.left || rect.bottom <= rect.top;
 }
@@ -38,20 +38,20 @@ constexpr bool Contains(const Rect& rect, Point point) {
     return Contains(rect, point.h, point.v);
 }
 
-/// They share a pixel.
+/// Whether the two share a pixel.
 constexpr bool Meet(const Rect& a, const Rect& b) {
     return !IsEmpty(Rect{std::max(a.top, b.top), std::max(a.left, b.left),
                          std::min(a.bottom, b.bottom), std::min(a.right, b.right)});
 }
 
-/// The nearest 16-bit value.
+/// Clamps to 16 bits.
 constexpr std::int16_t Saturated(int value) {
     using Limits = std::numeric_limits<std::int16_t>;
     return static_cast<std::int16_t>(std::clamp<int>(value, Limits::min(), Limits::max()));
 }
 
-/// `rect` with each side moved inwards; negative amounts move them outwards. Sides stop at the ends
-/// of 16 bits.
+/// `rect` with each side moved inwards; negative amounts move them outwards. Sides are clamped to
+/// 16 bits.
 constexpr Rect Inset(const Rect& rect, int horizontal, int vertical) {
     return {Saturated(rect.top + vertical), Saturated(rect.left + horizontal),
             Saturated(rect.bottom - vertical), Saturated(rect.right - horizontal)};

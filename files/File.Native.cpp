@@ -46,7 +46,8 @@ bool CanHoldBytes(int descriptor) {
     return fstat(descriptor, &status) == 0 && !S_ISDIR(status.st_mode);
 }
 
-/// Makes the file this handle's alone. Emptying it waits for that: somebody else's file stays.
+/// Locks the file for this handle alone. It is emptied only after that: somebody else's file stays
+/// unchanged.
 bool Take(int descriptor, FileDisposition disposition) {
     if (!CanHoldBytes(descriptor) || flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
         return false;
@@ -93,7 +94,7 @@ bool SetEnd(void* handle) {
     return end >= 0 && ftruncate(descriptor, end) == 0;
 }
 
-/// Goes on until all is done: the system may stop in the middle for reasons of its own.
+/// Repeats until everything is transferred: the system may stop in the middle.
 template <typename Transfer>
 bool TransferAll(Transfer transfer, std::int32_t count, std::int32_t* transferred) {
     *transferred = 0;
@@ -149,7 +150,7 @@ bool IsWritable(void* block, std::int32_t) {
     return block != nullptr;
 }
 
-/// UTF-8 has no byte that looks like another character's.
+/// No byte of a UTF-8 character looks like another character.
 bool IsLeadByte(unsigned char) {
     return false;
 }

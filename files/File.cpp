@@ -35,7 +35,7 @@ std::size_t CharacterLength(std::string_view text, std::size_t at) {
     return isDouble && at + 1 < text.size() ? 2 : 1;
 }
 
-/// Of `character` as a character of its own.
+/// For a `character` of one byte.
 std::size_t LastIndexOf(std::string_view text, char character) {
     std::size_t found = notThere;
     for (std::size_t at = 0; at < text.size(); at += CharacterLength(text, at)) {

@@ -1,11 +1,11 @@
 // The one file class of the program: a path, an open handle, a position, and the file dialogs.
 //
-// What a user can cause comes back as a status, the id of the dialog that says it in words; 0 is
-// success. Errors of the program raise FatalError: 20002 for a file in the wrong state, 20008 for a
-// bad argument or a transfer that the system cut short.
+// Failures that a user can cause are returned as a status: the id of the dialog that describes it;
+// 0 is success. Errors of the program raise FatalError: 20002 for a file in the wrong state, 20008
+// for a bad argument or a transfer that the system cut short.
 //
 // Paths are byte strings in the system's code page. A double-byte character in them is kept whole,
-// also where its second byte looks like a separator or a dot.
+// even if its second byte looks like a separator or a dot.
 #pragma once
 
 #include <cstddef>
@@ -50,8 +50,8 @@ enum class FileDialogMode { open = 0, save = 1 };
 
 class File;
 
-/// What a writer of pictures asks a file's owner about their quality: an operation number, a value,
-/// and the answer.
+/// Callback by which a picture writer asks the file's owner about quality: an operation number, a
+/// value, and the result.
 using QualityCallback = std::int16_t (*)(File& file, std::int16_t operation, std::int16_t value);
 
 /// The owner closes it; the destructor does not.
@@ -63,7 +63,7 @@ class File {
 
     // Paths.
 
-    /// The part behind the last separator.
+    /// The part after the last separator.
     std::string GetFileName() const;
     /// Replaces that part. FatalError 20008 if there is no room for it.
     void SetFileName(std::string_view name);
@@ -85,7 +85,7 @@ class File {
     /// exist. 0 or fileNotOpened. FatalError 20008 for "rw" in any case of letters; that is meant.
     /// FatalError 20002 without a name, and if the file is open.
     std::int16_t Open(const char* mode = nullptr);
-    /// Makes the file, or empties it, and opens it for reading and writing. 0 or fileNotCreated.
+    /// Creates the file, or empties it, and opens it for reading and writing. 0 or fileNotCreated.
     /// FatalError 20002 as above.
     std::int16_t Create();
     /// 0 or fileNotClosed. A closed file may be closed.
@@ -94,20 +94,20 @@ class File {
     /// name nothing happens.
     std::int16_t Delete();
 
-    /// Reads at most `count` bytes from `start` on, as far as the file goes; answers how many. The
-    /// position becomes that behind the last byte read; from a start behind the end it becomes the
-    /// end. A closed file gives 0. FatalError 20008 for a block that cannot be written and for a
-    /// short read, 20002 when the system cannot seek or read.
+    /// Reads at most `count` bytes from `start` on, up to the end of the file; returns how many.
+    /// Sets the position after the last byte read, or to the end for a start after the end. Returns
+    /// 0 for a closed file. FatalError 20008 for a block that cannot be written and for a short
+    /// read, 20002 when the system cannot seek or read.
     std::int32_t Read(void* buffer, std::int32_t start, std::int32_t count);
-    /// Writes through to the disk, growing the file first if need be, also up to a place to which
-    /// no bytes go. 0 or fileNotWritten, with the position as it was; on success the position is
-    /// behind the last byte written. A closed file only gets its position set. FatalError 20008 for
-    /// a block that cannot be read and for a short write, 20002 when the system cannot write.
+    /// Writes through to the disk, growing the file first if needed, even if `count` is 0. 0 or
+    /// fileNotWritten, with the position unchanged; on success the position is after the last byte
+    /// written. Only sets the position of a closed file. FatalError 20008 for a block that cannot
+    /// be read and for a short write, 20002 when the system cannot write.
     std::int16_t Write(const void* buffer, std::int32_t start, std::int32_t count);
     /// Writes at the position, through to the disk, and moves it along. 0, or fileNotWritten
-    /// whatever it is that the system refuses: many disks grow a file without having room for it
-    /// and refuse the bytes alone, which must not cost more than the file. Such a file ends where
-    /// it did before.
+    /// whatever the system refuses: many file systems grow a file without reserving space and
+    /// refuse only the bytes, which must not cost more than the file. Such a file keeps its earlier
+    /// end.
     std::int16_t Append(const void* buffer, std::int32_t count);
     /// At most 0x7FFFFFFF. FatalError 20002 for a closed file.
     std::int32_t GetSize();
@@ -123,9 +123,9 @@ class File {
                             std::int16_t dialogId);
 
     QualityCallback callback = nullptr;
-    /// Four characters that tell whose callback it is.
+    /// Four characters that identify the owner of the callback.
     std::uint32_t tag = 0;
-    /// The system's; null while closed.
+    /// The system's handle; null while closed.
     void* handle = nullptr;
     std::int32_t position = 0;
     FileType type = noFileType;

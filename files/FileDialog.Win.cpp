@@ -1,7 +1,7 @@
 #include "files/FileDialog.Win.h"
 
 #include <windows.h>
-// Needs the former.
+// Needs the header above.
 #include <commdlg.h>
 
 #include "base/WindowPlace.Win.h"
@@ -35,7 +35,7 @@ void TakeChosenType(HWND hook, const OPENFILENAMEA& request) {
     SendMessageA(DialogOf(hook), CDM_SETDEFEXT, 0, reinterpret_cast<LPARAM>(extension.c_str()));
 }
 
-/// The name as it was typed; the dialog itself may have put an extension behind it.
+/// The name as it was typed; the dialog itself may have appended an extension.
 std::string TypedName(HWND hook) {
     char name[filePathCapacity] = "";
     GetDlgItemTextA(DialogOf(hook), static_cast<int>(nameControl), name, sizeof name);

@@ -1,4 +1,4 @@
-// What a file dialog is asked, without the window system's own records.
+// The request to a file dialog, without the window system's own records.
 #pragma once
 
 #include <string>
@@ -13,11 +13,11 @@ struct FileDialog {
     void* ownerWindow;
     /// Pairs of zero-terminated texts, what is shown and the patterns; ends with an empty text.
     std::string filter;
-    /// The types behind the filter's entries when saving, in their order.
+    /// The types that the filter's entries stand for when saving, in their order.
     std::vector<FileType> types;
-    /// Where to start; empty for wherever the system likes.
+    /// The folder to start in; empty for the system's choice.
     std::string folder;
-    /// Before: the name to offer. After acceptance: the chosen file's whole path.
+    /// Before the run: the name to propose. After acceptance: the chosen file's full path.
     char path[filePathCapacity];
 };
 
@@ -31,16 +31,16 @@ std::string ExtensionText(FileType type);
 /// The extension that a name without one gets at once: that of the first type, without its dot.
 std::string DefaultExtension(const FileDialog& dialog);
 
-/// What the save dialog makes of a name at the moment of acceptance: the extension of the chosen
-/// type stands at its end. Answers whether anything had to be appended. A path without room for it
-/// stays as it is.
+/// Appends the extension of the chosen type to the path, when the save dialog is accepted, unless
+/// it ends in it. Returns whether anything was appended. A path without room for it stays
+/// unchanged.
 bool EnforceExtension(char (&path)[filePathCapacity], FileType chosen);
 
 /// A texture's name may hold what no file's name can, and the system's dialog would not even open
 /// on such a proposal: each of those characters becomes an underscore. `path` is a bare name.
 void MakeProposable(char (&path)[filePathCapacity]);
 
-/// Systems differ in the case of the extension that they put behind a name without one. If `path`
-/// has got its extension in this way from `typedName`, it becomes that of the type, letter for
-/// letter.
+/// Systems differ in the case of the extension that they append to a name without one. If `path` is
+/// `typedName` with an extension so appended, replaces the extension by that of the type, letter
+/// for letter.
 void UnifyExtension(char (&path)[filePathCapacity], std::string_view typedName, FileType chosen);

@@ -9,7 +9,7 @@ class FileDialogOwner {
   public:
     /// HWND, or null.
     virtual void* Window() const = 0;
-    /// Floating windows of the dialogs are out of the way from here on, until they are resumed.
+    /// Hides the dialogs' floating windows until they are resumed.
     virtual void SuspendDialogs() = 0;
     virtual void ResumeDialogs() = 0;
 
@@ -20,7 +20,7 @@ class FileDialogOwner {
 /// Type codes of files that can be read and written; ends with 0.
 extern const FileType supportedImageTypes[];
 
-/// Operations answer a status, 0 for success: imageNotSupported for a name of no supported type, or
+/// Operations return a status, 0 for success: imageNotSupported for a name of no supported type, or
 /// those of JPEGSupport. FatalError 20008 without a name, 20009 for a null record.
 class ImageFile : public File {
   public:

@@ -5,7 +5,7 @@
 
 #include "hostapi/HostTypes.h"
 
-/// What the resolution of a picture counts in; as in a JFIF header.
+/// The unit of a picture's resolution; numbered as in a JFIF header.
 enum ResolutionUnit : std::int16_t {
     resolutionNone = 0,
     dotsPerInch = 1,
@@ -33,14 +33,14 @@ struct ImageInfo {
     std::uint16_t yResolution = 0;
 };
 
-/// Of modes 0 to 9; 0 for any other.
+/// The number of planes of image modes 0 to 9; 0 for any other mode.
 constexpr std::int16_t PlanesOfMode(std::int16_t mode) {
     constexpr std::int16_t planes[] = {0, 1, 1, 3, 4, 3, 3, 1, 1, 3};
     constexpr int modes = sizeof planes / sizeof planes[0];
     return mode >= 0 && mode < modes ? planes[mode] : std::int16_t{0};
 }
 
-/// What operations on image files answer beside the statuses of File; 0 is success.
+/// Statuses of operations on image files, in addition to those of File; 0 is success.
 enum ImageStatus : std::int16_t {
     /// No name of a supported image.
     imageNotSupported = 17400,

@@ -6,7 +6,8 @@
 
 namespace {
 
-/// So far in a file its picture may begin, and this much is looked at to recognise it.
+/// The picture begins at most this many bytes into the file; the second is how many are compared to
+/// recognise it.
 constexpr std::int32_t searchedOffsets = 16384;
 constexpr std::int32_t probeSize = 10;
 
@@ -25,9 +26,10 @@ bool BeginsJFIFImage(const std::uint8_t* bytes) {
 
 /// Sets the file's position to where the picture begins. A file may carry anything in front of it,
 /// as one from another system does; then only the JFIF mark tells a picture from chance. Where
-/// nothing is found the position stays behind what was searched, for the decoder to fail there.
+/// nothing is found the position stays after the part that was searched, for the decoder to fail
+/// there.
 void FindImage(File& file) {
-    // Zeroes behind the file's end match nothing.
+    // Zeroes after the file's end match nothing.
     std::uint8_t bytes[searchedOffsets + probeSize - 1] = {};
     file.Read(bytes, 0, sizeof bytes);
     if (BeginsImage(bytes)) {
@@ -56,7 +58,7 @@ JPEGDecoder::JPEGDecoder(File& file) : errors(imageNotRead), source(file) {
     FindImage(file);
     info.err = &errors;
     jpeg_CreateDecompress(&info, JPEG_LIB_VERSION, sizeof(jpeg_decompress_struct));
-    // The library would take a limit from the environment.
+    // Overrides a limit that the library would take from the environment.
     info.mem->max_memory_to_use = 0;
     info.src = &source;
     progress.progress_monitor = CheckPasses;

@@ -14,13 +14,13 @@ class JPEGDecoder {
     JPEGDecoder(const JPEGDecoder&) = delete;
     JPEGDecoder& operator=(const JPEGDecoder&) = delete;
 
-    /// Of the header. Up to 65500 pixels a side; 1, 3 or 4 components are colours.
+    /// Valid after the header is read. Up to 65500 pixels a side; 1, 3 or 4 components are colours.
     const jpeg_decompress_struct& Header() const { return info; }
 
-    /// Rows are to come as grey, whatever the file has. Before Start().
+    /// Requests grey rows, whatever the file has. Before Start().
     void AskForGrey();
-    /// Rows of three components are to come with a fourth byte of 255 behind each pixel's. False,
-    /// with no effect, for other pictures and where the library has no such rows. Before Start().
+    /// Requests rows of three components with a fourth byte of 255 after each pixel. False, with no
+    /// effect, for other pictures and if the library has no such rows. Before Start().
     bool AskForOpaqueColors();
     void Start();
     bool HasRow() const { return info.output_scanline < info.output_height; }

@@ -3,7 +3,7 @@
 JPEGEncoder::JPEGEncoder(const JPEGImage& image) : errors(imageNotWritten) {
     info.err = &errors;
     jpeg_CreateCompress(&info, JPEG_LIB_VERSION, sizeof(jpeg_compress_struct));
-    // The library would take a limit from the environment.
+    // Overrides a limit that the library would take from the environment.
     info.mem->max_memory_to_use = 0;
     Describe(image);
 }

@@ -7,7 +7,7 @@
 #include "files/ImageInfo.h"
 #include "files/JPEGManagers.h"
 
-/// What is said of a picture in front of its rows.
+/// The header of a picture.
 struct JPEGImage {
     /// 1 to 65500.
     int width;
@@ -21,7 +21,7 @@ struct JPEGImage {
 };
 
 /// Everything here throws imageNotWritten as a std::int16_t when the library or the sink fails.
-/// What is not set here stands at the library's defaults.
+/// Everything that is not set here has the library's default.
 class JPEGEncoder {
   public:
     explicit JPEGEncoder(const JPEGImage& image);

@@ -1,5 +1,5 @@
-// How libjpeg meets the program: its errors become thrown ids, its bytes come from a File and go to
-// a sink.
+// Connects libjpeg to the program: its errors become thrown ids, its bytes come from a File and go
+// to a sink.
 //
 // The ids are thrown through the library's own frames, which have unwind tables in every build.
 #pragma once
@@ -7,13 +7,13 @@
 #include <cstdint>
 #include <cstdio>
 #include <memory>
-// Behind <cstdio>, whose types it uses.
+// After <cstdio>, whose types it uses.
 #include <jpeglib.h>
 
 #include "files/File.h"
 
-/// Errors throw `errorId` as a std::int16_t, whatever the library has to say; warnings and messages
-/// vanish.
+/// Errors throw `errorId` as a std::int16_t, whatever the library's message; warnings and messages
+/// are dropped.
 struct JPEGErrorManager : jpeg_error_mgr {
     explicit JPEGErrorManager(std::int16_t errorId);
 
@@ -46,9 +46,9 @@ class ByteSink {
     ~ByteSink() = default;
 };
 
-/// Appends to the file. Gathers what comes, memory permitting: a file waits for the disk
-/// with each write, and for the hundred pieces of a large texture that took forty times as long as
-/// all else.
+/// Appends to the file. Buffers the bytes, memory permitting: a file waits for the disk with each
+/// write, and with the hundred pieces of a large texture that took forty times as long as
+/// everything else.
 class FileSink final : public ByteSink {
   public:
     explicit FileSink(File& sinkFile);
@@ -64,7 +64,7 @@ class FileSink final : public ByteSink {
     std::int32_t gatheredCount = 0;
 };
 
-/// What a sink does not take is an error.
+/// Bytes that a sink does not take are an error.
 struct JPEGDestination : jpeg_destination_mgr {
     explicit JPEGDestination(ByteSink& byteSink);
 

@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::int16_t standardQuality = 75;
 
-/// What the callbacks answered last. The lowest quality of the dialog is as good as none.
+/// The last result of the callbacks. The lowest quality of the dialog counts as none.
 std::int16_t rememberedQuality = 0;
 
 std::int16_t InRange(std::int16_t quality) {
@@ -34,7 +34,7 @@ void JPEGQualityChoice::Change(std::int16_t quality) {
     Ask(qualityChanged, current);
 }
 
-/// A file without a callback agrees with everything.
+/// A file without a callback accepts every value.
 std::int16_t JPEGQualityChoice::Ask(std::int16_t operation, std::int16_t value) const {
     return file.callback != nullptr ? file.callback(file, operation, value) : value;
 }

@@ -1,19 +1,19 @@
-// The choice of a JPEG's quality: what the quality dialog does beside showing it.
+// The choice of a JPEG's quality: the quality dialog without its window.
 #pragma once
 
 #include <functional>
 
 #include "files/File.h"
 
-/// What the callback of a file is told or asked, beside a quality.
+/// Operations of a file's callback; each comes with a quality.
 enum QualityOperation : std::int16_t {
-    /// The dialog is about to show this quality; the answer replaces it.
+    /// The dialog is about to show this quality; the result replaces it.
     qualityShown = 100,
-    /// The user has changed it to this.
+    /// The user has changed the quality to this one.
     qualityChanged = 101,
-    /// The quality that is remembered; the answer replaces it.
+    /// The remembered quality; the result replaces it.
     qualityRemembered = 102,
-    /// Which quality to write with, before any dialog; an answer above 0 is taken without one.
+    /// Which quality to write with, before any dialog; a result above 0 is used without one.
     qualityWanted = 103,
 };
 
@@ -28,10 +28,10 @@ class JPEGQualityChoice {
     JPEGQualityChoice(File& choiceFile, std::function<void(std::int16_t)> applyQuality);
 
     std::int16_t Current() const { return current; }
-    /// Where the button "Default" leads.
+    /// The quality that the button "Default" sets.
     std::int16_t Default() const;
     bool DefaultIsEnabled() const { return current != Default(); }
-    /// Values outside lowest to highest become the nearest of these.
+    /// Clamps the value to lowest and highest.
     void Change(std::int16_t quality);
 
   private:

@@ -38,8 +38,8 @@ class FileCloser {
     File* file;
 };
 
-/// Runs `work`, which answers a status. What the library throws in it is one, too; a fault of the
-/// program goes on.
+/// Runs `work`, which returns a status. An id that the library throws in it becomes one, too;
+/// faults of the program pass through.
 template <typename Work>
 std::int16_t StatusOf(Work work) {
     try {

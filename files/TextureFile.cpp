@@ -26,7 +26,7 @@ ImageInfo LayoutOfSides(short width, short height) {
     return info;
 }
 
-/// Red, green and blue of all pixels, one behind the other. Null without memory.
+/// Red, green and blue of all pixels, one after the other. Null without memory.
 std::unique_ptr<unsigned char[]> PackedColors(const PaintClass& picture) {
     const auto pixels =
         static_cast<std::size_t>(picture.grX) * static_cast<std::size_t>(picture.grY);
@@ -46,7 +46,7 @@ std::unique_ptr<unsigned char[]> PackedColors(const PaintClass& picture) {
     return colors;
 }
 
-/// The status, which is that of a full memory before anything has touched the file.
+/// Returns the status: that of full memory if it fails before the file is touched.
 std::int16_t WriteTextureImage(const PaintClass& picture, ImageFile& file) {
     const std::unique_ptr<unsigned char[]> colors = PackedColors(picture);
     picture.Unlock();

@@ -25,13 +25,13 @@ bool OpenTextureFile(std::unique_ptr<PaintClass>& picture, TextureFileOwner& dia
 /// be read, and without memory.
 bool LoadTexture(std::unique_ptr<PaintClass>& picture, TextureFileOwner& dialog, ImageFile& file);
 /// Lets the user choose where to save the picture at the best quality, under its name at first, and
-/// takes over the name that it got. True also if the user cancelled. A null picture is false. What
-/// could not be written whole stays on the disk.
+/// takes over the name that it got. True also if the user cancelled. A null picture is false. A
+/// file that could not be written whole stays on the disk.
 bool SaveTexture(const PaintClass* picture, TextureFileOwner& dialog);
 
 /// The file's picture; null in the cases in which LoadTexture fails. Alpha bytes are 255, and the
 /// undo buffer holds a white raster.
 std::unique_ptr<PaintClass> ReadTextureImage(ImageFile& file);
 
-/// What textures are saved with: hardly any loss.
+/// The JPEG quality of saved textures: hardly any loss.
 constexpr std::int16_t textureQuality = 100;

@@ -17,7 +17,7 @@ struct BufferProcs {
     std::int32_t(HOST_CALL* spaceProc)();
 };
 
-/// Relocatable blocks. A size query may answer 0 and a resize do nothing.
+/// Relocatable blocks. A size query may return 0 and a resize do nothing.
 struct HandleProcs {
     std::int16_t version;
     std::int16_t count;

@@ -17,7 +17,7 @@ static_assert(sizeof(RGBColor16) == 6);
 constexpr RGBColor16 black16{0, 0, 0};
 constexpr RGBColor16 white16{0xFFFF, 0xFFFF, 0xFFFF};
 
-/// What the raster takes of a component.
+/// The byte of a component that the raster stores.
 constexpr unsigned char HighByte(std::uint16_t component) {
     return static_cast<unsigned char>(component >> 8);
 }

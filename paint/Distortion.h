@@ -1,4 +1,4 @@
-// What Waves, Twirls and Skew share: the sources of a run of pixels, and the ways to read them.
+// Shared by Waves, Twirls and Skew: the sources of a run of pixels, and the ways to read them.
 //
 // Each distortion reads the tile as it was between its pixels, through a window if there is memory
 // for one, else through the clone, and writes the tile in place.

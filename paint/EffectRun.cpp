@@ -29,7 +29,7 @@ void RunDividers(PaintClass& pic, const DividersParams& params) {
 }
 
 bool RunWaves(PaintClass& pic, const WavesParams& params) {
-    // It answers nothing; that it ran shows in the texture alone.
+    // It returns nothing; only the texture shows that it ran.
     const bool before = std::exchange(pic.changed, false);
     pic.Waves(params);
     const bool ran = pic.changed;

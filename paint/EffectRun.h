@@ -1,5 +1,5 @@
-// The editor's run step of each effect: what the user's record becomes on its way to the raster.
-// The editor, its Repeat commands and the recipes all come through here.
+// The run step of each effect: translates the user's record to the operation's parameters and runs
+// it. The editor, its Repeat commands and the recipes all use these.
 #pragma once
 
 #include <memory>
@@ -14,9 +14,9 @@ bool RunLines(PaintClass& pic, const LinesParams& params);
 bool RunShapes(PaintClass& pic, const ShapesParams& params);
 /// False without memory.
 bool RunDrops(PaintClass& pic, const DropsParams& params);
-/// Draws with the record's two colours. Who makes a record of a dialog or a preset puts the
-/// editor's there; a repeat draws with those of its record, though the editor's may have changed
-/// since.
+/// Draws with the record's two colours. A record made from a dialog or a preset has the editor's
+/// colours of that moment; a repeat draws with those of its record, even if the editor's have
+/// changed since.
 void RunDividers(PaintClass& pic, const DividersParams& params);
 /// False without memory.
 bool RunWaves(PaintClass& pic, const WavesParams& params);
@@ -25,12 +25,12 @@ bool RunTwirls(PaintClass& pic, const TwirlsParams& params);
 /// Reads between pixels, as the editor always does, or the nearest ones. False without memory.
 bool RunSkew(PaintClass& pic, const SkewParams& params, bool nearest = false);
 
-// The filters. Where a result is bool, false means that there was no memory for it; the editor does
-// not look at it.
+// The filters. Where a result is bool, false means that there was no memory for it; the editor
+// ignores it.
 
-/// The motion blur if `params.motion` is 1, which is of no length for an amount below 4.
+/// The motion blur if `params.motion` is 1, whose length is 0 for an amount below 4.
 bool RunBlur(PaintClass& pic, const BlurParams& params);
-/// As many passes as the record says. Without memory for one it goes on to the next.
+/// Runs as many passes as the record says. A pass without memory is skipped.
 bool RunSharpen(PaintClass& pic, const SharpenParams& params);
 void RunNoise(PaintClass& pic, const NoiseParams& params);
 void RunSaturation(PaintClass& pic, const SaturationParams& params);
@@ -38,7 +38,7 @@ void RunBrightnessContrast(PaintClass& pic, const BrightContrParams& params);
 void RunAddColor(PaintClass& pic, const AddColorParams& params);
 void RunMosaic(PaintClass& pic, const MosaicParams& params);
 
-// What works on several textures or moves one.
+// Operations on several textures, and moving one.
 
 /// False if the sizes differ: nothing has changed then. `amount` is in percent, `mode` 1 to 3.
 bool RunCombine(PaintClass& pic, PaintClass& other, std::int16_t amount, std::int32_t mode);

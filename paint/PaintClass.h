@@ -24,7 +24,7 @@ struct CombineRecord {
     /// 1 blends, 2 structures, 3 colours.
     std::int32_t mode;
     PaintClass* target;
-    /// Of the same size as the target.
+    /// Must have the same size as the target.
     PaintClass* other;
 };
 
@@ -34,18 +34,18 @@ class PaintClass : public PicClass {
     PaintClass(short width, short height);
     ~PaintClass() override;
 
-    /// Stands at the end of every operation that has changed pixels.
+    /// Called at the end of every operation that has changed pixels.
     void SetDirty() { changed = true; }
     /// Borrows the editor's colours, which the tools paint with.
     void SetColors(const RGBColor16* fore, const RGBColor16* back);
 
-    // PaintClass1: convolutions. Where a result is bool, false means that a block could not be
-    // had, and the colours are as they were. `progress` may be null in Blur alone; `abortFlag` is
-    // cleared at first. Blur sets it if a progress object asks for the end of the work, which the
-    // program's own never does.
+    // PaintClass1: convolutions. Where a result is bool, false means that there was no memory, and
+    // the colours are unchanged. `progress` may be null in Blur alone; `abortFlag` is cleared at
+    // first. Blur sets it if a progress object asks for the end of the work, which the program's
+    // own never does.
 
     /// Mode 1: the colours of all pixels; 2: the alpha bytes below 255; 3: the colours of pixels
-    /// whose alpha byte is not 255. Any other mode does nothing and answers false. Reports rows
+    /// whose alpha byte is not 255. Any other mode does nothing and returns false. Reports rows
     /// from `rowOffset` on.
     bool Blur(double radius, short mode, ShowClass* progress, short rowOffset, bool* abortFlag);
     /// A trail of `length` pixels with falling weights. Directions 0 to 7 go clockwise from the
@@ -92,7 +92,7 @@ class PaintClass : public PicClass {
     /// Directions 0 and 1 shear rows, 2 and 3 columns, by one tile over the tile's length.
     bool Skew(std::int32_t direction, bool nearest);
 
-    // PaintClass4: what sets or moves pixels as they are.
+    // PaintClass4: operations that set or move whole pixels.
 
     /// Bytes 0 to 2 of every pixel take the high bytes of the colour; the alpha byte stays.
     void FillColor(const RGBColor16& color);
@@ -101,7 +101,7 @@ class PaintClass : public PicClass {
     void Mosaic(short blockWidth, short blockHeight);
     /// 0 vertically, 1 horizontally, 2 both.
     void Flip(short mode);
-    /// The contents go (-dx, -dy), around the torus. Asserts that there is a clone.
+    /// Moves the contents by (-dx, -dy), wrapped. Asserts that there is a clone.
     void ShiftBy(short dx, short dy);
     /// Asserts that there is a `cut`.
     void DisposeCut();
@@ -142,9 +142,9 @@ class PaintClass : public PicClass {
     /// Calls back for each pixel of a thin line from one point to the other, both included.
     static void TraceLine(hostapi::Point from, hostapi::Point to, TraceCallback callback,
                           PaintClass* pic);
-    /// Paints the region of similar colour around a point in the foreground colour; a region goes
-    /// on behind the tile's edges. False without memory for the queue: the colours are then as
-    /// they were.
+    /// Paints the region of similar colour around a point in the foreground colour; a region wraps
+    /// around the tile's edges. False without memory for the queue: the colours are then as they
+    /// were.
     bool FloodFill(hostapi::Point start);
     /// A ramp from the foreground colour at `from` to the background colour at `to`, over whole
     /// rows or columns; that at the larger coordinate is not painted. Asserts that the two points
@@ -173,7 +173,7 @@ class PaintClass : public PicClass {
     short fillTolerance = standardTolerance;
     /// 1 softens the contour.
     short fillAntiAlias = 1;
-    /// The editor's. Null outside it: the tools then take black and white.
+    /// The editor's colours. Null outside it: the tools then use black and white.
     const RGBColor16* foreColor = nullptr;
     const RGBColor16* backColor = nullptr;
 

@@ -77,7 +77,7 @@ void SumVectors(const double* const* samples, std::ptrdiff_t at, const double* w
     std::memcpy(sums + 3 * lanes, &fourth, sizeof fourth);
 }
 
-/// What the pixels of one row are computed from.
+/// The sources of the pixels of one row.
 struct TrailRow {
     /// For each place of the trails the red values from column 0 on; green and blue follow at
     /// distances of `colorStride`.
@@ -141,8 +141,9 @@ void WidenLoop(const unsigned char* pixels, const Channels& out, int count) {
     }
 }
 
-/// Rows widened to doubles, once for all the trails that meet them. The tile goes on in a margin,
-/// before the row or behind it, as the trails go, and behind it to the end of the last group.
+/// Rows widened to doubles, once for all the trails that meet them. The tile wraps around in a
+/// margin before or after the row, depending on the direction of the trails, and after it to the
+/// end of the last group.
 class RowRing {
   public:
     RowRing(int newWidth, int newDepth, int reachLeft, int reachRight)
@@ -177,7 +178,7 @@ class RowRing {
   private:
     static constexpr int bytesPerPlace = colorCount * sizeof(double) + 1;
 
-    /// Trails that no dialog gives can ask for more than there are addresses.
+    /// Trails longer than the dialogs give can need more memory than there are addresses.
     bool Fits(int depth) const {
         constexpr double most = 1 << 30;
         return static_cast<double>(Stride()) * depth * bytesPerPlace <= most;
@@ -205,8 +206,8 @@ class RowRing {
     HandleArray<unsigned char> alphas;
 };
 
-/// One run, row by row against the way of the trails, so that a row is blurred in place after all
-/// others have read it but those around the torus, for which the first rows are kept.
+/// One run, row by row against the direction of the trails, so that a row is blurred in place after
+/// all other rows have read it, except those that wrap around, for which the first rows are kept.
 class TrailRun {
   public:
     TrailRun(PaintClass& newPic, short newLength, short direction)
@@ -244,7 +245,7 @@ class TrailRun {
     }
 
   private:
-    /// How far the trails go to the side, within the tile.
+    /// How far the trails extend sideways, in columns of the tile.
     int Reach() const { return std::min<int>(length, pic.grX) - 1; }
 
     /// Row `i` of the run: along the trails, from an edge of the tile.

@@ -34,8 +34,8 @@ struct ThreeRows {
     const std::uint16_t* below;
 };
 
-/// All four bytes of each pixel: the alpha byte means nothing afterwards, and a loop that need not
-/// leave it out runs several pixels at a time.
+/// Computes all four bytes of each pixel: the alpha byte has no meaning afterwards, and a loop that
+/// need not skip it is vectorized.
 void SharpenLoop(const ThreeRows& rows, unsigned char* __restrict out, int bytes) {
     const auto [above, row, below] = rows;
     for (int i = 0; i < bytes; ++i) {

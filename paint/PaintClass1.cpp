@@ -17,7 +17,7 @@ constexpr unsigned char flatGround = 255;
 
 enum BlurMode : short { blurAllPixels = 1, blurAlpha = 2, blurWhereAlpha = 3 };
 
-/// What a pass of Blur works with.
+/// The parameters of a pass of Blur.
 struct BlurRun {
     PaintClass& pic;
     const BlurKernel& kernel;
@@ -41,8 +41,8 @@ bool IsFlat(const unsigned char* row, int x) {
     return row[x * bytesPerPixel + alphaByte] == flatGround;
 }
 
-/// The first span from `x` on that ends in pixels whose alpha byte is below 255. A short stretch of
-/// 255 within it costs less than two spans. `count` is 0 if there is none.
+/// Finds the first span from `x` on that begins and ends with alpha bytes below 255. A short
+/// stretch of 255 within it costs less than two spans. `count` is 0 if there is none.
 Span NextRaisedSpan(const unsigned char* row, int x, int width) {
     constexpr int longestGap = 16;
     while (x < width && IsFlat(row, x)) {
@@ -57,8 +57,8 @@ Span NextRaisedSpan(const unsigned char* row, int x, int width) {
     return {x, end - x};
 }
 
-/// Brings the sums of three channels, in 8.24, to the pixels whose alpha byte is not `kept`. No
-/// alpha byte is 256.
+/// Stores the sums of three channels, in 8.24, in the pixels whose alpha byte is not `kept`; 256
+/// keeps none.
 void StoreColorsLoop(const std::uint32_t* const sums[3], unsigned char* __restrict pixels,
                      int count, Pixel kept) {
     const std::uint32_t* const red = sums[0];
@@ -81,7 +81,7 @@ void BlurColorSpan(BlurSums& blurSums, const WrappedPlane planes[3], short y, co
     ForThisProcessor<StoreColorsLoop>(sums, row + span.first * bytesPerPixel, span.count, kept);
 }
 
-/// Blurs a row of colours from the planes into the clone's row, which still is as the texture's.
+/// Blurs a row of colours from the planes into the clone's row, which still equals the texture's.
 void BlurColorRow(BlurSums& sums, const WrappedPlane planes[3], short y, unsigned char* row,
                   short width, BlurMode mode) {
     if (mode == blurAllPixels) {

@@ -15,8 +15,7 @@ struct LineColor {
     unsigned char rgb[3];
 };
 
-/// The raster as lines of one direction see it: a place is so far along a line and so far across
-/// it, both around the torus.
+/// The raster in coordinates along and across the lines of one direction, both wrapped.
 class LineField {
   public:
     LineField(const PicClass& pic, bool isVertical)
@@ -41,7 +40,7 @@ class LineField {
     int acrossStep;
 };
 
-/// Where a new line begins, and what it is drawn with.
+/// The start of a new line, and its drawing parameters.
 struct NewLine {
     int along;
     int across;
@@ -51,7 +50,7 @@ struct NewLine {
 };
 
 /// Whether the row across the line's start is free as far as the line and a gap on either side
-/// reach. More than the tile's breadth comes round to the same places.
+/// reach. A reach beyond the tile's breadth wraps to the same places.
 bool HasRoom(const LineField& field, const NewLine& line, short gap) {
     const int places = std::min<int>(2 * gap + line.width, field.breadth);
     for (int k = 0; k < places; ++k) {
@@ -62,7 +61,7 @@ bool HasRoom(const LineField& field, const NewLine& line, short gap) {
     return true;
 }
 
-/// The place behind the nearest line in front of the start; the start itself if there is none.
+/// The place after the nearest line before the start; the start itself if there is none.
 int StartBehindLastLine(const LineField& field, const NewLine& line) {
     for (int k = 1; k < field.length; ++k) {
         if (!field.IsFree(line.along - k, line.across)) {
@@ -72,7 +71,7 @@ int StartBehindLastLine(const LineField& field, const NewLine& line) {
     return line.along;
 }
 
-/// The place beside a line becomes half its colour. It is not occupied by that.
+/// Mixes half the line's colour into the place beside it, which stays unoccupied.
 void SoftenSide(unsigned char* pixel, const LineColor& color) {
     for (int c = 0; c < 3; ++c) {
         pixel[c] = static_cast<unsigned char>((pixel[c] + color.rgb[c]) / 2);
@@ -111,7 +110,7 @@ LineColor ColorOfLine(const DividersParams& params) {
     return color;
 }
 
-/// Tries one line at a random place. Answers its width, or 0 if there was no place for it.
+/// Tries one line at a random place. Returns its width, or 0 if there was no place for it.
 short TryLine(const PicClass& pic, const DividersParams& params) {
     NewLine line{};
     line.color = ColorOfLine(params);
@@ -124,7 +123,7 @@ short TryLine(const PicClass& pic, const DividersParams& params) {
     const auto y = static_cast<short>(RandomRange(0, pic.grY));
     // Checked on purpose: a draw of just W or H fails the assertion.
     const bool startIsFree = pic.PixelAddress(x, y)[3] == freePlace;
-    // A guard: what has no width would occupy nothing, and the tries would never come to an end.
+    // A guard: a line without width would occupy nothing, and the tries would never end.
     if (!startIsFree || line.width < 1) {
         return 0;
     }

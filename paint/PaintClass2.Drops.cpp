@@ -12,12 +12,12 @@ namespace {
 
 constexpr unsigned char flatGround = 255;
 
-/// A guard: only damaged records come to a divisor of 0, which counts as 1.
+/// A guard: a divisor of 0, which only damaged records give, counts as 1.
 int Divisor(int value) {
     return value != 0 ? value : 1;
 }
 
-/// What the record says in pixels, by whole numbers.
+/// The record's sizes in pixels, in integer arithmetic.
 struct DropSizes {
     DropSizes(const PicClass& pic, const DropsParams& params)
         : average((pic.grX + pic.grY) / 2),
@@ -41,7 +41,7 @@ unsigned char RimHeight(int depth, int rim) {
     return CosineProfile(static_cast<unsigned char>(TruncateToShort(255.0 - fall)));
 }
 
-/// All four bytes of each pixel become the smaller ones of the two.
+/// Takes the minimum of each of the pixels' four bytes.
 void KeepLowerBytes(const unsigned char* __restrict stamp, unsigned char* __restrict pixels,
                     int count) {
     for (int i = 0; i < count * bytesPerPixel; ++i) {
@@ -51,8 +51,8 @@ void KeepLowerBytes(const unsigned char* __restrict stamp, unsigned char* __rest
 
 /// Presses drops into the height field: the higher one wins where they overlap.
 ///
-/// Of a drop that overlaps itself around the torus, only the pixels nearest to its centre are
-/// looked at: they are its highest. So a pass never writes more than the tile.
+/// Where a drop overlaps its own wrapped copy, the copy nearest the centre wins: it is the highest.
+/// So a pass never writes more than the tile.
 class DropStamp {
   public:
     DropStamp(PicClass& newPic, int newRim)
@@ -82,13 +82,14 @@ class DropStamp {
     }
 
   private:
-    /// What of a row lies within a drop, to the left and right of its centre.
+    /// The pixels of a row within a drop, counted to the left and right of its centre.
     struct Part {
         int left;
         int right;
     };
 
-    /// Fills `row` for the given distance of rows, with colours that are never the smaller ones.
+    /// Fills `row` for the given distance of rows, with colours of 255, which never win the
+    /// minimum.
     Part FillRow(int dy, int radius) {
         const int middle = std::min(radius - 1, pic.grX / 2);
         int distance = dy;
@@ -132,7 +133,7 @@ class DropStamp {
     HandleArray<unsigned char> rimHeights;
 };
 
-/// How the light falls on a slope, which is the difference of two alpha bytes.
+/// The light on a slope, which is the difference of two alpha bytes.
 class DropLight {
   public:
     DropLight(const DropsParams& params, int rim) {

@@ -19,14 +19,13 @@ std::int16_t Within(std::int16_t value, std::int16_t lowest, std::int16_t highes
     return std::clamp(value, lowest, highest);
 }
 
-/// What is not a number counts as 0.
+/// Clamps to 0 and 1; NaN counts as 0.
 double Share(double value) {
     return value > 0.0 ? std::min(value, 1.0) : 0.0;
 }
 
-/// A guard against damaged records: whatever says how many shapes there are, how large and how far
-/// off, counts as the nearest value that the dialog gives. Otherwise a run could take hours, and
-/// all memory.
+/// A guard against damaged records: clamps the number, size and displacement of shapes to the
+/// dialog's range. Otherwise a run could take hours, and all memory.
 ShapesParams InDialogsRange(ShapesParams params) {
     params.sizeX = Share(params.sizeX);
     params.sizeY = Share(params.sizeY);
@@ -120,7 +119,7 @@ struct Stacked {
     }
 };
 
-/// What Stacked leaves out of the shapes that cross the left and the upper edge.
+/// The part that Stacked omits of shapes that cross the left and the upper edge.
 struct StackedBeyondStart {
     void operator()(int px, int py, unsigned char& alpha, unsigned char value) const {
         if ((px < 0 || py < 0) && alpha == flatGround) {
@@ -134,7 +133,7 @@ class HeightField {
   public:
     HeightField(PicClass& newPic, const ShapesParams& params, double newMargin, double bevel)
         : pic(newPic),
-          // With what the run step makes of the user's angle, a whole turn less that angle.
+          // With the angle from the run step, this is a whole turn less the user's angle.
           scan(params.kind, bevel, params.angle + 90.0),
           margin(newMargin) {}
 
@@ -146,8 +145,8 @@ class HeightField {
         const int top = TruncateToShort(cy - shape.vs - margin);
         const auto right = static_cast<int>(std::ceil(cx + shape.hs + margin));
         const auto bottom = static_cast<int>(std::ceil(cy + shape.vs + margin));
-        // The order is meant to be by columns. Pixels of different places of the tile do not know
-        // of each other, so within the width of one tile it can be by rows.
+        // The order is meant to be by columns. Pixels at different places of the tile are
+        // independent, so within the width of one tile the order can be by rows.
         for (int first = left; first < right; first += pic.grX) {
             const ShapeScan::Columns block{first, std::min(first + pic.grX, right)};
             for (int py = top; py < bottom; ++py) {
@@ -176,7 +175,7 @@ class HeightField {
 
     PicClass& pic;
     ShapeScan scan;
-    /// What a turned shape's box is larger by than its own, on every side.
+    /// Margin added on each side of a rotated shape's bounding box, in pixels.
     double margin;
 };
 
@@ -188,7 +187,7 @@ void PressAll(PicClass& pic, const ShapesParams& params, const ShapeGrid& grid, 
             progress.Report(static_cast<short>((grid.rows * i + j) * reportsPerShape));
             const ShapeGrid::Shape shape = grid.At(i, j);
             if (params.kind != shapeRing) {
-                // Nothing else reaches the centre: at no distance there is no direction.
+                // The centre is reached in no other way: without a distance there is no direction.
                 pic.SetAlphaWrapped(shape.centre.x, shape.centre.y, 0);
             }
             field.Press(shape, rule);
@@ -246,8 +245,8 @@ class ShapeLight {
     unsigned char colors[511][3];
 };
 
-/// What the old colour and the shape's count for, by the alpha byte: full on the body, less and
-/// less in the rim. Flat ground keeps the old colour.
+/// Weights of the old colour and the shape's by alpha byte: full on the body, falling in the rim.
+/// Flat ground keeps the old colour.
 class ShapeCover {
   public:
     ShapeCover(std::int16_t transparency, short threshold) {

@@ -90,7 +90,7 @@ struct Direction {
 /// of the stroke, which may so speed up or slow down.
 void DrawStroke(PaintClass& pic, const RGBColor16& color, Direction direction, short driftWidth) {
     const unsigned char rgb[3] = {HighByte(color.red), HighByte(color.green), HighByte(color.blue)};
-    // In a register for the length of the stroke, which is one long chain of draws.
+    // Kept in a register during the stroke, which is one long chain of draws.
     RandomGenerator random(Seed());
     double x = random.Range(0, pic.grX);
     double y = random.Range(0, pic.grY);
@@ -148,8 +148,8 @@ unsigned char Softened(int neighbours, unsigned char centre) {
     return static_cast<unsigned char>(neighbours / 8 + centre / 2);
 }
 
-/// One row of the wax pass, over all four bytes of each pixel: the alpha byte means nothing
-/// afterwards, and a loop that need not leave it out runs several pixels at a time.
+/// One row of the wax pass, over all four bytes of each pixel: the alpha byte has no meaning
+/// afterwards, and a loop that need not skip it is vectorized.
 void SoftenRow(const unsigned char* above, const unsigned char* row, const unsigned char* below,
                unsigned char* __restrict out, short width) {
     constexpr int step = bytesPerPixel;

@@ -1,4 +1,4 @@
-// What the distortions share. Waves, Twirls and Skew are in PaintClass3.Waves.cpp, .Twirls.cpp and
+// Shared by the distortions. Waves, Twirls and Skew are in PaintClass3.Waves.cpp, .Twirls.cpp and
 // .Skew.cpp.
 #include <cstring>
 

@@ -64,8 +64,8 @@ void PaintClass::SetColors(const RGBColor16* fore, const RGBColor16* back) {
 
 namespace {
 
-/// Where one side of a block lies: from its start to the tile's edge, and what is left from the
-/// other edge on.
+/// One side of a block in the tile: the part from its start to the tile's edge, and the rest from
+/// the other edge on.
 struct BlockSide {
     /// Places in a row, each of which the side covers `times` times.
     struct Part {
@@ -223,7 +223,7 @@ void CopyShiftedRow(const unsigned char* from, unsigned char* to, short dx, shor
     for (int x = 0; x < width;) {
         const auto moved = static_cast<short>(x - dx);
         const int target = Wrap(moved, width);
-        // Positions have 16 bits: behind the highest one comes the lowest.
+        // Positions have 16 bits: the lowest follows the highest.
         const int run = std::min({width - x, width - target, 32768 - moved});
         std::memcpy(to + target * bytesPerPixel, from + x * bytesPerPixel,
                     static_cast<std::size_t>(run * bytesPerPixel));

@@ -14,8 +14,8 @@ namespace {
 constexpr unsigned char reached = 0;
 constexpr unsigned char notReached = 255;
 
-/// Where in the tile a coordinate of 16 bits lies, for all of them: the fill asks in no order, and
-/// a division each time would take most of its time.
+/// Wraps any 16-bit coordinate by a table: the fill visits places in no order, and a division for
+/// each would take most of its time.
 class WrapTable {
   public:
     explicit WrapTable(short size) : places(count) {
@@ -79,8 +79,7 @@ class FloodRegion {
         return pic.Base() + rows[y] * pic.RowBytes() + columns[x] * bytesPerPixel;
     }
 
-    /// The place is kept as it is, around the torus or not: in 16 bits it is of consequence where
-    /// it runs over.
+    /// The place is queued unwrapped: where its 16 bits overflow makes a difference.
     void Visit(short x, short y) {
         unsigned char* const pixel = At(x, y);
         if (pixel[3] == notReached && IsSimilar(LoadPixel(pixel, 0))) {
@@ -150,7 +149,7 @@ void SoftenContourRow(const Neighbourhood& rows, int width) {
     }
 }
 
-/// In place: a mixed pixel counts as it is for those behind it.
+/// In place: the pixels after a mixed pixel read its new colour.
 void SoftenContour(PaintClass& pic) {
     for (short y = 0; y < pic.grY; ++y) {
         const Neighbourhood rows{pic.PixelAddress(0, Wrap(y - 1, pic.grY)), pic.PixelAddress(0, y),

@@ -52,7 +52,7 @@ void Cover(unsigned char* pixel, const unsigned char* before, Pixel color, unsig
 
 constexpr int largestStampRadius = 10;
 
-/// The columns that a stamp touches, or its rows.
+/// The columns, or rows, that a stamp touches.
 class StampSpan {
   public:
     /// `centre` is at most largestCentre either way. `offset` leads to the source.
@@ -69,13 +69,13 @@ class StampSpan {
     static constexpr double largestCentre = 1e9;
 
     int count = 0;
-    /// Of the distances from the centre.
+    /// Squared distances from the centre.
     double squares[2 * largestStampRadius + 1];
     short targets[2 * largestStampRadius + 1];
     short sources[2 * largestStampRadius + 1];
 };
 
-/// False for what is not a number, too.
+/// False also for NaN.
 bool IsInReach(double centre) {
     return std::fabs(centre) <= StampSpan::largestCentre;
 }

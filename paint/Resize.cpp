@@ -27,8 +27,8 @@ void CopyTiled(const PicClass& from, PicClass& to) {
     }
 }
 
-/// Rounds to the nearest, halves to the even one. `rest` is what lies behind the digits: below,
-/// equal to or above `half`.
+/// Rounds to the nearest, halves to the even one. `rest` is the part after the digits: below, equal
+/// to or above `half`.
 ResampledSide::Extended ResampledSide::Rounded(Extended number, std::uint32_t rest,
                                                std::uint32_t half) {
     if (rest > half || (rest == half && (number.digits & 1) != 0)) {

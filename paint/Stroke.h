@@ -24,7 +24,7 @@ class Stroke {
   protected:
     explicit Stroke(PaintClass& newPic) : pic(newPic) {}
 
-    /// Keeps the texture in the clone, which stays allocated behind the stroke, for the next one.
+    /// Keeps the texture in the clone, which stays allocated after the stroke, for the next one.
     /// All alpha bytes begin with `alpha`. False without memory.
     bool KeepTexture(unsigned char alpha);
 

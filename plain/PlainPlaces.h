@@ -9,6 +9,6 @@ void PlainMosaic(PaintClass& pic, short blockWidth, short blockHeight);
 void PlainFlip(PaintClass& pic, short mode);
 void PlainShiftBy(PaintClass& pic, short dx, short dy);
 void PlainCopyTiled(const PicClass& from, PicClass& to);
-/// The two numbers are computed in the x87's own registers, as the only long double that has 80
-/// bits; on a system whose process begins with a lower precision, set it first.
+/// The two numbers are computed in the x87's own registers, through an 80-bit long double; on a
+/// system where a process starts with a lower precision, set that first.
 void PlainCopyResampled(const PicClass& from, PicClass& to);

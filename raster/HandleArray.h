@@ -1,12 +1,11 @@
-// A typed array in a system memory block: what the operations on pixels take their work memory
-// from.
+// A typed array in a system memory block: the work memory of operations on pixels.
 #pragma once
 
 #include <cstddef>
 
 #include "raster/HandleClass.h"
 
-/// `Value` is plain data, of which the bytes come uncleared.
+/// `Value` is plain data; it is not initialised.
 template <typename Value>
 class HandleArray {
   public:
@@ -15,8 +14,7 @@ class HandleArray {
 
     /// True if there was no memory.
     bool Failed() const { return block.failed; }
-    /// The first value; null without memory. A constant array has values that can be written, as a
-    /// pointer would.
+    /// The first value; null without memory. Constness is the pointer's, not the values'.
     Value* Values() const { return values; }
 
   private:

@@ -15,7 +15,7 @@ class HandleClass {
     /// Asserts that there is a block.
     void Unlock();
 
-    /// Where blocks come from: the system, or a test's shortage of memory. A null answer fails.
+    /// The allocator: the system's, or a test's that runs short. A null result is a failure.
     static void* (*allocate)(std::size_t size);
 
     /// True if the allocation failed.

@@ -12,15 +12,15 @@ constexpr char sourceName[] = "HostBuffer";
 HostBuffer* firstBuffer = nullptr;
 std::int32_t totalBytes = 0;
 
-/// Whether the host can give `size` bytes and keep its reserve. Strict: exactly the reserve left
-/// over is too little. Hosts may report up to 0x7FFFFFFF, so the sum stands on the size's side, in
-/// 64 bits.
+/// Whether the host can give `size` bytes and keep its reserve. Strict: a rest of exactly the
+/// reserve is too little. Hosts may report up to 0x7FFFFFFF, so the reserve is added to the size,
+/// in 64 bits.
 bool HostHasRoomFor(std::int32_t size) {
     return static_cast<std::int64_t>(size) + hostMemoryReserve < BufferSpace();
 }
 
-/// Where the buffer suite gives nothing, a block could come from the host's handles. The hosts in
-/// use take both from the same memory, so there is nothing to gain.
+/// If the buffer suite has no memory, a block could come from the host's handles. The hosts in use
+/// take both from the same memory, so nothing would be gained.
 std::int16_t AllocateHandleInstead() {
     return hostapi::memFullErr;
 }
@@ -49,7 +49,7 @@ std::int16_t HostBuffer::Allocate(std::int32_t newSize) {
         result = AllocateHandleInstead();
     }
     if (result == hostapi::noErr && newId == 0) {
-        // A host that reports success and names no block has given none.
+        // A host that reports success without a block id has allocated nothing.
         result = hostapi::memFullErr;
     }
     if (result != hostapi::noErr) {
@@ -75,8 +75,8 @@ void HostBuffer::Free() {
     if (id == 0) {
         return;
     }
-    // Forgotten first: a host without the service makes FreeBuffer throw, and the destructor must
-    // not come here a second time.
+    // Cleared first: without the host's service FreeBuffer throws, and the destructor must not free
+    // a second time.
     const hostapi::BufferID freed = id;
     Unlink();
     id = 0;

@@ -74,8 +74,8 @@ bool PicClass::AllocatePixels(short width, short height) {
         return false;
     }
     *pixelMap = MapOf(width, height, base);
-    // White; the alpha bytes are written as well, since the block comes uncleared and a saved
-    // texture should not carry whatever lay there.
+    // White; the alpha bytes are written as well, since the block is not cleared and a saved
+    // texture should not contain old memory.
     std::memset(base, 0xFF, static_cast<std::size_t>(size));
     grX = width;
     grY = height;
@@ -84,7 +84,7 @@ bool PicClass::AllocatePixels(short width, short height) {
     return true;
 }
 
-/// Leaves a raster that failed: without pixels, so that every access to it fails its assertion.
+/// Makes the raster a failed one: without pixels, so that every access to it fails its assertion.
 void PicClass::Discard() {
     undo.reset();
     pixelMap.reset();

@@ -22,8 +22,9 @@ constexpr std::int32_t bytesPerPixel = 4;
 class PicClass {
   public:
     /// All pixels white, the alpha byte undefined. Test `pixelMap` afterwards: null means that the
-    /// host had not enough memory, or that a side is below 1. A raster only counts as created when
-    /// the host could have given one more block of its size, which the effects need for the clone.
+    /// host had not enough memory, or that a side is below 1. A raster only counts as created if
+    /// the host could have allocated one more block of its size, which the effects need for the
+    /// clone.
     PicClass(short width, short height, bool withUndo);
     PicClass(const PicClass&) = delete;
     PicClass& operator=(const PicClass&) = delete;
@@ -32,7 +33,7 @@ class PicClass {
     /// Bytes a row, always grX * 4.
     std::int32_t RowBytes() const { return rowBytes; }
     unsigned char* Base() const { return base; }
-    /// Stands at the end of every pixel operation.
+    /// Called at the end of every pixel operation.
     void Unlock() const {}
 
     // Checked accessors: a coordinate outside the raster fails an assertion.
@@ -74,7 +75,7 @@ class PicClass {
         return At(x, y)[3];
     }
 
-    // Wrapped accessors: a coordinate outside the raster comes in on the other side.
+    // Wrapped accessors: a coordinate outside the raster wraps around.
 
     void SetPixelWrapped(short x, short y, Pixel pixel) {
         AssertLocked("PicClass / Zeile 271 !(locked)");
@@ -99,7 +100,7 @@ class PicClass {
     /// Reads the three colour channels between pixels into `rgb`: the mean of a mix along y of the
     /// two row sums and a mix along x of the two column sums. Not the product form of bilinear
     /// interpolation: a pixel read exactly on the grid is (2A + B + C) / 4, a slight softening,
-    /// which is meant.
+    /// which is intended.
     void GetPixelInterpolated(double x, double y, unsigned char rgb[3]) const;
 
     // Whole-raster operations.
@@ -109,8 +110,8 @@ class PicClass {
     void AlphaFromGrey();
     /// The work copy, created if needed, of the same size and without undo. Null without memory.
     PicClass* GetClone();
-    /// Whether GetClone would answer one now. For operations that need no work copy, but are to do
-    /// nothing where there is no memory for one.
+    /// Whether GetClone would return one now. For operations that need no work copy, but must do
+    /// nothing without memory for one.
     bool HasRoomForClone() const;
     /// These copy every pixel, all 32 bits; nothing happens without a clone.
     void CopyToClone();

@@ -13,8 +13,8 @@ namespace {
 constexpr std::size_t pixelBytes = sizeof(Pixel);
 
 /// Exchanges `size` bytes at `offset` in the file with those at `pixels`, through `saved`, which
-/// has room for them. What the disk does not give or take stays as it is on both sides, and the
-/// place is sought anew each time, so that one failure does not move what follows.
+/// has room for them. Bytes that the disk fails to read or write stay unchanged on both sides, and
+/// each exchange seeks its place, so that one failure does not shift the rest.
 void ExchangeWithFile(std::FILE* file, std::size_t offset, unsigned char* pixels,
                       unsigned char* saved, std::size_t size) {
     const auto place = static_cast<long>(offset);

@@ -15,14 +15,14 @@ struct FileCloser {
 };
 using FilePointer = std::unique_ptr<std::FILE, FileCloser>;
 
-/// A temporary file without a name, readable and writable, gone when it is closed; null if there
-/// is none to be had. Platform-bound.
+/// A temporary file without a name, readable and writable, gone when it is closed; null on failure.
+/// Platform-bound.
 FilePointer OpenAnonymousFile();
 
 class PicStorage {
   public:
-    /// Sizes itself to `pic` and stores its pixels at once. With neither memory nor disk the
-    /// object stands all the same, and undo is silently unavailable.
+    /// Sizes itself to `pic` and stores its pixels at once. With neither memory nor disk the object
+    /// is valid all the same, and undo is silently unavailable.
     explicit PicStorage(PicClass* pic);
     PicStorage(const PicStorage&) = delete;
     PicStorage& operator=(const PicStorage&) = delete;
@@ -30,7 +30,7 @@ class PicStorage {
 
     // Each asserts that `pic` has the size that the storage was built for.
 
-    /// Saves the pixels. False if there is nowhere to save them, or the disk is full.
+    /// Saves the pixels. False without memory and disk, or if the disk is full.
     bool Store(PicClass* pic);
     /// Exchanges the saved pixels with those of `pic`, all four bytes of each.
     void Swap(PicClass* pic);

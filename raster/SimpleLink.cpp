@@ -32,8 +32,7 @@ SimpleLink::Node::~Node() {
 SimpleLink::SimpleLink() = default;
 
 SimpleLink::~SimpleLink() {
-    // One by one: letting the first node take the rest with it would go as deep as the list is
-    // long.
+    // One by one: the first node's destructor would recurse through the whole list.
     while (first) {
         first = std::move(first->next);
     }

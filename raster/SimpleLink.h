@@ -20,13 +20,13 @@ class SimpleLink {
     // Entries are counted from 1.
     /// True if there was an entry `n`. Asserts that `n` is not 0.
     bool Remove(short n);
-    /// Copies the name into `name`, which has room for nameCapacity bytes. At a missing entry false
-    /// and an empty text. Asserts that `n` is not 0.
+    /// Copies the name into `name`, which has room for nameCapacity bytes. False and an empty text
+    /// for a missing entry. Asserts that `n` is not 0.
     bool NameAt(short n, char* name) const;
-    /// At a missing entry false and null.
+    /// False and null for a missing entry.
     bool DataAt(short n, void** data) const;
-    /// Whether no entry bears the name, without regard to case, and it is not the name that the
-    /// settings of the last run go by.
+    /// Whether no entry bears the name, without regard to case, and it is not the reserved name of
+    /// the last used settings.
     bool IsUnique(const char* name) const;
 
   private:

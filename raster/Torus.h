@@ -1,4 +1,4 @@
-// The one place that knows the torus: a coordinate beyond an edge comes in on the other side.
+// The only place where coordinates wrap around the torus.
 #pragma once
 
 /// Reduces a coordinate to 0 .. size - 1: the remainder in signed arithmetic, plus `size` if that
@@ -8,8 +8,8 @@ constexpr short Wrap(int coordinate, short size) {
     return static_cast<short>(remainder < 0 ? remainder + size : remainder);
 }
 
-/// One coordinate of a walk that is never far from its last place: follows the torus by whole
-/// tiles, which spares a division for each step.
+/// Wraps a coordinate that changes by small steps, by whole tiles, which saves a division for each
+/// step.
 class WrappedWalk {
   public:
     /// `newSize` is above 0.
@@ -31,6 +31,6 @@ class WrappedWalk {
 
   private:
     int size;
-    /// Where the repeat of the tile begins that the walk is on.
+    /// The start of the repeat of the tile that the walk is in.
     int tileStart = 0;
 };

@@ -11,8 +11,8 @@ HINSTANCE instanceHandle = nullptr;
 
 namespace {
 
-/// The host's floating-point settings may be anything; the pixels must not depend on them. Ours
-/// while the call lasts, the host's again afterwards.
+/// The host's floating-point settings may be anything; the pixels must not depend on them. Sets the
+/// program's own during the call and restores the host's after it.
 class FloatingPointSettings {
   public:
     FloatingPointSettings() : vector(_mm_getcsr()) {
@@ -57,7 +57,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
     return TRUE;
 }
 
-// Some hosts call with a stack aligned to four bytes only; what lies behind here uses SSE.
+// Some hosts call with a stack aligned to four bytes only; the code called from here uses SSE.
 #if defined(__i386__)
 #define REALIGN_STACK __attribute__((force_align_arg_pointer))
 #else

@@ -1,4 +1,4 @@
-// What the definitions of base/HostServices.h and base/Progress.h share between the neutral source
+// Shared by the two sources that define base/HostServices.h and base/Progress.h: the neutral one
 // and that of the window system.
 #pragma once
 

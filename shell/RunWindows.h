@@ -13,11 +13,11 @@
 
 class ImageFile;
 
-/// What both windows answer from Run, unless an error has ended them.
+/// Results of both windows' Run, unless an error has ended them.
 constexpr int runApplied = 1;
 constexpr int runCancelled = 2;
 
-/// The New dialog. It stands, closed, until the editor has ended.
+/// The New dialog. The object lives, closed, until the editor has ended.
 class OpeningWindow {
   public:
     OpeningWindow() = default;
@@ -29,15 +29,15 @@ class OpeningWindow {
     virtual void Bracket(int end) = 0;
     virtual int Run() = 0;
 
-    // Of a window that never ran: the values that it was made with.
+    // The user's choices. A window that never ran has the values that it was made with.
 
     /// SizeItems::blank, selection or lastTexture.
     virtual short Contents() const = 0;
-    /// That of the chosen file, if there is one.
+    /// The name of the chosen file, if there is one.
     virtual std::string Name() const = 0;
     /// A side may be 0.
     virtual void PixelSize(short* width, short* height) = 0;
-    /// In place of all contents; null for none.
+    /// Takes precedence over Contents(); null for none.
     virtual ImageFile* ChosenFile() = 0;
     virtual bool ShowNewNextTime() const = 0;
     virtual std::int32_t Units() const = 0;
@@ -57,11 +57,11 @@ class EditorWindow {
     virtual void SetShowNewAtLaunch(bool on) = 0;
     virtual void SetUnits(std::int32_t units) = 0;
     virtual int Run() = 0;
-    /// The texture, whichever the editor has now; none is left in it.
+    /// Moves the editor's present texture out of it.
     virtual std::unique_ptr<PaintClass> TakeTexture() = 0;
 };
 
-/// The makers answer null without memory for the object.
+/// The makers return null without memory for the object.
 struct RunWindows {
     /// Whether the opening window is wanted.
     bool (*readLaunchFlag)();

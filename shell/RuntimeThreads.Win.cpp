@@ -3,7 +3,8 @@
 // The thread library that comes with the compiler takes a thread-local slot, two events or more and
 // a handle of the thread at its first use and never gives them back. A host that frees the plug-in
 // after each run would lose four handles and a slot each time, and would be out of slots, of which
-// a process has 1088, after as many runs. What stands here holds nothing when the library goes.
+// a process has 1088, after as many runs. This implementation holds nothing when the library is
+// unloaded.
 //
 // The locks spin: they guard a few instructions each, and a host calls on one thread.
 #include <pthread.h>
@@ -15,7 +16,7 @@
 
 namespace {
 
-// What a mutex and a once-control hold; their initializers stand for free and for not begun.
+// States of a mutex and of a once-control; their static initializers mean free and not begun.
 constexpr pthread_mutex_t taken = 1;
 constexpr pthread_once_t running = 1;
 constexpr pthread_once_t done = 2;
@@ -41,7 +42,7 @@ void EndThread() {
     }
 }
 
-/// When the library goes.
+/// When the library is unloaded.
 void FreeKeys() {
     EndThread();
     while (keyCount > 0) {
@@ -113,7 +114,7 @@ int pthread_key_create(pthread_key_t* key, void (*destructor)(void*)) {
     pthread_mutex_lock(&creating);
     const DWORD slot = keyCount < maximalKeys ? TlsAlloc() : TLS_OUT_OF_INDEXES;
     if (slot != TLS_OUT_OF_INDEXES) {
-        // Runs after the destructors of all that was made later, when the library goes.
+        // Runs when the library is unloaded, after the destructors of all objects made later.
         if (keyCount == 0) {
             std::atexit(FreeKeys);
         }

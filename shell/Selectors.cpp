@@ -14,7 +14,7 @@
 
 namespace {
 
-/// What prepare asks the host to keep free: the transfer is one row high.
+/// Memory that prepare asks the host to keep free, in bytes: the transfer is one row high.
 constexpr std::int32_t requestedBufferSpace = 65535;
 
 void HandleAbout(FilterContext*) {
@@ -92,7 +92,7 @@ void HandleStart(FilterContext* context) {
 }
 
 void HandleContinue(FilterContext* context) {
-    // Start transfers everything by itself; this only answers a host that asks all the same.
+    // Start transfers everything by itself; this only serves hosts that call all the same.
     context->record->inRect = {};
     context->record->outRect = {};
 }
@@ -107,7 +107,7 @@ bool IsSelector(std::int16_t selector) {
     return selector >= hostapi::filterSelectorAbout && selector <= hostapi::filterSelectorFinish;
 }
 
-/// The handler could not finish. A host that finds rectangles would go on calling without end.
+/// Ends a call whose handler has thrown. A host that finds rectangles would call on without end.
 void EndWithFault(std::int16_t selector, hostapi::FilterRecord* record) {
     platformServices.beep();
     if (selector == hostapi::filterSelectorStart) {

@@ -33,8 +33,8 @@ class Bracketed {
     OpeningWindow& window;
 };
 
-/// The editor on what the opening window chose; null without memory. What `pic` receives belongs
-/// to the caller as long as no editor has it.
+/// The editor on what the opening window chose; null without memory. `pic` stays the caller's as
+/// long as no editor has taken it.
 std::unique_ptr<EditorWindow> OpenEditor(FilterContext* context, OpeningWindow& opening,
                                          std::unique_ptr<PaintClass>& pic) {
     hostapi::FilterRecord* const record = context->record;

@@ -10,7 +10,7 @@
 /// The parent window of every dialog and alert (an HWND); null if the host gives none.
 extern void* hostWindow;
 
-/// Notes the host's window and makes a texture for the selection. Answers 0, memFullErr or
-/// userCanceledErr; `picOut` then holds the raster, from here on the caller's whatever the answer,
-/// or null.
+/// Notes the host's window and makes a texture for the selection. Returns 0, memFullErr or
+/// userCanceledErr; `picOut` then holds the raster, owned by the caller whatever the result, or
+/// null.
 std::int16_t RunTexture(FilterContext* context, std::unique_ptr<PaintClass>& picOut);

@@ -53,7 +53,7 @@ BlurKernel::BlurKernel(double radius) : half(0) {
     failed = false;
     double* const bell = static_cast<double*>(block->Lock());
     const double sum = FillBell(bell, reach);
-    // Behind the bell, in what the block has to spare.
+    // After the bell, in the spare part of the block.
     weights = static_cast<std::uint32_t*>(static_cast<void*>(bell + OctantSize()));
     for (std::size_t i = 0; i < OctantSize(); ++i) {
         weights[i] = WeightOf(bell[i] / sum);
@@ -64,7 +64,7 @@ std::size_t BlurKernel::OctantSize() const {
     return OctantIndex(half + 1, 0);
 }
 
-/// Fills `bell` by OctantIndex and answers the sum over the whole square. The square is summed row
+/// Fills `bell` by OctantIndex and returns the sum over the whole square. The square is summed row
 /// by row, all of it: another order rounds to another sum.
 double BlurKernel::FillBell(double* bell, double reach) const {
     for (int outer = 0; outer <= half; ++outer) {

@@ -15,8 +15,8 @@ class BlurKernel {
     /// block's size can be counted.
     explicit BlurKernel(double radius);
 
-    /// True if the block could not be had, or if the square would be larger than `largestHalf`
-    /// allows. Then there are no weights.
+    /// True if there was no memory, or if the square would be larger than `largestHalf` allows.
+    /// Then there are no weights.
     bool Failed() const { return failed; }
 
     /// The square reaches from -Half() to Half() in both directions: at most `largestHalf`, and

@@ -8,7 +8,7 @@ namespace {
 
 constexpr int slots = 3;
 
-/// Runs are made this much longer at most, to whole vectors.
+/// Runs are rounded up to a multiple of this.
 constexpr int vectorPixels = WrappedPlane::slack + 1;
 
 constexpr int WholeVectors(int count) {

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int channelCount = 3;
 
-/// What each byte of a group of pixels is calculated with, side by side as the bytes lie.
+/// The numbers that each byte of a group of pixels is computed with, in the order of the bytes.
 constexpr int groupBytes = 32;
 
 template <typename Number>

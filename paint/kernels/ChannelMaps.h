@@ -1,5 +1,4 @@
-// Changes of a channel that depend on its own value alone, for rows of pixels whose fourth byte
-// stays.
+// Maps of single channels, for rows of pixels whose fourth byte stays.
 //
 // A map is a table of 256 values a channel, and where it can be, a calculation in 16 bits that many
 // channels go through at a time. The calculation is only used when it gives what the table holds,
@@ -47,7 +46,7 @@ class ContrastMap {
 
     ChannelTables tables;
     short offset;
-    /// The line in 6 bits behind the point: its steepness in 14 bits, and its value at 0.
+    /// The line in 6 fractional bits: its steepness in 14 bits, and its value at 0.
     std::uint16_t factor = 0;
     short start = 0;
 };

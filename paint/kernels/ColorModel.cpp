@@ -110,7 +110,7 @@ void TurnHueLoop(const unsigned char* pixels, const unsigned char* other, unsign
     }
 }
 
-/// Of any double: hues from outside the program's own loops may be beyond all bounds.
+/// Takes any double: hues from outside the program's own loops are unbounded.
 unsigned char LowByte(double value) {
     return static_cast<unsigned char>(TruncateToShort(value));
 }

@@ -11,10 +11,10 @@ namespace {
 
 using Geometry = ShapeScan::Geometry;
 
-/// The answer of the cheap way where it cannot tell.
+/// Result of the fast path where it cannot decide.
 constexpr double undecided = -1.0;
 
-/// A radius of 16-bit coordinates that leaves out nothing.
+/// A radius that includes all 16-bit coordinates.
 constexpr double unlimited = 1e6;
 
 /// The step of a height, of which 0 to 255 lies in the rounded edge, or `undecided` if it is too
@@ -208,10 +208,10 @@ void ShapeScan::Place(short newCx, short newCy, double newHs, double newVs) {
     geometry.slack = 1e-14 * (size + 100.0) * (size + 100.0);
     const double stretch = isSquare ? 1.0 : std::max(1.0, std::fabs(geometry.ratio));
     geometry.tolerance = geometry.steepness * stretch * geometry.slack + 1e-9;
-    // Of sizes that are next to nothing even the squares vanish, and with them the distances.
+    // The squares of tiny sizes underflow to 0, and with them the distances.
     constexpr double vanishing = 1e-100;
     onlyDear = !(geometry.tolerance < 0.25) || vs < vanishing;
-    // A pixel more than the size itself is further than the two ways can differ.
+    // One pixel more than the size: further than the two paths can differ.
     radius = onlyDear ? unlimited : size + 1.0;
 }
 

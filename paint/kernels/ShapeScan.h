@@ -1,10 +1,10 @@
 // The height fields of shapes, a run of pixels at a time.
 //
-// PaintClass::RotateAboutCentre and ShapeCoverage say what the height of a pixel is; they cost two
-// inverse functions and a square root each. A rotation is also two products and a sum, and the
-// height changes in steps: where the cheap way's result lies further from the next step than both
-// ways can differ, it decides. Elsewhere, at few pixels, the dear way is taken. So the heights are
-// the same to the bit. docs/exactness.md tells the bounds.
+// PaintClass::RotateAboutCentre and ShapeCoverage define the height of a pixel: the exact path, at
+// the cost of two inverse functions and a square root a pixel. The fast path rotates by two
+// products and a sum. Heights change in steps: where the fast path's result is further from the
+// next step than the two paths can differ, it is used; elsewhere, at few pixels, the exact path
+// decides. So the heights are the same to the bit. docs/exactness.md gives the bounds.
 #pragma once
 
 #include <cstdint>
@@ -15,8 +15,8 @@ class ShapeScan {
     /// of which the whole ones count. Any other kind has no pixels.
     ShapeScan(std::int32_t newKind, double newBevel, double newTurn);
 
-    /// Turns to the shape around (newCx, newCy) with the given half width and half height, which
-    /// may be negative.
+    /// Selects the shape around (newCx, newCy) with the given half width and half height, which may
+    /// be negative.
     void Place(short newCx, short newCy, double newHs, double newVs);
 
     struct Columns {
@@ -24,8 +24,7 @@ class ShapeScan {
         /// Exclusive.
         int end;
     };
-    /// Of the columns of row py from `first` to `end` - 1, those outside which the shape has no
-    /// pixel.
+    /// Clips `columns` to those that can hold pixels of the shape in row `py`.
     Columns Reach(int py, Columns columns) const;
 
     static constexpr int longestRun = 128;
@@ -36,18 +35,19 @@ class ShapeScan {
     /// itself has no height.
     void Read(int px, int py, int count, unsigned char* heights) const;
 
-    /// What the cheap way needs; positions are relative to the shape's centre.
+    /// Parameters of the fast path; positions are relative to the shape's centre.
     struct Geometry {
         double sine;
         double cosine;
         double hs;
         double vs;
         double bevel;
-        /// Of a round shape: its height over its width.
+        /// Height over width of a round shape.
         double ratio;
         /// Steps of height a pixel.
         double steepness;
-        /// How far the two ways' positions can be apart, in pixels, and their heights, in steps.
+        /// Bounds of the difference between the two paths: of positions, in pixels, and of heights,
+        /// in steps.
         double slack;
         double tolerance;
     };
@@ -67,7 +67,7 @@ class ShapeScan {
     /// The distance from the centre beyond which there is no pixel.
     double radius = 0;
     bool isEmpty = true;
-    /// The cheap way can tell nothing: the shape is too thin, or its edge too steep.
+    /// The fast path cannot decide anywhere: the shape is too thin, or its edge too steep.
     bool onlyDear = false;
     /// By step: 0 the top (or the hole of a ring), 1 to 255 the rounded edge, 256 the ground.
     unsigned char heightOfStep[257];

@@ -6,8 +6,9 @@
 
 #include "paint/kernels/Dispatch.h"
 
-// Four pixels go at a time, each channel of theirs in a vector of its own. What is done in doubles
-// comes twice, in vectors of two and, for AVX2, of four; the integers around it are the same.
+// Four pixels go at a time, each channel of theirs in a vector of its own. The arithmetic in
+// doubles is written twice, in vectors of two and, for AVX2, of four; the integer code around it is
+// shared.
 
 namespace {
 
@@ -120,7 +121,7 @@ Corners LoadCorners(const Pixel* pixels, std::ptrdiff_t columns, __m128i numbers
             EvenLanes(lowerLow, lowerHigh), OddLanes(lowerLow, lowerHigh)};
 }
 
-/// Of one channel, or of two that share a lane.
+/// Sums of one channel, or of two that share a lane.
 struct Sums {
     __m128i above;
     __m128i below;

@@ -1,5 +1,4 @@
-// One channel of a raster with margins in which the tile goes on, so that a loop over neighbours
-// needs no wrapping.
+// One channel of a raster with wrapped margins, so that a loop over neighbours needs no wrapping.
 #pragma once
 
 #include <cstddef>
@@ -18,8 +17,8 @@ class WrappedPlane {
     /// True if there was no memory.
     bool Failed() const { return block.Failed(); }
 
-    /// Byte x of row y, from -left to width + right - 1. Any y: the rows wrap. Behind each row up
-    /// to `slack` more bytes may be read; they mean nothing.
+    /// Byte x of row y, from -left to width + right - 1. Any y: the rows wrap. Up to `slack` more
+    /// bytes after each row may be read; they mean nothing.
     const unsigned char* Row(int y) const {
         return block.Values() + static_cast<std::size_t>(Wrap(y, height)) * stride + margin;
     }

@@ -7,9 +7,9 @@
 #include "paint/math/DoublePair.h"
 #include "paint/math/WideFixed.h"
 
-// Each function has two ways. The quick one computes a pair of doubles together with a bound of
-// their error; where all numbers within that bound round to one double, that is the result. Where
-// they do not, about once in a thousand calls, wide integers decide.
+// Each function has two paths. The fast path computes a pair of doubles and a bound of its error;
+// where all numbers within that bound round to one double, that is the result. Elsewhere, about
+// once in a thousand calls, the exact path computes in wide integers.
 
 namespace {
 
@@ -41,7 +41,7 @@ struct Enclosure {
     bool IsDecided() const { return Upper() == Lower(); }
 };
 
-// The wide way.
+// The exact path.
 
 /// The power of two below which the terms of a series end.
 constexpr int negligible = -252;
@@ -135,7 +135,7 @@ double WidePow360(double y) {
     return ExpOf(exponent - WideFixed(twos) * LogOf2()).Rounded(static_cast<int>(twos));
 }
 
-// Tables of the quick way, made once.
+// Tables of the fast path, computed once.
 
 constexpr int pointsPerQuarter = 128;
 constexpr int pointsPerTurn = 4 * pointsPerQuarter;
@@ -214,7 +214,7 @@ const PowerTable& Powers() {
     return table;
 }
 
-// The quick way of sine and cosine.
+// The fast path of sine and cosine.
 
 /// An angle as a point of the table and what is left, at most pi / 512 and a little.
 struct ReducedAngle {
@@ -238,7 +238,7 @@ ReducedAngle Reduce(double radians) {
     return {points.number, TwoSum(third.high, low), std::fabs(points.value) * 0x1p-138};
 }
 
-/// What both results need of the rest r: sin r - r and cos r - 1.
+/// Series of the rest r that both results use: sin r - r and cos r - 1.
 struct SmallAngle {
     double sinTail;
     double cosTail;
@@ -282,7 +282,7 @@ bool IsAngle(double radians) {
 /// An angle so small that it is its own sine and arcsine, to the nearest double.
 constexpr double tinyAngle = 0x1p-27;
 
-// The quick way of the inverse functions: the angle of a point on the unit circle.
+// The fast path of the inverse functions: the angle of a point on the unit circle.
 
 struct CirclePoint {
     DoublePair sin;
@@ -359,7 +359,7 @@ Enclosure QuickAngle(const CirclePoint& point) {
     return {sum.high, low, std::fabs(sum.high) * 0x1p-65};
 }
 
-// The quick way of the power.
+// The fast path of the power.
 
 /// mantissa * 2^twos
 struct QuickPower {

@@ -95,7 +95,7 @@ int WideFixed::TopBit() const {
 }
 
 /// The bits from number `lowest` on, of which the caller knows that they are fewer than 64. A
-/// `lowest` below 0 stands for as many zeros behind the last bit.
+/// `lowest` below 0 stands for as many zeros after the last bit.
 std::uint64_t WideFixed::BitsFrom(int lowest) const {
     std::uint64_t bits = 0;
     for (int bit = TopBit(); bit >= lowest; --bit) {

@@ -1,5 +1,5 @@
-// A fixed-point number of 32 bits before the point and 256 behind it: the judge where doubles
-// cannot tell how a result rounds. Slow, exact to its last bits, and integers all through.
+// A fixed-point number of 32 bits before the point and 256 after it: the judge where doubles cannot
+// tell how a result rounds. Slow, exact to its last bits, and integers all through.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@ class WideFixed {
     static constexpr int fractionBits = 256;
 
     constexpr WideFixed() = default;
-    /// Below 2^31 in size. What lies beyond 256 bits behind the point is cut off.
+    /// Below 2^31 in size. Bits beyond the 256 after the point are cut off.
     explicit WideFixed(double value);
 
     bool IsNegative() const { return (words[topWord] >> 31) != 0; }

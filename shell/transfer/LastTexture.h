@@ -14,10 +14,10 @@
 /// Writes the file in the system's temporary folder. True when all of it was written. Asserts that
 /// `pic` is not null.
 bool SaveLastTexture(const PicClass* pic);
-/// Null without a file, with one that is shorter than it says, or without memory.
+/// Null without a file, with one shorter than its header says, or without memory.
 std::unique_ptr<PaintClass> LoadLastTexture();
 
 // The same format on any open file. The file stays open.
 bool WriteTexture(std::FILE* file, const PicClass& pic);
-/// The size is taken as it stands, up to what there is memory for.
+/// Any size is accepted, as far as there is memory.
 std::unique_ptr<PaintClass> ReadTexture(std::FILE* file);

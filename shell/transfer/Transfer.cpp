@@ -89,7 +89,7 @@ void CopyRowIn(unsigned char* target, const unsigned char* source, const unsigne
     }
 }
 
-/// The row that the host has just delivered. False if it owes one.
+/// Copies the row that the host has just delivered. False if the host owes it.
 bool CopyDeliveredRow(const FilterRecord& record, const Rect& asked, unsigned char* target) {
     const Span span = DeliveredSpan(asked, record.inRect, record.inRowBytes, record.planes);
     if (span.count == 0) {
@@ -155,7 +155,8 @@ TileInfo TileOf(const PicClass& pic) {
 
 namespace {
 
-/// The plain copy of a row, for any number of planes. `x` is the tile's column for the first pixel.
+/// Copies a row pixel by pixel, for any number of planes. `x` is the tile's column for the first
+/// pixel.
 void WriteRow(const TileInfo& tile, const unsigned char* tileRow, int x, unsigned char* target,
               int count, int planes) {
     const unsigned char* source = tileRow + x * bytesPerPixel;
@@ -197,8 +198,8 @@ void WriteRowOfFour(const TileInfo& tile, const unsigned char* tileRow, int x,
 }
 
 /// Writes rows of the tile into the host's memory. For images of three planes it keeps the tile
-/// packed as the host wants it, since a tile row is written many times over; without memory for
-/// that it goes pixel by pixel.
+/// packed as the host wants it, since a tile row is written many times; without memory for that it
+/// copies pixel by pixel.
 class TileWriter {
   public:
     TileWriter(const TileInfo& newTile, int newPlanes) : tile(newTile), planes(newPlanes) {
@@ -250,7 +251,7 @@ class TileWriter {
     std::unique_ptr<unsigned char[]> packed;
 };
 
-/// The row that the host has just delivered. False if it owes one.
+/// Writes the row that the host has just delivered. False if the host owes it.
 bool WriteDeliveredRow(const FilterRecord& record, const Rect& asked, int row,
                        const TileWriter& writer) {
     const Span span = DeliveredSpan(asked, record.outRect, record.outRowBytes, record.planes);

@@ -18,8 +18,8 @@ struct TileInfo {
 /// `pic` has a pixel map.
 TileInfo TileOf(const PicClass& pic);
 
-/// A new raster of the selection's full size with its pixels; what a selection mask leaves out
-/// becomes white. Null without memory or with an empty selection. After an abort or an error of the
+/// A new raster of the selection's full size with its pixels; pixels outside a selection mask
+/// become white. Null without memory or with an empty selection. After an abort or an error of the
 /// host (in the context's result) the rows that were not read stay white.
 std::unique_ptr<PaintClass> ReadSelection(FilterContext* context);
 
