@@ -65,13 +65,6 @@ class BlurTest : public CoreTest {
     }
 };
 
-TEST_F(BlurTest, TheRecordStartsWithTheDialogsDefaults) {
-    const BlurParams params;
-    EXPECT_EQ(params.amount, 20);
-    EXPECT_EQ(params.motion, 0);
-    EXPECT_EQ(params.direction, 1);
-}
-
 TEST_F(BlurTest, TheSameAsThePlainLoopForAnySizeAndAmount) {
     std::mt19937 generator(4);
     WithBothCompilations([&] {

@@ -195,27 +195,6 @@ TEST_F(ColorAdjustmentsTest, OpacityGoesTowardsTheColorFromBothSides) {
     EXPECT_EQ(ColorsOf(pic), std::vector<Pixel>{Color(12, 243, 127)});
 }
 
-TEST_F(ColorAdjustmentsTest, WithoutMemoryForACloneNothingChanges) {
-    PaintClass pic(20, 20);
-    FillWithNoise(pic);
-    const std::vector<Pixel> before = PixelsOf(pic);
-    // The clone's pixels, and the block that would have to be left.
-    for (const int nth : {1, 2}) {
-        memory.FailAllocation(nth);
-        pic.Saturation(100);
-        memory.FailAllocation(nth);
-        pic.BrightnessContrast(100, 100);
-        memory.FailAllocation(nth);
-        pic.AddColor(white16, 100);
-        EXPECT_EQ(PixelsOf(pic), before);
-        EXPECT_FALSE(pic.changed);
-    }
-    memory.FailAllocation(3);
-    pic.Saturation(100);
-    EXPECT_NE(PixelsOf(pic), before);
-    memory.FailAllocation(0);
-}
-
 TEST_F(ColorAdjustmentsTest, TickTheBusyCursorAfterEachRow) {
     const auto ticksOf = [](auto operation) {
         PaintClass pic(3, 4);

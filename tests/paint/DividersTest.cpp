@@ -87,18 +87,6 @@ std::size_t CountOf(const std::vector<Pixel>& pixels, Pixel color) {
         pixels, [color](Pixel pixel) { return (pixel & 0xFFFFFF) == color; }));
 }
 
-TEST_F(DividersTest, TheRecordStartsWithTheDialogsDefaults) {
-    const DividersParams params;
-    EXPECT_EQ(params.lines, 50);
-    EXPECT_EQ(params.direction, 50);
-    EXPECT_EQ(params.randomColors, 1);
-    EXPECT_EQ(params.antiAliased, 1);
-    EXPECT_EQ(params.transparent, 1);
-    EXPECT_EQ(params.lineWidth, 1);
-    EXPECT_EQ(params.widthVariation, 3);
-    EXPECT_EQ(params.minimalGap, 2);
-}
-
 TEST_F(DividersTest, TheSameAsThePlainLoopForAnyRecordAndSize) {
     for (int i = 0; i < 800; ++i) {
         ExpectSameAsPlain(input.Number(1, 60), input.Number(1, 60), InRange());

@@ -76,17 +76,6 @@ DropsParams OnlyLight() {
     return params;
 }
 
-TEST_F(DropsTest, TheRecordStartsWithTheDialogsDefaults) {
-    const DropsParams params;
-    EXPECT_EQ(params.count, 50);
-    EXPECT_EQ(params.size, 50);
-    EXPECT_EQ(params.variation, 50);
-    EXPECT_EQ(params.reflection, 25);
-    EXPECT_EQ(params.emphasizeLight, 1);
-    EXPECT_EQ(params.coveredBlur, 23);
-    EXPECT_EQ(params.coveredTone, 27);
-}
-
 TEST_F(DropsTest, TheSameAsThePlainLoopForAnyRecordAndSize) {
     WithBothCompilations([this] {
         for (int i = 0; i < 150; ++i) {
@@ -277,34 +266,6 @@ TEST_F(DropsTest, TheSecondDecidesThePattern) {
     EXPECT_EQ(DropsOnGrey(90, 90, {}), first);
     Log().clock = 1001;
     EXPECT_NE(DropsOnGrey(90, 90, {}), first);
-}
-
-TEST_F(DropsTest, WithoutMemoryTheColorsStay) {
-    DropsParams params;
-    params.coveredBlur = coveredBlurMost;
-    PaintClass pic(90, 80);
-    FillWithNoise(pic);
-    const std::vector<Pixel> before = ColorsOf(pic);
-    int blocks = 0;
-    {
-        PaintClass other(90, 80);
-        const FailingHandles counting(0);
-        ASSERT_TRUE(other.Drops(params));
-        blocks = counting.Asked();
-    }
-    EXPECT_GT(blocks, 5);
-    for (int nth = 1; nth <= blocks; ++nth) {
-        const FailingHandles handles(nth);
-        EXPECT_FALSE(pic.Drops(params)) << nth;
-        EXPECT_EQ(ColorsOf(pic), before) << nth;
-        EXPECT_EQ(pic.clone, nullptr);
-    }
-    // The clone's pixels, then its probe.
-    for (int nth = 1; nth <= 2; ++nth) {
-        memory.FailAllocation(nth);
-        EXPECT_FALSE(pic.Drops(params)) << nth;
-        EXPECT_EQ(ColorsOf(pic), before) << nth;
-    }
 }
 
 }  // namespace

@@ -246,7 +246,7 @@ TEST_P(LawsTest, TheAlphaBytesStay) {
 /// With the nth block of the host and of the system failing, it is all or nothing.
 TEST_P(LawsTest, ShortMemoryLeavesTheTextureWhole) {
     int broken = 0;
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 8; ++i) {
         const AnyRecord settings = InRange();
         PaintClass whole(37, 26);
         FillWithNoise(whole);

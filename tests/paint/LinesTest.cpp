@@ -30,15 +30,6 @@ std::vector<Pixel> LinesOf(short width, short height, const LinesParams& params)
     return ColorsOf(pic);
 }
 
-TEST_F(LinesTest, TheRecordStartsWithTheDialogsDefaults) {
-    const LinesParams params;
-    EXPECT_EQ(params.precision, 50);
-    EXPECT_EQ(params.appearance, 9);
-    EXPECT_EQ(params.colorMode, 11);
-    EXPECT_EQ(params.angle, 45);
-    EXPECT_EQ(params.color, (RGBColor16{0x7FFF, 0x7FFF, 0x7FFF}));
-}
-
 TEST_F(LinesTest, ATileOfFewPixelsGetsNoStrokes) {
     EXPECT_EQ(LinesOf(349, 1, Ink()), std::vector<Pixel>(349, Color(127, 127, 127)));
     EXPECT_EQ(LinesOf(1, 1, Ink()), std::vector<Pixel>(1, Color(127, 127, 127)));

@@ -28,11 +28,6 @@ class MosaicTest : public CoreTest {
     RandomInput input{54};
 };
 
-TEST_F(MosaicTest, TheRecordStartsWithTheDialogsDefaults) {
-    EXPECT_EQ(MosaicParams{}.horizontal, 1);
-    EXPECT_EQ(MosaicParams{}.vertical, 1);
-}
-
 TEST_F(MosaicTest, TheSameAsThePlainLoopForAnyBlockAndSize) {
     for (short blockHeight = 1; blockHeight <= 9; ++blockHeight) {
         for (short blockWidth = 1; blockWidth <= 9; ++blockWidth) {

@@ -47,11 +47,6 @@ bool IsGrey(Pixel color) {
     return color == Color(color & 0xFF, color & 0xFF, color & 0xFF);
 }
 
-TEST_F(NoiseTest, TheRecordStartsWithTheDialogsDefaults) {
-    EXPECT_EQ(NoiseParams{}.amount, 50);
-    EXPECT_EQ(NoiseParams{}.mode, noiseColored);
-}
-
 TEST_F(NoiseTest, TheSameAsThePlainLoopForAnyRecordAndSize) {
     for (int i = 0; i < 400; ++i) {
         ExpectSameAsPlain(input.Number(1, 40), input.Number(1, 40), input.Number(0, 100),
@@ -144,17 +139,6 @@ TEST_F(NoiseTest, TheSameSecondGivesTheSameNoise) {
     };
     EXPECT_EQ(run(7), run(7));
     EXPECT_NE(run(7), run(8));
-}
-
-TEST_F(NoiseTest, AlphaBytesStay) {
-    PaintClass pic(20, 20);
-    FillWithNoise(pic);
-    const std::vector<Pixel> before = PixelsOf(pic);
-    pic.Noise(100, noiseColorful);
-    const std::vector<Pixel> after = PixelsOf(pic);
-    for (std::size_t i = 0; i < before.size(); ++i) {
-        ASSERT_EQ(before[i] >> 24, after[i] >> 24);
-    }
 }
 
 TEST_F(NoiseTest, ReportsEverySixthRowOfBothPassesAndTheEnd) {

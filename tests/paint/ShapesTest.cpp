@@ -96,32 +96,6 @@ Pixel At(const std::vector<Pixel>& pixels, short width, int x, int y) {
                                            Wrap(x, width))];
 }
 
-TEST_F(ShapesTest, TheRecordStartsWithTheDialogsDefaults) {
-    const ShapesParams params;
-    EXPECT_EQ(params.kind, 2);
-    EXPECT_EQ(params.bevel, 50);
-    EXPECT_EQ(params.material, 25);
-    EXPECT_EQ(params.transparency, 25);
-    EXPECT_EQ(params.contrast, 25);
-    EXPECT_EQ(params.angle, 60);
-    EXPECT_EQ(params.sizeX, 0.67);
-    EXPECT_EQ(params.sizeY, 0.67);
-    EXPECT_EQ(params.repeatX, 2);
-    EXPECT_EQ(params.repeatY, 2);
-    EXPECT_EQ(params.shiftX, 0);
-    EXPECT_EQ(params.shiftY, 0);
-    EXPECT_EQ(params.shiftSize, 0);
-    EXPECT_EQ(params.stacking, 0);
-    EXPECT_EQ(params.halfShift, 1);
-    EXPECT_EQ(params.color, (RGBColor16{0x7FFF, 0x7FFF, 0x7FFF}));
-}
-
-TEST_F(ShapesTest, TheSameAsThePlainLoopForAnyRecordAndSize) {
-    for (int i = 0; i < 150; ++i) {
-        ExpectSameAsPlain(input.Number(1, 40), input.Number(1, 40), InRange());
-    }
-}
-
 TEST_F(ShapesTest, TheSameAsThePlainLoopWhereShapesOverlapThemselves) {
     for (int i = 0; i < 40; ++i) {
         ShapesParams params = InRange();
@@ -393,26 +367,6 @@ TEST_F(ShapesTest, TheProgressCountsShapesRowsAndColumns) {
     EXPECT_EQ(bar.percents.at(5), 50 * 100 / 180);
     EXPECT_EQ(bar.percents.at(25), (60 + 76) * 100 / 180);
     EXPECT_EQ(bar.percents.back(), (60 + 80 + 39) * 100 / 180);
-}
-
-TEST_F(ShapesTest, WithoutMemoryTheColorsStay) {
-    PaintClass pic(50, 40);
-    FillWithNoise(pic);
-    const std::vector<Pixel> before = ColorsOf(pic);
-    int blocks = 0;
-    {
-        PaintClass other(50, 40);
-        const FailingHandles counting(0);
-        ASSERT_TRUE(other.Shapes(ShapesParams{}));
-        blocks = counting.Asked();
-    }
-    EXPECT_GE(blocks, 5) << "three tables and the blur's";
-    for (int nth = 1; nth <= blocks; ++nth) {
-        const FailingHandles handles(nth);
-        EXPECT_FALSE(pic.Shapes(ShapesParams{})) << nth;
-        EXPECT_EQ(ColorsOf(pic), before) << nth;
-        EXPECT_FALSE(pic.changed);
-    }
 }
 
 }  // namespace

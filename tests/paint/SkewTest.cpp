@@ -41,10 +41,6 @@ class SkewTest : public CoreTest {
     RandomInput input{23};
 };
 
-TEST_F(SkewTest, TheRecordStartsWithTheDialogsDefaults) {
-    EXPECT_EQ(SkewParams{}.direction, 0);
-}
-
 TEST_F(SkewTest, TheSameAsThePlainLoopAtEverySmallSize) {
     WithBothCompilations([this] {
         for (short height = 1; height <= 16; ++height) {
@@ -172,22 +168,6 @@ TEST_F(SkewTest, AnUnknownDirectionMovesNothing) {
         EXPECT_TRUE(pic.Skew(direction, false));
         EXPECT_EQ(PixelsOf(pic), before);
     }
-}
-
-TEST_F(SkewTest, WithoutMemoryNothingChanges) {
-    PaintClass pic(20, 20);
-    FillWithNoise(pic);
-    const std::vector<Pixel> before = PixelsOf(pic);
-    memory.FailAllocation(1);
-    EXPECT_FALSE(pic.Skew(0, false));
-    EXPECT_EQ(PixelsOf(pic), before);
-    {
-        const FailingHandles handles(1);
-        EXPECT_FALSE(pic.Skew(2, false));
-    }
-    EXPECT_EQ(PixelsOf(pic), before);
-    EXPECT_EQ(pic.clone, nullptr);
-    EXPECT_FALSE(pic.changed);
 }
 
 TEST_F(SkewTest, WithoutMemoryForTheWindowItIsJustSlower) {

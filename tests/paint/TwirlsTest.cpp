@@ -51,21 +51,6 @@ class TwirlsTest : public CoreTest {
 /// A record that makes few twirls on a large tile, so that the plain loop ends in time.
 constexpr int fewTwirls = -1000;
 
-TEST_F(TwirlsTest, TheRecordStartsWithTheDialogsDefaults) {
-    const TwirlsParams params;
-    EXPECT_EQ(params.quantity, 50);
-    EXPECT_EQ(params.size, 50);
-    EXPECT_EQ(params.intensity, 50);
-}
-
-TEST_F(TwirlsTest, TheSameAsThePlainLoopForAnyRecordAndSize) {
-    WithBothCompilations([this] {
-        for (int i = 0; i < 150; ++i) {
-            ExpectSameAsPlain(input.Number(1, 60), input.Number(1, 60), InRange());
-        }
-    });
-}
-
 TEST_F(TwirlsTest, TheSameAsThePlainLoopWhereATwirlOverlapsItself) {
     WithBothCompilations([this] {
         for (const auto& [width, height] :
@@ -192,22 +177,6 @@ TEST_F(TwirlsTest, TheSecondDecidesThePattern) {
     const std::vector<Pixel> first = run(7);
     EXPECT_EQ(run(7), first);
     EXPECT_NE(run(8), first);
-}
-
-TEST_F(TwirlsTest, WithoutMemoryNothingChanges) {
-    PaintClass pic(40, 40);
-    FillWithNoise(pic);
-    const std::vector<Pixel> before = PixelsOf(pic);
-    memory.FailAllocation(1);
-    EXPECT_FALSE(pic.Twirls(TwirlsParams{}));
-    EXPECT_EQ(PixelsOf(pic), before);
-    {
-        const FailingHandles handles(1);
-        EXPECT_FALSE(pic.Twirls(TwirlsParams{}));
-    }
-    EXPECT_EQ(PixelsOf(pic), before);
-    EXPECT_EQ(pic.clone, nullptr);
-    EXPECT_FALSE(pic.changed);
 }
 
 TEST_F(TwirlsTest, WithoutMemoryForTheWindowItIsJustSlower) {

@@ -58,17 +58,6 @@ class WavesTest : public CoreTest {
     RandomInput input{21};
 };
 
-TEST_F(WavesTest, TheRecordStartsWithTheDialogsDefaults) {
-    const WavesParams params;
-    EXPECT_EQ(params.formX, 3);
-    EXPECT_EQ(params.heightX, 50);
-    EXPECT_EQ(params.countX, 2);
-    EXPECT_EQ(params.formY, 3);
-    EXPECT_EQ(params.heightY, 50);
-    EXPECT_EQ(params.countY, 2);
-    EXPECT_EQ(params.interpolate, 1);
-}
-
 TEST_F(WavesTest, TheSameAsThePlainLoopForAnyRecordAndSize) {
     WithBothCompilations([this] {
         for (int i = 0; i < 1000; ++i) {
@@ -272,22 +261,6 @@ TEST_F(WavesTest, AlphaBytesStayUnlessWholePixelsAreTaken) {
             ASSERT_EQ(pic.GetAlpha(x, y), x * 10 + y);
         }
     }
-}
-
-TEST_F(WavesTest, WithoutMemoryNothingChanges) {
-    PaintClass pic(20, 20);
-    FillWithNoise(pic);
-    const std::vector<Pixel> before = PixelsOf(pic);
-    memory.FailAllocation(1);
-    pic.Waves(WavesParams{});
-    EXPECT_EQ(PixelsOf(pic), before);
-    {
-        const FailingHandles handles(1);
-        pic.Waves(WavesParams{});
-    }
-    EXPECT_EQ(PixelsOf(pic), before);
-    EXPECT_EQ(pic.clone, nullptr);
-    EXPECT_FALSE(pic.changed);
 }
 
 TEST_F(WavesTest, TickTheBusyCursorForEachRow) {

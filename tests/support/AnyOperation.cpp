@@ -1,5 +1,6 @@
 #include "tests/support/AnyOperation.h"
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <initializer_list>
@@ -9,6 +10,7 @@
 #include <random>
 
 #include "base/Progress.h"
+#include "paint/Catalog.h"
 #include "paint/EffectRun.h"
 #include "paint/PaintClass.h"
 #include "paint/Stroke.h"
@@ -119,19 +121,31 @@ void PaintAnyStroke(PaintClass& pic, AnyInput& input) {
     }
 }
 
-/// Words alone rarely make shapes that show.
-ShapesParams AnyShapes(AnyInput& input) {
-    auto params = input.Record<ShapesParams>();
-    if (!input.OneIn(4)) {
-        params.kind = input.Number(1, 3);
-        params.sizeX = input.Real();
-        params.sizeY = input.Real();
+/// Any number at all, or one that the dialogs give: words alone rarely make anything that shows.
+void SetAnyNumber(const Field& field, void* record, AnyInput& input) {
+    if (field.type == FieldType::color || input.OneIn(4)) {
+        return;
     }
-    if (!input.OneIn(4)) {
-        params.repeatX = static_cast<std::int16_t>(input.Number(1, 5));
-        params.repeatY = static_cast<std::int16_t>(input.Number(1, 5));
+    if (field.type == FieldType::real) {
+        WriteNumber(field, record, input.Real());
+    } else if (!field.words.empty()) {
+        WriteNumber(field, record, field.words[input.Bits() % field.words.size()].value);
+    } else {
+        WriteNumber(field, record,
+                    input.Number(static_cast<int>(field.low), static_cast<int>(field.high)));
     }
-    return params;
+}
+
+void RunWithAnyRecord(PaintClass& pic, const CatalogRow& row, AnyInput& input) {
+    AnyRecord record(row);
+    const auto bytes = input.Record<std::array<unsigned char, AnyRecord::capacity>>();
+    std::memcpy(record.Data(), bytes.data(), row.recordSize);
+    if (!input.OneIn(4)) {
+        for (const Field& field : row.fields) {
+            SetAnyNumber(field, record.Data(), input);
+        }
+    }
+    row.run(pic, record.Data());
 }
 
 void ShiftAnywhere(PaintClass& pic, AnyInput& input) {
@@ -170,6 +184,7 @@ struct Row {
     bool keepsClone = false;
 };
 
+/// The operations that the catalogue does not have.
 const Row rows[] = {
     {"Blur",
      [](PaintClass& pic, AnyInput& input) {
@@ -187,52 +202,18 @@ const Row rows[] = {
          bool abortFlag = false;
          pic.SmoothAlpha(input.Short(), &progress, &abortFlag);
      }},
-    {"Lines", [](PaintClass& pic, AnyInput& input) { pic.Lines(input.Record<LinesParams>()); }},
-    {"RunLines",
-     [](PaintClass& pic, AnyInput& input) { RunLines(pic, input.Record<LinesParams>()); }},
     {"Soften",
      [](PaintClass& pic, AnyInput& input) {
          ShowClass progress(input.Short());
          bool abortFlag = false;
          pic.Soften(input.Short(), &progress, &abortFlag);
      }},
-    {"Shapes", [](PaintClass& pic, AnyInput& input) { pic.Shapes(AnyShapes(input)); }},
-    {"RunShapes", [](PaintClass& pic, AnyInput& input) { RunShapes(pic, AnyShapes(input)); }},
-    {"Drops", [](PaintClass& pic, AnyInput& input) { pic.Drops(input.Record<DropsParams>()); }},
-    {"Dividers",
-     [](PaintClass& pic, AnyInput& input) { pic.Dividers(input.Record<DividersParams>()); }},
-    {"Waves", [](PaintClass& pic, AnyInput& input) { pic.Waves(input.Record<WavesParams>()); }},
-    {"Twirls", [](PaintClass& pic, AnyInput& input) { pic.Twirls(input.Record<TwirlsParams>()); }},
-    {"Skew",
+    {"Skew, nearest",
      [](PaintClass& pic, AnyInput& input) {
-         pic.Skew(input.OneIn(4) ? input.Record<std::int32_t>() : input.Number(0, 3),
-                  input.OneIn(2));
+         pic.Skew(input.OneIn(4) ? input.Record<std::int32_t>() : input.Number(0, 3), true);
      }},
     {"FillColor", [](PaintClass& pic, AnyInput& input) { pic.FillColor(input.Color()); }},
-    {"RunBlur", [](PaintClass& pic, AnyInput& input) { RunBlur(pic, input.Record<BlurParams>()); }},
-    {"RunSharpen",
-     [](PaintClass& pic, AnyInput& input) { RunSharpen(pic, input.Record<SharpenParams>()); }},
-    {"RunNoise",
-     [](PaintClass& pic, AnyInput& input) { RunNoise(pic, input.Record<NoiseParams>()); }},
-    {"Noise",
-     [](PaintClass& pic, AnyInput& input) { pic.Noise(input.Short(), input.Number(-1, 3)); }},
-    {"RunSaturation",
-     [](PaintClass& pic, AnyInput& input) {
-         RunSaturation(pic, input.Record<SaturationParams>());
-     }},
-    {"RunBrightnessContrast",
-     [](PaintClass& pic, AnyInput& input) {
-         RunBrightnessContrast(pic, input.Record<BrightContrParams>());
-     }},
-    {"RunAddColor",
-     [](PaintClass& pic, AnyInput& input) { RunAddColor(pic, input.Record<AddColorParams>()); }},
     {"Invert", [](PaintClass& pic, AnyInput&) { pic.Invert(); }},
-    {"RunMosaic",
-     [](PaintClass& pic, AnyInput& input) { RunMosaic(pic, input.Record<MosaicParams>()); }},
-    {"Flip",
-     [](PaintClass& pic, AnyInput& input) {
-         pic.Flip(input.OneIn(4) ? input.Short() : static_cast<short>(input.Number(0, 2)));
-     }},
     {"ShiftBy", ShiftAnywhere, true},
     {"RunMove",
      [](PaintClass& pic, AnyInput& input) {
@@ -278,19 +259,32 @@ short AnySide(AnyInput& input) {
     return static_cast<short>(input.OneIn(8) ? input.Number(1, 2) : input.Number(1, most));
 }
 
+void RunOperation(std::size_t operation, PaintClass& pic, AnyInput& input) {
+    if (operation < std::size(rows)) {
+        rows[operation].run(pic, input);
+    } else {
+        RunWithAnyRecord(pic, Catalog()[operation - std::size(rows)], input);
+    }
+}
+
+bool KeepsClone(std::size_t operation) {
+    return operation < std::size(rows) && rows[operation].keepsClone;
+}
+
 }  // namespace
 
 std::size_t AnyOperationCount() {
-    return std::size(rows);
+    return std::size(rows) + Catalog().size();
 }
 
 const char* AnyOperationName(std::size_t operation) {
-    return rows[operation].name;
+    return operation < std::size(rows) ? rows[operation].name
+                                       : Catalog()[operation - std::size(rows)].name;
 }
 
 AnyRun RunAnyOperation(unsigned seed, host::MemorySuites& memory) {
     AnyInput input(seed);
-    AnyRun run{input.Bits() % std::size(rows), false, false};
+    AnyRun run{input.Bits() % AnyOperationCount(), false, false};
     const short width = AnySide(input);
     PaintClass pic(width, AnySide(input));
     FillWithNoise(pic, input.Bits());
@@ -302,7 +296,7 @@ AnyRun RunAnyOperation(unsigned seed, host::MemorySuites& memory) {
     {
         const FailingHandles handles(input.OneIn(8) ? input.Number(1, 8) : 0);
         try {
-            rows[run.operation].run(pic, input);
+            RunOperation(run.operation, pic, input);
         } catch (std::int16_t id) {
             if (id != faultAssertion) {
                 throw;
@@ -311,6 +305,6 @@ AnyRun RunAnyOperation(unsigned seed, host::MemorySuites& memory) {
         }
     }
     memory.FailAllocation(0);
-    run.cloneLeft = pic.clone != nullptr && !rows[run.operation].keepsClone && !run.assertionFailed;
+    run.cloneLeft = pic.clone != nullptr && !KeepsClone(run.operation) && !run.assertionFailed;
     return run;
 }
