@@ -11,12 +11,12 @@
 
 #include "base/Module.Win.h"
 #include "files/Preferences.h"
+#include "fixtures/GuiDriver.Win.h"
+#include "fixtures/PreferencePlaceInMemory.h"
 #include "framework/dialog/NorvantaDialog.h"
 #include "host/record/FilterHost.h"
 #include "resources/Ids.h"
 #include "shell/Selectors.h"
-#include "tests/gui/GuiDriver.Win.h"
-#include "tests/support/PreferencePlaceInMemory.h"
 
 namespace {
 

@@ -2,44 +2,17 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <stdexcept>
 
+#include "fixtures/FileDialog.Win.h"
+#include "fixtures/InputDesktop.Win.h"
 #include "host/window/NativeWindow.Win.h"
-#include "tests/e2e/InputDesktop.Win.h"
 
 namespace {
 
-constexpr DWORD patienceMilliseconds = 20000;
-constexpr DWORD pauseMilliseconds = 10;
-constexpr const wchar_t* mainClass = L"ZandermoliteHost";
-constexpr const wchar_t* dialogClass = L"#32770";
-// Of the system's dialog for files, and of its message box.
-constexpr int fileNameControl = 0x47c;
+constexpr const char* mainClass = "ZandermoliteHost";
+/// The text of the system's message box.
 constexpr int boxTextControl = 0xffff;
-
-std::wstring ClassOf(HWND window) {
-    wchar_t name[64];
-    GetClassNameW(window, name, 64);
-    return name;
-}
-
-std::wstring TextOf(HWND window) {
-    DWORD_PTR length = 0;
-    SendMessageTimeoutW(window, WM_GETTEXTLENGTH, 0, 0, SMTO_BLOCK, patienceMilliseconds, &length);
-    std::wstring text(length + 1, L'\0');
-    DWORD_PTR copied = 0;
-    SendMessageTimeoutW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
-                        SMTO_BLOCK, patienceMilliseconds, &copied);
-    text.resize(copied);
-    return text;
-}
-
-BOOL CALLBACK CollectVisible(HWND window, LPARAM target) {
-    if (IsWindowVisible(window) != FALSE)
-        reinterpret_cast<std::vector<HWND>*>(target)->push_back(window);
-    return TRUE;
-}
 
 /// Memory of another process, for a message that fills a buffer.
 class RemoteBuffer {
@@ -77,15 +50,6 @@ std::wstring CommandLine(const std::vector<std::wstring>& arguments) {
 
 }  // namespace
 
-void WaitUntil(const std::string& what, const std::function<bool()>& condition) {
-    const DWORD start = GetTickCount();
-    while (!condition()) {
-        if (GetTickCount() - start > patienceMilliseconds)
-            throw std::runtime_error("waited in vain for: " + what);
-        Sleep(pauseMilliseconds);
-    }
-}
-
 HostProgram::HostProgram(const std::vector<std::wstring>& arguments) {
     std::wstring desktop = EnterOwnDesktop();
     STARTUPINFOW startup{};
@@ -110,21 +74,20 @@ HWND HostProgram::Window() {
         return window != nullptr && IsWindowEnabled(window) != FALSE &&
                GetForegroundWindow() == window;
     });
-    // It answers when it has done everything before.
-    HWND window = FindMainWindow();
-    DWORD_PTR result = 0;
-    SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_BLOCK, patienceMilliseconds, &result);
+    const HWND window = FindMainWindow();
+    // The window takes it when it has done everything before.
+    Ask(window, WM_NULL);
     return window;
 }
 
 std::wstring HostProgram::Title() {
     HWND window = FindMainWindow();
-    return window == nullptr ? std::wstring() : TextOf(window);
+    return window == nullptr ? std::wstring() : WideCaptionOf(window);
 }
 
 std::wstring HostProgram::StatusText(Part part) {
     const RemoteBuffer buffer(process.hProcess, 512);
-    SendMessageW(Child(STATUSCLASSNAMEW), SB_GETTEXTW, part, buffer.Address());
+    Ask(Child(STATUSCLASSNAMEW), SB_GETTEXTW, part, buffer.Address());
     return buffer.Text();
 }
 
@@ -149,19 +112,16 @@ void HostProgram::WaitForExit() {
 
 HWND HostProgram::WaitForDialog(const std::wstring& title) {
     HWND dialog = nullptr;
+    const auto hasTitle = [&](HWND window) { return WideCaptionOf(window) == title; };
     WaitUntil("the dialog " + host::Utf8(title),
-              [&] { return (dialog = FindDialog(title)) != nullptr; });
-    DWORD_PTR result = 0;
-    SendMessageTimeoutW(dialog, WM_NULL, 0, 0, SMTO_BLOCK, patienceMilliseconds, &result);
+              [&] { return (dialog = FindDialog(process.dwThreadId, hasTitle)) != nullptr; });
+    Ask(dialog, WM_NULL);
     return dialog;
 }
 
 void HostProgram::WaitForDialogsEnd() {
-    WaitUntil("the dialogs' end", [&] {
-        const std::vector<HWND> windows = VisibleWindows();
-        return std::none_of(windows.begin(), windows.end(),
-                            [](HWND window) { return ClassOf(window) == dialogClass; });
-    });
+    const auto isAny = [](HWND) { return true; };
+    WaitUntil("the dialogs' end", [&] { return FindDialog(process.dwThreadId, isAny) == nullptr; });
     Window();
 }
 
@@ -170,7 +130,7 @@ std::wstring HostProgram::BoxText(HWND box) {
 }
 
 std::wstring HostProgram::ControlText(HWND dialog, int control) {
-    return TextOf(GetDlgItem(dialog, control));
+    return WideTextOf(GetDlgItem(dialog, control));
 }
 
 void HostProgram::Push(HWND dialog, int button) {
@@ -178,9 +138,8 @@ void HostProgram::Push(HWND dialog, int button) {
 }
 
 void HostProgram::EnterFile(HWND dialog, const std::filesystem::path& file) {
-    SendMessageW(GetDlgItem(dialog, fileNameControl), WM_SETTEXT, 0,
-                 reinterpret_cast<LPARAM>(file.c_str()));
-    PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    const GuiDriver gui(GetWindowThreadProcessId(dialog, nullptr));
+    OpenFileDialog(gui, DrivenDialog(dialog)).Enter(file);
 }
 
 void HostProgram::ChooseInMenu(WORD menuKey, int item, int submenuItem) {
@@ -198,10 +157,8 @@ void HostProgram::ChooseInMenu(WORD menuKey, int item, int submenuItem) {
 }
 
 bool HostProgram::IsInMenu() const {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    return GetGUIThreadInfo(process.dwThreadId, &info) != FALSE &&
-           (info.flags & GUI_INMENUMODE) != 0;
+    const HWND window = FindMainWindow();
+    return window != nullptr && ::IsInMenu(window);
 }
 
 POINT HostProgram::OnScreen(host::Place pixel, host::Size picture) {
@@ -222,19 +179,8 @@ RECT HostProgram::ViewRect() {
 }
 
 HWND HostProgram::FindMainWindow() const {
-    for (HWND window : VisibleWindows()) {
-        if (ClassOf(window) == mainClass)
-            return window;
-    }
-    return nullptr;
-}
-
-HWND HostProgram::FindDialog(const std::wstring& title) const {
-    for (HWND window : VisibleWindows()) {
-        if (ClassOf(window) == dialogClass && TextOf(window) == title)
-            return window;
-    }
-    return nullptr;
+    return FindVisible(process.dwThreadId,
+                       [](HWND window) { return ClassOf(window) == mainClass; });
 }
 
 HWND HostProgram::Child(const wchar_t* className) {
@@ -242,10 +188,4 @@ HWND HostProgram::Child(const wchar_t* className) {
     if (child == nullptr)
         throw std::runtime_error("the program's window lacks a part");
     return child;
-}
-
-std::vector<HWND> HostProgram::VisibleWindows() const {
-    std::vector<HWND> windows;
-    EnumThreadWindows(process.dwThreadId, CollectVisible, reinterpret_cast<LPARAM>(&windows));
-    return windows;
 }

@@ -4,18 +4,15 @@
 #include <windows.h>
 
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <vector>
 
+#include "fixtures/WindowAccess.Win.h"
 #include "host/window/StatusBar.Win.h"
 #include "host/window/Viewport.h"
 
-/// Waits until the condition holds. Throws std::runtime_error with `what` after some seconds.
-void WaitUntil(const std::string& what, const std::function<bool()>& condition);
-
-/// One process of the program, from its start to its end. All that waits throws std::runtime_error
-/// when it waits too long.
+/// One process of the program, from its start to its end. All that waits throws GuiError when
+/// it waits too long.
 class HostProgram {
   public:
     using Part = host::StatusBar::Part;
@@ -59,9 +56,7 @@ class HostProgram {
 
   private:
     HWND FindMainWindow() const;
-    HWND FindDialog(const std::wstring& title) const;
     HWND Child(const wchar_t* className);
-    std::vector<HWND> VisibleWindows() const;
 
     PROCESS_INFORMATION process{};
 };

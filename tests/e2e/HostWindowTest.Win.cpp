@@ -7,11 +7,11 @@
 #include <string>
 
 #include "base/Rectangles.h"
+#include "fixtures/InputDesktop.Win.h"
 #include "host/picture/Picture.h"
 #include "host/window/NativeWindow.Win.h"
 #include "host/window/WindowResources.h"
 #include "tests/e2e/HostProgram.Win.h"
-#include "tests/e2e/InputDesktop.Win.h"
 #include "tests/support/OwnPreferences.Win.h"
 
 namespace {

@@ -7,11 +7,11 @@
 
 #include "files/PreferenceFile.h"
 #include "files/Preferences.h"
+#include "fixtures/PreferencePlaceInMemory.h"
 #include "tests/files/Refusals.Native.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/FileSystemOverride.h"
 #include "tests/support/PreferenceBytes.h"
-#include "tests/support/PreferencePlaceInMemory.h"
 #include "tests/support/ScratchFolder.h"
 
 namespace {

@@ -2,9 +2,9 @@
 
 #include <filesystem>
 
+#include "fixtures/PreferencePlaceInMemory.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/FileSystemOverride.h"
-#include "tests/support/PreferencePlaceInMemory.h"
 #include "tests/support/ScratchFolder.h"
 
 namespace {

@@ -3,10 +3,10 @@
 #include <filesystem>
 
 #include "files/PreferenceFile.h"
+#include "fixtures/PreferencePlaceInMemory.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/FileSystemOverride.h"
 #include "tests/support/PreferenceBytes.h"
-#include "tests/support/PreferencePlaceInMemory.h"
 #include "tests/support/ScratchFolder.h"
 
 namespace {

@@ -1,9 +1,7 @@
 #include "tests/gui/DialogWork.Win.h"
 
-#include <memory>
-
+#include "fixtures/Screenshot.Win.h"
 #include "framework/controls/SliderGeometry.h"
-#include "tests/e2e/InputDesktop.Win.h"
 
 namespace {
 
@@ -11,38 +9,21 @@ namespace {
 constexpr int mostItems = 100;
 constexpr int alertText = 3;
 
-HWND FocusOf(const DrivenDialog& dialog) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(dialog.Window(), nullptr), &info);
-    return info.hwndFocus;
-}
-
 /// Presses a key that moves the focus, and waits until it has moved.
 void MoveFocus(const GuiDriver& gui, const DrivenDialog& dialog) {
-    const HWND before = FocusOf(dialog);
+    const HWND before = InputStateOf(dialog.Window()).hwndFocus;
     gui.Chord({VK_TAB});
-    WaitUntil("the focus to move", [&] { return FocusOf(dialog) != before; });
+    WaitUntil("the focus to move",
+              [&] { return InputStateOf(dialog.Window()).hwndFocus != before; });
     dialog.Settle();
 }
 
 }  // namespace
 
-void EnterWarmDesktop() {
-    EnterOwnDesktop();
-    const HWND window = CreateWindowA("Static", "", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr,
-                                      nullptr, GetModuleHandleA(nullptr), nullptr);
-    ShowWindow(window, SW_SHOW);
-    SetForegroundWindow(window);
-    UpdateWindow(window);
-    DestroyWindow(window);
-}
-
 // --- The focus ---
 
 int FocusedItem(const DrivenDialog& dialog) {
-    const HWND focus = FocusOf(dialog);
-    return focus != nullptr && GetParent(focus) == dialog.Window() ? GetDlgCtrlID(focus) : 0;
+    return FocusedItem(dialog.Window());
 }
 
 void TabTo(const GuiDriver& gui, const DrivenDialog& dialog, int item) {
@@ -99,16 +80,7 @@ void OpenMenuOf(const DrivenDialog& dialog, int item) {
 }
 
 std::vector<std::string> Entries(const DrivenDialog& dialog, int item) {
-    const HWND popup = dialog.Control(item);
-    const LRESULT count = SendMessageA(popup, CB_GETCOUNT, 0, 0);
-    std::vector<std::string> entries;
-    for (LRESULT entry = 0; entry < count; ++entry) {
-        char text[256] = "";
-        SendMessageA(popup, CB_GETLBTEXT, static_cast<WPARAM>(entry),
-                     reinterpret_cast<LPARAM>(text));
-        entries.emplace_back(text);
-    }
-    return entries;
+    return EntriesOf(dialog.Control(item));
 }
 
 ItemPlace PlaceOnSlider(const DrivenDialog& dialog, int item, SliderLimits limits, int value) {
@@ -158,36 +130,5 @@ void CloseWith(const DrivenDialog& dialog, int item) {
 
 host::Picture GrabWithFrame(const DrivenDialog& dialog) {
     dialog.WaitUntilPainted();
-    RECT frame;
-    GetWindowRect(dialog.Window(), &frame);
-    const int width = frame.right - frame.left;
-    const int height = frame.bottom - frame.top;
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    const HDC source = GetWindowDC(dialog.Window());
-    const HDC memory = CreateCompatibleDC(source);
-    void* bits = nullptr;
-    const HBITMAP bitmap = CreateDIBSection(source, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    const HGDIOBJ before = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, width, height, source, 0, 0, SRCCOPY);
-    GdiFlush();
-    host::Picture picture = host::MakePicture(width, height, 3);
-    const auto* pixel = static_cast<const std::uint8_t*>(bits);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x, pixel += 4) {
-            std::uint8_t* const target = picture.Pixel(x, y);
-            target[0] = pixel[2];
-            target[1] = pixel[1];
-            target[2] = pixel[0];
-        }
-    }
-    SelectObject(memory, before);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(dialog.Window(), source);
-    return picture;
+    return GrabFrame(dialog.Window());
 }

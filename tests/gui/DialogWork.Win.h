@@ -5,11 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/gui/GuiDriver.Win.h"
-
-/// Moves this thread to a desktop of its own and waits until the system shows windows there. The
-/// first one on a new desktop can take it longer than any user's patience.
-void EnterWarmDesktop();
+#include "fixtures/GuiDriver.Win.h"
 
 /// The item that has the focus; 0 for none.
 int FocusedItem(const DrivenDialog& dialog);

@@ -2,10 +2,10 @@
 // from each other.
 #include <gtest/gtest.h>
 
-#include "tests/gui/DialogWork.Win.h"
+#include "fixtures/InputDesktop.Win.h"
 
 int main(int count, char** values) {
     testing::InitGoogleTest(&count, values);
-    EnterWarmDesktop();
+    EnterOwnDesktop();
     return RUN_ALL_TESTS();
 }

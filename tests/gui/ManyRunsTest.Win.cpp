@@ -8,7 +8,7 @@
 #include "resources/Ids.h"
 #include "tests/gui/DialogWork.Win.h"
 #include "tests/gui/PluginRun.Win.h"
-#include "tests/shell/windows/Levels.Win.h"
+#include "tests/support/windows/Levels.Win.h"
 
 namespace {
 

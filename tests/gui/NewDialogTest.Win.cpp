@@ -1,8 +1,8 @@
 // The New dialog at the filter's start.
 #include "files/TextureFile.h"
+#include "fixtures/FileDialog.Win.h"
 #include "paint/EffectRun.h"
 #include "tests/gui/DialogRun.Win.h"
-#include "tests/gui/SystemFileDialog.Win.h"
 
 namespace {
 

@@ -3,7 +3,6 @@
 #include <commctrl.h>
 
 #include <atomic>
-#include <cstdlib>
 #include <stdexcept>
 
 #include "base/HostServices.h"
@@ -11,6 +10,7 @@
 #include "base/Rectangles.h"
 #include "editor/ViewGeometry.h"
 #include "files/Preferences.h"
+#include "fixtures/Screenshot.Win.h"
 #include "host/picture/Selection.h"
 #include "resources/Ids.h"
 #include "shell/Selectors.h"
@@ -202,9 +202,6 @@ void PluginRunTest::Stroke(const DrivenDialog& editor, const std::vector<ItemPla
 }
 
 void PluginRunTest::Keep(const DrivenDialog& dialog, const std::string& name) {
-    const char* const target = std::getenv("SCREENSHOTS");
-    if (target != nullptr && *target != '\0') {
-        dialog.Settle();
-        host::SavePicture(dialog.Grab(), std::string(target) + "\\" + name + ".png");
-    }
+    dialog.Settle();
+    KeepPicture(dialog.Grab(), name);
 }

@@ -7,11 +7,11 @@
 #include <optional>
 #include <string>
 
+#include "fixtures/GuiDriver.Win.h"
+#include "fixtures/PreferencePlaceInMemory.h"
 #include "framework/dialog/NorvantaDialog.h"
 #include "host/record/FilterHost.h"
-#include "tests/gui/GuiDriver.Win.h"
 #include "tests/support/CoreTest.h"
-#include "tests/support/PreferencePlaceInMemory.h"
 #include "tests/support/ScratchFolder.h"
 
 /// The second in which all of a test's drawing happens, unless the test sets another one.

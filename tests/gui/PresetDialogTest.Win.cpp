@@ -1,6 +1,6 @@
 // Presets: saved under a name, chosen, deleted, kept for the next run.
+#include "fixtures/InputDesktop.Win.h"
 #include "paint/EffectRun.h"
-#include "tests/e2e/InputDesktop.Win.h"
 #include "tests/gui/DialogRun.Win.h"
 
 namespace {

@@ -127,6 +127,6 @@ int main(int count, char** values) {
         return 2;
     }
     target = values[1];
-    EnterWarmDesktop();
+    EnterOwnDesktop();
     return RUN_ALL_TESTS();
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "resources/Ids.h"
-#include "tests/gui/GuiDriver.Win.h"
+#include "fixtures/GuiDriver.Win.h"
 #include "tests/support/Pictures.h"
 
 /// A copy of it.

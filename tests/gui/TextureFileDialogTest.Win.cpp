@@ -1,8 +1,8 @@
 // Open and Save in the editor, through the system's dialogs.
 #include "files/TextureFile.h"
+#include "fixtures/FileDialog.Win.h"
 #include "paint/EffectRun.h"
 #include "tests/gui/DialogRun.Win.h"
-#include "tests/gui/SystemFileDialog.Win.h"
 
 namespace {
 

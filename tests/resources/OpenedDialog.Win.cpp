@@ -1,55 +1,14 @@
 #include "tests/resources/OpenedDialog.Win.h"
 
 #include <algorithm>
-#include <cstring>
 #include <map>
 #include <memory>
 
+#include "fixtures/DialogTemplate.Win.h"
+
 namespace {
 
-/// Where an extended template's first variable part begins: the menu.
-constexpr std::size_t menuOffset = 26;
-/// Width and height in dialog units stand before it.
-constexpr std::size_t sizeOffset = 22;
 constexpr std::size_t textCapacity = 512;
-
-HRSRC FindDialog(int id) {
-    return FindResourceA(nullptr, MAKEINTRESOURCEA(id), MAKEINTRESOURCEA(5 /* RT_DIALOG */));
-}
-
-std::vector<char> LoadTemplate(int id) {
-    const HRSRC resource = FindDialog(id);
-    if (resource == nullptr) {
-        return {};
-    }
-    const char* const data =
-        static_cast<const char*>(LockResource(LoadResource(nullptr, resource)));
-    return {data, data + SizeofResource(nullptr, resource)};
-}
-
-WORD WordAt(const std::vector<char>& data, std::size_t offset) {
-    WORD word;
-    std::memcpy(&word, data.data() + offset, sizeof word);
-    return word;
-}
-
-/// Behind a text, or a number in the place of one.
-std::size_t SkipName(const std::vector<char>& data, std::size_t offset) {
-    if (WordAt(data, offset) == 0xFFFF) {
-        return offset + 4;
-    }
-    while (WordAt(data, offset) != 0) {
-        offset += 2;
-    }
-    return offset + 2;
-}
-
-/// The font's size in points stands behind menu, window class and title.
-void ScaleFont(std::vector<char>& data, int resolution) {
-    const std::size_t offset = SkipName(data, SkipName(data, SkipName(data, menuOffset)));
-    const WORD points = static_cast<WORD>(WordAt(data, offset) * resolution / 96);
-    std::memcpy(data.data() + offset, &points, sizeof points);
-}
 
 INT_PTR CALLBACK IgnoreMessages(HWND, UINT, WPARAM, LPARAM) {
     return FALSE;
@@ -87,14 +46,13 @@ DWORD Control::Type() const {
 }
 
 OpenedDialog::OpenedDialog(int id, int dotsPerInch) : resolution(dotsPerInch), window(nullptr) {
-    std::vector<char> data = LoadTemplate(id);
-    if (data.empty()) {
+    DialogTemplate resource(nullptr, id);
+    if (resource.IsEmpty()) {
         return;
     }
-    ScaleFont(data, resolution);
-    units = {WordAt(data, sizeOffset), WordAt(data, sizeOffset + 2)};
-    window = CreateDialogIndirectParamA(GetModuleHandleA(nullptr),
-                                        reinterpret_cast<LPCDLGTEMPLATEA>(data.data()), nullptr,
+    resource.ScaleFont(resolution);
+    units = resource.Units();
+    window = CreateDialogIndirectParamA(GetModuleHandleA(nullptr), resource.Address(), nullptr,
                                         IgnoreMessages, 0);
 }
 

@@ -3,11 +3,11 @@
 #include <memory>
 
 #include "files/Preferences.h"
+#include "fixtures/PreferencePlaceInMemory.h"
 #include "tests/shell/allocation/FailingAllocator.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/FileSystemOverride.h"
 #include "tests/support/PreferenceBytes.h"
-#include "tests/support/PreferencePlaceInMemory.h"
 #include "tests/support/ScratchFolder.h"
 
 namespace {

@@ -3,8 +3,8 @@
 
 #include "files/File.h"
 #include "files/FileDialog.Win.h"
+#include "fixtures/FileDialog.Win.h"
 #include "framework/alerts/Alert.Win.h"
-#include "tests/files/windows/FileDialogDriver.Win.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/ScratchFolder.h"
 

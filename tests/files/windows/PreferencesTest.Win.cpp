@@ -10,11 +10,11 @@
 #include "files/PreferencePlace.h"
 #include "shell/FatalError.Win.h"
 #include "tests/files/windows/HoldingProcess.Win.h"
-#include "tests/shell/windows/DialogDriver.Win.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/FileSystemOverride.h"
 #include "tests/support/PreferenceBytes.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/windows/DialogDriver.Win.h"
 
 namespace {
 

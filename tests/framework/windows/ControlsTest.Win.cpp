@@ -3,11 +3,11 @@
 #include <cstdlib>
 
 #include "base/FatalError.h"
+#include "fixtures/InputDesktop.Win.h"
 #include "framework/controls/ControlClasses.Win.h"
 #include "framework/controls/GlobeControl.h"
 #include "framework/controls/GlobeGeometry.h"
 #include "framework/dialog/DialogState.h"
-#include "tests/e2e/InputDesktop.Win.h"
 #include "tests/framework/windows/DialogScript.Win.h"
 
 namespace {
@@ -115,7 +115,7 @@ TEST_F(ControlsTest, ThePaletteCanBeSetAndShowNoTool) {
 
 TEST_F(ControlsTest, ADisabledPaletteLooksSoAndTakesNoClicks) {
     Run([&](Script& script) {
-        const Pixels before = script.Shot(palette);
+        const host::Picture before = script.Shot(palette);
         EnableWindow(script.Item(palette), FALSE);
         EXPECT_FALSE(before == script.Shot(palette));
         script.Click(CellOf(script, 4));
@@ -336,9 +336,9 @@ TEST_F(ControlsTest, APictureStaysUntilAnotherTakesItsPlace) {
         const auto setPicture = [&](int resource) {
             return Send(script, popup, CB_SETITEMDATA, 0, resource);
         };
-        const Pixels without = script.Shot(popup);
+        const host::Picture without = script.Shot(popup);
         EXPECT_EQ(setPicture(603), 0);
-        const Pixels with = script.Shot(popup);
+        const host::Picture with = script.Shot(popup);
         EXPECT_FALSE(without == with);
         EXPECT_EQ(setPicture(9999), CB_ERR);
         EXPECT_TRUE(with == script.Shot(popup));
@@ -553,7 +553,7 @@ TEST_F(ControlsTest, AScrollBarReachesItsMaximum) {
 
 TEST_F(ControlsTest, AClickFlipsThePadlock) {
     Run([&](Script& script) {
-        const Pixels open = script.Shot(padLock);
+        const host::Picture open = script.Shot(padLock);
         script.Click(script.Middle(padLock));
         script.WaitFor("hit 15");
         EXPECT_EQ(Value(padLock), 1);
@@ -589,9 +589,9 @@ TEST_F(ControlsTest, AUserItemIsDrawnByTheDialog) {
         }
     };
     Run([&](Script& script) {
-        const Pixels shot = script.Shot(userItem);
-        EXPECT_EQ(shot.At(shot.width / 2, shot.height / 2), RGB(10, 200, 30));
-        EXPECT_EQ(shot.At(0, 0), RGB(10, 200, 30));
+        const host::Picture shot = script.Shot(userItem);
+        EXPECT_EQ(ColorAt(shot, shot.width / 2, shot.height / 2), RGB(10, 200, 30));
+        EXPECT_EQ(ColorAt(shot, 0, 0), RGB(10, 200, 30));
     });
 }
 
@@ -792,7 +792,7 @@ COLORREF KnobColor(Script& script, TestDialog& dialog) {
     const hostapi::Point knob = KnobPlace(MeasureGlobe(bounds, 7), {-1, 0});
     // The dialog paints it, in its own time.
     script.Settle();
-    return script.Shot(dial).At(knob.h - bounds.left, knob.v - bounds.top);
+    return ColorAt(script.Shot(dial), knob.h - bounds.left, knob.v - bounds.top);
 }
 
 /// That of an icon, drawn in the other user item.
@@ -855,9 +855,9 @@ TEST_F(ControlsTest, ABitmapButtonIsPressedByMouseAndKeys) {
 
 TEST_F(ControlsTest, ABitmapButtonShowsThatItIsPressedAndDisabled) {
     Run([&](Script& script) {
-        const Pixels before = script.Shot(bitmapButton);
+        const host::Picture before = script.Shot(bitmapButton);
         SendMessageA(script.Item(bitmapButton), BM_SETSTATE, TRUE, 0);
-        const Pixels pressed = script.Shot(bitmapButton);
+        const host::Picture pressed = script.Shot(bitmapButton);
         SendMessageA(script.Item(bitmapButton), BM_SETSTATE, FALSE, 0);
         EXPECT_FALSE(before == pressed);
         EXPECT_TRUE(before == script.Shot(bitmapButton));
@@ -925,9 +925,11 @@ TEST_F(DialogTest, ControlsWithoutPicturesStayEmptyAndQuiet) {
         script.Click(script.Middle(6));
         script.WaitFor("hit 6");
         EXPECT_EQ(send(6, controlGetValue, 0, 0), 1) << "a padlock works without its pictures";
-        const Pixels shot = script.Shot(4);
-        for (const COLORREF color : shot.colors) {
-            ASSERT_EQ(color, GetSysColor(COLOR_BTNFACE));
+        const host::Picture shot = script.Shot(4);
+        for (int y = 0; y < shot.height; ++y) {
+            for (int x = 0; x < shot.width; ++x) {
+                ASSERT_EQ(ColorAt(shot, x, y), GetSysColor(COLOR_BTNFACE));
+            }
         }
         script.KeepPicture("bare");
     });
@@ -939,7 +941,7 @@ TEST_F(ControlsTest, EveryControlLooksDifferentWhenItIsDisabled) {
     Run([&](Script& script) {
         script.KeepPicture("controls");
         for (const int item : {palette, popup, live, slider, padLock, bitmapButton}) {
-            const Pixels before = script.Shot(item);
+            const host::Picture before = script.Shot(item);
             EnableWindow(script.Item(item), FALSE);
             EXPECT_FALSE(before == script.Shot(item)) << item;
         }
@@ -950,7 +952,7 @@ TEST_F(ControlsTest, EveryControlLooksDifferentWhenItIsDisabled) {
 TEST_F(ControlsTest, ControlsShowTheFocus) {
     Run([&](Script& script) {
         for (const int item : {popup, live, slider, bitmapButton}) {
-            const Pixels before = script.Shot(item);
+            const host::Picture before = script.Shot(item);
             SendMessageA(script.Dialog(), WM_NEXTDLGCTL,
                          reinterpret_cast<WPARAM>(script.Item(item)), TRUE);
             EXPECT_FALSE(before == script.Shot(item)) << item;
@@ -967,12 +969,14 @@ TEST_F(ControlsTest, ARangeAroundZeroHasAGapInTheGroove) {
         dialog.SetValue(22, 100);
     };
     Run([&](Script& script) {
-        const Pixels plain = script.Shot(slider);
-        const Pixels gapped = script.Shot(22);
+        const host::Picture plain = script.Shot(slider);
+        const host::Picture gapped = script.Shot(22);
         ASSERT_EQ(plain.width, gapped.width);
         int different = 0;
-        for (std::size_t i = 0; i < plain.colors.size(); ++i) {
-            different += plain.colors[i] != gapped.colors[i] ? 1 : 0;
+        for (int y = 0; y < plain.height; ++y) {
+            for (int x = 0; x < plain.width; ++x) {
+                different += ColorAt(plain, x, y) != ColorAt(gapped, x, y) ? 1 : 0;
+            }
         }
         // Both lines of the groove's two edges, three pixels wide.
         EXPECT_GE(different, 6);

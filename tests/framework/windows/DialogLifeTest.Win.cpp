@@ -7,7 +7,7 @@
 #include "framework/controls/GlobeControl.h"
 #include "framework/dialog/DialogState.h"
 #include "tests/framework/windows/DialogScript.Win.h"
-#include "tests/shell/windows/Levels.Win.h"
+#include "tests/support/windows/Levels.Win.h"
 
 namespace {
 

@@ -2,79 +2,14 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstdio>
-#include <fstream>
 #include <thread>
 
 #include "base/FatalError.h"
+#include "fixtures/InputDesktop.Win.h"
 #include "framework/dialog/DialogState.h"
-#include "tests/e2e/InputDesktop.Win.h"
-
-std::string screenshotFolder;
+#include "framework/dialog/DialogWindow.Win.h"
 
 namespace {
-
-constexpr DWORD pollMilliseconds = 5;
-/// Long enough for a loaded machine; nothing waits for it in vain unless it fails.
-constexpr DWORD patienceMilliseconds = 20000;
-/// Thrown where a wait has failed, so that the script ends there.
-struct ScriptFailure {};
-/// The system keeps "not pressed" for a while: a press that comes earlier would not be seen.
-constexpr DWORD betweenPresses = 60;
-
-template <typename Condition>
-bool Wait(Condition condition) {
-    for (DWORD waited = 0; waited < patienceMilliseconds; waited += pollMilliseconds) {
-        if (condition()) {
-            return true;
-        }
-        Sleep(pollMilliseconds);
-    }
-    return condition();
-}
-
-struct Search {
-    HWND except;
-    HWND found;
-};
-
-BOOL CALLBACK TakeDialog(HWND window, LPARAM parameter) {
-    auto* const search = reinterpret_cast<Search*>(parameter);
-    char className[16];
-    GetClassNameA(window, className, sizeof className);
-    if (window != search->except && IsWindowVisible(window) && IsWindowEnabled(window) &&
-        std::string(className) == "#32770") {
-        search->found = window;
-        return FALSE;
-    }
-    return TRUE;
-}
-
-/// How often the dialog's thread has found nothing to do but its timers and the rest of a drag.
-std::atomic<unsigned> rests = 0;
-
-/// The timers' messages are the last: the system gives them out when no input waits.
-LRESULT CALLBACK CountTimers(int code, WPARAM wParam, LPARAM lParam) {
-    if (code == HC_ACTION && wParam == PM_REMOVE &&
-        reinterpret_cast<const MSG*>(lParam)->message == WM_TIMER) {
-        ++rests;
-    }
-    return CallNextHookEx(nullptr, code, wParam, lParam);
-}
-
-HWND FindDialog(DWORD thread, HWND except) {
-    Search search{except, nullptr};
-    EnumThreadWindows(thread, TakeDialog, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-std::string TextOf(HWND window) {
-    char text[512] = "";
-    DWORD_PTR length = 0;
-    SendMessageTimeoutA(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text), SMTO_BLOCK,
-                        patienceMilliseconds, &length);
-    return std::string(text, length);
-}
 
 WORD KeyOf(char c) {
     switch (c) {
@@ -86,51 +21,6 @@ WORD KeyOf(char c) {
             return VK_OEM_COMMA;
         default:
             return static_cast<WORD>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
-    }
-}
-
-/// What the window shows, with its frame.
-Pixels CopyPixels(HWND window) {
-    RedrawWindow(window, nullptr, nullptr,
-                 RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    // The window's own thread may have begun to paint by itself; it answers when it is through.
-    DWORD_PTR ignored;
-    SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_BLOCK, patienceMilliseconds, &ignored);
-    RECT frame{};
-    GetWindowRect(window, &frame);
-    Pixels pixels;
-    pixels.width = frame.right - frame.left;
-    pixels.height = frame.bottom - frame.top;
-    const HDC context = GetWindowDC(window);
-    for (int y = 0; y < pixels.height; ++y) {
-        for (int x = 0; x < pixels.width; ++x) {
-            pixels.colors.push_back(GetPixel(context, x, y));
-        }
-    }
-    ReleaseDC(window, context);
-    return pixels;
-}
-
-/// Rows of whole 32-bit pixels, from the top.
-void WriteBitmap(const Pixels& pixels, const std::string& path) {
-    BITMAPINFOHEADER header{};
-    header.biSize = sizeof header;
-    header.biWidth = pixels.width;
-    header.biHeight = -pixels.height;
-    header.biPlanes = 1;
-    header.biBitCount = 32;
-    BITMAPFILEHEADER file{};
-    file.bfType = 0x4D42;
-    file.bfOffBits = sizeof file + sizeof header;
-    file.bfSize = file.bfOffBits + static_cast<DWORD>(4 * pixels.colors.size());
-    std::ofstream out(path, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(&file), sizeof file);
-    out.write(reinterpret_cast<const char*>(&header), sizeof header);
-    for (const COLORREF color : pixels.colors) {
-        const char bytes[] = {static_cast<char>(GetBValue(color)),
-                              static_cast<char>(GetGValue(color)),
-                              static_cast<char>(GetRValue(color)), 0};
-        out.write(bytes, sizeof bytes);
     }
 }
 
@@ -194,7 +84,7 @@ void TestDialog::DrawItem(short item) {
 }
 
 void TestDialog::Idle() {
-    ++rests;
+    NoteRest();
     if (atIdle) {
         atIdle();
     }
@@ -217,12 +107,6 @@ Script::~Script() {
     for (std::thread& helper : helpers) {
         helper.join();
     }
-}
-
-void Script::Settle() const {
-    // The first one may have been on its way already.
-    const unsigned before = rests;
-    WaitUntil("the dialog's rest", [&] { return rests - before >= 3 || !IsWindow(dialog); });
 }
 
 POINT Script::Inside(int item, int x, int y) const {
@@ -249,7 +133,7 @@ void Script::MoveTo(POINT place) const {
 
 void Script::Press(POINT place) const {
     MoveTo(place);
-    Sleep(betweenPresses);
+    LetButtonSettle();
     PressMouse();
 }
 
@@ -279,22 +163,8 @@ void Script::Type(const std::string& text) const {
     }
 }
 
-void Script::SetText(int item, const std::string& text) const {
-    DWORD_PTR ignored;
-    SendMessageTimeoutA(Item(item), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()),
-                        SMTO_NORMAL, patienceMilliseconds, &ignored);
-}
-
 void Script::SetTextLater(int item, const std::string& text) {
     helpers.emplace_back([this, item, text] { SetText(item, text); });
-}
-
-std::string Script::Text(int item) const {
-    return TextOf(Item(item));
-}
-
-std::string Script::Title() const {
-    return TextOf(dialog);
 }
 
 void Script::WaitFor(const std::string& event, int times) const {
@@ -302,31 +172,15 @@ void Script::WaitFor(const std::string& event, int times) const {
 }
 
 void Script::WaitUntil(const std::string& what, const std::function<bool()>& condition) const {
-    if (Wait(condition)) {
-        return;
+    try {
+        ::WaitUntil(what, condition);
+    } catch (const GuiError& error) {
+        std::string seen;
+        for (const std::string& event : test.log.All()) {
+            seen += event + "; ";
+        }
+        throw GuiError(std::string(error.what()) + "\nseen: " + seen);
     }
-    std::string seen;
-    for (const std::string& event : test.log.All()) {
-        seen += event + "; ";
-    }
-    ADD_FAILURE() << "did not come: " << what << "\nseen: " << seen;
-    throw ScriptFailure{};
-}
-
-int Script::Focus() const {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-    return info.hwndFocus != nullptr && GetParent(info.hwndFocus) == dialog
-               ? GetDlgCtrlID(info.hwndFocus)
-               : 0;
-}
-
-bool Script::IsInMenu() const {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-    return (info.flags & GUI_INMENUMODE) != 0;
 }
 
 HMENU Script::OpenMenu() const {
@@ -361,92 +215,71 @@ HWND Script::WaitForOther() const {
     const DWORD thread = GetWindowThreadProcessId(dialog, nullptr);
     HWND other = nullptr;
     WaitUntil("another dialog", [&] {
-        other = FindDialog(thread, dialog);
+        other = FindDialog(thread, [&](HWND window) { return window != dialog; });
         return other != nullptr;
     });
     return other;
 }
 
 std::string Script::EndAlert(int button) const {
-    const HWND alert = WaitForOther();
+    const DrivenDialog alert(WaitForOther());
     constexpr int textControl = 3;
-    const std::string text = TextOf(GetDlgItem(alert, textControl));
-    PostMessageA(GetDlgItem(alert, button), BM_CLICK, 0, 0);
-    WaitUntil("the alert's end", [&] { return !IsWindow(alert); });
+    const std::string text = alert.Text(textControl);
+    alert.PressToOpen(button);
+    WaitUntil("the alert's end", [&] { return !alert.IsOpen(); });
     Settle();
     return text;
 }
 
-Pixels Script::Shot(int item) const {
-    return CopyPixels(item != 0 ? Item(item) : dialog);
+host::Picture Script::Shot(int item) const {
+    const HWND window = item != 0 ? Item(item) : dialog;
+    Repaint(window);
+    return GrabFrame(window);
 }
 
 void Script::KeepPicture(const std::string& name) const {
-    if (!screenshotFolder.empty()) {
-        WriteBitmap(Shot(), screenshotFolder + "/" + name + ".bmp");
-    }
+    ::KeepPicture(Shot(), name);
 }
-
-namespace {
-
-/// Ends whatever still runs in the thread: a drag, a menu, dialogs over the test's, at last that
-/// one. A dialog that stays all the same ends the program, so that no failure becomes a hang.
-void EndAll(DWORD thread, HWND dialog, HWND before, const std::atomic<bool>& finished) {
-    constexpr UINT cancel = WM_APP + 2;
-    for (DWORD waited = 0; !finished && waited < patienceMilliseconds; waited += betweenPresses) {
-        const HWND top = FindDialog(thread, before);
-        if (top == nullptr || top == dialog) {
-            PostMessageA(dialog, WM_CANCELMODE, 0, 0);
-            PostMessageA(dialog, cancel, 0, 0);
-        } else {
-            PostMessageA(top, WM_CLOSE, 0, 0);
-        }
-        Sleep(betweenPresses);
-    }
-    if (!finished) {
-        std::fprintf(stderr, "a dialog could not be closed\n");
-        std::fflush(nullptr);
-        TerminateProcess(GetCurrentProcess(), 1);
-    }
-}
-
-/// What the script's thread does.
-void Play(DWORD thread, HWND before, TestDialog& dialog, const std::atomic<bool>& finished,
-          const std::function<void(Script&)>& script) {
-    HWND window = nullptr;
-    Wait([&] { return finished || (window = FindDialog(thread, before)) != nullptr; });
-    if (window == nullptr) {
-        return;
-    }
-    try {
-        Script running(window, dialog);
-        running.Settle();
-        script(running);
-    } catch (const ScriptFailure&) {
-        // It is noted already. What the test's dialog answers to its cancel item is unknown here;
-        // a pending error ends it whatever it answers.
-        ReleaseMouse();
-        errorCell = faultBadArgument;
-    }
-    EndAll(thread, window, before, finished);
-}
-
-}  // namespace
 
 int RunWithScript(TestDialog& dialog, const std::function<void(Script&)>& script) {
     const DWORD thread = GetCurrentThreadId();
-    const HDESK desktop = GetThreadDesktop(thread);
-    const HWND before = FindDialog(thread, nullptr);
-    const HHOOK timers = SetWindowsHookExA(WH_GETMESSAGE, CountTimers, nullptr, thread);
-    std::atomic<bool> finished = false;
-    std::thread helper([&] {
-        SetThreadDesktop(desktop);
-        Play(thread, before, dialog, finished, script);
-    });
-    const int result = dialog.Run();
-    finished = true;
-    helper.join();
-    UnhookWindowsHookEx(timers);
+    const HWND outer = FindDialog(thread, [](HWND) { return true; });
+    std::atomic<bool> isClosed = false;
+    HWND opened = nullptr;
+    // Dialogs over the test's take the close box; that one its cancel item, whichever it is.
+    const auto close = [&](HWND top) {
+        if (top == opened) {
+            PostMessageA(top, WM_CANCELMODE, 0, 0);
+            PostMessageA(top, messageCancel, 0, 0);
+        } else if (top != outer) {
+            PostMessageA(top, WM_CLOSE, 0, 0);
+        }
+    };
+    int result = 0;
+    RunWithUser(
+        [&] {
+            result = dialog.Run();
+            isClosed = true;
+        },
+        [&](const GuiDriver& gui) {
+            const std::optional<DrivenDialog> window = gui.WaitForAny(outer);
+            if (!window) {
+                return;
+            }
+            opened = window->Window();
+            try {
+                Script running(*window, dialog);
+                running.Settle();
+                script(running);
+            } catch (const GuiError&) {
+                // What the test's dialog returns for its cancel item is unknown here; a pending
+                // error ends it all the same.
+                errorCell = faultBadArgument;
+                throw;
+            }
+            CloseDialogs(thread, isClosed, close);
+        },
+        close);
     return result;
 }
 

@@ -12,24 +12,10 @@
 #include <vector>
 
 #include "base/Platform.h"
+#include "fixtures/GuiDriver.Win.h"
+#include "fixtures/Screenshot.Win.h"
 #include "framework/dialog/NorvantaDialog.h"
 #include "hostapi/FilterRecord.h"
-
-/// Where to leave pictures for people to look at; empty for nowhere.
-extern std::string screenshotFolder;
-
-/// Rows from the top.
-struct Pixels {
-    int width = 0;
-    int height = 0;
-    std::vector<COLORREF> colors;
-
-    COLORREF At(int x, int y) const {
-        return colors[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                      static_cast<std::size_t>(x)];
-    }
-    friend bool operator==(const Pixels&, const Pixels&) = default;
-};
 
 /// What happened, in the order of its happening; written by one thread, read by both.
 class EventLog {
@@ -65,7 +51,7 @@ class TestDialog : public NorvantaDialog {
 
     EventLog log;
     std::function<void()> atSetup;
-    /// Answers what ItemHit answers; without it items 1 and 2 close the dialog.
+    /// Returns what ItemHit returns; without it items 1 and 2 close the dialog.
     std::function<short(short)> atHit;
     std::function<void(short)> atDraw;
     std::function<void()> atIdle;
@@ -74,10 +60,11 @@ class TestDialog : public NorvantaDialog {
 };
 
 /// What the script's thread does to a window, and asks of it. Waiting for something that does not
-/// come fails the test and goes on.
+/// come throws GuiError, which fails the test and closes its dialogs.
 class Script {
   public:
-    Script(HWND newDialog, TestDialog& newTest) : dialog(newDialog), test(newTest) {}
+    Script(const DrivenDialog& newDialog, TestDialog& newTest)
+        : dialog(newDialog.Window()), test(newTest) {}
     Script(const Script&) = delete;
     Script& operator=(const Script&) = delete;
     ~Script();
@@ -85,7 +72,7 @@ class Script {
     HWND Dialog() const { return dialog; }
     HWND Item(int item) const { return GetDlgItem(dialog, item); }
     /// All that was sent before has been dealt with.
-    void Settle() const;
+    void Settle() const { WaitForRest(dialog); }
 
     /// In the client area of the item.
     POINT Inside(int item, int x, int y) const;
@@ -98,19 +85,20 @@ class Script {
     /// Characters of the keyboard's plain layer: digits, letters, comma, point, minus, blank.
     void Type(const std::string& text) const;
 
-    void SetText(int item, const std::string& text) const;
+    void SetText(int item, const std::string& text) const { PutText(Item(item), text); }
     /// Does not wait: the change may open an alert.
     void SetTextLater(int item, const std::string& text);
-    std::string Text(int item) const;
-    std::string Title() const;
+    std::string Text(int item) const { return TextOf(Item(item)); }
+    std::string Title() const { return TextOf(dialog); }
 
     /// Until it has happened so often since the log was cleared.
     void WaitFor(const std::string& event, int times = 1) const;
+    /// The log stands in the error.
     void WaitUntil(const std::string& what, const std::function<bool()>& condition) const;
     /// The item that has the focus; 0 for none.
-    int Focus() const;
-    bool IsInMenu() const;
-    /// Of the popup menu that is open.
+    int Focus() const { return FocusedItem(dialog); }
+    bool IsInMenu() const { return ::IsInMenu(dialog); }
+    /// The popup menu that is open.
     HMENU OpenMenu() const;
     /// The middle of an entry of the open menu, counted from 1, on the screen.
     POINT MenuEntry(int entry) const;
@@ -121,8 +109,8 @@ class Script {
     HWND WaitForOther() const;
     /// Waits for an alert, notes its text, ends it with this button.
     std::string EndAlert(int button) const;
-    /// What the item shows; the whole dialog for 0.
-    Pixels Shot(int item = 0) const;
+    /// The item with its frame, painted anew; the whole dialog for 0.
+    host::Picture Shot(int item = 0) const;
     /// A picture of the window, if pictures are wanted.
     void KeepPicture(const std::string& name) const;
 
@@ -133,7 +121,7 @@ class Script {
 };
 
 /// Runs the dialog with the script; a dialog that is open at the end of the script is cancelled.
-/// Answers what Run answers.
+/// Returns what Run returns.
 int RunWithScript(TestDialog& dialog, const std::function<void(Script&)>& script);
 
 /// What the platform of the running test was asked to do.
@@ -151,7 +139,7 @@ struct PlatformLog {
 /// The log of the running DialogTest.
 PlatformLog& Log();
 
-/// Tests of dialogs: no error pending before or behind, faults noted in place of being shown.
+/// Tests of dialogs: no error pending before or after, faults noted in place of being shown.
 class DialogTest : public testing::Test {
   protected:
     DialogTest();
@@ -166,7 +154,7 @@ class DialogTest : public testing::Test {
     PlatformServices servicesOutside;
 };
 
-/// Runs `operation`; answers the id that it throws, 0 for none.
+/// Runs `operation`; returns the id that it throws, 0 for none.
 template <typename Operation>
 int FaultOf(Operation operation) {
     try {

@@ -1,8 +1,8 @@
 // Fields: keys, checks, alerts, values.
 #include "base/FatalError.h"
+#include "fixtures/InputDesktop.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "framework/fields/NumberField.h"
-#include "tests/e2e/InputDesktop.Win.h"
 #include "tests/framework/windows/DialogScript.Win.h"
 
 namespace {

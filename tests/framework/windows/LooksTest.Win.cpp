@@ -1,6 +1,6 @@
 // What stands on the screen while a control is in use.
+#include "fixtures/InputDesktop.Win.h"
 #include "framework/dialog/DialogState.h"
-#include "tests/e2e/InputDesktop.Win.h"
 #include "tests/framework/windows/DialogScript.Win.h"
 
 namespace {
@@ -17,7 +17,7 @@ TEST_F(LooksTest, APopupLooksPressedWhileItsMenuIsOpen) {
     RunWithScript(dialog, [](Script& script) {
         SendMessageA(script.Dialog(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(script.Item(popup)),
                      TRUE);
-        const Pixels closed = script.Shot(popup);
+        const host::Picture closed = script.Shot(popup);
         RECT rect{};
         GetWindowRect(script.Item(popup), &rect);
         script.Click({rect.right - 8, (rect.top + rect.bottom) / 2});

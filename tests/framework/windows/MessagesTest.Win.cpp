@@ -9,8 +9,8 @@
 #include <cstring>
 
 #include "base/FatalError.h"
+#include "fixtures/InputDesktop.Win.h"
 #include "framework/dialog/DialogState.h"
-#include "tests/e2e/InputDesktop.Win.h"
 #include "tests/framework/windows/DialogScript.Win.h"
 
 namespace {

@@ -1,6 +1,8 @@
 // Drawing through a dialog's port, looked at pixel by pixel.
 #include "tests/framework/windows/DialogScript.Win.h"
 
+#include <algorithm>
+
 #include "framework/dialog/SmallPSDialog.h"
 #include "hostapi/FilterRecord.h"
 
@@ -181,31 +183,20 @@ TEST_F(PortTest, AnEdgeIsOnePixelWideAndHasTwoLooks) {
     EXPECT_EQ(At(6, 6), white);
 }
 
-/// The leftmost column and the topmost row with a pixel.
-POINT Corner(const Pixels& pixels, COLORREF ground) {
-    POINT corner{pixels.width, pixels.height};
-    for (int y = 0; y < pixels.height; ++y) {
-        for (int x = 0; x < pixels.width; ++x) {
-            if (pixels.At(x, y) != ground) {
-                corner.x = x < corner.x ? x : corner.x;
-                corner.y = y < corner.y ? y : corner.y;
-            }
-        }
-    }
-    return corner;
-}
-
 TEST_F(PortTest, TextIsAligned) {
     const auto corner = [&](unsigned flags) {
         port.SetForeground(0);
         port.DrawText("I", {0, 0, 40, 60}, flags);
-        Pixels pixels{60, 40, {}};
-        for (int y = 0; y < 40; ++y) {
-            for (int x = 0; x < 60; ++x) {
-                pixels.colors.push_back(At(x, y));
+        // The leftmost column and the topmost row with a pixel.
+        POINT nearest{60, 40};
+        for (LONG y = 0; y < 40; ++y) {
+            for (LONG x = 0; x < 60; ++x) {
+                if (At(x, y) != white) {
+                    nearest = {std::min(nearest.x, x), std::min(nearest.y, y)};
+                }
             }
         }
-        return Corner(pixels, white);
+        return nearest;
     };
     const POINT plain = corner(0);
     EXPECT_LT(plain.x, 4);

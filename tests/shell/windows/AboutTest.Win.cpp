@@ -2,12 +2,13 @@
 
 #include "base/FatalError.h"
 #include "base/Module.Win.h"
+#include "fixtures/Screenshot.Win.h"
 #include "framework/help/LoadedModule.Win.h"
 #include "hostapi/SharedLibrary.h"
-#include "tests/shell/windows/DialogDriver.Win.h"
 #include "tests/shell/windows/Libraries.Win.h"
 #include "tests/shell/windows/StandInToolbox.Win.h"
 #include "tests/support/CoreTest.h"
+#include "tests/support/windows/DialogDriver.Win.h"
 
 namespace {
 
@@ -68,7 +69,7 @@ TEST_F(FamilyLibraryTest, ShowsTheAboutBox) {
     EXPECT_EQ(box.title, "About Zandermolite");
     EXPECT_TRUE(box.closed);
     EXPECT_TRUE(box.cutControls.empty());
-    KeepScreenshot(box, "family-about");
+    KeepPicture(box.picture, "family-about");
     EXPECT_TRUE(DriveDialog(ShowAbout, Ending::escape).closed);
 }
 

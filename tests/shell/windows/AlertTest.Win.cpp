@@ -2,13 +2,14 @@
 
 #include "base/FatalError.h"
 #include "base/Module.Win.h"
+#include "fixtures/Screenshot.Win.h"
 #include "framework/dialog/NorvantaDialog.h"
 #include "resources/Ids.h"
 #include "resources/Strings.h"
 #include "shell/FatalError.Win.h"
 #include "shell/Zandermolite.h"
-#include "tests/shell/windows/DialogDriver.Win.h"
 #include "tests/support/CoreTest.h"
+#include "tests/support/windows/DialogDriver.Win.h"
 
 namespace {
 
@@ -34,7 +35,7 @@ class AlertTest : public CoreTest {
 
 TEST_F(AlertTest, AFaultWithoutAStringShowsTheGeneralDialog) {
     const SeenDialog dialog = Show(17500, "PhotoshopUtilities", 36);
-    KeepScreenshot(dialog, "fault-short");
+    KeepPicture(dialog.picture, "fault-short");
     EXPECT_EQ(dialog.title, "Zandermolite");
     EXPECT_EQ(dialog.texts, (std::map<int, std::string>{
                                 {1, "OK"},
@@ -67,7 +68,7 @@ TEST_F(AlertTest, AnAssertionStandsInPlaceOfTheFile) {
         "PicClass / Zeile 292 !((x < grX) && (x >= 0) && (y < grY) && (y >= 0))";
     const SeenDialog dialog =
         DriveDialog([&] { EXPECT_EQ(FaultOf([&] { Assert(false, text); }), 2); });
-    KeepScreenshot(dialog, "fault-assertion");
+    KeepPicture(dialog.picture, "fault-assertion");
     EXPECT_EQ(dialog.Text(3), "A fatal error of type = 2 occured.");
     EXPECT_EQ(dialog.Text(4), std::string("File: ") + text);
     EXPECT_EQ(dialog.Text(5), "Line Number: -1");
@@ -148,7 +149,7 @@ TEST_F(AlertTest, SilentFaultsAndAnUnknownModuleShowNothing) {
 }
 
 /// The 32 by 32 pixels of the system's icon on a dialog's ground.
-Screenshot IconOnDialog(LPCSTR icon) {
+host::Picture IconOnDialog(LPCSTR icon) {
     constexpr int side = 32;
     const HWND window = CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, side, side,
                                         nullptr, nullptr, nullptr, nullptr);
@@ -156,33 +157,23 @@ Screenshot IconOnDialog(LPCSTR icon) {
     const RECT all{0, 0, side, side};
     FillRect(context, &all, GetSysColorBrush(COLOR_BTNFACE));
     DrawIcon(context, 0, 0, LoadIconA(nullptr, icon));
-    Screenshot shot{side, side, {}};
-    for (int y = 0; y < side; ++y) {
-        for (int x = 0; x < side; ++x) {
-            shot.pixels.push_back(GetPixel(context, x, y));
-        }
-    }
     ReleaseDC(window, context);
+    host::Picture picture = GrabClient(window);
     DestroyWindow(window);
-    return shot;
-}
-
-/// GetPixel answers red in the low byte, a picture has it in the high one.
-COLORREF Exchanged(COLORREF color) {
-    return RGB(GetBValue(color), GetGValue(color), GetRValue(color));
+    return picture;
 }
 
 void ExpectIcon(const SeenDialog& dialog, LPCSTR icon) {
-    const Screenshot expected = IconOnDialog(icon);
+    const host::Picture expected = IconOnDialog(icon);
     const int left = dialog.clientOrigin.x + dialog.iconPlace.x;
     const int top = dialog.clientOrigin.y + dialog.iconPlace.y;
     int different = 0;
     int drawn = 0;
     for (int y = 0; y < expected.height; ++y) {
         for (int x = 0; x < expected.width; ++x) {
-            const COLORREF shown = dialog.picture.At(left + x, top + y);
-            different += shown != Exchanged(expected.At(x, y)) ? 1 : 0;
-            drawn += shown != Exchanged(GetSysColor(COLOR_BTNFACE)) ? 1 : 0;
+            const COLORREF shown = ColorAt(dialog.picture, left + x, top + y);
+            different += shown != ColorAt(expected, x, y) ? 1 : 0;
+            drawn += shown != GetSysColor(COLOR_BTNFACE) ? 1 : 0;
         }
     }
     EXPECT_EQ(different, 0);

@@ -8,12 +8,12 @@
 #include "host/record/FilterHost.h"
 #include "hostapi/FilterRecord.h"
 #include "shell/Zandermolite.h"
-#include "tests/shell/windows/DialogDriver.Win.h"
 #include "tests/shell/windows/Libraries.Win.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/OwnPreferences.Win.h"
 #include "tests/support/RowHost.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/windows/DialogDriver.Win.h"
 
 extern "C" void __cdecl ENTRYPOINT(std::int16_t selector, hostapi::FilterRecord* record, void* data,
                                    std::int16_t* result);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "fixtures/InputDesktop.Win.h"
 #include "tests/shell/windows/ProgramArguments.Win.h"
 
 namespace {
@@ -26,23 +27,12 @@ bool ReadArguments(int count, char** values) {
         const std::string argument = values[i];
         if (!TakePath(argument, "plugin", arguments.plugin) &&
             !TakePath(argument, "toolbox", arguments.toolbox) &&
-            !TakePath(argument, "family", arguments.family) &&
-            !TakePath(argument, "screenshots", arguments.screenshots)) {
+            !TakePath(argument, "family", arguments.family)) {
             std::fprintf(stderr, "unknown argument %s\n", values[i]);
             return false;
         }
     }
     return true;
-}
-
-HDESK OwnDesktop() {
-    const std::string name = "tests" + std::to_string(GetCurrentProcessId());
-    const HDESK desktop = CreateDesktopA(name.c_str(), nullptr, nullptr, 0, GENERIC_ALL, nullptr);
-    SetThreadDesktop(desktop);
-    // The display is set up before other threads ask for windows: Wine locks up when one of them
-    // does so for the first time while another loads a library that draws.
-    ReleaseDC(nullptr, GetDC(nullptr));
-    return desktop;
 }
 
 }  // namespace
@@ -56,6 +46,6 @@ int main(int count, char** values) {
     if (!ReadArguments(count, values)) {
         return 2;
     }
-    arguments.desktop = OwnDesktop();
+    EnterOwnDesktop();
     return RUN_ALL_TESTS();
 }

@@ -8,11 +8,11 @@
 #include "files/Preferences.h"
 #include "host/command/DialogUser.Win.h"
 #include "host/plugin/PluginFile.h"
-#include "tests/shell/windows/DialogDriver.Win.h"
-#include "tests/shell/windows/Levels.Win.h"
 #include "tests/shell/windows/Libraries.Win.h"
 #include "tests/support/OwnPreferences.Win.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/windows/DialogDriver.Win.h"
+#include "tests/support/windows/Levels.Win.h"
 
 namespace {
 
@@ -208,8 +208,9 @@ void LoadFailAndFree() {
 }
 
 void FailOnAThread(const LoadedPlugin& plugin) {
-    std::thread thread([&plugin] {
-        SetThreadDesktop(Arguments().desktop);
+    const HDESK desktop = GetThreadDesktop(GetCurrentThreadId());
+    std::thread thread([&plugin, desktop] {
+        SetThreadDesktop(desktop);
         Fail(plugin);
     });
     thread.join();

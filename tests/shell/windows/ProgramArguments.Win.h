@@ -1,8 +1,6 @@
 // What the tests that need Windows are told on their command line.
 #pragma once
 
-#include <windows.h>
-
 #include <string>
 
 struct ProgramArguments {
@@ -12,10 +10,6 @@ struct ProgramArguments {
     std::string toolbox;
     /// That library as the host brings it along; its file has another name than the library.
     std::string family;
-    /// Where to leave pictures of the dialogs, for people to look at; empty for nowhere.
-    std::string screenshots;
-    /// The desktop of this process. Helper threads set it as theirs.
-    HDESK desktop = nullptr;
 };
 
 const ProgramArguments& Arguments();

@@ -1,4 +1,4 @@
-// Drives modal dialogs from a helper thread, as a user would.
+// Notes what modal dialogs show, and ends them as a user would.
 #pragma once
 
 #include <windows.h>
@@ -8,20 +8,7 @@
 #include <string>
 #include <vector>
 
-/// Rows from the top, one 0x00RRGGBB a pixel.
-struct Screenshot {
-    int width = 0;
-    int height = 0;
-    std::vector<COLORREF> pixels;
-
-    COLORREF At(int x, int y) const {
-        return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                      static_cast<std::size_t>(x)];
-    }
-};
-
-/// The window with its frame and its children.
-Screenshot Capture(HWND window);
+#include "host/picture/Picture.h"
 
 /// What a dialog showed.
 struct SeenDialog {
@@ -33,7 +20,7 @@ struct SeenDialog {
     RECT frame{};
     /// In the frame.
     POINT clientOrigin{};
-    Screenshot picture;
+    host::Picture picture;
     /// Where the icon belongs, in the client area.
     POINT iconPlace{};
     /// Controls whose text is wider or higher than they are, by id.
@@ -54,8 +41,5 @@ enum class Ending { pressOk, enter, escape, closeBox };
 std::vector<SeenDialog> DriveDialogs(const std::function<void()>& action,
                                      const std::vector<Ending>& endings);
 
-/// With one dialog, which must appear and close.
+/// The same with one dialog, which must appear and close.
 SeenDialog DriveDialog(const std::function<void()>& action, Ending ending = Ending::pressOk);
-
-/// Leaves the picture in the folder that the command line names, if it names one.
-void KeepScreenshot(const SeenDialog& dialog, const std::string& name);

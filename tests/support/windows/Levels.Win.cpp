@@ -1,4 +1,4 @@
-#include "tests/shell/windows/Levels.Win.h"
+#include "tests/support/windows/Levels.Win.h"
 
 #include <windows.h>
 
