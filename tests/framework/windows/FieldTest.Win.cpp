@@ -1,50 +1,17 @@
-// Fields: keys, checks, alerts, values.
+// Fields: keys, checks, values.
+#include "tests/framework/windows/FieldTest.Win.h"
 #include "base/FatalError.h"
 #include "fixtures/InputDesktop.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "framework/fields/NumberField.h"
-#include "tests/framework/windows/DialogScript.Win.h"
 
 namespace {
 
-constexpr short allItems = 500;
-constexpr short integerField = 3;
-constexpr short realField = 4;
-constexpr short textField = 5;
-constexpr short label = 6;
-constexpr short check = 7;
+using namespace fields;
+
 /// The other dialog's item that is no control of the program's.
 constexpr short mixed = 560;
 constexpr short listBox = 6;
-
-/// Fields 3 (1 to 100, shows 20), 4 (0.1 to 7.1, shows 2.5) and 5 (a text of 5 characters).
-class FieldTest : public DialogTest {
-  protected:
-    FieldTest() : dialog(allItems) {
-        dialog.atSetup = [this] {
-            dialog.SetFormat(integerField, "%d", 1, 100);
-            dialog.SetFormat(realField, "%.1f", 0.1, 7.1);
-            dialog.SetFormat(textField, "%5s");
-            dialog.SetValue(integerField, 20);
-            dialog.SetValue(realField, 2.5);
-            if (more) {
-                more();
-            }
-        };
-    }
-
-    int Run(const std::function<void(Script&)>& script) { return RunWithScript(dialog, script); }
-
-    /// The field shows what was typed into it in place of its text.
-    static void Fill(Script& script, int item, const std::string& text) {
-        script.Click(script.Middle(item));
-        script.Keys({{VK_HOME}, {VK_SHIFT, VK_END}});
-        script.Type(text);
-    }
-
-    TestDialog dialog;
-    std::function<void()> more;
-};
 
 TEST_F(FieldTest, ProgramTextsAreNoHits) {
     Run([&](Script& script) {
@@ -115,94 +82,6 @@ TEST_F(FieldTest, ArrowsStepTheNumber) {
     });
     EXPECT_EQ(dialog.log.Count("hit 3"), 3) << "not where nothing changed";
     EXPECT_EQ(dialog.log.Count("hit 4"), 3);
-}
-
-struct BadText {
-    int item;
-    std::string typed;
-    int button;
-    std::string alert;
-    /// What the field shows then.
-    std::string left;
-    int hits;
-};
-
-class BadTextTest : public FieldTest {
-  protected:
-    void Check(const BadText& bad) {
-        Run([&](Script& script) {
-            script.SetTextLater(bad.item, bad.typed);
-            EXPECT_EQ(script.EndAlert(bad.button), bad.alert);
-            script.WaitUntil("the field's text", [&] { return script.Text(bad.item) == bad.left; });
-            EXPECT_TRUE(script.IsAllSelected(bad.item)) << "to be typed over";
-        });
-        EXPECT_EQ(dialog.log.Count("hit " + std::to_string(bad.item)), bad.hits) << bad.typed;
-    }
-};
-
-TEST_F(BadTextTest, WhatIsNoIntegerIsTakenBack) {
-    Check({integerField, "x", 1, "Please enter a valid integer in the range between 1 and 100.",
-           "20", 0});
-}
-
-TEST_F(BadTextTest, AFractionIsNoInteger) {
-    Check({integerField, "1.5", 1, "Please enter a valid integer in the range between 1 and 100.",
-           "20", 0});
-}
-
-TEST_F(BadTextTest, ADigitBehindABlankIsNoInteger) {
-    Check({integerField, "12 3", 1, "Please enter a valid integer in the range between 1 and 100.",
-           "20", 0});
-}
-
-TEST_F(BadTextTest, WhatIsNoRealIsTakenBack) {
-    Check({realField, "1.2.3", 1,
-           "Please enter a valid real number in the range between 0.1 and 7.1.", "2.5", 0});
-}
-
-TEST_F(BadTextTest, OkTakesTheMaximum) {
-    Check({integerField, "500", 1,
-           "An integer in the range between 1 and 100 required. Would you like to insert the "
-           "closest value?",
-           "100", 1});
-}
-
-TEST_F(BadTextTest, OkTakesTheMinimum) {
-    Check({integerField, "-3", 1,
-           "An integer in the range between 1 and 100 required. Would you like to insert the "
-           "closest value?",
-           "1", 1});
-}
-
-TEST_F(BadTextTest, CancelTakesTheOldValueBack) {
-    Check({integerField, "500", 2,
-           "An integer in the range between 1 and 100 required. Would you like to insert the "
-           "closest value?",
-           "20", 0});
-}
-
-TEST_F(BadTextTest, RealsHaveTheirOwnText) {
-    Check({realField, "9", 1,
-           "A real number in the range between 0.1 and 7.1 required. Would you like to insert the "
-           "closest value?",
-           "7.1", 1});
-}
-
-TEST_F(BadTextTest, ALongTextIsTakenBack) {
-    more = [&] { dialog.SetText(textField, "good"); };
-    Check({textField, "longer", 1, "The length of this text field must be less than 5 characters.",
-           "longe", 0});
-}
-
-TEST_F(BadTextTest, WithoutLimitsOfTheDialogTheUsualOnesHold) {
-    more = [&] {
-        dialog.SetFormat(label, "%d");
-        dialog.SetFormat(textField, "%d");
-    };
-    Check({textField, "40000", 1,
-           "An integer in the range between -32768 and 32767 required. Would you like to insert "
-           "the closest value?",
-           "32767", 1});
 }
 
 TEST_F(FieldTest, AMinusSignIsTypedAndItsNumberRefused) {
