@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "files/Preferences.h"
+#include "fixtures/InputDesktop.Win.h"
 #include "resources/Ids.h"
 #include "tests/gui/DialogWork.Win.h"
 #include "tests/gui/PluginRun.Win.h"

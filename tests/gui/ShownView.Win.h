@@ -1,8 +1,8 @@
 // The editor's drawing area as it is on the screen.
 #pragma once
 
-#include "resources/Ids.h"
 #include "fixtures/GuiDriver.Win.h"
+#include "resources/Ids.h"
 #include "tests/support/Pictures.h"
 
 /// A copy of it.
