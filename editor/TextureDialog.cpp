@@ -87,16 +87,12 @@ const TextureDialog::Command TextureDialog::commands[] = {
 
 // --- Construction ---
 
-TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName)
-    : SmallPSDialog(textureDialog, newRecord),
-      files(*this),
-      resolution(WholeResolution(newRecord->imageHRes)) {
+TextureDialog::TextureDialog(const std::string& newName)
+    : SmallPSDialog(textureDialog), files(*this), resolution(WholeResolution(Record()->imageHRes)) {
     files.textureName = newName;
 }
 
-TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
-                             ImageFile& file)
-    : TextureDialog(newRecord, newName) {
+TextureDialog::TextureDialog(const std::string& newName, ImageFile& file) : TextureDialog(newName) {
     std::unique_ptr<PaintClass> loaded;
     if (!LoadTexture(loaded, files, file)) {
         // Over the host's window: there is no dialog yet.
@@ -106,15 +102,13 @@ TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string
     Begin(std::move(loaded));
 }
 
-TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
-                             short width, short height)
-    : TextureDialog(newRecord, newName) {
+TextureDialog::TextureDialog(const std::string& newName, short width, short height)
+    : TextureDialog(newName) {
     Begin(BlankTexture(width, height));
 }
 
-TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
-                             std::unique_ptr<PaintClass> newPic)
-    : TextureDialog(newRecord, newName) {
+TextureDialog::TextureDialog(const std::string& newName, std::unique_ptr<PaintClass> newPic)
+    : TextureDialog(newName) {
     Begin(std::move(newPic));
 }
 

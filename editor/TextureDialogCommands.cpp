@@ -33,7 +33,7 @@ void ReadSize(EditDialog& dialog, short* width, short* height) {
 // --- New textures ---
 
 void TextureDialog::NewTexture() {
-    EditDialog dialog(Record(), this, dialogPlaces[placedEdit], pic->grX, pic->grY);
+    EditDialog dialog(this, dialogPlaces[placedEdit], pic->grX, pic->grY);
     dialog.SetTitleNew();
     dialog.SetUnits(units);
     if (dialog.Run() != okItem) {
@@ -54,7 +54,7 @@ void TextureDialog::NewTexture() {
 }
 
 void TextureDialog::EditTexture() {
-    EditDialog dialog(Record(), this, dialogPlaces[placedEdit], pic->grX, pic->grY);
+    EditDialog dialog(this, dialogPlaces[placedEdit], pic->grX, pic->grY);
     dialog.SetTextureName(files.textureName);
     dialog.SetUnits(units);
     if (dialog.Run() != okItem) {
@@ -155,7 +155,7 @@ void TextureDialog::OpenOperation(const Operation& operation) {
     TakeUndoSnapshot();
     const PresetEffect list = operation.Row().presets;
     SimpleLink* const presets = list != presetEffectCount ? &preferences.presets[list] : nullptr;
-    const ApplyContext context{this, Record(), dialogPlaces[operation.place], presets};
+    const ApplyContext context{this, dialogPlaces[operation.place], presets};
     subDialog = operation.makeDialog(context, preferences);
     const int ended = subDialog->Run();
     if (ended == okItem) {
