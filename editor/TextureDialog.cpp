@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <new>
 
 #include "base/Platform.h"
 #include "base/Progress.h"
@@ -42,10 +41,6 @@ constexpr ItemRule itemRules[] = {
     {Items::sizeMarksSymbol, resizeMoveRight},
     {Items::sizeMarks, resizeMoveRight},
 };
-
-std::unique_ptr<PaintClass> BlankTexture(short width, short height) {
-    return std::unique_ptr<PaintClass>(new (std::nothrow) PaintClass(width, height));
-}
 
 }  // namespace
 
@@ -97,14 +92,14 @@ TextureDialog::TextureDialog(const std::string& newName, ImageFile& file) : Text
     if (!LoadTexture(loaded, files, file)) {
         // Over the host's window: there is no dialog yet.
         platformServices.showAlert(alertNotLoaded, {});
-        loaded = BlankTexture(fallbackSide, fallbackSide);
+        loaded = PaintClass::Make(fallbackSide, fallbackSide);
     }
     Begin(std::move(loaded));
 }
 
 TextureDialog::TextureDialog(const std::string& newName, short width, short height)
     : TextureDialog(newName) {
-    Begin(BlankTexture(width, height));
+    Begin(PaintClass::Make(width, height));
 }
 
 TextureDialog::TextureDialog(const std::string& newName, std::unique_ptr<PaintClass> newPic)

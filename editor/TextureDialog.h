@@ -41,7 +41,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     /// Writes the preference file. What goes wrong is reported there.
     ~TextureDialog() override;
 
-    bool HasTexture() const { return pic != nullptr && pic->pixelMap != nullptr; }
+    bool HasTexture() const { return pic != nullptr; }
     /// The texture as it stands; none is left.
     std::unique_ptr<PaintClass> TakeTexture() { return std::move(pic); }
 

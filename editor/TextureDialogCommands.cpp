@@ -1,6 +1,5 @@
 // What the editor's commands do to the texture.
 #include <algorithm>
-#include <new>
 
 #include "base/FatalError.h"
 #include "editor/EditDialog.h"
@@ -15,11 +14,6 @@ using Items = TextureItems;
 
 /// The kinds of texture file that `fileFormat` can name. The second does nothing.
 enum FileFormat : std::int32_t { formatJPEG = 0, formatNone = 1 };
-
-std::unique_ptr<PaintClass> MakeTexture(short width, short height) {
-    std::unique_ptr<PaintClass> pic(new (std::nothrow) PaintClass(width, height));
-    return pic != nullptr && pic->pixelMap != nullptr ? std::move(pic) : nullptr;
-}
 
 /// At least one pixel each way.
 void ReadSize(EditDialog& dialog, short* width, short* height) {
@@ -42,7 +36,7 @@ void TextureDialog::NewTexture() {
     short width;
     short height;
     ReadSize(dialog, &width, &height);
-    std::unique_ptr<PaintClass> fresh = MakeTexture(width, height);
+    std::unique_ptr<PaintClass> fresh = PaintClass::Make(width, height);
     if (fresh == nullptr) {
         Alert(this, alertOutOfMemory);
         return;

@@ -8,7 +8,6 @@
 #include "editor/CreaterDialog.h"
 #include "editor/TextureDialog.h"
 #include "files/Preferences.h"
-#include "shell/Zandermolite.h"
 
 namespace {
 
@@ -47,7 +46,6 @@ class EditorDialog final : public EditorWindow {
 };
 
 std::unique_ptr<OpeningWindow> MakeOpening(short width, short height) {
-    NorvantaDialog::SetHostWindow(hostWindow);
     return std::unique_ptr<OpeningWindow>(new (std::nothrow) OpeningDialog(width, height));
 }
 

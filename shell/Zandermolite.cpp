@@ -2,13 +2,12 @@
 
 #include <algorithm>
 
+#include "base/HostServices.h"
 #include "hostapi/Results.h"
 #include "resources/Ids.h"
 #include "shell/RunWindows.h"
 #include "shell/transfer/LastTexture.h"
 #include "shell/transfer/Transfer.h"
-
-void* hostWindow = nullptr;
 
 namespace {
 

@@ -7,6 +7,7 @@
 #include <shellapi.h>
 
 #include "base/FatalError.h"
+#include "base/HostServices.h"
 #include "base/Module.Win.h"
 #include "base/WindowContext.Win.h"
 #include "framework/controls/ControlClasses.Win.h"
@@ -54,7 +55,8 @@ NorvantaDialog::NorvantaDialog(short newResourceId, NorvantaDialog* newOwner, Ki
       cancellingItem(newKind == Kind::modal ? cancelItem : short{0}) {
     if (next == nullptr) {
         const HWND active = GetActiveWindow();
-        dialogState.rootWindow = active != nullptr ? active : dialogState.hostWindow;
+        // None is active when the user has gone to another program.
+        dialogState.rootWindow = active != nullptr ? active : hostWindow;
         RegisterControlClasses();
         DialogWindow::InstallFilter();
     }
@@ -240,10 +242,6 @@ void NorvantaDialog::SetDropHandler(DropHandler handler, void* context) {
     if (windowExists) {
         DragAcceptFiles(DialogWindow::Window(*this), handler != nullptr ? TRUE : FALSE);
     }
-}
-
-void NorvantaDialog::SetHostWindow(void* window) {
-    dialogState.hostWindow = window;
 }
 
 // --- Activation and painting ---
