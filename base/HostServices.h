@@ -15,6 +15,10 @@
 /// only during one. Null before the first.
 extern hostapi::FilterRecord* filterRecord;
 
+/// The host's window (an HWND), over which dialogs and alerts open; every run notes it. Null if the
+/// host gives none.
+extern void* hostWindow;
+
 /// Returns false when the service is missing.
 bool TestAbort();
 /// Does nothing when the service is missing, or when there is nothing to measure against: some

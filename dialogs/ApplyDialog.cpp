@@ -23,7 +23,7 @@ NorvantaDialog* DialogOf(ApplyFather* father) {
 }  // namespace
 
 ApplyDialog::ApplyDialog(const ApplyContext& context, short newResourceId)
-    : SmallPSDialog(newResourceId, context.record, DialogOf(context.father)),
+    : SmallPSDialog(newResourceId, DialogOf(context.father)),
       father(context.father),
       placement(context.placement),
       presets(context.presets) {}
@@ -137,7 +137,7 @@ void ApplyDialog::ChoosePreset() {
 }
 
 void ApplyDialog::SavePreset() {
-    PresetDialog dialog(Record(), this);
+    PresetDialog dialog(this);
     if (dialog.Run() == okItem) {
         if (presets->IsUnique(dialog.Name().c_str())) {
             presets->Append(NewPreset(), dialog.Name().c_str());

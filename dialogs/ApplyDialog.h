@@ -29,7 +29,6 @@ class ApplyFather {
 struct ApplyContext {
     /// Asserted not to be null.
     ApplyFather* father;
-    hostapi::FilterRecord* record;
     /// Where the dialogs of the class were last; all 0 for never.
     hostapi::Rect& placement;
     /// The effect's list; null for a filter.

@@ -8,9 +8,8 @@ constexpr Field sizeField = fields::Number<&BrushSettings::size>("size", 2, 20);
 
 }  // namespace
 
-BrushDialog::BrushDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-                         hostapi::Rect& newPlacement, const BrushSettings& newSettings)
-    : ToolsDialog(brushDialog, newRecord, newOwner, newPlacement, &settings),
-      settings(newSettings) {
+BrushDialog::BrushDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
+                         const BrushSettings& newSettings)
+    : ToolsDialog(brushDialog, newOwner, newPlacement, &settings), settings(newSettings) {
     bindings.Number(sizeField, {.field = BrushItems::size, .slider = BrushItems::slider});
 }

@@ -12,8 +12,8 @@ struct BrushSettings {
 
 class BrushDialog : public ToolsDialog {
   public:
-    BrushDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-                hostapi::Rect& newPlacement, const BrushSettings& newSettings);
+    BrushDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
+                const BrushSettings& newSettings);
 
     /// What the dialog was closed with.
     const BrushSettings& Settings() const { return settings; }

@@ -11,8 +11,7 @@ constexpr char refusedCharacters[] = "!-./<>";
 
 }  // namespace
 
-PresetDialog::PresetDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner)
-    : SmallPSDialog(presetDialog, newRecord, newOwner) {}
+PresetDialog::PresetDialog(NorvantaDialog* newOwner) : SmallPSDialog(presetDialog, newOwner) {}
 
 // The plus sign: OK stays grey while the field is empty.
 void PresetDialog::Setup() {

@@ -7,7 +7,7 @@
 
 class PresetDialog : public SmallPSDialog {
   public:
-    PresetDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner);
+    explicit PresetDialog(NorvantaDialog* newOwner);
 
     void Setup() override;
     short ItemHit(short item) override;

@@ -1,8 +1,8 @@
 #include "dialogs/ToolsDialog.h"
 
-ToolsDialog::ToolsDialog(short newResourceId, hostapi::FilterRecord* newRecord,
-                         NorvantaDialog* newOwner, hostapi::Rect& newPlacement, void* newSettings)
-    : SmallPSDialog(newResourceId, newRecord, newOwner),
+ToolsDialog::ToolsDialog(short newResourceId, NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
+                         void* newSettings)
+    : SmallPSDialog(newResourceId, newOwner),
       bindings(*this, newSettings),
       placement(newPlacement) {}
 

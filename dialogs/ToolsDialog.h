@@ -8,8 +8,8 @@ class ToolsDialog : public SmallPSDialog {
   public:
     /// `newPlacement` is where the dialogs of the class were last; all 0 for never. `newSettings`
     /// is the derived dialog's record; it need not exist before the window opens.
-    ToolsDialog(short newResourceId, hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-                hostapi::Rect& newPlacement, void* newSettings);
+    ToolsDialog(short newResourceId, NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
+                void* newSettings);
 
     void Setup() override;
     /// OK and Cancel both read the controls.

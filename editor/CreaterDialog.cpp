@@ -26,9 +26,8 @@ bool HaveLastTexture(const hostapi::FilterRecord& record) {
 
 }  // namespace
 
-CreaterDialog::CreaterDialog(hostapi::FilterRecord* newRecord, hostapi::Rect& newPlacement,
-                             short newWidth, short newHeight)
-    : EditDialog(createrDialog, newRecord, nullptr, newPlacement, newWidth, newHeight),
+CreaterDialog::CreaterDialog(hostapi::Rect& newPlacement, short newWidth, short newHeight)
+    : EditDialog(createrDialog, nullptr, newPlacement, newWidth, newHeight),
       contents(Items::blank) {}
 
 void CreaterDialog::Setup() {

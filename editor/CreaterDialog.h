@@ -6,8 +6,7 @@
 
 class CreaterDialog final : public EditDialog {
   public:
-    CreaterDialog(hostapi::FilterRecord* newRecord, hostapi::Rect& newPlacement, short newWidth,
-                  short newHeight);
+    CreaterDialog(hostapi::Rect& newPlacement, short newWidth, short newHeight);
 
     void Setup() override;
     short ItemHit(short item) override;

@@ -15,16 +15,15 @@ using Items = SizeItems;
 
 }  // namespace
 
-EditDialog::EditDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-                       hostapi::Rect& newPlacement, short newWidth, short newHeight)
-    : EditDialog(editDialog, newRecord, newOwner, newPlacement, newWidth, newHeight) {}
-
-EditDialog::EditDialog(short newResourceId, hostapi::FilterRecord* newRecord,
-                       NorvantaDialog* newOwner, hostapi::Rect& newPlacement, short newWidth,
+EditDialog::EditDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement, short newWidth,
                        short newHeight)
-    : SmallPSDialog(newResourceId, newRecord, newOwner),
+    : EditDialog(editDialog, newOwner, newPlacement, newWidth, newHeight) {}
+
+EditDialog::EditDialog(short newResourceId, NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
+                       short newWidth, short newHeight)
+    : SmallPSDialog(newResourceId, newOwner),
       placement(newPlacement),
-      resolution(WholeResolution(newRecord->imageHRes)),
+      resolution(WholeResolution(Record()->imageHRes)),
       units(unitPixels),
       width(newWidth),
       height(newHeight),

@@ -10,8 +10,8 @@ class EditDialog : public SmallPSDialog {
   public:
     /// The size is in pixels. `newPlacement` is where the dialogs of the class were last; all 0 for
     /// never.
-    EditDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-               hostapi::Rect& newPlacement, short newWidth, short newHeight);
+    EditDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement, short newWidth,
+               short newHeight);
 
     void Setup() override;
     short ItemHit(short item) override;
@@ -32,8 +32,8 @@ class EditDialog : public SmallPSDialog {
     std::string Name() const;
 
   protected:
-    EditDialog(short newResourceId, hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-               hostapi::Rect& newPlacement, short newWidth, short newHeight);
+    EditDialog(short newResourceId, NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
+               short newWidth, short newHeight);
 
     /// Reads what is kept when the window has gone. Answers `item`, which closes the dialog.
     virtual short Leave(short item);

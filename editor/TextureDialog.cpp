@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <new>
 
 #include "base/Platform.h"
 #include "base/Progress.h"
@@ -42,10 +41,6 @@ constexpr ItemRule itemRules[] = {
     {Items::sizeMarksSymbol, resizeMoveRight},
     {Items::sizeMarks, resizeMoveRight},
 };
-
-std::unique_ptr<PaintClass> BlankTexture(short width, short height) {
-    return std::unique_ptr<PaintClass>(new (std::nothrow) PaintClass(width, height));
-}
 
 }  // namespace
 
@@ -87,34 +82,28 @@ const TextureDialog::Command TextureDialog::commands[] = {
 
 // --- Construction ---
 
-TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName)
-    : SmallPSDialog(textureDialog, newRecord),
-      files(*this),
-      resolution(WholeResolution(newRecord->imageHRes)) {
+TextureDialog::TextureDialog(const std::string& newName)
+    : SmallPSDialog(textureDialog), files(*this), resolution(WholeResolution(Record()->imageHRes)) {
     files.textureName = newName;
 }
 
-TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
-                             ImageFile& file)
-    : TextureDialog(newRecord, newName) {
+TextureDialog::TextureDialog(const std::string& newName, ImageFile& file) : TextureDialog(newName) {
     std::unique_ptr<PaintClass> loaded;
     if (!LoadTexture(loaded, files, file)) {
         // Over the host's window: there is no dialog yet.
         platformServices.showAlert(alertNotLoaded, {});
-        loaded = BlankTexture(fallbackSide, fallbackSide);
+        loaded = PaintClass::Make(fallbackSide, fallbackSide);
     }
     Begin(std::move(loaded));
 }
 
-TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
-                             short width, short height)
-    : TextureDialog(newRecord, newName) {
-    Begin(BlankTexture(width, height));
+TextureDialog::TextureDialog(const std::string& newName, short width, short height)
+    : TextureDialog(newName) {
+    Begin(PaintClass::Make(width, height));
 }
 
-TextureDialog::TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
-                             std::unique_ptr<PaintClass> newPic)
-    : TextureDialog(newRecord, newName) {
+TextureDialog::TextureDialog(const std::string& newName, std::unique_ptr<PaintClass> newPic)
+    : TextureDialog(newName) {
     Begin(std::move(newPic));
 }
 

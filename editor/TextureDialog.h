@@ -33,17 +33,15 @@ class Stroke;
 class TextureDialog final : public SmallPSDialog, public ApplyFather, public ProgressTarget {
   public:
     /// Loads the texture. A file that cannot be loaded is reported, and the texture is blank.
-    TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName, ImageFile& file);
+    TextureDialog(const std::string& newName, ImageFile& file);
     /// A blank texture. Test HasTexture().
-    TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName, short width,
-                  short height);
+    TextureDialog(const std::string& newName, short width, short height);
     /// Takes over the texture; null for none.
-    TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName,
-                  std::unique_ptr<PaintClass> newPic);
+    TextureDialog(const std::string& newName, std::unique_ptr<PaintClass> newPic);
     /// Writes the preference file. What goes wrong is reported there.
     ~TextureDialog() override;
 
-    bool HasTexture() const { return pic != nullptr && pic->pixelMap != nullptr; }
+    bool HasTexture() const { return pic != nullptr; }
     /// The texture as it stands; none is left.
     std::unique_ptr<PaintClass> TakeTexture() { return std::move(pic); }
 
@@ -82,7 +80,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     struct Command;
     static const Command commands[];
 
-    TextureDialog(hostapi::FilterRecord* newRecord, const std::string& newName);
+    explicit TextureDialog(const std::string& newName);
     /// The end of each constructor.
     void Begin(std::unique_ptr<PaintClass> newPic);
     void AdoptTexture(std::unique_ptr<PaintClass> newPic);

@@ -1,6 +1,5 @@
 // What the editor's commands do to the texture.
 #include <algorithm>
-#include <new>
 
 #include "base/FatalError.h"
 #include "editor/EditDialog.h"
@@ -16,11 +15,6 @@ using Items = TextureItems;
 /// The kinds of texture file that `fileFormat` can name. The second does nothing.
 enum FileFormat : std::int32_t { formatJPEG = 0, formatNone = 1 };
 
-std::unique_ptr<PaintClass> MakeTexture(short width, short height) {
-    std::unique_ptr<PaintClass> pic(new (std::nothrow) PaintClass(width, height));
-    return pic != nullptr && pic->pixelMap != nullptr ? std::move(pic) : nullptr;
-}
-
 /// At least one pixel each way.
 void ReadSize(EditDialog& dialog, short* width, short* height) {
     dialog.PixelSize(width, height);
@@ -33,7 +27,7 @@ void ReadSize(EditDialog& dialog, short* width, short* height) {
 // --- New textures ---
 
 void TextureDialog::NewTexture() {
-    EditDialog dialog(Record(), this, dialogPlaces[placedEdit], pic->grX, pic->grY);
+    EditDialog dialog(this, dialogPlaces[placedEdit], pic->grX, pic->grY);
     dialog.SetTitleNew();
     dialog.SetUnits(units);
     if (dialog.Run() != okItem) {
@@ -42,7 +36,7 @@ void TextureDialog::NewTexture() {
     short width;
     short height;
     ReadSize(dialog, &width, &height);
-    std::unique_ptr<PaintClass> fresh = MakeTexture(width, height);
+    std::unique_ptr<PaintClass> fresh = PaintClass::Make(width, height);
     if (fresh == nullptr) {
         Alert(this, alertOutOfMemory);
         return;
@@ -54,7 +48,7 @@ void TextureDialog::NewTexture() {
 }
 
 void TextureDialog::EditTexture() {
-    EditDialog dialog(Record(), this, dialogPlaces[placedEdit], pic->grX, pic->grY);
+    EditDialog dialog(this, dialogPlaces[placedEdit], pic->grX, pic->grY);
     dialog.SetTextureName(files.textureName);
     dialog.SetUnits(units);
     if (dialog.Run() != okItem) {
@@ -155,7 +149,7 @@ void TextureDialog::OpenOperation(const Operation& operation) {
     TakeUndoSnapshot();
     const PresetEffect list = operation.Row().presets;
     SimpleLink* const presets = list != presetEffectCount ? &preferences.presets[list] : nullptr;
-    const ApplyContext context{this, Record(), dialogPlaces[operation.place], presets};
+    const ApplyContext context{this, dialogPlaces[operation.place], presets};
     subDialog = operation.makeDialog(context, preferences);
     const int ended = subDialog->Run();
     if (ended == okItem) {

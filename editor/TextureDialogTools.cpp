@@ -55,7 +55,7 @@ void TextureDialog::ShowTool() {
 }
 
 void TextureDialog::OpenBrushSettings() {
-    BrushDialog dialog(Record(), this, dialogPlaces[placedBrush], {pic->brushSize});
+    BrushDialog dialog(this, dialogPlaces[placedBrush], {pic->brushSize});
     if (dialog.Run() == okItem) {
         pic->brushSize = dialog.Settings().size;
     }

@@ -73,8 +73,8 @@ std::unique_ptr<PaintClass> ReadTextureImage(ImageFile& file) {
         info.Height() > maximalTextureSide) {
         return nullptr;
     }
-    std::unique_ptr<PaintClass> picture(new (std::nothrow) PaintClass(info.Width(), info.Height()));
-    if (!picture || !picture->pixelMap) {
+    std::unique_ptr<PaintClass> picture = PaintClass::Make(info.Width(), info.Height());
+    if (!picture) {
         return nullptr;
     }
     ImageInfo layout = LayoutOfSides(info.Width(), info.Height());

@@ -103,9 +103,9 @@ std::unique_ptr<PaintClass> Replacement(const PaintClass& pic, int width, int he
     if (!IsSide(width) || !IsSide(height)) {
         return nullptr;
     }
-    std::unique_ptr<PaintClass> texture(
-        new (std::nothrow) PaintClass(static_cast<short>(width), static_cast<short>(height)));
-    if (!texture || !texture->pixelMap) {
+    std::unique_ptr<PaintClass> texture =
+        PaintClass::Make(static_cast<short>(width), static_cast<short>(height));
+    if (!texture) {
         return nullptr;
     }
     copy(pic, *texture);

@@ -30,6 +30,8 @@ struct CombineRecord {
 
 class PaintClass : public PicClass {
   public:
+    /// Returns a white texture; null without memory for it, or for a size that no raster has.
+    static std::unique_ptr<PaintClass> Make(short width, short height);
     /// Always with undo. Test `pixelMap`: null means no memory.
     PaintClass(short width, short height);
     ~PaintClass() override;

@@ -1,6 +1,7 @@
 // Construction and the operations that move or set pixels as they are.
 #include <algorithm>
 #include <cstdint>
+#include <new>
 
 #include "paint/PaintClass.h"
 #include "paint/kernels/PixelBytes.h"
@@ -24,6 +25,14 @@ void FillProductTable() {
 
 PaintClass::PaintClass(short width, short height) : PicClass(width, height, true) {
     FillProductTable();
+}
+
+std::unique_ptr<PaintClass> PaintClass::Make(short width, short height) {
+    std::unique_ptr<PaintClass> texture(new (std::nothrow) PaintClass(width, height));
+    if (texture != nullptr && texture->pixelMap == nullptr) {
+        texture.reset();
+    }
+    return texture;
 }
 
 PaintClass::~PaintClass() {

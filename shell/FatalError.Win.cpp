@@ -5,9 +5,9 @@
 #include <cstring>
 #include <string>
 
+#include "base/HostServices.h"
 #include "base/Module.Win.h"
 #include "framework/alerts/Alert.Win.h"
-#include "shell/Zandermolite.h"
 
 namespace {
 

@@ -4,30 +4,7 @@
 #include <windows.h>
 
 #include "base/FatalError.h"
-
-namespace {
-
-/// A window's device context, given back on every path.
-class WindowContext {
-  public:
-    // Without a window the system would give the context of the whole screen.
-    explicit WindowContext(HWND newWindow)
-        : window(newWindow), context(newWindow != nullptr ? GetDC(newWindow) : nullptr) {}
-    WindowContext(const WindowContext&) = delete;
-    WindowContext& operator=(const WindowContext&) = delete;
-    ~WindowContext() {
-        if (context != nullptr) {
-            ReleaseDC(window, context);
-        }
-    }
-    HDC Get() const { return context; }
-
-  private:
-    HWND window;
-    HDC context;
-};
-
-}  // namespace
+#include "base/WindowContext.Win.h"
 
 std::int16_t DisplayPixels(const hostapi::PSPixelMap* map, const hostapi::VRect* rect,
                            std::int32_t row, std::int32_t column, const ViewTarget* target) {

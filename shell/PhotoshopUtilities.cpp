@@ -15,6 +15,7 @@ using hostapi::Handle;
 using hostapi::ImageMode;
 
 hostapi::FilterRecord* filterRecord = nullptr;
+void* hostWindow = nullptr;
 ProgressTarget* CursorClass::target = nullptr;
 ProgressTarget* ShowClass::target = nullptr;
 

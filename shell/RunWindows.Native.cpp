@@ -2,14 +2,9 @@
 #include "shell/RunWindows.h"
 
 RunWindows runWindows = {
-    [] { return false; },
-    [](hostapi::FilterRecord*, short, short) { return std::unique_ptr<OpeningWindow>(); },
-    [](hostapi::FilterRecord*, const std::string&, ImageFile&) {
-        return std::unique_ptr<EditorWindow>();
-    },
-    [](hostapi::FilterRecord*, const std::string&, short, short) {
-        return std::unique_ptr<EditorWindow>();
-    },
-    [](hostapi::FilterRecord*, const std::string&, std::unique_ptr<PaintClass>&) {
+    [] { return false; }, [](short, short) { return std::unique_ptr<OpeningWindow>(); },
+    [](const std::string&, ImageFile&) { return std::unique_ptr<EditorWindow>(); },
+    [](const std::string&, short, short) { return std::unique_ptr<EditorWindow>(); },
+    [](const std::string&, std::unique_ptr<PaintClass>&) {
         return std::unique_ptr<EditorWindow>();
     }};

@@ -8,14 +8,12 @@
 #include "editor/CreaterDialog.h"
 #include "editor/TextureDialog.h"
 #include "files/Preferences.h"
-#include "shell/Zandermolite.h"
 
 namespace {
 
 class OpeningDialog final : public OpeningWindow {
   public:
-    OpeningDialog(hostapi::FilterRecord* record, short width, short height)
-        : dialog(record, dialogPlaces[placedCreater], width, height) {}
+    OpeningDialog(short width, short height) : dialog(dialogPlaces[placedCreater], width, height) {}
 
     void Bracket(int end) override { dialog.Reserved(end); }
     int Run() override { return dialog.Run(); }
@@ -47,27 +45,21 @@ class EditorDialog final : public EditorWindow {
     TextureDialog dialog;
 };
 
-std::unique_ptr<OpeningWindow> MakeOpening(hostapi::FilterRecord* record, short width,
-                                           short height) {
-    NorvantaDialog::SetHostWindow(hostWindow);
-    return std::unique_ptr<OpeningWindow>(new (std::nothrow) OpeningDialog(record, width, height));
+std::unique_ptr<OpeningWindow> MakeOpening(short width, short height) {
+    return std::unique_ptr<OpeningWindow>(new (std::nothrow) OpeningDialog(width, height));
 }
 
-std::unique_ptr<EditorWindow> OpenFile(hostapi::FilterRecord* record, const std::string& name,
-                                       ImageFile& file) {
-    return std::unique_ptr<EditorWindow>(new (std::nothrow) EditorDialog(record, name, file));
+std::unique_ptr<EditorWindow> OpenFile(const std::string& name, ImageFile& file) {
+    return std::unique_ptr<EditorWindow>(new (std::nothrow) EditorDialog(name, file));
 }
 
-std::unique_ptr<EditorWindow> OpenBlank(hostapi::FilterRecord* record, const std::string& name,
-                                        short width, short height) {
-    return std::unique_ptr<EditorWindow>(new (std::nothrow)
-                                             EditorDialog(record, name, width, height));
+std::unique_ptr<EditorWindow> OpenBlank(const std::string& name, short width, short height) {
+    return std::unique_ptr<EditorWindow>(new (std::nothrow) EditorDialog(name, width, height));
 }
 
-std::unique_ptr<EditorWindow> OpenTexture(hostapi::FilterRecord* record, const std::string& name,
+std::unique_ptr<EditorWindow> OpenTexture(const std::string& name,
                                           std::unique_ptr<PaintClass>& pic) {
-    return std::unique_ptr<EditorWindow>(new (std::nothrow)
-                                             EditorDialog(record, name, std::move(pic)));
+    return std::unique_ptr<EditorWindow>(new (std::nothrow) EditorDialog(name, std::move(pic)));
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include <memory>
 #include <string>
 
-#include "hostapi/FilterRecord.h"
 #include "paint/PaintClass.h"
 
 class ImageFile;
@@ -65,16 +64,12 @@ class EditorWindow {
 struct RunWindows {
     /// Whether the opening window is wanted.
     bool (*readLaunchFlag)();
-    std::unique_ptr<OpeningWindow> (*makeOpening)(hostapi::FilterRecord* record, short width,
-                                                  short height);
+    std::unique_ptr<OpeningWindow> (*makeOpening)(short width, short height);
     // The editor on a file, on a blank texture, and on `pic`, which it takes over. `pic` may be
     // null, and stays where it is when there is no editor.
-    std::unique_ptr<EditorWindow> (*openFile)(hostapi::FilterRecord* record,
-                                              const std::string& name, ImageFile& file);
-    std::unique_ptr<EditorWindow> (*openBlank)(hostapi::FilterRecord* record,
-                                               const std::string& name, short width, short height);
-    std::unique_ptr<EditorWindow> (*openTexture)(hostapi::FilterRecord* record,
-                                                 const std::string& name,
+    std::unique_ptr<EditorWindow> (*openFile)(const std::string& name, ImageFile& file);
+    std::unique_ptr<EditorWindow> (*openBlank)(const std::string& name, short width, short height);
+    std::unique_ptr<EditorWindow> (*openTexture)(const std::string& name,
                                                  std::unique_ptr<PaintClass>& pic);
 };
 

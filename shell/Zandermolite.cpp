@@ -2,13 +2,12 @@
 
 #include <algorithm>
 
+#include "base/HostServices.h"
 #include "hostapi/Results.h"
 #include "resources/Ids.h"
 #include "shell/RunWindows.h"
 #include "shell/transfer/LastTexture.h"
 #include "shell/transfer/Transfer.h"
-
-void* hostWindow = nullptr;
 
 namespace {
 
@@ -37,23 +36,22 @@ class Bracketed {
 /// long as no editor has taken it.
 std::unique_ptr<EditorWindow> OpenEditor(FilterContext* context, OpeningWindow& opening,
                                          std::unique_ptr<PaintClass>& pic) {
-    hostapi::FilterRecord* const record = context->record;
     const std::string name = opening.Name();
     if (ImageFile* file = opening.ChosenFile(); file != nullptr) {
-        return runWindows.openFile(record, name, *file);
+        return runWindows.openFile(name, *file);
     }
     switch (opening.Contents()) {
         case SizeItems::selection:
             pic = ReadSelection(context);
-            return runWindows.openTexture(record, name, pic);
+            return runWindows.openTexture(name, pic);
         case SizeItems::lastTexture:
             pic = LoadLastTexture();
-            return pic ? runWindows.openTexture(record, name, pic) : nullptr;
+            return pic ? runWindows.openTexture(name, pic) : nullptr;
         default: {
             short width;
             short height;
             opening.PixelSize(&width, &height);
-            return runWindows.openBlank(record, name, std::max(width, short{1}),
+            return runWindows.openBlank(name, std::max(width, short{1}),
                                         std::max(height, short{1}));
         }
     }
@@ -76,7 +74,7 @@ std::int16_t RunTexture(FilterContext* context, std::unique_ptr<PaintClass>& pic
     NoteHostWindow(*context->record);
     const hostapi::Rect& selection = context->record->filterRect;
     const std::unique_ptr<OpeningWindow> opening =
-        runWindows.makeOpening(context->record, TextureSide(selection.right - selection.left),
+        runWindows.makeOpening(TextureSide(selection.right - selection.left),
                                TextureSide(selection.bottom - selection.top));
     if (opening == nullptr) {
         return hostapi::memFullErr;

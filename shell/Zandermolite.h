@@ -7,9 +7,6 @@
 #include "paint/PaintClass.h"
 #include "shell/transfer/FilterContext.h"
 
-/// The parent window of every dialog and alert (an HWND); null if the host gives none.
-extern void* hostWindow;
-
 /// Notes the host's window and makes a texture for the selection. Returns 0, memFullErr or
 /// userCanceledErr; `picOut` then holds the raster, owned by the caller whatever the result, or
 /// null.

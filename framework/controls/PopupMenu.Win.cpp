@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "base/Module.Win.h"
+#include "base/WindowContext.Win.h"
 #include "framework/controls/ControlSupport.Win.h"
+#include "framework/controls/PopupEntries.Win.h"
 #include "framework/controls/PopupLabel.h"
 #include "framework/controls/PopupSteps.h"
 #include "framework/dialog/DialogState.h"
@@ -13,101 +13,21 @@
 
 namespace {
 
-/// A picture beside an entry, by the entry's command id.
-struct EntryPicture {
-    UINT id;
-    /// Scaled to a check mark, as the menu shows it.
-    GdiObject mark;
-    /// For the box.
-    GdiObject picture;
-};
-
-constexpr std::size_t maximalPictures = 32;
-
 struct PopupMenu {
-    HMENU resource = nullptr;
-    HMENU entries = nullptr;
+    PopupEntries entries;
     int selected = 1;
     /// The selection when the menu opened.
     int saved = 1;
-    int entriesInColumn = 0;
     bool isRealtime = false;
     bool wasChosen = false;
     bool isOpen = false;
-    std::vector<EntryPicture> pictures;
-
-    ~PopupMenu() {
-        if (resource != nullptr) {
-            DestroyMenu(resource);
-        }
-    }
 };
 
-// --- Entries ---
-
-int Count(const PopupMenu& popup) {
-    return GetMenuItemCount(popup.entries);
-}
-
-/// Enabled, and neither a separator nor a submenu.
-bool IsSelectable(const PopupMenu& popup, int entry) {
-    constexpr UINT unusable = MF_GRAYED | MF_DISABLED | MF_SEPARATOR | MF_POPUP;
-    const UINT state = GetMenuState(popup.entries, static_cast<UINT>(entry - 1), MF_BYPOSITION);
-    return state != 0xFFFFFFFF && (state & unusable) == 0;
-}
-
-UINT IdOf(const PopupMenu& popup, int entry) {
-    return GetMenuItemID(popup.entries, entry - 1);
-}
-
-/// The 1-based entry with a command id; 0 if there is none.
-int EntryWithId(const PopupMenu& popup, UINT id) {
-    for (int entry = 1; entry <= Count(popup); ++entry) {
-        if (IdOf(popup, entry) == id) {
-            return entry;
-        }
-    }
-    return 0;
-}
-
-std::string EntryText(const PopupMenu& popup, int entry) {
-    char text[textBufferSize] = "";
-    GetMenuStringA(popup.entries, static_cast<UINT>(entry - 1), text, static_cast<int>(sizeof text),
-                   MF_BYPOSITION);
-    return text;
-}
-
-HBITMAP PictureOf(const PopupMenu& popup, int entry) {
-    const UINT id = IdOf(popup, entry);
-    const auto found = std::find_if(popup.pictures.begin(), popup.pictures.end(),
-                                    [id](const EntryPicture& picture) { return picture.id == id; });
-    return found != popup.pictures.end() ? As<HBITMAP>(found->picture) : nullptr;
-}
-
-// --- Creation ---
-
-int EntryHeight(HWND control, const PopupMenu& popup) {
-    RECT rect{};
-    return GetMenuItemRect(control, popup.entries, 0, &rect)
-               ? static_cast<int>(rect.bottom - rect.top)
-               : 0;
-}
-
-/// Whether there is a menu.
 bool Load(HWND control, PopupMenu& popup) {
-    popup.resource = LoadMenuA(instanceHandle, ResourceName(PictureId(control)));
-    popup.entries = popup.resource != nullptr ? GetSubMenu(popup.resource, 0) : nullptr;
-    if (popup.entries == nullptr) {
-        return false;
-    }
     char className[16];
     GetClassNameA(control, className, static_cast<int>(sizeof className));
     popup.isRealtime = className[1] == 'R';
-    RECT desktop{};
-    GetWindowRect(GetDesktopWindow(), &desktop);
-    popup.entriesInColumn = PopupEntriesInColumn(static_cast<int>(desktop.bottom - desktop.top),
-                                                 EntryHeight(control, popup));
-    return true;
+    return popup.entries.Load(control);
 }
 
 // --- Paint ---
@@ -128,8 +48,16 @@ BoxLook LookOf(HWND control) {
     return {RGB(0, 0, 0), static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))};
 }
 
-/// Draws the label; answers where the box begins.
-int PaintLabel(HWND control, HDC context, const RECT& client) {
+struct MeasuredLabel {
+    std::string text;
+    /// In pixels, as drawn.
+    int height;
+    /// Where the box begins.
+    int boxLeft;
+};
+
+/// The font of the popups is selected in `context`.
+MeasuredLabel MeasureLabel(HWND control, HDC context) {
     char text[textBufferSize];
     GetWindowTextA(control, text, static_cast<int>(sizeof text));
     const PopupLabel label = SplitPopupLabel(text);
@@ -138,14 +66,21 @@ int PaintLabel(HWND control, HDC context, const RECT& client) {
     DrawTextA(context, label.text.c_str(), -1, &measured, DT_SINGLELINE | DT_CALCRECT);
     TEXTMETRICA metrics{};
     GetTextMetricsA(context, &metrics);
-    const int top = (client.bottom - measured.bottom) / 2;
+    return {label.text, static_cast<int>(measured.bottom),
+            PopupBoxLeft(label, static_cast<int>(measured.right),
+                         static_cast<int>(metrics.tmAveCharWidth))};
+}
+
+/// Draws the label. Returns where the box begins.
+int PaintLabel(HWND control, HDC context, const RECT& client) {
+    const MeasuredLabel label = MeasureLabel(control, context);
+    const int top = (static_cast<int>(client.bottom) - label.height) / 2;
     const UINT state = IsControlEnabled(control) ? DSS_NORMAL : DSS_DISABLED;
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
     DrawStateA(context, nullptr, nullptr, reinterpret_cast<LPARAM>(label.text.c_str()),
                static_cast<WPARAM>(label.text.size()), 0, top, 0, 0, DST_PREFIXTEXT | state);
-    return PopupBoxLeft(label, static_cast<int>(measured.right),
-                        static_cast<int>(metrics.tmAveCharWidth));
+    return label.boxLeft;
 }
 
 /// A square a little smaller than the box, as far as the edge leaves room for it.
@@ -185,15 +120,15 @@ void PaintBox(HWND control, const PopupMenu& popup, HDC context, RECT box) {
     RECT text = inside;
     text.left += textMargin;
     text.right -= arrowWidth;
-    if (!popup.pictures.empty()) {
-        if (const HBITMAP picture = PictureOf(popup, popup.selected)) {
+    if (popup.entries.HavePictures()) {
+        if (const HBITMAP picture = popup.entries.Picture(popup.selected)) {
             PaintPicture(context, picture, box, inside);
         }
         text.left += height;
     }
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, look.text);
-    DrawTextA(context, EntryText(popup, popup.selected).c_str(), -1, &text,
+    DrawTextA(context, popup.entries.Text(popup.selected).c_str(), -1, &text,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
     if (isEnabled && !popup.isOpen) {
         FrameRect(context, &inside, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
@@ -211,18 +146,9 @@ void Paint(HWND control, const PopupMenu& popup) {
 }
 
 int BoxLeft(HWND control) {
-    const HDC context = GetDC(control);
-    const Selection font(context, GetStockObject(DEFAULT_GUI_FONT));
-    char text[textBufferSize];
-    GetWindowTextA(control, text, static_cast<int>(sizeof text));
-    const PopupLabel label = SplitPopupLabel(text);
-    RECT measured{};
-    DrawTextA(context, label.text.c_str(), -1, &measured, DT_SINGLELINE | DT_CALCRECT);
-    TEXTMETRICA metrics{};
-    GetTextMetricsA(context, &metrics);
-    ReleaseDC(control, context);
-    return PopupBoxLeft(label, static_cast<int>(measured.right),
-                        static_cast<int>(metrics.tmAveCharWidth));
+    const WindowContext context(control);
+    const Selection font(context.Get(), GetStockObject(DEFAULT_GUI_FONT));
+    return MeasureLabel(control, context.Get()).boxLeft;
 }
 
 // --- Choosing ---
@@ -244,10 +170,10 @@ void DropMouseMessages() {
 int TrackMenu(HWND control, const PopupMenu& popup) {
     POINT place{BoxLeft(control), 0};
     ClientToScreen(control, &place);
-    const int id =
-        TrackPopupMenu(popup.entries, TPM_LEFTALIGN | TPM_TOPALIGN | TPM_LEFTBUTTON | TPM_RETURNCMD,
-                       place.x, place.y, 0, control, nullptr);
-    return id != 0 ? EntryWithId(popup, static_cast<UINT>(id)) : 0;
+    const int id = TrackPopupMenu(popup.entries.Menu(),
+                                  TPM_LEFTALIGN | TPM_TOPALIGN | TPM_LEFTBUTTON | TPM_RETURNCMD,
+                                  place.x, place.y, 0, control, nullptr);
+    return id != 0 ? popup.entries.WithId(static_cast<UINT>(id)) : 0;
 }
 
 void OpenMenu(HWND control, PopupMenu& popup) {
@@ -255,7 +181,7 @@ void OpenMenu(HWND control, PopupMenu& popup) {
     popup.isOpen = true;
     popup.saved = popup.selected;
     popup.wasChosen = false;
-    CheckMenuRadioItem(popup.entries, 0, static_cast<UINT>(Count(popup) - 1),
+    CheckMenuRadioItem(popup.entries.Menu(), 0, static_cast<UINT>(popup.entries.Count() - 1),
                        static_cast<UINT>(popup.selected - 1), MF_BYPOSITION);
     Redraw(control);
     ++dialogState.dragDepth;
@@ -279,8 +205,8 @@ void PassEntry(HWND control, PopupMenu& popup, WPARAM wParam, LPARAM menu) {
         return;
     }
     const bool isEntry = (HIWORD(wParam) & MF_POPUP) == 0;
-    const int passed = isEntry ? EntryWithId(popup, LOWORD(wParam)) : 0;
-    const int entry = passed != 0 && IsSelectable(popup, passed) ? passed : popup.saved;
+    const int passed = isEntry ? popup.entries.WithId(LOWORD(wParam)) : 0;
+    const int entry = passed != 0 && popup.entries.IsSelectable(passed) ? passed : popup.saved;
     if (entry != popup.selected) {
         Choose(control, popup, entry);
     }
@@ -306,137 +232,37 @@ std::optional<PopupKey> KeyOf(WPARAM key) {
 }
 
 void Press(HWND control, PopupMenu& popup, PopupKey key) {
-    const int entry = PopupEntryAfter(key, popup.selected, Count(popup),
-                                      [&](int at) { return IsSelectable(popup, at); });
+    const int entry = PopupEntryAfter(key, popup.selected, popup.entries.Count(),
+                                      [&](int at) { return popup.entries.IsSelectable(at); });
     if (entry != popup.selected) {
         Choose(control, popup, entry);
     }
 }
 
-// --- Filling ---
+// --- Messages ---
 
-void LayOutColumns(const PopupMenu& popup) {
-    for (int entry = 1; entry <= Count(popup); ++entry) {
-        MENUITEMINFOA info{};
-        info.cbSize = sizeof info;
-        info.fMask = MIIM_FTYPE;
-        GetMenuItemInfoA(popup.entries, static_cast<UINT>(entry - 1), TRUE, &info);
-        info.fType &= ~static_cast<UINT>(MFT_MENUBREAK);
-        if (StartsPopupColumn(entry, popup.entriesInColumn)) {
-            info.fType |= MFT_MENUBREAK;
-        }
-        SetMenuItemInfoA(popup.entries, static_cast<UINT>(entry - 1), TRUE, &info);
+/// Shows a change of the entries. Returns its result.
+LRESULT Show(HWND control, LRESULT result) {
+    if (result != CB_ERR) {
+        Redraw(control);
     }
+    return result;
 }
 
-UINT NewId(const PopupMenu& popup) {
-    UINT largest = 0;
-    for (int entry = 1; entry <= Count(popup); ++entry) {
-        const UINT id = IdOf(popup, entry);
-        if (id != 0xFFFFFFFF) {
-            largest = (std::max)(largest, id);
-        }
-    }
-    return largest + 1;
-}
-
-/// The position of the new entry, counted from 0.
-LRESULT Insert(HWND control, PopupMenu& popup, int position, const char* text) {
-    const int place = position < 0 || position > Count(popup) ? Count(popup) : position;
-    InsertMenuA(popup.entries, static_cast<UINT>(place), MF_BYPOSITION | MF_STRING, NewId(popup),
-                text);
-    LayOutColumns(popup);
-    Redraw(control);
-    return place;
-}
-
-LRESULT Delete(HWND control, PopupMenu& popup, int position) {
-    if (position < 0 || position >= Count(popup)) {
-        return CB_ERR;
-    }
-    const UINT id = IdOf(popup, position + 1);
-    std::erase_if(popup.pictures, [id](const EntryPicture& picture) { return picture.id == id; });
-    DeleteMenu(popup.entries, static_cast<UINT>(position), MF_BYPOSITION);
-    LayOutColumns(popup);
-    Redraw(control);
-    return Count(popup);
-}
-
-LRESULT ReadText(const PopupMenu& popup, int position, char* text) {
-    if (position < 0 || position >= Count(popup)) {
-        return CB_ERR;
-    }
-    const std::string read = EntryText(popup, position + 1);
-    CopyText(text, read.c_str());
-    return static_cast<LRESULT>(read.size());
-}
-
-GdiObject Scaled(HBITMAP picture, int width, int height) {
-    const HDC screen = GetDC(nullptr);
-    const SIZE size = BitmapSize(picture);
-    GdiObject scaled(CreateCompatibleBitmap(screen, width, height));
-    {
-        const MemoryContext from(screen, picture);
-        const MemoryContext to(screen, As<HBITMAP>(scaled));
-        SetStretchBltMode(to.Get(), HALFTONE);
-        SetBrushOrgEx(to.Get(), 0, 0, nullptr);
-        StretchBlt(to.Get(), 0, 0, width, height, from.Get(), 0, 0, size.cx, size.cy, SRCCOPY);
-    }
-    ReleaseDC(nullptr, screen);
-    return scaled;
-}
-
-bool SetPicture(PopupMenu& popup, int position, int resource) {
-    GdiObject picture = LoadPicture(resource);
-    const UINT id = IdOf(popup, position + 1);
-    const auto before = std::find_if(popup.pictures.begin(), popup.pictures.end(),
-                                     [id](const EntryPicture& other) { return other.id == id; });
-    const bool isNew = before == popup.pictures.end();
-    if (picture == nullptr || (isNew && popup.pictures.size() >= maximalPictures)) {
-        return false;
-    }
-    GdiObject mark = Scaled(As<HBITMAP>(picture), GetSystemMetrics(SM_CXMENUCHECK),
-                            GetSystemMetrics(SM_CYMENUCHECK));
-    SetMenuItemBitmaps(popup.entries, static_cast<UINT>(position), MF_BYPOSITION, As<HBITMAP>(mark),
-                       As<HBITMAP>(mark));
-    // The menu has the new mark; only now may the old one go.
-    EntryPicture entry{id, std::move(mark), std::move(picture)};
-    if (isNew) {
-        popup.pictures.push_back(std::move(entry));
-    } else {
-        *before = std::move(entry);
-    }
-    return true;
-}
-
-/// 0 and 1 disable and enable the entry; any other value is a picture's resource id.
-LRESULT SetData(HWND control, PopupMenu& popup, int position, LPARAM data) {
-    if (position < 0 || position >= Count(popup)) {
-        return CB_ERR;
-    }
-    if (data == 0 || data == 1) {
-        EnableMenuItem(popup.entries, static_cast<UINT>(position),
-                       MF_BYPOSITION | static_cast<UINT>(data == 1 ? MF_ENABLED : MF_GRAYED));
-    } else if (!SetPicture(popup, position, static_cast<int>(data))) {
-        return CB_ERR;
-    }
-    Redraw(control);
-    return 0;
-}
-
-LRESULT TakeList(HWND control, PopupMenu& popup, UINT message, WPARAM wParam, LPARAM lParam) {
+/// The system's messages for lists.
+LRESULT TakeList(HWND control, PopupEntries& entries, UINT message, WPARAM wParam, LPARAM lParam) {
     const int position = static_cast<int>(wParam);
     switch (message) {
         case CB_INSERTSTRING:
-            return Insert(control, popup, position, reinterpret_cast<const char*>(lParam));
+            return Show(control, entries.Insert(position, reinterpret_cast<const char*>(lParam)));
         case CB_DELETESTRING:
-            return Delete(control, popup, position);
+            return Show(control, entries.Delete(position));
         case CB_GETCOUNT:
-            return Count(popup);
+            return entries.Count();
         case CB_GETLBTEXT:
-            return ReadText(popup, position, reinterpret_cast<char*>(lParam));
+            return entries.ReadText(position, reinterpret_cast<char*>(lParam));
         case CB_SETITEMDATA:
-            return SetData(control, popup, position, lParam);
+            return Show(control, entries.SetData(position, lParam));
         default:
             return DefWindowProcA(control, message, wParam, lParam);
     }
@@ -487,7 +313,7 @@ LRESULT Take(HWND control, PopupMenu& popup, UINT message, WPARAM wParam, LPARAM
             Redraw(control);
             return 0;
         default:
-            return TakeList(control, popup, message, wParam, lParam);
+            return TakeList(control, popup.entries, message, wParam, lParam);
     }
 }
 

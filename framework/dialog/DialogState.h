@@ -20,10 +20,9 @@ struct DialogState {
     bool hadClick = false;
     /// The dialog resource that is being opened: controls find their pictures by it.
     short openingResource = 0;
-    /// HWND: what dialogs without an owner open over.
+    /// HWND: what dialogs without an owner open over: the window that was active when the first of
+    /// them was made, else the host's.
     void* rootWindow = nullptr;
-    /// HWND: what takes its place when no window was active.
-    void* hostWindow = nullptr;
 };
 
 extern DialogState dialogState;

@@ -1,4 +1,4 @@
-// How the window of a dialog opens, and what its messages become.
+// How the window of a dialog opens, and the way of each of its messages.
 #include "framework/dialog/DialogWindow.Win.h"
 
 #include <commctrl.h>
@@ -6,14 +6,10 @@
 #include <shellapi.h>
 #include <windowsx.h>
 
-#include <cmath>
-
 #include "base/Module.Win.h"
 #include "base/Platform.h"
-#include "framework/controls/ScrollStep.h"
 #include "framework/dialog/Callback.Win.h"
 #include "framework/dialog/DialogState.h"
-#include "resources/Ids.h"
 
 namespace {
 
@@ -60,24 +56,6 @@ hostapi::Point ToClient(HWND window, POINT place) {
 NorvantaDialog* DialogAt(POINT place) {
     const HWND window = WindowFromPoint(place);
     return window != nullptr ? DialogWindow::Of(GetAncestor(window, GA_ROOT)) : nullptr;
-}
-
-/// Whether a control's command means that it was used.
-bool IsUse(const ItemRecord& record, int code) {
-    switch (record.Letter()) {
-        case itemButton:
-            // Quick clicks on some buttons come as double clicks.
-            return code == BN_CLICKED || code == BN_DOUBLECLICKED;
-        case itemCombo:
-            return code == CBN_SELCHANGE;
-        case itemText:
-        case itemInteger:
-        case itemReal:
-            return record.IsEditField() ? code == EN_CHANGE
-                                        : code == STN_CLICKED || code == STN_DBLCLK;
-        default:
-            return false;
-    }
 }
 
 bool IsInClient(LPARAM hitTest) {
@@ -180,29 +158,6 @@ bool DialogWindow::Open(HWND window, NorvantaDialog& dialog) {
     dialog.isShown = true;
     // Being shown brings messages, and one may have closed it.
     return !dialog.windowExists || dialog.GetFocusItem() == 0;
-}
-
-/// A window larger than its screen's work area is cut to it, and one that sticks out moves in.
-void DialogWindow::FitToScreen(NorvantaDialog& dialog) {
-    const HWND window = Window(dialog);
-    if (IsZoomed(window)) {
-        return;
-    }
-    MONITORINFO info{};
-    info.cbSize = sizeof info;
-    GetMonitorInfoA(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &info);
-    RECT frame{};
-    GetWindowRect(window, &frame);
-    const ScreenRect fitted = FittedInto(FromSystem(frame), FromSystem(info.rcWork));
-    if (fitted == FromSystem(frame)) {
-        return;
-    }
-    // A screen too small for the dialog is stronger than the dialog's least size.
-    dialog.minimumSize = {
-        static_cast<std::int16_t>((std::min)(fitted.Height(), int{dialog.minimumSize.v})),
-        static_cast<std::int16_t>((std::min)(fitted.Width(), int{dialog.minimumSize.h}))};
-    SetWindowPos(window, nullptr, fitted.left, fitted.top, fitted.Width(), fitted.Height(),
-                 SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 LRESULT CALLBACK DialogWindow::Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -334,149 +289,4 @@ bool DialogWindow::Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam
         default:
             return false;
     }
-}
-
-// --- Single messages ---
-
-bool DialogWindow::TakeCommand(NorvantaDialog& dialog, WPARAM wParam, LPARAM lParam) {
-    const int id = LOWORD(wParam);
-    if (id == commandHelp) {
-        dialog.HelpCommand();
-        return true;
-    }
-    const short item = static_cast<short>(id);
-    if (lParam == 0) {
-        dialog.MenuCommand(item);
-        return true;
-    }
-    if (!dialog.IsItem(item)) {
-        return false;
-    }
-    ItemRecord& record = dialog.Record(item);
-    const bool isOwnText = record.IsEditField() && dialog.textDepth > 0;
-    if (!IsUse(record, HIWORD(wParam)) || isOwnText) {
-        return false;
-    }
-    record.isProgrammatic = false;
-    dialog.HitItem(item);
-    return true;
-}
-
-bool DialogWindow::TakeNotification(NorvantaDialog& dialog, WPARAM wParam, LPARAM lParam) {
-    const short item = static_cast<short>(wParam);
-    if (!dialog.IsItem(item)) {
-        return false;
-    }
-    dialogState.isDoubleClick = TakeClick(GetDoubleClickTime());
-    const std::uint8_t kind = dialog.Record(item).kind;
-    // Only the system's own controls put a record behind the message.
-    const bool isTabChange =
-        kind == itemTab && reinterpret_cast<const NMHDR*>(lParam)->code == TCN_SELCHANGE;
-    if (kind != itemCustom && !isTabChange) {
-        return false;
-    }
-    dialog.HitItem(item);
-    return true;
-}
-
-namespace {
-
-/// The thumb of a scroll bar in all its bits; the message has only the lower 16, and the last one
-/// may come when the thumb is let go already.
-int ThumbPlace(HWND control, int place) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_TRACKPOS | SIF_POS;
-    if (GetScrollInfo(control, SB_CTL, &info)) {
-        for (const int whole : {info.nTrackPos, info.nPos}) {
-            if (static_cast<std::uint16_t>(whole) == static_cast<std::uint16_t>(place)) {
-                return whole;
-            }
-        }
-    }
-    return place;
-}
-
-}  // namespace
-
-bool DialogWindow::TakeScroll(NorvantaDialog& dialog, int code, int place, HWND control) {
-    const short item = static_cast<short>(GetDlgCtrlID(control));
-    if (control == nullptr || !dialog.IsItem(item)) {
-        return false;
-    }
-    ItemRecord& record = dialog.Record(item);
-    if (record.kind != itemScrollBar && record.kind != itemCustom) {
-        return false;
-    }
-    const bool wasTracking = record.isTracking;
-    const bool isEnd = EndsScrolling(code);
-    if (!wasTracking) {
-        record.tracked = record.value;
-    }
-    if (wasTracking == isEnd && record.kind == itemScrollBar) {
-        // A custom control counts its drags itself.
-        dialogState.dragDepth += isEnd ? -1 : 1;
-    }
-    record.isTracking = !isEnd;
-    const bool isThumb = code == scrollThumb || code == scrollThumbEnd;
-    const int thumb = record.kind == itemScrollBar && isThumb ? ThumbPlace(control, place) : place;
-    const int before = static_cast<int>(std::lround(record.tracked));
-    const int position = ScrolledTo(record, code, before, thumb);
-    if (position != before) {
-        record.tracked = static_cast<float>(position);
-        if (dialog.ScrollChanged(item, position) && dialog.windowExists) {
-            dialog.SetValue(item, position);
-        }
-    }
-    if (isEnd && dialog.windowExists && (wasTracking || code == scrollThumbEnd)) {
-        dialog.SetValue(item, position);
-        dialog.HitItem(item);
-    }
-    return true;
-}
-
-/// The size stays as recorded: the system tells of a move before it tells of a new size.
-void DialogWindow::NoteClientPlace(NorvantaDialog& dialog) {
-    if (IsIconic(Window(dialog))) {
-        return;
-    }
-    POINT corner{};
-    ClientToScreen(Window(dialog), &corner);
-    hostapi::Rect& client = dialog.clientRectangle;
-    client = Offset(client, corner.x - client.left, corner.y - client.top);
-}
-
-void DialogWindow::TakeSize(NorvantaDialog& dialog, WPARAM wParam) {
-    if (wParam == SIZE_MINIMIZED || dialog.items.empty()) {
-        return;
-    }
-    const hostapi::Rect before = dialog.clientRectangle;
-    NoteClientRectangle(dialog);
-    const int width = Width(dialog.clientRectangle) - Width(before);
-    const int height = Height(dialog.clientRectangle) - Height(before);
-    // Before Setup has measured the window there is nothing to follow.
-    if (!IsEmpty(before) && (width != 0 || height != 0)) {
-        dialog.Resize(static_cast<short>(width), static_cast<short>(height));
-    }
-}
-
-void DialogWindow::TakeActivation(NorvantaDialog& dialog, bool on) {
-    if (on) {
-        dialogState.active = &dialog;
-    } else if (dialogState.active == &dialog) {
-        dialogState.active = nullptr;
-    }
-    dialog.SetActive(on);
-}
-
-void DialogWindow::TakeDroppedFiles(NorvantaDialog& dialog, HDROP drop) {
-    constexpr UINT all = 0xFFFFFFFF;
-    const UINT count = DragQueryFileA(drop, all, nullptr, 0);
-    for (UINT i = 0; i < count && dialog.dropHandler != nullptr; ++i) {
-        char path[MAX_PATH];
-        if (DragQueryFileA(drop, i, path, MAX_PATH) > 0) {
-            dialog.dropHandler(dialog.dropContext, path);
-        }
-    }
-    DragFinish(drop);
 }

@@ -35,12 +35,13 @@ class DialogWindow {
     // Parts of NorvantaDialog::Setup.
     static void CountItems(NorvantaDialog& dialog);
     static void MeasureText(NorvantaDialog& dialog);
-    static void NoteClientRectangle(NorvantaDialog& dialog);
+    static void NoteFirstSize(NorvantaDialog& dialog);
     // Parts of NorvantaDialog::Close.
     static void EndScrolling(NorvantaDialog& dialog);
     static void Forget(const NorvantaDialog& dialog);
 
   private:
+    static void NoteClientRectangle(NorvantaDialog& dialog);
     static void NoteClientPlace(NorvantaDialog& dialog);
     static bool Open(HWND window, NorvantaDialog& dialog);
     static void FitToScreen(NorvantaDialog& dialog);

@@ -232,9 +232,6 @@ class NorvantaDialog {
 
     /// The dialog whose window is active; null for none.
     static NorvantaDialog* Active();
-    /// What the first dialog opens over if no window is active then: the user may have gone to
-    /// another program since.
-    static void SetHostWindow(void* window);
     /// Shows a cursor by its id, as CursorAt gives it, until the mouse moves on: what a tool does
     /// for the time of its drag.
     static void ShowCursor(short cursor);

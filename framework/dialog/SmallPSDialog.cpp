@@ -1,6 +1,7 @@
 #include "framework/dialog/SmallPSDialog.h"
 
 #include "base/FatalError.h"
+#include "base/HostServices.h"
 
 namespace {
 
@@ -10,9 +11,8 @@ constexpr Color24 frameColor = MakeColor24(0, 0, 0);
 
 }  // namespace
 
-SmallPSDialog::SmallPSDialog(short newResourceId, hostapi::FilterRecord* newRecord,
-                             NorvantaDialog* newOwner)
-    : NorvantaDialog(newResourceId, newOwner), record(newRecord) {
+SmallPSDialog::SmallPSDialog(short newResourceId, NorvantaDialog* newOwner)
+    : NorvantaDialog(newResourceId, newOwner), record(filterRecord) {
     Assert(record != nullptr, "SmallPSDialog / Zeile 23 !(f != NULL)");
 }
 

@@ -6,9 +6,8 @@
 
 class SmallPSDialog : public NorvantaDialog {
   public:
-    /// Asserts that there is a record.
-    SmallPSDialog(short newResourceId, hostapi::FilterRecord* newRecord,
-                  NorvantaDialog* newOwner = nullptr);
+    /// Asserts that there is a host: filterRecord is not null.
+    explicit SmallPSDialog(short newResourceId, NorvantaDialog* newOwner = nullptr);
 
     /// The last place of the virtual table that both bases share; does nothing.
     virtual void Reserved(int value);
@@ -25,6 +24,7 @@ class SmallPSDialog : public NorvantaDialog {
     /// Moves the client area's top left corner there and keeps the size.
     void SetPlacement(short top, short left);
 
+    /// The host's record, as it was at construction.
     hostapi::FilterRecord* Record() const { return record; }
 
   private:

@@ -5,6 +5,7 @@
 
 #include "base/FatalError.h"
 #include "base/Module.Win.h"
+#include "base/WindowContext.Win.h"
 #include "framework/drawing/GdiObject.Win.h"
 #include "hostapi/Results.h"
 
@@ -173,31 +174,28 @@ HICON DrawingPort::Resources::Icon(short id) {
 /// A device context of the port's window, clipped and with the port's pen; given back at the end.
 class PortContext {
   public:
-    explicit PortContext(const DrawingPort& port)
-        : window(static_cast<HWND>(port.target.window)), context(GetDC(window)) {
+    explicit PortContext(const DrawingPort& port) : context(static_cast<HWND>(port.target.window)) {
         const DrawingPort::Resources& resources = *port.resources;
-        SelectClipRgn(context, As<HRGN>(resources.effectiveClip));
-        SelectObject(context, resources.pen.get());
-        SelectObject(context, resources.foregroundBrush.get());
-        SelectObject(context, resources.font);
-        SetROP2(context, static_cast<int>(port.penMode));
-        SetTextColor(context, port.foreground);
-        SetBkMode(context, TRANSPARENT);
+        SelectClipRgn(Get(), As<HRGN>(resources.effectiveClip));
+        SelectObject(Get(), resources.pen.get());
+        SelectObject(Get(), resources.foregroundBrush.get());
+        SelectObject(Get(), resources.font);
+        SetROP2(Get(), static_cast<int>(port.penMode));
+        SetTextColor(Get(), port.foreground);
+        SetBkMode(Get(), TRANSPARENT);
     }
     PortContext(const PortContext&) = delete;
     PortContext& operator=(const PortContext&) = delete;
     ~PortContext() {
         // The port's own objects may go before the context is used again.
-        SelectObject(context, GetStockObject(BLACK_PEN));
-        SelectObject(context, GetStockObject(WHITE_BRUSH));
-        SelectObject(context, GetStockObject(SYSTEM_FONT));
-        ReleaseDC(window, context);
+        SelectObject(Get(), GetStockObject(BLACK_PEN));
+        SelectObject(Get(), GetStockObject(WHITE_BRUSH));
+        SelectObject(Get(), GetStockObject(SYSTEM_FONT));
     }
-    HDC Get() const { return context; }
+    HDC Get() const { return context.Get(); }
 
   private:
-    HWND window;
-    HDC context;
+    WindowContext context;
 };
 
 DrawingPort::DrawingPort(void* window)

@@ -183,8 +183,8 @@ void SaveTmpTexture(const PaintClass& texture, const fs::path& file) {
 }  // namespace
 
 std::unique_ptr<PaintClass> NewTexture(short width, short height) {
-    auto texture = std::make_unique<PaintClass>(width, height);
-    if (!texture->pixelMap) {
+    std::unique_ptr<PaintClass> texture = PaintClass::Make(width, height);
+    if (!texture) {
         throw std::bad_alloc();
     }
     texture->SetAllAlpha(opaque);

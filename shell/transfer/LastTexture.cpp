@@ -47,8 +47,8 @@ std::unique_ptr<PaintClass> ReadTexture(std::FILE* file) {
         std::fread(&height, sizeof height, 1, file) != 1) {
         return nullptr;
     }
-    std::unique_ptr<PaintClass> pic(new (std::nothrow) PaintClass(width, height));
-    if (!pic || !pic->pixelMap) {
+    std::unique_ptr<PaintClass> pic = PaintClass::Make(width, height);
+    if (!pic) {
         return nullptr;
     }
     const auto rows = static_cast<std::size_t>(height);

@@ -134,9 +134,9 @@ std::unique_ptr<PaintClass> ReadSelection(FilterContext* context) {
     if (IsEmpty(selection) || Width(selection) > INT16_MAX || Height(selection) > INT16_MAX) {
         return nullptr;
     }
-    std::unique_ptr<PaintClass> pic(new (std::nothrow) PaintClass(
-        static_cast<short>(Width(selection)), static_cast<short>(Height(selection))));
-    if (!pic || !pic->pixelMap) {
+    std::unique_ptr<PaintClass> pic = PaintClass::Make(static_cast<short>(Width(selection)),
+                                                       static_cast<short>(Height(selection)));
+    if (!pic) {
         return nullptr;
     }
     if (context->record->planes < colorPlanes) {

@@ -52,7 +52,7 @@ TEST_F(FatherTest, ADialogHasOne) {
     LinesParams params;
     hostapi::Rect place{};
     EXPECT_EQ(AssertionOf([&] {
-                  LinesDialog({nullptr, &record, place, nullptr}, params);
+                  LinesDialog({nullptr, place, nullptr}, params);
               }),
               "ApplyDialog / Zeile 23 !(father != NULL)");
 }

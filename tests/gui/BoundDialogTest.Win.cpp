@@ -12,9 +12,9 @@ namespace {
 /// A dialog that consists of its rows.
 class BoundDialog : public ToolsDialog {
   public:
-    BoundDialog(short newResourceId, hostapi::FilterRecord* newRecord, hostapi::Rect& newPlacement,
-                void* params, const std::function<void(Bindings&)>& addRows)
-        : ToolsDialog(newResourceId, newRecord, nullptr, newPlacement, params) {
+    BoundDialog(short newResourceId, hostapi::Rect& newPlacement, void* params,
+                const std::function<void(Bindings&)>& addRows)
+        : ToolsDialog(newResourceId, nullptr, newPlacement, params) {
         addRows(bindings);
     }
 };
@@ -25,7 +25,7 @@ class BoundDialogTest : public PluginRunTest {
     void RunBound(short resource, void* params, const std::function<void(Bindings&)>& addRows,
                   const std::function<void(const GuiDriver&, const DrivenDialog&)>& user) {
         hostapi::Rect placement{};
-        BoundDialog dialog(resource, &record, placement, params, addRows);
+        BoundDialog dialog(resource, placement, params, addRows);
         RunWithUser([&] { dialog.Run(); },
                     [&](const GuiDriver& gui) {
                         const DrivenDialog driven = gui.WaitFor(resource);

@@ -73,13 +73,12 @@ std::unique_ptr<StandInEditor> NewEditor(const char* source, const std::string& 
         script.withoutEditor ? nullptr : new (std::nothrow) StandInEditor(nullptr));
 }
 
-std::unique_ptr<OpeningWindow> MakeOpening(hostapi::FilterRecord*, short width, short height) {
+std::unique_ptr<OpeningWindow> MakeOpening(short width, short height) {
     return std::unique_ptr<OpeningWindow>(
         script.withoutOpening ? nullptr : new (std::nothrow) StandInOpening(width, height));
 }
 
-std::unique_ptr<EditorWindow> OpenBlank(hostapi::FilterRecord*, const std::string& name,
-                                        short width, short height) {
+std::unique_ptr<EditorWindow> OpenBlank(const std::string& name, short width, short height) {
     std::unique_ptr<StandInEditor> editor = NewEditor("blank ", name);
     if (editor != nullptr) {
         editor->Adopt(std::unique_ptr<PaintClass>(new (std::nothrow) PaintClass(width, height)));
@@ -87,14 +86,13 @@ std::unique_ptr<EditorWindow> OpenBlank(hostapi::FilterRecord*, const std::strin
     return editor;
 }
 
-std::unique_ptr<EditorWindow> OpenFile(hostapi::FilterRecord* record, const std::string& name,
-                                       ImageFile&) {
+std::unique_ptr<EditorWindow> OpenFile(const std::string& name, ImageFile&) {
     constexpr short side = 16;
     Note("file");
-    return OpenBlank(record, name, side, side);
+    return OpenBlank(name, side, side);
 }
 
-std::unique_ptr<EditorWindow> OpenTexture(hostapi::FilterRecord*, const std::string& name,
+std::unique_ptr<EditorWindow> OpenTexture(const std::string& name,
                                           std::unique_ptr<PaintClass>& pic) {
     std::unique_ptr<StandInEditor> editor = NewEditor("texture ", name);
     if (editor != nullptr) {

@@ -288,7 +288,7 @@ TEST_F(PortTest, InvalidRectanglesArePaintedAgainWithoutErasing) {
 
 class ColorDialog : public SmallPSDialog {
   public:
-    explicit ColorDialog(hostapi::FilterRecord* filter) : SmallPSDialog(allItems, filter) {}
+    ColorDialog() : SmallPSDialog(allItems) {}
 
     void Idle() override {
         if (!wasDrawn) {
@@ -318,7 +318,7 @@ class ColorDialog : public SmallPSDialog {
 };
 
 TEST_F(DialogTest, AColorBoxHasAFrameAndAShade) {
-    ColorDialog dialog(&record);
+    ColorDialog dialog;
     EXPECT_EQ(dialog.Run(), 9);
     EXPECT_EQ(dialog.colors,
               (std::vector<COLORREF>{RGB(0, 0, 0), RGB(140, 140, 140), RGB(200, 100, 50),
@@ -331,7 +331,11 @@ TEST_F(DialogTest, AColorBoxHasAFrameAndAShade) {
 }
 
 TEST_F(DialogTest, ADialogOfTheHostNeedsItsRecord) {
-    EXPECT_EQ(FaultOf([] { ColorDialog dialog(nullptr); }), 2);
+    EXPECT_EQ(FaultOf([] {
+                  filterRecord = nullptr;
+                  ColorDialog dialog;
+              }),
+              2);
     ASSERT_EQ(Log().faults.size(), 1u);
     EXPECT_EQ(Log().faults[0].file, "SmallPSDialog / Zeile 23 !(f != NULL)");
 }
