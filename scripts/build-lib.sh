@@ -9,7 +9,7 @@ heading() {
 build_preset() {
   preset=$1; shift
   heading "Building $preset"
-  case $preset in win*) scripts/jpeg-mingw.sh deps ;; esac
+  case $preset in win*) scripts/libraries-mingw.sh deps ;; esac
   [ -e "build/$preset/build.ninja" ] || cmake --preset "$preset" > "build-$preset.log" 2>&1 || {
     cat "build-$preset.log" >&2; rm -f "build-$preset.log"; return 1; }
   rm -f "build-$preset.log"

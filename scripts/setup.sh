@@ -3,7 +3,7 @@
 set -eu
 packages='build-essential cmake ninja-build g++-mingw-w64-i686 g++-mingw-w64-x86-64
   googletest libbenchmark-dev libcli11-dev libstb-dev nlohmann-json3-dev libmpfr-dev
-  zlib1g-dev libz-mingw-w64-dev libjpeg62-turbo-dev libjpeg-turbo-progs
+  zlib1g-dev libz-mingw-w64-dev libpng-dev libjpeg62-turbo-dev libjpeg-turbo-progs
   wine wine32:i386 wine64 fonts-wine xvfb xauth x11-utils xdotool imagemagick
   clang-format-14 clang-tidy-14 clang-14 libclang-rt-14-dev zip unzip'
 todo=$(for p in $packages; do

@@ -1,15 +1,16 @@
 #include "host/picture/PictureFormats.h"
 
 #include <stb_image.h>
-#include <stb_image_write.h>
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <span>
+
+#include "host/picture/PngFile.h"
 
 namespace host {
 
@@ -20,15 +21,8 @@ using Bytes = std::span<const std::uint8_t>;
 constexpr double metresPerInch = 0.0254;
 constexpr double centimetresPerInch = 2.54;
 constexpr std::array<std::uint8_t, 8> pngSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
-// Behind the signature: length, type, 13 bytes of header, checksum.
-constexpr std::ptrdiff_t pngHeaderEnd = 8 + 4 + 4 + 13 + 4;
 // The picture library counts in 32 bits with a sign, and its buffers double.
 constexpr std::size_t largestEncodedBytes = std::size_t{1} << 30;
-
-std::uint32_t BigEndian32(Bytes bytes, std::size_t at) {
-    return std::uint32_t{bytes[at]} << 24 | std::uint32_t{bytes[at + 1]} << 16 |
-           std::uint32_t{bytes[at + 2]} << 8 | bytes[at + 3];
-}
 
 std::uint32_t BigEndian16(Bytes bytes, std::size_t at) {
     return std::uint32_t{bytes[at]} << 8 | bytes[at + 1];
@@ -49,27 +43,6 @@ Resolution Sensible(double horizontal, double vertical) {
         return {};
     }
     return {horizontal, vertical};
-}
-
-Resolution PngResolution(Bytes bytes) {
-    std::size_t at = pngSignature.size();
-    while (at + 8 <= bytes.size()) {
-        const std::size_t length = BigEndian32(bytes, at);
-        if (HasTextAt(bytes, at + 4, "IDAT", 4)) {
-            break;
-        }
-        if (HasTextAt(bytes, at + 4, "pHYs", 4) && length == 9 && at + 17 <= bytes.size()) {
-            const bool isMetres = bytes[at + 16] == 1;
-            return isMetres ? Sensible(BigEndian32(bytes, at + 8) * metresPerInch,
-                                       BigEndian32(bytes, at + 12) * metresPerInch)
-                            : Resolution{};
-        }
-        if (length > bytes.size() - at - 8) {
-            break;
-        }
-        at += 8 + length + 4;
-    }
-    return {};
 }
 
 // Only a JFIF marker right behind the start counts; that's where the format puts it.
@@ -111,44 +84,6 @@ int StbSize(const std::vector<std::uint8_t>& bytes, const std::string& name) {
     return static_cast<int>(bytes.size());
 }
 
-std::uint32_t PngChecksum(Bytes bytes) {
-    std::uint32_t checksum = 0xFFFFFFFF;
-    for (std::uint8_t byte : bytes) {
-        checksum ^= byte;
-        for (int bit = 0; bit < 8; ++bit) {
-            checksum = checksum >> 1 ^ ((checksum & 1) != 0 ? 0xEDB88320U : 0U);
-        }
-    }
-    return ~checksum;
-}
-
-void PutBigEndian32(std::span<std::uint8_t> bytes, std::size_t at, std::uint32_t value) {
-    for (std::size_t i = 0; i < 4; ++i) {
-        bytes[at + i] = static_cast<std::uint8_t>(value >> (24 - 8 * i));
-    }
-}
-
-// Length, type, two resolutions, the unit (metres), checksum of what follows the length.
-std::array<std::uint8_t, 21> ResolutionChunk(const Picture& picture) {
-    auto perMetre = [](double perInch) {
-        return static_cast<std::uint32_t>(std::lround(perInch / metresPerInch));
-    };
-    std::array<std::uint8_t, 21> chunk{};
-    PutBigEndian32(chunk, 0, 9);
-    std::memcpy(chunk.data() + 4, "pHYs", 4);
-    PutBigEndian32(chunk, 8, perMetre(picture.horizontalResolution));
-    PutBigEndian32(chunk, 12, perMetre(picture.verticalResolution));
-    chunk[16] = 1;
-    PutBigEndian32(chunk, 17, PngChecksum(Bytes(chunk).subspan(4, 13)));
-    return chunk;
-}
-
-void AppendBytes(void* target, void* data, int size) {
-    auto* bytes = static_cast<std::vector<std::uint8_t>*>(target);
-    const auto* first = static_cast<const std::uint8_t*>(data);
-    bytes->insert(bytes->end(), first, first + size);
-}
-
 // The library goes on where a JPEG or BMP file breaks off; a file that was cut is damaged.
 bool IsCutOff(Bytes bytes) {
     if (HasTextAt(bytes, 0, "BM", 2)) {
@@ -158,6 +93,22 @@ bool IsCutOff(Bytes bytes) {
     return HasTextAt(bytes, 0, "\xFF\xD8", 2) &&
            std::search(bytes.begin(), bytes.end(), endOfImage.begin(), endOfImage.end()) ==
                bytes.end();
+}
+
+std::vector<std::uint8_t> EncodeRows(const Picture& picture) {
+    std::vector<std::uint8_t> bytes;
+    const Resolution resolution{picture.horizontalResolution, picture.verticalResolution};
+    PngWriter writer({.width = static_cast<std::uint32_t>(picture.width),
+                      .height = static_cast<std::uint32_t>(picture.height),
+                      .planes = picture.planes,
+                      .filtersRows = true},
+                     &resolution,
+                     [&](Bytes part) { bytes.insert(bytes.end(), part.begin(), part.end()); });
+    for (int y = 0; y < picture.height; ++y) {
+        writer.WriteRow({picture.Row(y), picture.RowBytes()});
+    }
+    writer.Finish();
+    return bytes;
 }
 
 struct StbFree {
@@ -197,7 +148,8 @@ Picture DecodePixels(const std::vector<std::uint8_t>& bytes, const PictureHeader
 
 Resolution ReadResolution(const std::vector<std::uint8_t>& bytes) {
     if (IsPng(bytes)) {
-        return PngResolution(bytes);
+        const Resolution resolution = ReadPngResolution(bytes);
+        return Sensible(resolution.horizontal, resolution.vertical);
     }
     if (HasTextAt(bytes, 0, "\xFF\xD8", 2)) {
         return JpegResolution(bytes);
@@ -216,14 +168,11 @@ std::vector<std::uint8_t> EncodePng(const Picture& picture) {
     if (picture.pixels.size() > largestEncodedBytes) {
         throw PictureError("picture: too large for a PNG file");
     }
-    std::vector<std::uint8_t> bytes;
-    if (stbi_write_png_to_func(AppendBytes, &bytes, picture.width, picture.height, picture.planes,
-                               picture.pixels.data(), static_cast<int>(picture.RowBytes())) == 0) {
+    try {
+        return EncodeRows(picture);
+    } catch (const std::bad_alloc&) {
         throw PictureError("picture: no memory to write it");
     }
-    const auto chunk = ResolutionChunk(picture);
-    bytes.insert(bytes.begin() + pngHeaderEnd, chunk.begin(), chunk.end());
-    return bytes;
 }
 
 }  // namespace host

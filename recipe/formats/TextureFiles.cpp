@@ -10,10 +10,10 @@
 
 #include "files/TextureFile.h"
 #include "host/picture/Picture.h"
+#include "host/picture/PngFile.h"
 #include "recipe/formats/FilePlaces.h"
 #include "recipe/formats/JpegWriter.h"
 #include "recipe/formats/OutputFile.h"
-#include "recipe/formats/PngWriter.h"
 #include "recipe/language/ValueParser.h"
 #include "recipe/tool/System.h"
 #include "shell/transfer/LastTexture.h"
@@ -216,8 +216,11 @@ void SaveRepeated(const PaintClass& texture, int columns, int rows, const fs::pa
     const int height = texture.grY * rows;
     OutputFile output(file);
     if (LowerCaseExtension(host::Utf8Name(file)) == ".png") {
-        PngWriter png(output, static_cast<std::uint32_t>(width),
-                      static_cast<std::uint32_t>(height));
+        host::PngWriter png({.width = static_cast<std::uint32_t>(width),
+                             .height = static_cast<std::uint32_t>(height)},
+                            nullptr, [&](std::span<const std::uint8_t> bytes) {
+                                output.Write(bytes.data(), bytes.size());
+                            });
         WriteRepeated(texture, width, height, png, progress);
     } else {
         JpegWriter jpeg(output, width, height);
