@@ -22,4 +22,7 @@ constexpr double largestFeather = 1000.0;
 /// What a filter was caught at, one line each, in UTF-8; the text can be copied.
 void ShowFaults(HWND owner, const std::string& filterName, const std::vector<std::string>& faults);
 
+/// The program's name, version and purpose.
+void ShowAbout(HWND owner);
+
 }  // namespace host

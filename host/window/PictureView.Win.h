@@ -82,8 +82,6 @@ class PictureView : public NativeWindow {
     void ScrollTo(Place scroll);
     void ZoomAround(int zoom, Place anchor);
     void UpdateScrollBars();
-    void UpdateScrollBar(int bar, int length, int page, int position);
-    Size Room() const;
 
     PictureViewListener& listener;
     const Document* document = nullptr;
