@@ -20,7 +20,7 @@ using Bytes = std::span<const std::uint8_t>;
 constexpr double metresPerInch = 0.0254;
 constexpr double centimetresPerInch = 2.54;
 constexpr std::array<std::uint8_t, 8> pngSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
-// Behind the signature: length, type, 13 bytes of header, checksum.
+// After the signature: length, type, 13 bytes of header, checksum.
 constexpr std::ptrdiff_t pngHeaderEnd = 8 + 4 + 4 + 13 + 4;
 // The picture library counts in 32 bits with a sign, and its buffers double.
 constexpr std::size_t largestEncodedBytes = std::size_t{1} << 30;
@@ -72,7 +72,7 @@ Resolution PngResolution(Bytes bytes) {
     return {};
 }
 
-// Only a JFIF marker right behind the start counts; that's where the format puts it.
+// Only a JFIF marker right after the start counts: the format puts it there.
 Resolution JpegResolution(Bytes bytes) {
     constexpr std::size_t units = 13;
     if (bytes.size() < 18 || bytes[2] != 0xFF || bytes[3] != 0xE0 ||

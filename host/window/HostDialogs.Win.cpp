@@ -19,7 +19,7 @@ class Dialog {
     Dialog(const Dialog&) = delete;
     Dialog& operator=(const Dialog&) = delete;
 
-    /// Answers whether the user ended it with OK.
+    /// Returns whether the user ended it with OK.
     bool Run(HWND owner, int id) {
         return DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), owner, Procedure,
                                reinterpret_cast<LPARAM>(this)) == IDOK;

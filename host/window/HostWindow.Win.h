@@ -88,7 +88,7 @@ class HostWindow : public NativeWindow, private PictureViewListener {
 
     SelectionShape shape = SelectionShape::rectangle;
     double feather;
-    /// What the selection was made from in this window.
+    /// The drag or the numbers that the selection was made from in this window.
     std::optional<DraggedSelection> selected;
 };
 

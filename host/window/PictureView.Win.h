@@ -11,7 +11,7 @@
 
 namespace host {
 
-/// What the view tells its owner.
+/// The view's reports to its owner.
 class PictureViewListener {
   public:
     /// The user has finished dragging; the view has changed nothing yet.

@@ -1,4 +1,4 @@
-// What the window tells its user in the status bar, and whoever reads the status file.
+// Messages in the status bar, and lines in the status file.
 #pragma once
 
 #include <windows.h>
