@@ -6,7 +6,7 @@ target_include_directories(hostview PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/generate
 target_link_libraries(hostview PUBLIC hostcommand PRIVATE project_options system_headers)
 
 if(WIN32)
-  configure_file(window/WindowVersion.h.in ${CMAKE_CURRENT_BINARY_DIR}/generated/host/WindowVersion.h @ONLY)
+  configure_file(window/WindowVersion.h.in ${CMAKE_CURRENT_BINARY_DIR}/generated/host/window/WindowVersion.h @ONLY)
 
   # Of the family of the plug-in, not of the host: the programs only load it. The name in its table
   # of exports is another than that of its file.
@@ -21,9 +21,9 @@ if(WIN32)
     "${CMAKE_CURRENT_SOURCE_DIR}/family/SharedLibraryResources.h;${PROJECT_SOURCE_DIR}/resources/zandermolite.ico")
 
   add_executable(zandermolite-host WIN32
-    window/FileDialogs.Win.cpp window/FilterMenu.Win.cpp window/FilterRunner.Win.cpp
-    window/HostDialogs.Win.cpp window/HostWindow.Win.cpp window/NativeWindow.Win.cpp window/PictureView.Win.cpp
-    window/StatusBar.Win.cpp window/WindowMain.Win.cpp window/Window.rc)
+    plugin/FilterSearch.Win.cpp window/FileDialogs.Win.cpp window/FilterMenu.Win.cpp window/FilterRunner.Win.cpp
+    window/HostDialogs.Win.cpp window/HostMenu.Win.cpp window/HostWindow.Win.cpp window/NativeWindow.Win.cpp window/PictureView.Win.cpp
+    window/ScrollBars.Win.cpp window/StatusBar.Win.cpp window/StatusLog.Win.cpp window/WindowMain.Win.cpp window/Window.rc)
   add_dependencies(zandermolite-host sharedlibrary)
   target_include_directories(zandermolite-host PRIVATE
     ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_BINARY_DIR}/generated)

@@ -28,7 +28,7 @@ struct BatchOptions {
     /// Set: nothing but this selector is called.
     std::optional<std::int16_t> selector;
     bool json = false;
-    /// What a user would press in the filter's dialogs, in order.
+    /// Presses in the filter's dialogs, in order, in place of a user's.
     std::vector<DialogPress> presses;
 };
 

@@ -1,4 +1,4 @@
-// What the batch program prints, as lines or as JSON.
+// The output of the batch program, as lines or as JSON.
 #pragma once
 
 #include <string>
@@ -32,7 +32,7 @@ std::string ReportLines(const std::vector<RunReport>& runs);
 /// null).
 std::string ReportJson(const std::vector<RunReport>& runs, const std::string& writtenFile);
 
-/// What a list shows of one filter.
+/// The line of a list for one filter.
 struct FilterLine {
     std::string file;
     FilterDescription description;

@@ -113,7 +113,8 @@ std::vector<std::filesystem::path> Paths(const std::vector<std::string>& names) 
 
 }  // namespace
 
-/// What CLI11 fills: texts that are read into the options later, and the numbers of the settings.
+/// Variables that CLI11 fills: texts that are read into the options later, and the numbers of the
+/// settings.
 struct CommonOptionReader::Texts {
     std::string image, mask, selection, claimedRect, foreground, background, layer;
     std::vector<std::string> filters, traits, without, failures;

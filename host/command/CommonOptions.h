@@ -50,7 +50,7 @@ class CommonOptionReader {
     std::unique_ptr<Texts> texts;
 };
 
-/// Parses, and turns --help, --version and errors into what this answers and throws: the text to
+/// Parses, and turns --help, --version and errors into what this returns and throws: the text to
 /// print, or nothing to go on; CommandLineError. `arguments` in UTF-8, without the program's name.
 std::string ParseCommandLine(CLI::App& app, const std::vector<std::string>& arguments);
 

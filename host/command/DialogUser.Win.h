@@ -22,7 +22,7 @@ class DialogUser {
     DialogUser& operator=(const DialogUser&) = delete;
     ~DialogUser();
 
-    /// The filter has returned: presses that still wait are given up. Answers the first of them.
+    /// The filter has returned: presses that still wait are given up. Returns the first of them.
     std::optional<DialogPress> Finish();
 
   private:

@@ -45,7 +45,7 @@ Resolution Sensible(double horizontal, double vertical) {
     return {horizontal, vertical};
 }
 
-// Only a JFIF marker right behind the start counts; that's where the format puts it.
+// Only a JFIF marker right after the start counts: the format puts it there.
 Resolution JpegResolution(Bytes bytes) {
     constexpr std::size_t units = 13;
     if (bytes.size() < 18 || bytes[2] != 0xFF || bytes[3] != 0xE0 ||

@@ -1,4 +1,4 @@
-// The file formats behind LoadPicture() and SavePicture().
+// The file formats of LoadPicture() and SavePicture().
 #pragma once
 
 #include <cstdint>

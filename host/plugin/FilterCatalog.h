@@ -18,7 +18,7 @@ struct CatalogGroup {
 /// An entry keeps its position, so that it can stand for the filter in menu commands.
 class FilterCatalog {
   public:
-    /// Answers the entry's position. The same name and category in the same file comes in only
+    /// Returns the entry's position. The same name and category in the same file comes in only
     /// once.
     std::size_t Add(ListedFilter entry);
     std::size_t Count() const { return entries.size(); }

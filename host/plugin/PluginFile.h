@@ -1,4 +1,4 @@
-// What a filter's file says about itself: the PIPL resource.
+// The PIPL resource: a filter file's description of itself.
 #pragma once
 
 #include <array>
@@ -44,7 +44,7 @@ enum ModeFlag : std::uint8_t {
 struct FilterDescription {
     std::string name;
     std::string category;
-    /// Of the interface, the major version in the high 16 bits.
+    /// The interface's version, its major number in the high 16 bits.
     std::uint32_t version = 0;
     /// The entry's name in the code for this bitness; empty if there is no such code.
     std::string entry32;

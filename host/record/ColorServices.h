@@ -9,7 +9,7 @@
 
 namespace host {
 
-/// What the service takes colours from. Components run from 0 to 255.
+/// The source of the service's colours. Components run from 0 to 255.
 struct ColorSource {
     std::uint8_t foreground[3];
     std::uint8_t background[3];
@@ -18,11 +18,11 @@ struct ColorSource {
     hostapi::Point origin;
     /// See HostHooks::chooseColor.
     std::function<bool(std::uint8_t (&color)[3])> chooseColor;
-    /// Answers -30900 to all but choosing.
+    /// Returns -30900 to all but choosing.
     bool refuseAllButChoosing;
 };
 
-/// Carries out the record's request and answers 0 or the interface's error: -30100 for a record
+/// Carries out the record's request and returns 0 or the interface's error: -30100 for a record
 /// that is too short, reserved pointers that aren't null, unknown selectors, spaces, special
 /// colours and points outside the picture; -128 if the user cancelled; -30900 as said.
 ///

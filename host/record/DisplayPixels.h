@@ -21,7 +21,7 @@ struct DisplayRows {
 /// Draws the part `sourceRect` of the map, as far as it lies in the map's bounds, so that the
 /// rectangle's top left pixel comes to (dstCol, dstRow). Honours the context's clip region. RGB and
 /// grey maps; their masks aren't looked at. With `ignoreOrigin` the map's base address is taken for
-/// the rectangle's first pixel. Answers 0; filterBadParameters for a null map, rectangle, base
+/// the rectangle's first pixel. Returns 0; filterBadParameters for a null map, rectangle, base
 /// address or context and for other image modes; memFullErr.
 std::int16_t DisplayPixels(const hostapi::PSPixelMap* map, const hostapi::VRect* sourceRect,
                            std::int32_t dstRow, std::int32_t dstCol, void* context,

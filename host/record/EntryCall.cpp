@@ -91,7 +91,7 @@ FloatingPointControl ControlFor(const TraitSet& traits, FloatingPointControl own
 
 std::int16_t CallEntry(EntryPoint entry, std::int16_t selector, hostapi::FilterRecord* record,
                        void* data, const TraitSet& traits, Faults& faults) {
-    // What a filter that stores no result leaves behind.
+    // A filter that stores no result leaves this one.
     std::int16_t result = 0;
     const FloatingPointControl own = ReadControl();
     const FloatingPointControl during = ControlFor(traits, own);

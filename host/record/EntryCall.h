@@ -9,7 +9,7 @@
 
 namespace host {
 
-/// Calls the entry once and answers its result. The traits Fpu27f, Fpu37f and MisalignStack set the
+/// Calls the entry once and returns its result. The traits Fpu27f, Fpu37f and MisalignStack set the
 /// conditions. A filter that leaves another floating-point control word than it found is a fault.
 std::int16_t CallEntry(EntryPoint entry, std::int16_t selector, hostapi::FilterRecord* record,
                        void* data, const TraitSet& traits, Faults& faults);

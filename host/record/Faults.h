@@ -1,4 +1,4 @@
-// What a filter was caught at.
+// A filter's offences against the interface, as the host found them.
 #pragma once
 
 #include <cstddef>

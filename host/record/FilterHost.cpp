@@ -71,7 +71,7 @@ bool AreHostsFieldsSame(const hostapi::FilterRecord& a, const hostapi::FilterRec
 
 }  // namespace
 
-// What the record points to: count the call and pass it on to the object that serves.
+// The record points to these: count the call and pass it on to the object that serves.
 struct FilterHost::Callbacks {
     static FilterHost& Count(Service service) {
         ++current->memory.Counts()[service];
@@ -239,7 +239,7 @@ void FilterHost::FillImageFields(const Picture& picture, const Selection& select
     std::transform(std::begin(monitorSetup), std::end(monitorSetup), record->monitor, ToFixed);
 }
 
-// How planes and pixels are laid out, and everything behind.
+// The layout of planes and pixels, and all fields after it.
 void FilterHost::FillPlaneFields(const Picture& picture) {
     record->inLoPlane = record->outLoPlane = 0;
     record->inHiPlane = record->outHiPlane = static_cast<std::int16_t>(picture.planes - 1);

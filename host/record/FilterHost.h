@@ -86,7 +86,7 @@ class FilterHost {
     void Begin(const Picture& picture, const Selection& selection);
     /// Between Begin() and End().
     hostapi::FilterRecord& Record() { return *record; }
-    /// Stores what was written to the last outData and checks all memory. Answers the picture
+    /// Stores what was written to the last outData and checks all memory. Returns the picture
     /// with the selected part changed.
     Picture End();
 

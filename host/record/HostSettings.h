@@ -18,10 +18,10 @@ namespace host {
 enum class Trait {
     zeroRecord,            ///< The record is zeroed for each execution and `parameters` lost.
     emptySuites,           ///< Versions and counts of the suites are 0.
-    constantSpace,         ///< spaceProc always answers 0x7FFFFFFF.
+    constantSpace,         ///< spaceProc always returns 0x7FFFFFFF.
     displayIgnoresOrigin,  ///< displayPixels draws from the map's base, whatever the rectangle's
                            ///< origin.
-    refuseConversion,      ///< colorServices answers -30900 to all but choosing.
+    refuseConversion,      ///< colorServices returns -30900 to all but choosing.
     shrinkRectangles,      ///< advanceState shrinks rectangles that reach beyond the image.
     shrinkSilently,        ///< The same, but only the row bytes tell.
     fpu27f,                ///< The x87 control word is 0x27F: double precision.
@@ -30,7 +30,7 @@ enum class Trait {
     freeLibrary,           ///< The filter's library is freed after each execution.
     noAutoMask,            ///< autoMask is 0 although the host masks the result itself.
     withholdMask,          ///< haveMask is 0 although there is a mask.
-    rubbishTail,           ///< Fields behind colorServices hold rubbish.
+    rubbishTail,           ///< Fields after colorServices hold rubbish.
     negativeOrigin,        ///< The layer begins at negative image coordinates.
     ignoreMatte,           ///< Input is not matted, whatever the filter case asks for.
     moveParameters,        ///< `parameters` comes back as another handle, with the same contents.
@@ -57,11 +57,12 @@ class TraitSet {
     std::uint32_t bits = 0;
 };
 
-/// What the picture is to the filter; with the selection it decides the filter case. Automatic is
-/// Flat for 3 planes and EditableTransparency for 4.
+/// The kind of layer that the filter is told of; with the selection it decides the filter case.
+/// `automatic` is `flat` for 3 planes and `editableTransparency` for 4.
 enum class LayerKind { automatic, flat, floating, editableTransparency, protectedTransparency };
 
-/// What a host with a window puts in. Empty functions mean: no abort, no bar, the colour as it is.
+/// The services of a host with a window. Empty functions mean: no abort, no bar, the colour as it
+/// is.
 struct HostHooks {
     /// Asked by abortProc; true ends the filter.
     std::function<bool()> isAborted;
@@ -79,9 +80,9 @@ struct HostSettings {
     std::int64_t memoryBudget = std::int64_t{256} << 20;
     /// See MemorySettings::failAllocation.
     int failAllocation = 0;
-    /// abortProc answers true once this many rows were delivered.
+    /// abortProc returns true once this many rows were delivered.
     std::optional<int> abortAfterRow;
-    /// advanceState answers the code when asked for a rectangle with this row of the selection.
+    /// advanceState returns the code when asked for a rectangle with this row of the selection.
     std::map<int, std::int16_t> failAdvance;
     LayerKind layer = LayerKind::automatic;
     /// 16 bits a component; an 8-bit value stands in the high byte.

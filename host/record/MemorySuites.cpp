@@ -31,7 +31,7 @@ int BufferNumber(hostapi::BufferID id) {
 
 }  // namespace
 
-// What the tables point to: count the call and pass it on to the object that serves.
+// The tables point to these: count the call and pass it on to the object that serves.
 struct MemorySuites::Callbacks {
     static MemorySuites& Count(Service service) {
         ++current->counts[service];

@@ -15,13 +15,14 @@
 namespace host {
 
 struct MemorySettings {
-    /// Bytes that the blocks of both suites may take together; what is beyond answers -108.
+    /// Bytes that the blocks of both suites may take together; beyond that, requests fail with
+    /// -108.
     std::int64_t budget = std::int64_t{256} << 20;
-    /// spaceProc answers 0x7FFFFFFF whatever is taken.
+    /// spaceProc returns 0x7FFFFFFF whatever is taken.
     bool constantSpace = false;
     /// Versions and counts of the suites are 0.
     bool emptyVersions = false;
-    /// getSizeProc answers 0, setSizeProc 0 without doing anything.
+    /// getSizeProc returns 0, setSizeProc 0 without doing anything.
     bool dumbHandles = false;
     /// 1 fails the first allocation, buffers and handles counted together; 0 none.
     int failAllocation = 0;

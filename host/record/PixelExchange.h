@@ -31,16 +31,16 @@ struct ExchangeSettings {
     std::map<int, std::int16_t> failAdvance;
 };
 
-/// What advanceState does for one execution. The filter reads from the untouched picture and writes
-/// to a working copy; the selection's mask is applied once, in Result(). Every delivered rectangle
-/// is a block of its own, no byte longer than its rows, with guard zones around it.
+/// The work of advanceState for one execution. The filter reads from the untouched picture and
+/// writes to a working copy; the selection's mask is applied once, in Result(). Every delivered
+/// rectangle is a block of its own, no byte longer than its rows, with guard zones around it.
 class PixelExchange {
   public:
     PixelExchange(const Picture& picture, const Selection& selection,
                   const ExchangeSettings& settings, Faults& faults);
 
     /// Stores what the filter wrote to the last outData, then delivers what the record asks for.
-    /// Answers 0; filterBadParameters, with a fault, if the request makes no sense; memFullErr; or
+    /// Returns 0; filterBadParameters, with a fault, if the request makes no sense; memFullErr; or
     /// the failure that the settings ask for. After an error nothing is delivered.
     std::int16_t Advance(hostapi::FilterRecord& record);
     /// Stores what the filter wrote to the last outData and takes the delivered blocks back.
@@ -60,7 +60,8 @@ class PixelExchange {
         hostapi::VRect rect;
         int firstPlane;
         int planes;
-        // What the filter's own idea of the rectangle takes beyond the delivered one.
+        // Bytes that the filter may touch, by its own idea of the rectangle, beyond the delivered
+        // one.
         std::size_t excessBytes;
 
         std::size_t RowBytes() const;

@@ -1,4 +1,4 @@
-// What the filters of one family offer each other, by tags.
+// Services that the filters of one family offer each other, by tags.
 #pragma once
 
 #include <vector>

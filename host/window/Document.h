@@ -36,7 +36,7 @@ class Document {
     void SelectAll();
     void Deselect();
 
-    /// Makes `changed` the picture, as one step named `name`, and answers the changed part;
+    /// Makes `changed` the picture, as one step named `name`, and returns the changed part;
     /// nothing, and no step, if not a pixel differs. The size, the planes and the resolution are
     /// the picture's own: PictureError if not.
     std::optional<hostapi::VRect> Replace(Picture changed, std::string name);

@@ -13,7 +13,7 @@ namespace host {
 std::optional<std::filesystem::path> AskForPicture(HWND owner,
                                                    const std::filesystem::path& suggestion);
 
-/// The file's name ends in .png; before it answers an existing file, it asks whether to replace it.
+/// The file's name ends in .png; before it returns an existing file, it asks whether to replace it.
 std::optional<std::filesystem::path> AskWhereToSave(HWND owner,
                                                     const std::filesystem::path& suggestion);
 

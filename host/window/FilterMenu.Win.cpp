@@ -7,9 +7,9 @@ namespace host {
 
 namespace {
 
-// Behind "Last Filter" and its separator.
+// After "Last Filter" and its separator.
 constexpr int firstCategoryPosition = 2;
-// The separator and "Add Filter Folder..." behind the categories.
+// The separator and "Add Filter Folder..." after the categories.
 constexpr int itemsBehindCategories = 2;
 
 // A name in which no character is taken for the sign of a key.

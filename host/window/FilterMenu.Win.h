@@ -19,7 +19,7 @@ void FillFilterMenus(HMENU menuBar, const FilterCatalog& catalog);
 std::optional<std::size_t> FilterOfCommand(int command);
 std::optional<std::size_t> FilterOfAboutCommand(int command);
 
-/// The text of an item, with `&` and the keys behind the tab as they shall appear.
+/// The text of an item, with `&` and the keys after the tab as they shall appear.
 void SetItemText(HMENU menu, UINT command, const std::wstring& text);
 
 }  // namespace host

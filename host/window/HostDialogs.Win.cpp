@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "base/Rectangles.h"
+#include "host/command/Version.h"
 #include "host/window/NativeWindow.Win.h"
 #include "host/window/WindowResources.h"
 
@@ -18,7 +19,7 @@ class Dialog {
     Dialog(const Dialog&) = delete;
     Dialog& operator=(const Dialog&) = delete;
 
-    /// Answers whether the user ended it with OK.
+    /// Returns whether the user ended it with OK.
     bool Run(HWND owner, int id) {
         return DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), owner, Procedure,
                                reinterpret_cast<LPARAM>(this)) == IDOK;
@@ -189,6 +190,22 @@ std::optional<double> AskForFeather(HWND owner, double feather) {
 
 void ShowFaults(HWND owner, const std::string& filterName, const std::vector<std::string>& faults) {
     FaultsDialog(filterName, faults).Run(owner, DIALOG_FAULTS);
+}
+
+void ShowAbout(HWND owner) {
+    const std::wstring text =
+        L"Zandermolite Host " + Wide(versionText) +
+        L"\n\nA small host for filter plug-ins: it opens a picture, lets you select a part of "
+        L"it, and runs the filters of the Filter menu there.";
+    MSGBOXPARAMSW box{};
+    box.cbSize = sizeof box;
+    box.hwndOwner = owner;
+    box.hInstance = GetModuleHandleW(nullptr);
+    box.lpszText = text.c_str();
+    box.lpszCaption = L"About Zandermolite Host";
+    box.dwStyle = MB_OK | MB_USERICON;
+    box.lpszIcon = MAKEINTRESOURCEW(ICON_PROGRAM);
+    MessageBoxIndirectW(&box);
 }
 
 }  // namespace host

@@ -19,7 +19,10 @@ std::optional<hostapi::VRect> AskForBounds(HWND owner, const hostapi::VRect& bou
 std::optional<double> AskForFeather(HWND owner, double feather);
 constexpr double largestFeather = 1000.0;
 
-/// What a filter was caught at, one line each, in UTF-8; the text can be copied.
+/// Shows the faults of a filter, one line each, in UTF-8; the text can be copied.
 void ShowFaults(HWND owner, const std::string& filterName, const std::vector<std::string>& faults);
+
+/// Shows the program's name, version and purpose.
+void ShowAbout(HWND owner);
 
 }  // namespace host

@@ -7,11 +7,11 @@
 #include <utility>
 
 #include "base/Rectangles.h"
-#include "host/Version.h"
-#include "host/command/Arguments.Win.h"
+#include "host/plugin/FilterSearch.Win.h"
 #include "host/window/FileDialogs.Win.h"
 #include "host/window/FilterMenu.Win.h"
 #include "host/window/HostDialogs.Win.h"
+#include "host/window/HostMenu.Win.h"
 #include "host/window/WindowResources.h"
 #include "host/window/WindowText.h"
 
@@ -48,29 +48,14 @@ fs::path DroppedFile(WPARAM wParam) {
     return name;
 }
 
-void Enable(HMENU menu, UINT command, bool isEnabled) {
-    EnableMenuItem(menu, command,
-                   MF_BYCOMMAND | static_cast<UINT>(isEnabled ? MF_ENABLED : MF_GRAYED));
-}
-
-std::wstring StepText(const wchar_t* verb, const std::string& name, const wchar_t* keys) {
-    return verb + (name.empty() ? L"" : L" " + Wide(name)) + keys;
-}
-
 }  // namespace
 
 HostWindow::HostWindow(const WindowOptions& newOptions)
-    : options(newOptions), view(*this), runner(newOptions.common.settings, status) {
-    feather = options.common.ellipseFeather.value_or(0.0);
-    if (options.statusFile.empty()) {
-        return;
-    }
-    statusFile.open(options.statusFile, std::ios::binary | std::ios::trunc);
-    if (!statusFile) {
-        throw CommandLineError("--status-file " + Utf8Name(options.statusFile) +
-                               ": cannot be written");
-    }
-}
+    : options(newOptions),
+      view(*this),
+      log(status, newOptions.statusFile),
+      runner(newOptions.common.settings, status),
+      feather(newOptions.common.ellipseFeather.value_or(0.0)) {}
 
 void HostWindow::Open(int show) {
     WindowParameters parameters{};
@@ -86,7 +71,7 @@ void HostWindow::Open(int show) {
 }
 
 void HostWindow::CarryOutOptions() {
-    FindFilters();
+    AddFilters(FindFilters(options.common.filters));
     if (!options.common.image.empty()) {
         OpenPicture(options.common.image);
     }
@@ -114,7 +99,8 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             SetFocus(view.Handle());
             return 0;
         case WM_INITMENU:
-            UpdateMenu();
+            UpdateMenu(GetMenu(Handle()),
+                       {document ? &*document : nullptr, shape, catalog.Count(), LastFilterName()});
             return 0;
         case WM_COMMAND:
             // A filter's own windows may pump messages while it runs.
@@ -123,7 +109,7 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             return 0;
         case WM_ENTERIDLE:
-            NoteWaiting(wParam, reinterpret_cast<HWND>(lParam));
+            log.NoteWaiting(wParam, reinterpret_cast<HWND>(lParam));
             return 0;
         case WM_DROPFILES:
             OnDroppedFiles(wParam);
@@ -144,7 +130,7 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void HostWindow::OnError(const std::string& text) {
-    Note("(error) " + text);
+    log.Note("(error) " + text);
     NativeWindow::OnError(text);
 }
 
@@ -154,7 +140,7 @@ LRESULT HostWindow::OnCreate() {
     status.Create(Handle());
     view.Create(Handle());
     runner.SetWindow(Handle());
-    Say("");
+    log.Say("");
     return 0;
 }
 
@@ -179,7 +165,7 @@ void HostWindow::OnCommand(int command) {
             AskAndAddFolder();
             break;
         case COMMAND_ABOUT:
-            ShowAbout();
+            ShowAbout(Handle());
             break;
         default:
             if (const auto filter = FilterOfAboutCommand(command)) {
@@ -272,36 +258,6 @@ void HostWindow::OnZoomed(double scale) {
     status.SetText(StatusBar::zoom, document ? ZoomText(scale) : "");
 }
 
-// Beside the program, in its folder "Filters", and what the command line names.
-void HostWindow::FindFilters() {
-    FilterList found;
-    auto addFile = [&](const fs::path& file) {
-        try {
-            for (const ListedFilter& filter : ListFile(file)) {
-                found.filters.push_back(filter);
-            }
-        } catch (const PluginError& error) {
-            found.problems.push_back(error.what());
-        }
-    };
-    const fs::path folder = ProgramFolder();
-    std::error_code ignored;
-    for (const auto& entry : fs::directory_iterator(folder, ignored)) {
-        if (entry.path().extension() == ".8bf") {
-            addFile(entry.path());
-        }
-    }
-    if (fs::is_directory(folder / "Filters", ignored)) {
-        const FilterList own = ListFolder(folder / "Filters");
-        found.filters.insert(found.filters.end(), own.filters.begin(), own.filters.end());
-        found.problems.insert(found.problems.end(), own.problems.begin(), own.problems.end());
-    }
-    for (const fs::path& file : options.common.filters) {
-        addFile(file);
-    }
-    AddFilters(found);
-}
-
 void HostWindow::AddFilters(const FilterList& list) {
     for (const ListedFilter& filter : list.filters) {
         catalog.Add(filter);
@@ -325,13 +281,13 @@ void HostWindow::AskAndAddFolder() {
     const std::size_t before = catalog.Count();
     AddFilters(ListFolder(*folder));
     const std::size_t added = catalog.Count() - before;
-    Say(added == 1 ? "1 filter added" : std::to_string(added) + " filters added");
+    log.Say(added == 1 ? "1 filter added" : std::to_string(added) + " filters added");
 }
 
 void HostWindow::RunFilter(std::size_t position, Execution execution) {
     const ListedFilter filter = catalog.At(position);
     const std::string name = ShortName(filter.description);
-    Say(name + " is running. Escape stops it.");
+    log.Say(name + " is running. Escape stops it.");
     view.SetAntsMoving(false);
     try {
         Picture picture = document->Image();
@@ -349,7 +305,7 @@ void HostWindow::RunFilter(std::size_t position, Execution execution) {
         ShowReport(report, name, changed.has_value());
     } catch (...) {
         view.SetAntsMoving(true);
-        Say(name + " could not run");
+        log.Say(name + " could not run");
         throw;
     }
 }
@@ -362,7 +318,7 @@ void HostWindow::ShowAboutFilter(const ListedFilter& filter) {
 }
 
 void HostWindow::ShowReport(const RunReport& report, const std::string& name, bool changed) {
-    Say(OutcomeText(report, name, changed));
+    log.Say(OutcomeText(report, name, changed));
     if (!report.faults.empty()) {
         ShowFaults(Handle(), name, report.faults);
     }
@@ -394,7 +350,7 @@ void HostWindow::OpenPicture(const fs::path& file) {
     status.SetText(StatusBar::pictureInfo, PictureText(document->Image()));
     UpdateTitle();
     UpdateSelection();
-    Say(selectHint);
+    log.Say(selectHint);
 }
 
 void HostWindow::SelectByOptions() {
@@ -417,7 +373,7 @@ bool HostWindow::AskAndSave() {
     }
     document->SaveAs(*file);
     UpdateTitle();
-    Say("Saved as " + document->Name());
+    log.Say("Saved as " + document->Name());
     return true;
 }
 
@@ -443,7 +399,7 @@ void HostWindow::Step(std::optional<hostapi::VRect> changed, const std::string& 
     }
     view.RedrawPart(*changed);
     UpdateTitle();
-    Say(message);
+    log.Say(message);
 }
 
 void HostWindow::Select(const DraggedSelection& wanted) {
@@ -486,35 +442,13 @@ void HostWindow::AskFeather() {
 void HostWindow::SetShape(SelectionShape newShape) {
     shape = newShape;
     view.SetShape(shape);
-    Say(shape == SelectionShape::ellipse ? "Drag to select an ellipse."
-                                         : "Drag to select a rectangle.");
+    log.Say(shape == SelectionShape::ellipse ? "Drag to select an ellipse."
+                                             : "Drag to select a rectangle.");
 }
 
-void HostWindow::UpdateMenu() {
-    HMENU menu = GetMenu(Handle());
-    const bool hasPicture = document.has_value();
-    for (UINT command : std::initializer_list<UINT>{
-             COMMAND_SAVE_AS, COMMAND_SELECT_ALL, COMMAND_BOUNDS, COMMAND_ZOOM_IN, COMMAND_ZOOM_OUT,
-             COMMAND_ACTUAL_SIZE, COMMAND_FIT}) {
-        Enable(menu, command, hasPicture);
-    }
-    Enable(menu, COMMAND_DESELECT, hasPicture && document->Selected().isExplicit);
-    Enable(menu, COMMAND_UNDO, hasPicture && document->CanUndo());
-    Enable(menu, COMMAND_REDO, hasPicture && document->CanRedo());
-    SetItemText(menu, COMMAND_UNDO,
-                StepText(L"&Undo", hasPicture ? document->UndoName() : "", L"\tCtrl+Z"));
-    SetItemText(menu, COMMAND_REDO,
-                StepText(L"&Redo", hasPicture ? document->RedoName() : "", L"\tCtrl+Y"));
-    CheckMenuRadioItem(menu, COMMAND_RECTANGLE, COMMAND_ELLIPSE,
-                       shape == SelectionShape::ellipse ? COMMAND_ELLIPSE : COMMAND_RECTANGLE,
-                       MF_BYCOMMAND);
-    for (std::size_t filter = 0; filter < catalog.Count(); ++filter) {
-        Enable(menu, COMMAND_FIRST_FILTER + static_cast<UINT>(filter), hasPicture);
-    }
-    Enable(menu, COMMAND_LAST_FILTER, hasPicture && lastFilter);
-    const std::string last = lastFilter ? ShortName(catalog.At(*lastFilter).description) : "";
-    SetItemText(menu, COMMAND_LAST_FILTER,
-                L"&Last Filter" + (last.empty() ? L"" : L": " + WideFromAnsi(last)) + L"\tCtrl+F");
+std::optional<std::string> HostWindow::LastFilterName() const {
+    return lastFilter ? std::optional(ShortName(catalog.At(*lastFilter).description))
+                      : std::nullopt;
 }
 
 void HostWindow::UpdateTitle() {
@@ -528,46 +462,6 @@ void HostWindow::UpdateTitle() {
 void HostWindow::UpdateSelection() {
     status.SetText(StatusBar::selectionInfo, document ? SelectionText(document->Selected()) : "");
     view.Redraw();
-}
-
-void HostWindow::NoteWaiting(WPARAM kind, HWND waiting) {
-    if (waiting == lastWaiting) {
-        return;
-    }
-    lastWaiting = waiting;
-    wchar_t title[128] = L"";
-    GetWindowTextW(waiting, title, 128);
-    Note(kind == MSGF_MENU ? "(menu)" : "(dialog " + Utf8(title) + ")");
-}
-
-void HostWindow::Note(const std::string& line) {
-    if (statusFile.is_open()) {
-        statusFile << line << std::endl;
-    }
-}
-
-void HostWindow::Say(const std::string& message) {
-    status.SetText(StatusBar::message, message);
-    lastWaiting = nullptr;
-    if (!message.empty()) {
-        Note(message);
-    }
-}
-
-void HostWindow::ShowAbout() {
-    const std::wstring text =
-        L"Zandermolite Host " + Wide(versionText) +
-        L"\n\nA small host for filter plug-ins: it opens a picture, lets you select a part of "
-        L"it, and runs the filters of the Filter menu there.";
-    MSGBOXPARAMSW box{};
-    box.cbSize = sizeof box;
-    box.hwndOwner = Handle();
-    box.hInstance = GetModuleHandleW(nullptr);
-    box.lpszText = text.c_str();
-    box.lpszCaption = L"About Zandermolite Host";
-    box.dwStyle = MB_OK | MB_USERICON;
-    box.lpszIcon = MAKEINTRESOURCEW(ICON_PROGRAM);
-    MessageBoxIndirectW(&box);
 }
 
 }  // namespace host

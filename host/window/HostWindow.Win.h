@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <string>
 
@@ -15,6 +14,7 @@
 #include "host/window/NativeWindow.Win.h"
 #include "host/window/PictureView.Win.h"
 #include "host/window/StatusBar.Win.h"
+#include "host/window/StatusLog.Win.h"
 #include "host/window/WindowOptions.h"
 
 namespace host {
@@ -48,7 +48,6 @@ class HostWindow : public NativeWindow, private PictureViewListener {
     void OnPointer(std::optional<Place> pixel) override;
     void OnZoomed(double scale) override;
 
-    void FindFilters();
     void AddFilters(const FilterList& list);
     void AskAndAddFolder();
     void RunFilter(std::size_t position, Execution execution);
@@ -71,20 +70,15 @@ class HostWindow : public NativeWindow, private PictureViewListener {
     void AskFeather();
     void SetShape(SelectionShape newShape);
 
-    void UpdateMenu();
+    std::optional<std::string> LastFilterName() const;
     void UpdateTitle();
     void UpdateSelection();
-    void Say(const std::string& message);
-    /// Notes once that a dialog or a menu waits for input.
-    void NoteWaiting(WPARAM kind, HWND waiting);
-    /// A line for the status file, if there is one.
-    void Note(const std::string& line);
-    void ShowAbout();
 
     WindowOptions options;
     std::optional<Document> document;
     PictureView view;
     StatusBar status;
+    StatusLog log;
     HACCEL accelerators = nullptr;
 
     FilterCatalog catalog;
@@ -93,12 +87,9 @@ class HostWindow : public NativeWindow, private PictureViewListener {
     std::optional<std::size_t> lastFilter;
 
     SelectionShape shape = SelectionShape::rectangle;
-    double feather = 0.0;
-    /// What the selection was made from in this window.
+    double feather;
+    /// The drag or the numbers that the selection was made from in this window.
     std::optional<DraggedSelection> selected;
-    std::ofstream statusFile;
-    /// What NoteWaiting() noted last.
-    HWND lastWaiting = nullptr;
 };
 
 }  // namespace host

@@ -40,7 +40,7 @@ class NativeWindow {
   protected:
     /// Throws std::runtime_error.
     void Create(const WindowParameters& parameters);
-    /// What it throws goes to OnError() and ends there: in 32-bit processes no exception may pass
+    /// Exceptions from it go to OnError() and end there: in 32-bit processes no exception may pass
     /// through the system.
     virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
     /// Shows the text to the user.
@@ -56,7 +56,7 @@ class NativeWindow {
 };
 
 std::wstring Wide(std::string_view utf8);
-/// Of names in filters' resources.
+/// For names in filters' resources.
 std::wstring WideFromAnsi(std::string_view text);
 std::string Utf8(std::wstring_view text);
 

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "base/Rectangles.h"
+#include "host/window/ScrollBars.Win.h"
 #include "host/window/ViewImage.h"
 
 namespace host {
@@ -21,7 +22,6 @@ constexpr UINT_PTR dragTimer = 2;
 constexpr UINT dragMilliseconds = 30;
 // A mouse that moves less, in view pixels, was clicked, not dragged.
 constexpr int dragThreshold = 4;
-constexpr int lineHeight = 32;
 constexpr UINT wheelHorizontally = 0x020E;  // WM_MOUSEHWHEEL, of later systems.
 
 Place PlaceOf(LPARAM lParam) {
@@ -92,7 +92,7 @@ void PictureView::ZoomTo(int zoom) {
 }
 
 void PictureView::ZoomToFit() {
-    ZoomTo(viewport.FittingZoom(Room()));
+    ZoomTo(viewport.FittingZoom(RoomOf(Handle())));
 }
 
 LRESULT PictureView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -293,38 +293,7 @@ void PictureView::ReportPointerAgain() {
 }
 
 void PictureView::OnScrollBar(int bar, int request) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_ALL;
-    GetScrollInfo(Handle(), bar, &info);
-    const int page = static_cast<int>(info.nPage);
-    int position = info.nPos;
-    switch (request) {
-        case SB_LINEUP:
-            position -= lineHeight;
-            break;
-        case SB_LINEDOWN:
-            position += lineHeight;
-            break;
-        case SB_PAGEUP:
-            position -= page;
-            break;
-        case SB_PAGEDOWN:
-            position += page;
-            break;
-        case SB_TOP:
-            position = info.nMin;
-            break;
-        case SB_BOTTOM:
-            position = info.nMax;
-            break;
-        case SB_THUMBTRACK:
-        case SB_THUMBPOSITION:
-            position = info.nTrackPos;
-            break;
-        default:
-            return;
-    }
+    const int position = RequestedPosition(Handle(), bar, request);
     const Place scroll = viewport.Scroll();
     ScrollTo(bar == SB_HORZ ? Place{position, scroll.y} : Place{scroll.x, position});
 }
@@ -344,7 +313,7 @@ void PictureView::OnWheel(WPARAM wParam, LPARAM lParam, bool isHorizontal) {
     }
     UINT lines = 3;
     SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
-    const int distance = notches * static_cast<int>(std::min(lines, 20u)) * lineHeight;
+    const int distance = notches * static_cast<int>(std::min(lines, 20u)) * scrolledLine;
     const Place scroll = viewport.Scroll();
     ScrollTo(isHorizontal ? Place{scroll.x - distance, scroll.y}
                           : Place{scroll.x, scroll.y - distance});
@@ -405,43 +374,18 @@ void PictureView::ZoomAround(int zoom, Place anchor) {
     listener.OnZoomed(viewport.Scale());
 }
 
-// What there would be without scroll bars.
-Size PictureView::Room() const {
-    RECT rect{};
-    GetWindowRect(Handle(), &rect);
-    return {rect.right - rect.left, rect.bottom - rect.top};
-}
-
-// A bar that appears takes room from the other direction, so the two are decided together.
 void PictureView::UpdateScrollBars() {
+    // Setting a bar changes the window's size.
     if (isUpdatingScrollBars) {
         return;
     }
     isUpdatingScrollBars = true;
-    const Size room = Room();
     const Size zoomed = viewport.Zoomed();
-    const int barWidth = GetSystemMetrics(SM_CXVSCROLL);
-    const int barHeight = GetSystemMetrics(SM_CYHSCROLL);
-    bool needsHorizontal = zoomed.width > room.width;
-    const bool needsVertical = zoomed.height > room.height - (needsHorizontal ? barHeight : 0);
-    needsHorizontal = zoomed.width > room.width - (needsVertical ? barWidth : 0);
-    const Size page{room.width - (needsVertical ? barWidth : 0),
-                    room.height - (needsHorizontal ? barHeight : 0)};
+    const Size page = PageFor(zoomed, RoomOf(Handle()));
     viewport.SetView(page);
-    UpdateScrollBar(SB_HORZ, zoomed.width, page.width, viewport.Scroll().x);
-    UpdateScrollBar(SB_VERT, zoomed.height, page.height, viewport.Scroll().y);
+    UpdateScrollBar(Handle(), SB_HORZ, zoomed.width, page.width, viewport.Scroll().x);
+    UpdateScrollBar(Handle(), SB_VERT, zoomed.height, page.height, viewport.Scroll().y);
     isUpdatingScrollBars = false;
-}
-
-void PictureView::UpdateScrollBar(int bar, int length, int page, int position) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
-    info.nMax = std::max(length - 1, 0);
-    info.nPage = static_cast<UINT>(std::max(page, 0));
-    info.nPos = position;
-    // Shows the bar or hides it, as the page is shorter than the range or not.
-    SetScrollInfo(Handle(), bar, &info, TRUE);
 }
 
 }  // namespace host

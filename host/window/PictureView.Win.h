@@ -11,7 +11,7 @@
 
 namespace host {
 
-/// What the view tells its owner.
+/// The view's reports to its owner.
 class PictureViewListener {
   public:
     /// The user has finished dragging; the view has changed nothing yet.
@@ -82,8 +82,6 @@ class PictureView : public NativeWindow {
     void ScrollTo(Place scroll);
     void ZoomAround(int zoom, Place anchor);
     void UpdateScrollBars();
-    void UpdateScrollBar(int bar, int length, int page, int position);
-    Size Room() const;
 
     PictureViewListener& listener;
     const Document* document = nullptr;

@@ -8,8 +8,8 @@ namespace host {
 
 enum class SelectionShape { rectangle, ellipse };
 
-/// What is being selected. It has no mask yet: that of a large picture takes too long to make for
-/// each movement of the mouse.
+/// A selection that is being dragged. It has no mask yet: that of a large picture takes too long to
+/// make for each movement of the mouse.
 struct DraggedSelection {
     hostapi::VRect bounds{};
     SelectionShape shape = SelectionShape::rectangle;

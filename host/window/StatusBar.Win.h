@@ -16,7 +16,7 @@ class StatusBar {
 
     /// Throws std::runtime_error.
     void Create(HWND parent);
-    /// After the parent's size has changed. Answers the bar's height.
+    /// After the parent's size has changed. Returns the bar's height.
     int Layout();
     /// `text` in UTF-8.
     void SetText(Part part, const std::string& text);

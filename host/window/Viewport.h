@@ -43,13 +43,12 @@ class Viewport {
     Size Zoomed() const;
     /// The first view pixel of the zoomed picture that is to be seen.
     Place Scroll() const { return scroll; }
-    /// Clamped to what there is to scroll. Answers whether anything moved.
+    /// Clamped to what there is to scroll. Returns whether anything moved.
     bool ScrollTo(Place newScroll);
 
     /// Where the picture's top left corner lies in the view.
     Place Origin() const;
-    /// The picture's pixel at a place of the view; beyond the picture it goes on as if the picture
-    /// did.
+    /// The picture's pixel at a place of the view; extrapolates outside the picture.
     Place ToPicture(Place place) const;
     /// The place of a picture pixel's top left corner in the view.
     Place ToView(Place pixel) const;

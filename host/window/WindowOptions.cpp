@@ -2,7 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "host/Version.h"
+#include "host/command/Version.h"
 #include "host/picture/Picture.h"
 
 namespace host {

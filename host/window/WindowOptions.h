@@ -23,7 +23,7 @@ struct ParsedWindowOptions {
     std::string text;
 };
 
-/// `arguments` in UTF-8, without the program's name. The picture may stand alone or behind --image.
+/// `arguments` in UTF-8, without the program's name. The picture may stand alone or after --image.
 /// Throws CommandLineError.
 ParsedWindowOptions ParseWindowOptions(const std::vector<std::string>& arguments);
 

@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* times = " \u00D7 ";
 
-// Up to `digits` behind the point, 1 at least, and no zeros at the end.
+// Up to `digits` after the point, 1 at least, and no zeros at the end.
 std::string Decimal(double value, int digits) {
     char text[32];
     std::snprintf(text, sizeof text, "%.*f", digits, value);

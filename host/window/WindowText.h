@@ -1,4 +1,4 @@
-// What the window says, in UTF-8.
+// The window's texts, in UTF-8.
 #pragma once
 
 #include <string>
@@ -16,8 +16,8 @@ std::string ShortName(const FilterDescription& filter);
 /// "out of memory" for -108 and so on; empty for codes that have no words.
 std::string ResultWords(std::int16_t result);
 
-/// How an execution ended: "NAME: done", "NAME: cancelled", "The filter answered -108 (out of
-/// memory)", with the number of faults behind it. `changed` tells whether the picture did.
+/// The end of an execution: "NAME: done", "NAME: cancelled", or the filter's result with its words;
+/// then the number of faults. `changed` says whether the picture has changed.
 std::string OutcomeText(const RunReport& report, const std::string& name, bool changed);
 
 /// "640 × 480, 72 ppi, RGB".
