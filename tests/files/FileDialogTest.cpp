@@ -4,12 +4,10 @@
 
 #include "tests/support/CoreTest.h"
 #include "tests/support/FileSystemOverride.h"
+#include "tests/support/FileTypes.h"
 
 namespace {
 
-constexpr FileType Type(const char (&text)[5]) {
-    return hostapi::FourCharacters(text[0], text[1], text[2], text[3]);
-}
 constexpr FileType pictureTypes[] = {Type("JPEG"), Type("JFIF"), Type(".JPG"), noFileType};
 constexpr FileType twoExtensions[] = {Type(".JPG"), Type(".GZ "), noFileType};
 constexpr FileType noExtension[] = {Type("JPEG"), noFileType};

@@ -7,13 +7,10 @@
 #include "files/FileDialog.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/FileSystemOverride.h"
+#include "tests/support/FileTypes.h"
 #include "tests/support/ScratchFolder.h"
 
 namespace {
-
-constexpr FileType Type(const char (&text)[5]) {
-    return hostapi::FourCharacters(text[0], text[1], text[2], text[3]);
-}
 
 class FileTest : public CoreTest {
   protected:

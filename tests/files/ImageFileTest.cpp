@@ -6,12 +6,9 @@
 #include "files/JPEGSupport.h"
 #include "hostapi/Suites.h"
 #include "tests/files/ImageTest.h"
+#include "tests/support/FileTypes.h"
 
 namespace {
-
-constexpr FileType Type(const char (&text)[5]) {
-    return hostapi::FourCharacters(text[0], text[1], text[2], text[3]);
-}
 
 /// The last dialog that was asked for.
 struct {

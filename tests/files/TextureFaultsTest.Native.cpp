@@ -12,7 +12,7 @@ namespace {
 
 std::string chosenPath;
 
-struct Editor final : TextureFileOwner {
+struct QuietEditor final : TextureFileOwner {
     void* Window() const override { return nullptr; }
     void SuspendDialogs() override {}
     void ResumeDialogs() override {}
@@ -46,7 +46,7 @@ class TextureFaultsTest : public ImageTest {
         EXPECT_EQ(file.handle, nullptr);
     }
 
-    Editor editor;
+    QuietEditor editor;
     std::unique_ptr<PaintClass> picture = std::make_unique<PaintClass>(short{20}, short{10});
     std::vector<Pixel> pixels;
 };

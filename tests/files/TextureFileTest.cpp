@@ -20,18 +20,18 @@ struct {
     std::string filter;
     int shown;
     bool suspended;
-} dialog;
+} nextDialog;
 
-bool RunDialog(FileDialog& asked) {
-    ++dialog.shown;
-    EXPECT_TRUE(dialog.suspended);
-    dialog.folder = asked.folder;
-    dialog.proposal = asked.path;
-    dialog.filter = asked.filter.c_str();
-    if (dialog.choice.empty()) {
+bool RunNextDialog(FileDialog& asked) {
+    ++nextDialog.shown;
+    EXPECT_TRUE(nextDialog.suspended);
+    nextDialog.folder = asked.folder;
+    nextDialog.proposal = asked.path;
+    nextDialog.filter = asked.filter.c_str();
+    if (nextDialog.choice.empty()) {
         return false;
     }
-    std::strcpy(asked.path, dialog.choice.c_str());
+    std::strcpy(asked.path, nextDialog.choice.c_str());
     if (asked.mode == FileDialogMode::save) {
         EnforceExtension(asked.path, asked.types.front());
     }
@@ -40,15 +40,15 @@ bool RunDialog(FileDialog& asked) {
 
 struct Editor final : TextureFileOwner {
     void* Window() const override { return nullptr; }
-    void SuspendDialogs() override { dialog.suspended = true; }
-    void ResumeDialogs() override { dialog.suspended = false; }
+    void SuspendDialogs() override { nextDialog.suspended = true; }
+    void ResumeDialogs() override { nextDialog.suspended = false; }
 };
 
 class TextureFileTest : public ImageTest {
   protected:
     TextureFileTest() {
-        dialog = {};
-        platformServices.runFileDialog = RunDialog;
+        nextDialog = {};
+        platformServices.runFileDialog = RunNextDialog;
         editor.textureName = "before.jpg";
         FillWithNoise(*picture);
         pixels = PixelsOf(*picture);
@@ -61,7 +61,7 @@ class TextureFileTest : public ImageTest {
         EXPECT_EQ(picture->grY, 10);
         EXPECT_EQ(PixelsOf(*picture), pixels);
         EXPECT_EQ(editor.textureName, "before.jpg");
-        EXPECT_FALSE(dialog.suspended);
+        EXPECT_FALSE(nextDialog.suspended);
     }
     bool LoadNamed(const std::string& name) {
         file.SetPath(NameOf(name));
@@ -76,9 +76,9 @@ class TextureFileTest : public ImageTest {
 
 TEST_F(TextureFileTest, OpeningReplacesThePictureAndTakesItsName) {
     Put(Fixture("baseline.jpg"), "Stone.jpg");
-    dialog.choice = NameOf("Stone.jpg");
+    nextDialog.choice = NameOf("Stone.jpg");
     EXPECT_TRUE(OpenTextureFile(picture, editor));
-    EXPECT_EQ(dialog.filter, "*.JPG");
+    EXPECT_EQ(nextDialog.filter, "*.JPG");
     EXPECT_EQ(editor.textureName, "Stone.jpg");
     EXPECT_EQ(picture->grX, 37);
     EXPECT_EQ(picture->grY, 21);
@@ -89,12 +89,12 @@ TEST_F(TextureFileTest, OpeningReplacesThePictureAndTakesItsName) {
 
 TEST_F(TextureFileTest, LeavingTheOpenDialogIsNoFailure) {
     EXPECT_TRUE(OpenTextureFile(picture, editor));
-    EXPECT_EQ(dialog.shown, 1);
+    EXPECT_EQ(nextDialog.shown, 1);
     ExpectUntouched();
 }
 
 TEST_F(TextureFileTest, AFailedLoadLeavesPictureAndName) {
-    dialog.choice = NameOf("missing.jpg");
+    nextDialog.choice = NameOf("missing.jpg");
     EXPECT_FALSE(OpenTextureFile(picture, editor));
     ExpectUntouched();
     for (const char* const name : {"cmyk.jpg", "size-513x10.jpg", "size-10x513.jpg",
@@ -134,10 +134,10 @@ TEST_F(TextureFileTest, WithoutMemoryForThePictureTheOldOneStays) {
 }
 
 TEST_F(TextureFileTest, SavingWritesTheColorsAtTheBestQuality) {
-    dialog.choice = NameOf("Grass.jpg");
+    nextDialog.choice = NameOf("Grass.jpg");
     EXPECT_TRUE(SaveTexture(picture.get(), editor));
-    EXPECT_EQ(dialog.proposal, "before.jpg");
-    EXPECT_EQ(dialog.filter, "*.JPG");
+    EXPECT_EQ(nextDialog.proposal, "before.jpg");
+    EXPECT_EQ(nextDialog.filter, "*.JPG");
     EXPECT_EQ(editor.textureName, "Grass.jpg");
     PlainPicture plain{20, 10, 3, {}};
     for (const Pixel pixel : PixelsOf(*picture)) {
@@ -155,7 +155,7 @@ TEST_F(TextureFileTest, ASavedTextureLoadsAgainWithoutAJFIFMark) {
         }
     }
     const std::vector<Pixel> before = ColorsOf(*picture);
-    dialog.choice = NameOf("ramp.jpg");
+    nextDialog.choice = NameOf("ramp.jpg");
     ASSERT_TRUE(SaveTexture(picture.get(), editor));
     EXPECT_EQ(BytesIn("ramp.jpg").find("JFIF"), std::string::npos);
     ASSERT_TRUE(LoadNamed("ramp.jpg"));
@@ -179,7 +179,7 @@ TEST_F(TextureFileTest, AnUnrelatedDecoderReadsWhatIsSaved) {
                                 static_cast<unsigned char>(y * 255 / side));
             }
         }
-        dialog.choice = NameOf("ramp.jpg");
+        nextDialog.choice = NameOf("ramp.jpg");
         ASSERT_TRUE(SaveTexture(picture.get(), editor));
         const std::string bytes = BytesIn("ramp.jpg");
         const host::Picture other =
@@ -198,7 +198,7 @@ TEST_F(TextureFileTest, AnUnrelatedDecoderReadsWhatIsSaved) {
 }
 
 TEST_F(TextureFileTest, TheNameGetsTheExtension) {
-    dialog.choice = NameOf("tile");
+    nextDialog.choice = NameOf("tile");
     EXPECT_TRUE(SaveTexture(picture.get(), editor));
     EXPECT_EQ(editor.textureName, "tile.JPG");
     EXPECT_FALSE(BytesIn("tile.JPG").empty());
@@ -207,22 +207,22 @@ TEST_F(TextureFileTest, TheNameGetsTheExtension) {
 TEST_F(TextureFileTest, ATextureWithoutANameIsOfferedAsUntitled) {
     editor.textureName.clear();
     EXPECT_TRUE(SaveTexture(picture.get(), editor));
-    EXPECT_EQ(dialog.proposal, "Untitled");
+    EXPECT_EQ(nextDialog.proposal, "Untitled");
 }
 
 TEST_F(TextureFileTest, LeavingTheSaveDialogIsNoFailure) {
     EXPECT_TRUE(SaveTexture(picture.get(), editor));
-    EXPECT_EQ(dialog.shown, 1);
+    EXPECT_EQ(nextDialog.shown, 1);
     ExpectUntouched();
 }
 
 TEST_F(TextureFileTest, NoPictureIsAFailureWithoutADialog) {
     EXPECT_FALSE(SaveTexture(nullptr, editor));
-    EXPECT_EQ(dialog.shown, 0);
+    EXPECT_EQ(nextDialog.shown, 0);
 }
 
 TEST_F(TextureFileTest, AFailedSaveLeavesTheName) {
-    dialog.choice = NameOf("no such folder/a.jpg");
+    nextDialog.choice = NameOf("no such folder/a.jpg");
     EXPECT_FALSE(SaveTexture(picture.get(), editor));
     ExpectUntouched();
     // A file that somebody else has open keeps its bytes.
@@ -230,7 +230,7 @@ TEST_F(TextureFileTest, AFailedSaveLeavesTheName) {
     File other;
     other.SetPath(file.path);
     ASSERT_EQ(other.Open(), 0);
-    dialog.choice = file.path;
+    nextDialog.choice = file.path;
     EXPECT_FALSE(SaveTexture(picture.get(), editor));
     other.Close();
     EXPECT_EQ(BytesIn("taken.jpg"), "somebody's");

@@ -6,7 +6,7 @@
 
 namespace {
 
-ItemRecord Field(std::uint8_t letter, float minimum, float maximum) {
+ItemRecord FieldOf(std::uint8_t letter, float minimum, float maximum) {
     ItemRecord record;
     record.kind = itemEdit | letter;
     record.decimals = letter == itemReal ? 1 : 0;
@@ -23,7 +23,7 @@ std::string AlertFor(const ItemRecord& record, std::int16_t status) {
 }
 
 TEST(FieldCheckTest, AGoodNumberIsAChangeOrNone) {
-    ItemRecord record = Field(itemInteger, 0, 100);
+    ItemRecord record = FieldOf(itemInteger, 0, 100);
     record.value = 5;
     EXPECT_EQ(CheckNumberText("6", record).outcome, NumberCheck::Outcome::changed);
     EXPECT_EQ(CheckNumberText("6", record).value, 6);
@@ -32,13 +32,13 @@ TEST(FieldCheckTest, AGoodNumberIsAChangeOrNone) {
 }
 
 TEST(FieldCheckTest, AnEmptyFieldHasNothingToSay) {
-    const ItemRecord record = Field(itemInteger, 1, 100);
+    const ItemRecord record = FieldOf(itemInteger, 1, 100);
     EXPECT_EQ(CheckNumberText("", record).outcome, NumberCheck::Outcome::emptied);
     EXPECT_EQ(CheckNumberText("  ", record).outcome, NumberCheck::Outcome::emptied);
 }
 
 TEST(FieldCheckTest, AMinusSignOffersTheMinimumZero) {
-    const ItemRecord record = Field(itemInteger, 0, 100);
+    const ItemRecord record = FieldOf(itemInteger, 0, 100);
     const NumberCheck check = CheckNumberText("-1", record);
     EXPECT_EQ(check.outcome, NumberCheck::Outcome::bad);
     EXPECT_EQ(check.status, 18021);
@@ -47,49 +47,49 @@ TEST(FieldCheckTest, AMinusSignOffersTheMinimumZero) {
 }
 
 TEST(FieldCheckTest, EveryFieldAndLimitHasItsAlert) {
-    const ItemRecord integer = Field(itemInteger, 1, 100);
+    const ItemRecord integer = FieldOf(itemInteger, 1, 100);
     EXPECT_EQ(AlertFor(integer, 18013), "18001 (1) (100)");
-    EXPECT_EQ(AlertFor(Field(itemInteger, 1, none), 18013), "18002 (1) ()");
-    EXPECT_EQ(AlertFor(Field(itemInteger, -none, 100), 18013), "18003 (100) ()");
-    EXPECT_EQ(AlertFor(Field(itemInteger, -none, none), 18013), "18013 () ()");
-    const ItemRecord real = Field(itemReal, 0.1F, 7.1F);
+    EXPECT_EQ(AlertFor(FieldOf(itemInteger, 1, none), 18013), "18002 (1) ()");
+    EXPECT_EQ(AlertFor(FieldOf(itemInteger, -none, 100), 18013), "18003 (100) ()");
+    EXPECT_EQ(AlertFor(FieldOf(itemInteger, -none, none), 18013), "18013 () ()");
+    const ItemRecord real = FieldOf(itemReal, 0.1F, 7.1F);
     EXPECT_EQ(AlertFor(real, 18014), "18004 (0.1) (7.1)");
-    EXPECT_EQ(AlertFor(Field(itemReal, 0.1F, none), 18014), "18005 (0.1) ()");
-    EXPECT_EQ(AlertFor(Field(itemReal, -none, 7.1F), 18014), "18006 (7.1) ()");
-    EXPECT_EQ(AlertFor(Field(itemReal, -none, none), 18014), "18014 () ()");
+    EXPECT_EQ(AlertFor(FieldOf(itemReal, 0.1F, none), 18014), "18005 (0.1) ()");
+    EXPECT_EQ(AlertFor(FieldOf(itemReal, -none, 7.1F), 18014), "18006 (7.1) ()");
+    EXPECT_EQ(AlertFor(FieldOf(itemReal, -none, none), 18014), "18014 () ()");
 }
 
 TEST(FieldCheckTest, BeyondALimitTheAlertOffersTheClosestValue) {
     for (const std::int16_t status : {fieldAboveMaximum, fieldBelowMinimum}) {
-        EXPECT_EQ(AlertFor(Field(itemInteger, 1, 100), status), "18007 (1) (100)");
-        EXPECT_EQ(AlertFor(Field(itemInteger, 1, none), status), "18008 (1) ()");
-        EXPECT_EQ(AlertFor(Field(itemInteger, -none, 100), status), "18009 (100) ()");
-        EXPECT_EQ(AlertFor(Field(itemReal, 1, 7), status), "18010 (1.0) (7.0)");
-        EXPECT_EQ(AlertFor(Field(itemReal, 1, none), status), "18011 (1.0) ()");
-        EXPECT_EQ(AlertFor(Field(itemReal, -none, 7), status), "18012 (7.0) ()");
-        EXPECT_EQ(AlertFor(Field(itemInteger, -none, none), status), "18013 () ()");
-        EXPECT_EQ(AlertFor(Field(itemReal, -none, none), status), "18014 () ()");
-        EXPECT_TRUE(ChooseFieldAlert(Field(itemInteger, 1, 100), status).offersClosest);
-        EXPECT_FALSE(ChooseFieldAlert(Field(itemInteger, -none, none), status).offersClosest);
+        EXPECT_EQ(AlertFor(FieldOf(itemInteger, 1, 100), status), "18007 (1) (100)");
+        EXPECT_EQ(AlertFor(FieldOf(itemInteger, 1, none), status), "18008 (1) ()");
+        EXPECT_EQ(AlertFor(FieldOf(itemInteger, -none, 100), status), "18009 (100) ()");
+        EXPECT_EQ(AlertFor(FieldOf(itemReal, 1, 7), status), "18010 (1.0) (7.0)");
+        EXPECT_EQ(AlertFor(FieldOf(itemReal, 1, none), status), "18011 (1.0) ()");
+        EXPECT_EQ(AlertFor(FieldOf(itemReal, -none, 7), status), "18012 (7.0) ()");
+        EXPECT_EQ(AlertFor(FieldOf(itemInteger, -none, none), status), "18013 () ()");
+        EXPECT_EQ(AlertFor(FieldOf(itemReal, -none, none), status), "18014 () ()");
+        EXPECT_TRUE(ChooseFieldAlert(FieldOf(itemInteger, 1, 100), status).offersClosest);
+        EXPECT_FALSE(ChooseFieldAlert(FieldOf(itemInteger, -none, none), status).offersClosest);
     }
-    EXPECT_FALSE(ChooseFieldAlert(Field(itemInteger, 1, 100), fieldNotInteger).offersClosest);
-    EXPECT_FALSE(ChooseFieldAlert(Field(itemReal, 1, 100), fieldNotReal).offersClosest);
-    EXPECT_EQ(ClosestValue(Field(itemInteger, 1, 100), fieldAboveMaximum), 100);
-    EXPECT_EQ(ClosestValue(Field(itemInteger, 1, 100), fieldBelowMinimum), 1);
+    EXPECT_FALSE(ChooseFieldAlert(FieldOf(itemInteger, 1, 100), fieldNotInteger).offersClosest);
+    EXPECT_FALSE(ChooseFieldAlert(FieldOf(itemReal, 1, 100), fieldNotReal).offersClosest);
+    EXPECT_EQ(ClosestValue(FieldOf(itemInteger, 1, 100), fieldAboveMaximum), 100);
+    EXPECT_EQ(ClosestValue(FieldOf(itemInteger, 1, 100), fieldBelowMinimum), 1);
 }
 
 TEST(FieldCheckTest, ALimitThatNoFieldCanShowIsLeftOut) {
-    const ItemRecord record = Field(itemInteger, 1, 1e10F);
+    const ItemRecord record = FieldOf(itemInteger, 1, 1e10F);
     EXPECT_EQ(AlertFor(record, 18013), "18002 (1) ()");
     EXPECT_FALSE(ChooseFieldAlert(record, fieldAboveMaximum).offersClosest);
     EXPECT_TRUE(ChooseFieldAlert(record, fieldBelowMinimum).offersClosest);
-    const ItemRecord noneShown = Field(itemInteger, -1e20F, 1e10F);
+    const ItemRecord noneShown = FieldOf(itemInteger, -1e20F, 1e10F);
     EXPECT_EQ(AlertFor(noneShown, fieldAboveMaximum), "18013 () ()");
     EXPECT_FALSE(ChooseFieldAlert(noneShown, fieldAboveMaximum).offersClosest);
 }
 
 TEST(FieldCheckTest, TextsHaveAWidth) {
-    ItemRecord record = Field(itemText, 0, 0);
+    ItemRecord record = FieldOf(itemText, 0, 0);
     EXPECT_FALSE(IsTooLong(record, std::string(255, 'x')));
     record.width = 31;
     EXPECT_FALSE(IsTooLong(record, std::string(31, 'x')));

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <random>
 
+#include "tests/host/Noise.h"
 #include "tests/host/TestFilters.h"
 
 namespace host {
@@ -13,15 +13,6 @@ namespace host {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-Picture Noise(int width, int height, int planes) {
-    Picture picture = MakePicture(width, height, planes);
-    std::mt19937 random(5);
-    for (std::uint8_t& byte : picture.pixels) {
-        byte = static_cast<std::uint8_t>(random());
-    }
-    return picture;
-}
 
 Picture InvertedInside(Picture picture, const hostapi::VRect& rect) {
     for (int y = rect.top; y < rect.bottom; ++y) {

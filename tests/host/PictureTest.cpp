@@ -8,6 +8,8 @@
 #include <iterator>
 #include <random>
 
+#include "tests/host/Noise.h"
+
 namespace host {
 
 namespace {
@@ -16,7 +18,7 @@ namespace fs = std::filesystem;
 
 const fs::path data = "tests/host/data";
 
-std::vector<std::uint8_t> Bytes(const fs::path& file) {
+std::vector<std::uint8_t> FileBytes(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
     EXPECT_TRUE(stream) << file;
     return {std::istreambuf_iterator<char>(stream), {}};
@@ -57,15 +59,6 @@ class PictureFileTest : public testing::Test {
 
     const fs::path folder;
 };
-
-Picture Noise(int width, int height, int planes) {
-    Picture picture = MakePicture(width, height, planes);
-    std::mt19937 random(7);
-    for (std::uint8_t& byte : picture.pixels) {
-        byte = static_cast<std::uint8_t>(random());
-    }
-    return picture;
-}
 
 struct Expectation {
     const char* file;
@@ -160,12 +153,12 @@ TEST(PictureTest, ErrorsNameTheFileInOneLine) {
     EXPECT_EQ(ErrorOf([] { LoadPicture("no/such.png"); }), "no/such.png: cannot be opened");
     EXPECT_EQ(ErrorOf([] { LoadPicture("tests/host"); }), "tests/host: is a folder");
     EXPECT_EQ(ErrorOf([] { DecodePicture({}, "empty"); }), "empty: not a PNG, JPEG or BMP picture");
-    EXPECT_EQ(ErrorOf([] { DecodePicture(Bytes("tests/host/PictureTest.cpp"), "text"); }),
+    EXPECT_EQ(ErrorOf([] { DecodePicture(FileBytes("tests/host/PictureTest.cpp"), "text"); }),
               "text: not a PNG, JPEG or BMP picture");
 }
 
 TEST(PictureTest, RefusesSidesBeyondTheInterface) {
-    std::vector<std::uint8_t> bytes = Bytes(data / "rgb-300.png");
+    std::vector<std::uint8_t> bytes = FileBytes(data / "rgb-300.png");
     // The width is the first number of the header: 40000.
     bytes[18] = 0x9C;
     bytes[19] = 0x40;
@@ -176,7 +169,7 @@ TEST(PictureTest, RefusesSidesBeyondTheInterface) {
 TEST(PictureTest, AFileThatBreaksOffIsDamaged) {
     for (const fs::path& file : AllFiles()) {
         SCOPED_TRACE(file);
-        const std::vector<std::uint8_t> whole = Bytes(file);
+        const std::vector<std::uint8_t> whole = FileBytes(file);
         const std::vector<std::uint8_t> half(
             whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(whole.size() * 3 / 4));
         EXPECT_THROW(DecodePicture(half, "half"), PictureError);
@@ -187,7 +180,7 @@ TEST(PictureTest, NoDamageDoesMoreThanAnError) {
     std::mt19937 random(1);
     int errors = 0, pictures = 0;
     for (const fs::path& file : AllFiles()) {
-        const std::vector<std::uint8_t> whole = Bytes(file);
+        const std::vector<std::uint8_t> whole = FileBytes(file);
         for (int round = 0; round < 150; ++round) {
             std::vector<std::uint8_t> damaged = whole;
             for (int change = 0; change < 4; ++change) {
@@ -211,11 +204,11 @@ TEST(PictureTest, NoDamageDoesMoreThanAnError) {
 }
 
 TEST(PictureTest, ResolutionsThatMakeNoSenseAreIgnored) {
-    std::vector<std::uint8_t> bytes = Bytes(data / "density-150x100.jpg");
+    std::vector<std::uint8_t> bytes = FileBytes(data / "density-150x100.jpg");
     bytes[14] = bytes[15] = 0;  // Nothing per inch.
     EXPECT_EQ(DecodePicture(bytes, "zero").horizontalResolution, 72.0);
     EXPECT_EQ(DecodePicture(bytes, "zero").verticalResolution, 72.0);
-    bytes = Bytes(data / "density-150x100.jpg");
+    bytes = FileBytes(data / "density-150x100.jpg");
     bytes[13] = 0;  // Only the pixels' proportions.
     EXPECT_EQ(DecodePicture(bytes, "proportions").horizontalResolution, 72.0);
 }
@@ -243,7 +236,7 @@ TEST_F(PictureFileTest, TouchesNoOtherFile) {
     std::ofstream(folder / "a.png.partial0") << "somebody's";
     SavePicture(Noise(2, 2, 3), file);
     EXPECT_EQ(FilesInFolder(), 2U);
-    EXPECT_EQ(Bytes(folder / "a.png.partial0").size(), 10U);
+    EXPECT_EQ(FileBytes(folder / "a.png.partial0").size(), 10U);
 }
 
 TEST_F(PictureFileTest, LeavesNothingBehindWhereItCannotWrite) {

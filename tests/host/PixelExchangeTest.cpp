@@ -2,23 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "hostapi/Results.h"
 #include "tests/host/Misuse.h"
+#include "tests/host/Noise.h"
 
 namespace host {
 
 namespace {
-
-Picture Noise(int width, int height, int planes) {
-    Picture picture = MakePicture(width, height, planes);
-    std::mt19937 random(11);
-    for (std::uint8_t& byte : picture.pixels) {
-        byte = static_cast<std::uint8_t>(random());
-    }
-    return picture;
-}
 
 hostapi::FilterRecord Ask(const hostapi::Rect& in, const hostapi::Rect& out, int lowPlane,
                           int highPlane) {

@@ -12,7 +12,7 @@ namespace {
 
 class BlurKernelTest : public CoreTest {};
 
-double RadiusOf(int amount) {
+double KernelRadius(int amount) {
     return amount * 0.05;
 }
 
@@ -27,7 +27,7 @@ TEST_F(BlurKernelTest, HasTheWeightsOfTheTable) {
     for (const Row& row : {Row{1, 3, 16777216, 0, 0}, Row{10, 5, 7820227, 1795327, 60},
                            Row{20, 7, 1972387, 1365285, 2625}, Row{50, 13, 330674, 311772, 4773},
                            Row{100, 23, 86751, 85484, 2464}}) {
-        const BlurKernel kernel(RadiusOf(row.amount));
+        const BlurKernel kernel(KernelRadius(row.amount));
         ASSERT_FALSE(kernel.Failed());
         ASSERT_EQ(2 * kernel.Half() + 1, row.side);
         EXPECT_EQ(kernel.Weight(0, 0), row.centre);
@@ -38,8 +38,8 @@ TEST_F(BlurKernelTest, HasTheWeightsOfTheTable) {
 
 TEST_F(BlurKernelTest, IsTheSquareSummedAsItIsTold) {
     for (int amount = 1; amount <= 100; ++amount) {
-        const BlurKernel kernel(RadiusOf(amount));
-        const PlainKernel plain = MakePlainKernel(RadiusOf(amount));
+        const BlurKernel kernel(KernelRadius(amount));
+        const PlainKernel plain = MakePlainKernel(KernelRadius(amount));
         ASSERT_FALSE(kernel.Failed());
         ASSERT_EQ(kernel.Half(), plain.half);
         const int half = plain.half;
@@ -57,7 +57,7 @@ TEST_F(BlurKernelTest, IsTheSquareSummedAsItIsTold) {
 TEST_F(BlurKernelTest, NeverWeighsMoreThanOne) {
     for (int amount = 1; amount <= 100; ++amount) {
         std::uint64_t sum = 0;
-        for (const std::uint32_t weight : MakePlainKernel(RadiusOf(amount)).weights) {
+        for (const std::uint32_t weight : MakePlainKernel(KernelRadius(amount)).weights) {
             sum += weight;
         }
         EXPECT_LE(sum, 16777216u) << amount;
@@ -99,7 +99,7 @@ TEST_F(BlurKernelTest, ASquareBeyondTheLargestFails) {
     EXPECT_FALSE(BlurKernel(largest).Failed());
     EXPECT_EQ(BlurKernel(largest).Half(), BlurKernel::largestHalf);
     EXPECT_TRUE(BlurKernel(largest + 0.5).Failed());
-    EXPECT_TRUE(BlurKernel(RadiusOf(32767)).Failed());
+    EXPECT_TRUE(BlurKernel(KernelRadius(32767)).Failed());
 }
 
 TEST_F(BlurKernelTest, ABlockWhoseSizeCannotBeCountedIsAFault) {
@@ -114,7 +114,7 @@ TEST_F(BlurKernelTest, FailsWithoutABlock) {
 }
 
 /// FNV-1a over the weights of one octant, as 32-bit numbers.
-std::uint64_t Hash(const BlurKernel& kernel, std::uint64_t hash) {
+std::uint64_t Folded(const BlurKernel& kernel, std::uint64_t hash) {
     for (int outer = 0; outer <= kernel.Half(); ++outer) {
         for (int inner = 0; inner <= outer; ++inner) {
             hash = (hash ^ kernel.Weight(outer, inner)) * 0x100000001B3u;
@@ -127,7 +127,7 @@ std::uint64_t Hash(const BlurKernel& kernel, std::uint64_t hash) {
 TEST_F(BlurKernelTest, TheKernelsAreTheSameOnEveryBuild) {
     std::uint64_t hash = 0xCBF29CE484222325u;
     for (int amount = 1; amount <= 100; ++amount) {
-        hash = Hash(BlurKernel(RadiusOf(amount)), hash);
+        hash = Folded(BlurKernel(KernelRadius(amount)), hash);
     }
     EXPECT_EQ(hash, 0x8C4BF20D634EB525u);
 }

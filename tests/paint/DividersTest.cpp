@@ -8,6 +8,7 @@
 #include "paint/PaintClass.h"
 #include "paint/math/Random.h"
 #include "plain/PlainDividers.h"
+#include "tests/paint/Tones.h"
 #include "tests/support/BusyCursor.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
@@ -16,8 +17,6 @@
 
 namespace {
 
-constexpr Pixel black = Color(0, 0, 0);
-constexpr Pixel white = Color(255, 255, 255);
 const std::string noAssertion = "(no assertion failed)";
 const std::string startOutside =
     "PicClass / Zeile 333 !((x < grX) && (x >= 0) && (y < grY) && (y >= 0))";

@@ -28,7 +28,7 @@ std::vector<PlainPosition> Traced(hostapi::Point from, hostapi::Point to) {
     return called;
 }
 
-using Positions = std::vector<PlainPosition>;
+using Walk = std::vector<PlainPosition>;
 
 class LineWalkTest : public ToolTest {};
 
@@ -43,44 +43,43 @@ TEST_F(LineWalkTest, AWalkAndATraceAreTheSameAsThePlainOnes) {
 }
 
 TEST_F(LineWalkTest, AWalkOfNoLengthCallsBackOnce) {
-    EXPECT_EQ(Walked(At(5, -7), At(5, -7)), (Positions{{5, -7}}));
+    EXPECT_EQ(Walked(At(5, -7), At(5, -7)), (Walk{{5, -7}}));
 }
 
 TEST_F(LineWalkTest, AWalkCallsBackAtBothEndsAndAboutOnceAPixel) {
-    EXPECT_EQ(Walked(At(2, 3), At(5, 3)), (Positions{{2, 3}, {3, 3}, {4, 3}, {5, 3}}));
+    EXPECT_EQ(Walked(At(2, 3), At(5, 3)), (Walk{{2, 3}, {3, 3}, {4, 3}, {5, 3}}));
     // Of length 1.41, and so in one step.
-    EXPECT_EQ(Walked(At(0, 0), At(1, -1)), (Positions{{0, 0}, {1, -1}}));
+    EXPECT_EQ(Walked(At(0, 0), At(1, -1)), (Walk{{0, 0}, {1, -1}}));
     EXPECT_EQ(Walked(At(0, 0), At(6, 8)).size(), 11u);
     EXPECT_EQ(Walked(At(0, 0), At(6, 8)).back(), (PlainPosition{6, 8}));
 }
 
 TEST_F(LineWalkTest, AWalkBeyondSixteenBitsHasNoSteps) {
     EXPECT_EQ(Walked(At(0, 0), At(32767, 0)).size(), 32768u);
-    EXPECT_EQ(Walked(At(-1, 0), At(32767, 0)), Positions{});
-    EXPECT_EQ(Walked(At(-32768, 0), At(32767, 0)), Positions{});
+    EXPECT_EQ(Walked(At(-1, 0), At(32767, 0)), Walk{});
+    EXPECT_EQ(Walked(At(-32768, 0), At(32767, 0)), Walk{});
     EXPECT_EQ(Walked(At(-32768, -32768), At(32767, 32767)).size(), 27145u) << "92680 - 65536 + 1";
 }
 
 TEST_F(LineWalkTest, ATraceOfADiagonalTouchesEachPixelOnce) {
-    EXPECT_EQ(Traced(At(0, 0), At(3, 3)), (Positions{{0, 0}, {1, 1}, {2, 2}, {3, 3}}));
-    EXPECT_EQ(Traced(At(0, 0), At(-3, 3)), (Positions{{0, 0}, {-1, 1}, {-2, 2}, {-3, 3}}));
-    EXPECT_EQ(Traced(At(0, 0), At(3, -3)), (Positions{{0, 0}, {1, -1}, {2, -2}, {3, -3}}));
-    EXPECT_EQ(Traced(At(0, 0), At(-3, -3)), (Positions{{0, 0}, {-1, -1}, {-2, -2}, {-3, -3}}));
+    EXPECT_EQ(Traced(At(0, 0), At(3, 3)), (Walk{{0, 0}, {1, 1}, {2, 2}, {3, 3}}));
+    EXPECT_EQ(Traced(At(0, 0), At(-3, 3)), (Walk{{0, 0}, {-1, 1}, {-2, 2}, {-3, 3}}));
+    EXPECT_EQ(Traced(At(0, 0), At(3, -3)), (Walk{{0, 0}, {1, -1}, {2, -2}, {3, -3}}));
+    EXPECT_EQ(Traced(At(0, 0), At(-3, -3)), (Walk{{0, 0}, {-1, -1}, {-2, -2}, {-3, -3}}));
 }
 
 TEST_F(LineWalkTest, ATraceKnowsAllEightDirections) {
-    EXPECT_EQ(Traced(At(1, 1), At(1, 1)), (Positions{{1, 1}}));
-    EXPECT_EQ(Traced(At(0, 0), At(3, 0)), (Positions{{0, 0}, {1, 0}, {2, 0}, {3, 0}}));
-    EXPECT_EQ(Traced(At(0, 0), At(-2, 0)), (Positions{{0, 0}, {-1, 0}, {-2, 0}}));
-    EXPECT_EQ(Traced(At(0, 0), At(0, 2)), (Positions{{0, 0}, {0, 1}, {0, 2}}));
-    EXPECT_EQ(Traced(At(0, 0), At(0, -2)), (Positions{{0, 0}, {0, -1}, {0, -2}}));
-    EXPECT_EQ(Traced(At(0, 0), At(4, 2)), (Positions{{0, 0}, {1, 0}, {2, 1}, {3, 1}, {4, 2}}));
-    EXPECT_EQ(Traced(At(0, 0), At(-2, -4)),
-              (Positions{{0, 0}, {0, -1}, {-1, -2}, {-1, -3}, {-2, -4}}));
+    EXPECT_EQ(Traced(At(1, 1), At(1, 1)), (Walk{{1, 1}}));
+    EXPECT_EQ(Traced(At(0, 0), At(3, 0)), (Walk{{0, 0}, {1, 0}, {2, 0}, {3, 0}}));
+    EXPECT_EQ(Traced(At(0, 0), At(-2, 0)), (Walk{{0, 0}, {-1, 0}, {-2, 0}}));
+    EXPECT_EQ(Traced(At(0, 0), At(0, 2)), (Walk{{0, 0}, {0, 1}, {0, 2}}));
+    EXPECT_EQ(Traced(At(0, 0), At(0, -2)), (Walk{{0, 0}, {0, -1}, {0, -2}}));
+    EXPECT_EQ(Traced(At(0, 0), At(4, 2)), (Walk{{0, 0}, {1, 0}, {2, 1}, {3, 1}, {4, 2}}));
+    EXPECT_EQ(Traced(At(0, 0), At(-2, -4)), (Walk{{0, 0}, {0, -1}, {-1, -2}, {-1, -3}, {-2, -4}}));
 }
 
 TEST_F(LineWalkTest, ATraceAcrossAllSixteenBitsEnds) {
-    const Positions corner = Traced(At(-32768, -32768), At(32767, 32767));
+    const Walk corner = Traced(At(-32768, -32768), At(32767, 32767));
     EXPECT_EQ(corner.size(), 65536u);
     EXPECT_EQ(corner.back(), (PlainPosition{32767, 32767}));
 }

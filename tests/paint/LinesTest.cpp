@@ -3,6 +3,7 @@
 #include "paint/PaintClass.h"
 #include "paint/math/Random.h"
 #include "plain/PlainLines.h"
+#include "tests/paint/Tones.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 
@@ -10,7 +11,6 @@ namespace {
 
 /// No mode of the generator's: every stroke keeps the first one's black, and no colour is drawn.
 constexpr std::uint16_t linesAllBlack = 15;
-constexpr Pixel black = Color(0, 0, 0);
 
 class LinesTest : public CoreTest {
   protected:

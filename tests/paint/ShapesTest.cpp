@@ -6,6 +6,7 @@
 #include "paint/PaintClass.h"
 #include "paint/math/Random.h"
 #include "plain/PlainShapes.h"
+#include "tests/paint/Tones.h"
 #include "tests/support/Bar.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"
@@ -15,9 +16,6 @@
 #include "tests/support/Shifting.h"
 
 namespace {
-
-constexpr Pixel white = Color(255, 255, 255);
-constexpr Pixel black = Color(0, 0, 0);
 
 class ShapesTest : public CoreTest {
   protected:
@@ -90,7 +88,7 @@ std::vector<Pixel> ShapesOnBlack(short width, short height, const ShapesParams& 
     return ColorsOf(pic);
 }
 
-Pixel At(const std::vector<Pixel>& pixels, short width, int x, int y) {
+Pixel PixelAt(const std::vector<Pixel>& pixels, short width, int x, int y) {
     const int height = static_cast<int>(pixels.size()) / width;
     return pixels[static_cast<std::size_t>(Wrap(y, static_cast<short>(height)) * width +
                                            Wrap(x, width))];
@@ -194,8 +192,8 @@ TEST_F(ShapesTest, WithoutBevelShapesAreFlat) {
         const std::vector<Pixel> dim = ShapesOnBlack(100, 100, params);
         params.contrast = 100;
         EXPECT_EQ(ShapesOnBlack(100, 100, params), dim) << "no light on them";
-        EXPECT_EQ(At(dim, 100, 50, 50), Color(128, 128, 128));
-        EXPECT_EQ(At(dim, 100, 50, 10), black);
+        EXPECT_EQ(PixelAt(dim, 100, 50, 50), Color(128, 128, 128));
+        EXPECT_EQ(PixelAt(dim, 100, 50, 10), black);
         // Only their rims are softened, in the height field.
         PaintClass pic(100, 100);
         EXPECT_TRUE(RunShapes(pic, params));
@@ -217,7 +215,7 @@ TEST_F(ShapesTest, ShapesWithoutSizeAreTheirCentres) {
         EXPECT_EQ(std::ranges::count(pixels, black), 80 * 60 - 2);
         const auto isRaised = [&](int x) {
             // Up to two percent of no size, and of half a cell: no pixel to either side.
-            return At(pixels, 80, x, 30) != black || At(pixels, 80, x, 29) != black;
+            return PixelAt(pixels, 80, x, 30) != black || PixelAt(pixels, 80, x, 29) != black;
         };
         EXPECT_TRUE(isRaised(20) || isRaised(19));
         EXPECT_TRUE(isRaised(60) || isRaised(59));
@@ -240,7 +238,7 @@ TEST_F(ShapesTest, TransparencyIsTheOldTexturesPercentage) {
     PaintClass pic(60, 60);
     pic.FillColor({0x6400, 0x6400, 0x6400});
     EXPECT_TRUE(RunShapes(pic, params));
-    EXPECT_EQ(At(ColorsOf(pic), 60, 30, 30), Color(193, 193, 193)) << "100 * 0.4 + 255 * 0.6";
+    EXPECT_EQ(PixelAt(ColorsOf(pic), 60, 30, 30), Color(193, 193, 193)) << "100 * 0.4 + 255 * 0.6";
 }
 
 TEST_F(ShapesTest, HalfShiftMovesASingleShapeByHalfATile) {
@@ -249,11 +247,12 @@ TEST_F(ShapesTest, HalfShiftMovesASingleShapeByHalfATile) {
     const std::vector<Pixel> middle = ShapesOnBlack(64, 50, params);
     params.halfShift = 1;
     const std::vector<Pixel> shifted = ShapesOnBlack(64, 50, params);
-    EXPECT_NE(At(middle, 64, 32, 25), black);
-    EXPECT_EQ(At(middle, 64, 0, 25), black);
+    EXPECT_NE(PixelAt(middle, 64, 32, 25), black);
+    EXPECT_EQ(PixelAt(middle, 64, 0, 25), black);
     for (int y = 0; y < 50; ++y) {
         for (int x = 0; x < 64; ++x) {
-            ASSERT_EQ(At(shifted, 64, x + 32, y), At(middle, 64, x, y)) << "around the edge";
+            ASSERT_EQ(PixelAt(shifted, 64, x + 32, y), PixelAt(middle, 64, x, y))
+                << "around the edge";
         }
     }
 }
@@ -265,8 +264,8 @@ TEST_F(ShapesTest, HalfShiftWithAnOddNumberOfRowsMovesTheFirstAndTheLast) {
     const std::vector<Pixel> pixels = ShapesOnBlack(60, 90, params);
     for (int row = 0; row < 3; ++row) {
         const int y = 15 + 30 * row;
-        EXPECT_EQ(At(pixels, 60, 0, y), row == 1 ? black : white) << row;
-        EXPECT_EQ(At(pixels, 60, 30, y), row == 1 ? white : black) << row;
+        EXPECT_EQ(PixelAt(pixels, 60, 0, y), row == 1 ? black : white) << row;
+        EXPECT_EQ(PixelAt(pixels, 60, 30, y), row == 1 ? white : black) << row;
     }
 }
 
@@ -288,7 +287,7 @@ TEST_F(ShapesTest, TheUsersAngleTurnsClockwise) {
     ShapesParams params = OneShape(shapeSquare, 0.9, 0.2);
     const auto isOn = [&params](int degrees, int dx, int dy) {
         params.angle = static_cast<std::int16_t>(degrees);
-        return At(ShapesOnBlack(100, 100, params), 100, 50 + dx, 50 + dy) != black;
+        return PixelAt(ShapesOnBlack(100, 100, params), 100, 50 + dx, 50 + dy) != black;
     };
     EXPECT_TRUE(isOn(0, 35, 0));
     EXPECT_FALSE(isOn(0, 0, 35));
@@ -309,7 +308,7 @@ TEST_F(ShapesTest, TheLightFallsFromTheUpperLeft) {
     params.contrast = 100;
     const std::vector<Pixel> pixels = ShapesOnBlack(200, 200, params);
     const auto red = [&](int distance) {
-        return At(pixels, 200, 100 + distance, 100 + distance) & 0xFF;
+        return PixelAt(pixels, 200, 100 + distance, 100 + distance) & 0xFF;
     };
     EXPECT_GT(red(-30), 128u);
     EXPECT_LT(red(30), 128u);

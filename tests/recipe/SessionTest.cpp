@@ -29,7 +29,7 @@ const OperationDefinition changing = {"change", TextureUse::changes, {}, RunStep
 const OperationDefinition keeping = {"keep", TextureUse::keeps, {}, RunStep};
 
 /// Runs one operation behind a beginning one; "LINE: message" if it fails.
-std::string Failure(const std::function<void(Session&)>& run) {
+std::string FailureOf(const std::function<void(Session&)>& run) {
     step = run;
     Session session(FilePlaces("", ""));
     try {
@@ -84,19 +84,19 @@ TEST(Session, StopsAtTheFirstFailure) {
 }
 
 TEST(Session, TellsWhatFailedAndWhere) {
-    EXPECT_EQ(Failure([](Session&) {}), "");
-    EXPECT_EQ(Failure([](Session&) { throw std::runtime_error("the reason"); }), "7: the reason");
-    EXPECT_EQ(Failure([](Session&) { throw std::bad_alloc(); }), "7: not enough memory");
+    EXPECT_EQ(FailureOf([](Session&) {}), "");
+    EXPECT_EQ(FailureOf([](Session&) { throw std::runtime_error("the reason"); }), "7: the reason");
+    EXPECT_EQ(FailureOf([](Session&) { throw std::bad_alloc(); }), "7: not enough memory");
 }
 
 TEST(Session, TellsTheFaultsOfTheCore) {
-    EXPECT_EQ(Failure([](Session& session) { session.Texture().GetPixel(8, 0); }),
+    EXPECT_EQ(FailureOf([](Session& session) { session.Texture().GetPixel(8, 0); }),
               "7: assertion failed: PicClass / Zeile 322 !((x < grX) && (x >= 0) && (y < grY) && "
               "(y >= 0))");
-    EXPECT_EQ(Failure([](Session&) { FatalError(faultHostService, "Somewhere.cpp", 12); }),
+    EXPECT_EQ(FailureOf([](Session&) { FatalError(faultHostService, "Somewhere.cpp", 12); }),
               "7: fault 17500 in Somewhere.cpp, line 12");
     // Faults that the core reports to nobody.
-    EXPECT_EQ(Failure([](Session&) { FatalError(-108, "Somewhere.cpp", 12); }), "7: fault -108");
+    EXPECT_EQ(FailureOf([](Session&) { FatalError(-108, "Somewhere.cpp", 12); }), "7: fault -108");
 }
 
 TEST(Session, ReportsGrowingProgress) {
@@ -134,7 +134,7 @@ TEST(CoreHost, PutsBackWhatWasThere) {
 }
 
 TEST(CoreHost, ForgetsTheFaultsOfTheOneBefore) {
-    EXPECT_NE(Failure([](Session&) { Assert(false, "an expression"); }), "");
+    EXPECT_NE(FailureOf([](Session&) { Assert(false, "an expression"); }), "");
     const CoreHost core;
     EXPECT_EQ(CoreHost::FaultText(5), "fault 5");
 }

@@ -75,10 +75,6 @@ bool IsGroupBox(const Control& control) {
     return control.className == L"Button" && control.Type() == BS_GROUPBOX;
 }
 
-bool IsPopup(const Control& control) {
-    return control.className == L"tPopupMenu" || control.className == L"tRealtimeMenu";
-}
-
 bool MayContain(int dialog, const Control& outer, const Control& inner) {
     return std::any_of(Containers().begin(), Containers().end(), [&](const Container& container) {
         return container.dialog == dialog && container.item == outer.id &&
@@ -128,7 +124,7 @@ std::string Describe(const Control& control) {
 /// The box of a popup without a label begins 4 pixels inside its control.
 RECT SeenBounds(const Control& control) {
     RECT bounds = control.bounds;
-    if (IsPopup(control) && control.text.empty()) {
+    if (control.IsPopup() && control.text.empty()) {
         bounds.left += popupBoxMargin;
     }
     if (control.className == L"Static" && control.Type() == SS_ETCHEDHORZ) {
@@ -265,7 +261,7 @@ TEST_P(Layout, MarginsAreEqualAndNothingIsCutOff) {
 TEST_P(Layout, EveryTextFits) {
     ForEachDialog([](int id, const OpenedDialog& dialog) {
         for (const Control& control : VisibleControls(dialog)) {
-            if (IsPopup(control)) {
+            if (control.IsPopup()) {
                 const SIZE needed = NeededPopupSize(dialog, id, control);
                 EXPECT_LE(needed.cx, control.bounds.right - control.bounds.left)
                     << Name(id, control);

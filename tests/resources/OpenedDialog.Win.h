@@ -22,6 +22,7 @@ struct Control {
     /// Low bits of the style: what kind of button or static it is.
     DWORD Type() const;
     bool IsVisible() const { return (style & WS_VISIBLE) != 0; }
+    bool IsPopup() const { return className == L"tPopupMenu" || className == L"tRealtimeMenu"; }
 };
 
 /// A dialog of this program's resources, not shown. It is laid out as on a screen of `resolution`:

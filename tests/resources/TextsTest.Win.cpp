@@ -35,13 +35,9 @@ std::wstring WithoutMnemonic(const std::wstring& text) {
     return plain;
 }
 
-bool IsPopup(const Control& control) {
-    return control.className == L"tPopupMenu" || control.className == L"tRealtimeMenu";
-}
-
 std::wstring PlainText(const Control& control) {
     std::wstring text = WithoutMnemonic(control.text);
-    while (IsPopup(control) && !text.empty() && text.back() == L'\t') {
+    while (control.IsPopup() && !text.empty() && text.back() == L'\t') {
         text.pop_back();
     }
     return text;
@@ -264,7 +260,7 @@ TEST(ResourceTexts, PopupMenus) {
 TEST(ResourceTexts, PopupControlsFindTheirMenus) {
     for (int id : DialogsWithTitles()) {
         for (const Control& control : Opened(id).Controls()) {
-            if (IsPopup(control)) {
+            if (control.IsPopup()) {
                 EXPECT_NE(LoadedMenu(id + control.id).Handle(), nullptr) << id + control.id;
             }
         }

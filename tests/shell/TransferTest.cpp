@@ -14,7 +14,7 @@ using hostapi::Rect;
 
 namespace {
 
-constexpr Rect someRect{1, 2, 3, 4};
+constexpr Rect anyRect{1, 2, 3, 4};
 constexpr std::int16_t tooFewPlanes[] = {2, 1, 0, -1};
 
 class TransferTest : public CoreTest {
@@ -23,9 +23,9 @@ class TransferTest : public CoreTest {
 
     /// Rectangles that a transfer must not leave behind.
     void SetRectangles() {
-        record.inRect = someRect;
-        record.outRect = someRect;
-        record.maskRect = someRect;
+        record.inRect = anyRect;
+        record.outRect = anyRect;
+        record.maskRect = anyRect;
     }
 };
 
@@ -440,7 +440,7 @@ TEST_F(WriteTileTest, AsksForOneRowAtATimeWithAllPlanes) {
         const Rect row{y, 10, static_cast<std::int16_t>(y + 1), 15};
         EXPECT_TRUE(AreEqual(request.in, row));
         EXPECT_TRUE(AreEqual(request.out, row));
-        EXPECT_TRUE(AreEqual(request.mask, someRect)) << "the mask is the host's business";
+        EXPECT_TRUE(AreEqual(request.mask, anyRect)) << "the mask is the host's business";
         EXPECT_EQ(request.inLoPlane, 0);
         EXPECT_EQ(request.inHiPlane, 3);
         EXPECT_EQ(request.outLoPlane, 0);

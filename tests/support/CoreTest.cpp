@@ -6,10 +6,10 @@
 
 namespace {
 
-PlatformLog log;
+PlatformLog called;
 
 void RecordFault(std::int16_t id, const char* file, int line) {
-    log.faults.push_back({id, file, line});
+    called.faults.push_back({id, file, line});
 }
 
 int RecordAlert(std::int16_t id, const std::array<const char*, 4>& texts) {
@@ -17,14 +17,14 @@ int RecordAlert(std::int16_t id, const std::array<const char*, 4>& texts) {
     for (std::size_t i = 0; i < texts.size(); ++i) {
         alert.texts[i] = texts[i] != nullptr ? texts[i] : "";
     }
-    log.alerts.push_back(alert);
-    return log.alertAnswer;
+    called.alerts.push_back(alert);
+    return called.alertAnswer;
 }
 
 int TemporaryPath(char* buffer, int size) {
-    const auto length = static_cast<int>(log.temporaryPath.size());
+    const auto length = static_cast<int>(called.temporaryPath.size());
     if (length < size) {
-        std::memcpy(buffer, log.temporaryPath.c_str(), log.temporaryPath.size() + 1);
+        std::memcpy(buffer, called.temporaryPath.c_str(), called.temporaryPath.size() + 1);
     }
     return length;
 }
@@ -32,21 +32,21 @@ int TemporaryPath(char* buffer, int size) {
 }  // namespace
 
 PlatformLog& Log() {
-    return log;
+    return called;
 }
 
 CoreTest::CoreTest(const host::MemorySettings& settings) : memory(settings) {
-    log = {};
-    log.temporaryPath = testing::TempDir();
-    platformServices.clockSeconds = [] { return log.clock; };
-    platformServices.tickCount = [] { return log.ticks; };
-    platformServices.showWaitCursor = [] { ++log.waitCursors; };
-    platformServices.showArrowCursor = [] { ++log.arrowCursors; };
-    platformServices.beep = [] { ++log.beeps; };
+    called = {};
+    called.temporaryPath = testing::TempDir();
+    platformServices.clockSeconds = [] { return called.clock; };
+    platformServices.tickCount = [] { return called.ticks; };
+    platformServices.showWaitCursor = [] { ++called.waitCursors; };
+    platformServices.showArrowCursor = [] { ++called.arrowCursors; };
+    platformServices.beep = [] { ++called.beeps; };
     platformServices.reportFault = RecordFault;
     platformServices.showAlert = RecordAlert;
     platformServices.temporaryPath = TemporaryPath;
-    platformServices.showAbout = [] { ++log.abouts; };
+    platformServices.showAbout = [] { ++called.abouts; };
     record.bufferProcs = memory.Buffers();
     record.handleProcs = memory.Handles();
     filterRecord = &record;

@@ -6,13 +6,11 @@
 #include "fixtures/FileDialog.Win.h"
 #include "framework/alerts/Alert.Win.h"
 #include "tests/support/CoreTest.h"
+#include "tests/support/FileTypes.h"
 #include "tests/support/ScratchFolder.h"
 
 namespace {
 
-constexpr FileType Type(const char (&text)[5]) {
-    return hostapi::FourCharacters(text[0], text[1], text[2], text[3]);
-}
 constexpr FileType jpegTypes[] = {Type("JPEG"), Type("JFIF"), jpegExtension, noFileType};
 constexpr FileType twoTypes[] = {jpegExtension, Type(".GZ "), noFileType};
 

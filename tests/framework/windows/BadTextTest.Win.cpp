@@ -3,8 +3,6 @@
 
 namespace {
 
-using namespace fields;
-
 struct BadText {
     int item;
     std::string typed;

@@ -7,8 +7,6 @@
 
 namespace {
 
-using namespace controls;
-
 // --- The padlock ---
 
 TEST_F(ControlsTest, AClickFlipsThePadlock) {
@@ -101,8 +99,6 @@ TEST_F(ControlsTest, CheckBoxesRadioButtonsAndListsAreHits) {
 }
 
 // --- Without their resources ---
-
-constexpr short bare = 550;
 
 TEST_F(DialogTest, ControlsWithoutPicturesStayEmptyAndQuiet) {
     TestDialog dialog(bare);

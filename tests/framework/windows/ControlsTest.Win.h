@@ -6,27 +6,11 @@
 
 #include "framework/controls/ControlClasses.Win.h"
 #include "tests/framework/windows/DialogScript.Win.h"
-
-/// Its resource, and its items.
-namespace controls {
-
-constexpr short allItems = 500;
-constexpr short palette = 11;
-constexpr short popup = 12;
-constexpr short live = 13;
-constexpr short slider = 14;
-constexpr short padLock = 15;
-constexpr short dial = 16;
-constexpr short bitmapButton = 17;
-constexpr short tab = 18;
-constexpr short scrollBar = 10;
-constexpr short userItem = 20;
-
-}  // namespace controls
+#include "tests/framework/windows/TestDialogs.h"
 
 class ControlsTest : public DialogTest {
   protected:
-    ControlsTest() : dialog(controls::allItems) {
+    ControlsTest() : dialog(allItems) {
         dialog.atSetup = [this] {
             if (setup) {
                 setup();

@@ -10,8 +10,6 @@
 
 namespace {
 
-using namespace controls;
-
 /// The dialog with a dial in item 16 and its angle in field 3.
 class DialTest : public ControlsTest {
   protected:

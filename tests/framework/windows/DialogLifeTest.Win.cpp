@@ -7,14 +7,10 @@
 #include "framework/controls/GlobeControl.h"
 #include "framework/dialog/DialogState.h"
 #include "tests/framework/windows/DialogScript.Win.h"
+#include "tests/framework/windows/TestDialogs.h"
 #include "tests/support/windows/Levels.Win.h"
 
 namespace {
-
-constexpr short allItems = 500;
-constexpr short small = 520;
-constexpr short resizable = 530;
-constexpr short mixed = 560;
 
 class DialogLifeTest : public DialogTest {};
 

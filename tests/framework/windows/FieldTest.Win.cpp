@@ -7,12 +7,6 @@
 
 namespace {
 
-using namespace fields;
-
-/// The other dialog's item that is no control of the program's.
-constexpr short mixed = 560;
-constexpr short listBox = 6;
-
 TEST_F(FieldTest, ProgramTextsAreNoHits) {
     Run([&](Script& script) {
         EXPECT_EQ(script.Text(integerField), "20");

@@ -5,29 +5,18 @@
 #include <string>
 
 #include "tests/framework/windows/DialogScript.Win.h"
-
-/// Its resource, and its items.
-namespace fields {
-
-constexpr short allItems = 500;
-constexpr short integerField = 3;
-constexpr short realField = 4;
-constexpr short textField = 5;
-constexpr short label = 6;
-constexpr short check = 7;
-
-}  // namespace fields
+#include "tests/framework/windows/TestDialogs.h"
 
 /// Fields 3 (1 to 100, shows 20), 4 (0.1 to 7.1, shows 2.5) and 5 (a text of 5 characters).
 class FieldTest : public DialogTest {
   protected:
-    FieldTest() : dialog(fields::allItems) {
+    FieldTest() : dialog(allItems) {
         dialog.atSetup = [this] {
-            dialog.SetFormat(fields::integerField, "%d", 1, 100);
-            dialog.SetFormat(fields::realField, "%.1f", 0.1, 7.1);
-            dialog.SetFormat(fields::textField, "%5s");
-            dialog.SetValue(fields::integerField, 20);
-            dialog.SetValue(fields::realField, 2.5);
+            dialog.SetFormat(integerField, "%d", 1, 100);
+            dialog.SetFormat(realField, "%.1f", 0.1, 7.1);
+            dialog.SetFormat(textField, "%5s");
+            dialog.SetValue(integerField, 20);
+            dialog.SetValue(realField, 2.5);
             if (more) {
                 more();
             }

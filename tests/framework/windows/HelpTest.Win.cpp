@@ -8,11 +8,9 @@
 #include "base/Module.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "tests/framework/windows/DialogScript.Win.h"
+#include "tests/framework/windows/TestDialogs.h"
 
 namespace {
-
-constexpr short allItems = 500;
-constexpr short resizable = 530;
 
 std::string openedAddress;
 std::intptr_t openAnswer = 42;

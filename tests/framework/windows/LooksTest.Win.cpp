@@ -2,13 +2,11 @@
 #include "fixtures/InputDesktop.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "tests/framework/windows/DialogScript.Win.h"
+#include "tests/framework/windows/TestDialogs.h"
 
 namespace {
 
-constexpr short allItems = 500;
 constexpr short field = 5;
-constexpr short check = 7;
-constexpr short popup = 12;
 
 class LooksTest : public DialogTest {};
 

@@ -12,16 +12,9 @@
 #include "fixtures/InputDesktop.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "tests/framework/windows/DialogScript.Win.h"
+#include "tests/framework/windows/TestDialogs.h"
 
 namespace {
-
-constexpr short allItems = 500;
-constexpr short small = 520;
-constexpr short resizable = 530;
-constexpr short check = 7;
-constexpr short scrollBar = 10;
-constexpr short slider = 14;
-constexpr short userItem = 20;
 
 class MessagesTest : public DialogTest {};
 

@@ -3,8 +3,6 @@
 
 namespace {
 
-using namespace controls;
-
 class PaletteTest : public ControlsTest {};
 
 POINT CellOf(Script& script, int cell) {

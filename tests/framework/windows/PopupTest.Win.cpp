@@ -6,8 +6,6 @@
 
 namespace {
 
-using namespace controls;
-
 class PopupTest : public ControlsTest {};
 
 void OpenMenu(Script& script, int item) {

@@ -1,5 +1,6 @@
 // Drawing through a dialog's port, looked at pixel by pixel.
 #include "tests/framework/windows/DialogScript.Win.h"
+#include "tests/framework/windows/TestDialogs.h"
 
 #include <algorithm>
 
@@ -8,7 +9,6 @@
 
 namespace {
 
-constexpr short allItems = 500;
 constexpr COLORREF red = RGB(255, 0, 0);
 constexpr COLORREF blue = RGB(0, 0, 255);
 constexpr COLORREF white = RGB(255, 255, 255);

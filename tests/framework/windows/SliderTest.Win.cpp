@@ -6,8 +6,6 @@
 
 namespace {
 
-using namespace controls;
-
 class SliderTest : public ControlsTest {};
 
 TEST_F(SliderTest, ADragOfTheSliderIsFollowed) {

@@ -8,8 +8,6 @@
 
 namespace {
 
-using namespace controls;
-
 class UserItemTest : public ControlsTest {};
 
 TEST_F(UserItemTest, AUserItemIsDrawnByTheDialog) {
