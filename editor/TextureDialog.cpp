@@ -70,6 +70,7 @@ const TextureDialog::Command TextureDialog::commands[] = {
     {Items::flipHorizontal, commandFlipHorizontal, &TextureDialog::FlipHorizontally},
     {Items::newTexture, commandNew, &TextureDialog::NewTexture},
     {Items::edit, commandEdit, &TextureDialog::EditTexture},
+    {Items::tile, commandTile, &TextureDialog::RunTile},
     {Items::open, commandOpen, &TextureDialog::OpenTexture},
     {Items::save, commandSave, &TextureDialog::SaveTextureFile},
     {Items::repeatEffect, commandRepeatEffect, &TextureDialog::RepeatLastEffect},
@@ -80,6 +81,8 @@ const TextureDialog::Command TextureDialog::commands[] = {
     {Items::tab, 0, &TextureDialog::SwitchView},
     {0, commandUndo, &TextureDialog::ToggleUndo},
     {0, commandClear, &TextureDialog::ClearTexture},
+    {0, commandStampSettings, &TextureDialog::OpenStampSettings},
+    {0, commandFillSettings, &TextureDialog::OpenFillSettings},
     {0, commandBrushSettings, &TextureDialog::OpenBrushSettings},
     {0, commandNewAtLaunch, &TextureDialog::ToggleNewAtLaunch},
     {0, commandAbout, &TextureDialog::ShowAboutBox},
@@ -181,6 +184,8 @@ void TextureDialog::Setup() {
     }
     if (preferences.editorPlace.right != 0) {
         SetPlacement(preferences.editorPlace);
+        // The remembered size leaves another view to stand in the middle of.
+        UpdateScrollPositions();
     }
 }
 
@@ -310,6 +315,13 @@ bool TextureDialog::ScrollChanged(short item, int value) {
     SetValue(item, value);
     RedrawAll();
     return true;
+}
+
+// The host draws the view whole, whichever part of it is due, so what lies over the view must be
+// drawn whole, too: the region chooses the items and clips none.
+void TextureDialog::Paint(const Region& region) {
+    Port().SetExtraClip(nullptr);
+    SmallPSDialog::Paint(region);
 }
 
 void TextureDialog::DrawItem(short item) {

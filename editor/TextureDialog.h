@@ -6,6 +6,7 @@
 // - TextureDialogCommands.cpp: what the commands do: new textures, files, effects and filters,
 // undo;
 // - TextureDialogTools.cpp: the tools: keys, cursors, the mouse in the drawing area;
+// - TextureDialogRubberBand.cpp: the tools that draw over the view while they are dragged;
 // - TextureDialogView.cpp: the drawing area, the zoom, the two views.
 #pragma once
 
@@ -64,6 +65,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     /// Fills the help readout; always answers 0.
     std::uint32_t HelpAt(short item) override;
     bool ScrollChanged(short item, int value) override;
+    void Paint(const Region& region) override;
     void DrawItem(short item) override;
     /// Pen operations and fills, shifted by the draw origin.
     void MoveTo(short x, short y) override;
@@ -99,7 +101,9 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     // Commands.
     void NewTexture();
     void EditTexture();
-    void Resample(short width, short height);
+    void RunTile();
+    /// A texture made of the present one takes its place; null is a lack of memory.
+    void ReplaceBy(std::unique_ptr<PaintClass> made);
     void ReplaceTexture(std::unique_ptr<PaintClass> newPic);
     void OpenTexture();
     void SaveTextureFile();
@@ -125,13 +129,17 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
 
     // Undo.
     void TakeUndoSnapshot();
+    void ShowUndoEntry(bool isRedo);
     void ToggleUndo();
 
     // Tools.
     void ChooseTool();
     void ChooseViewTool();
     void ShowTool();
+    void OpenToolSettings();
     void OpenBrushSettings();
+    void OpenStampSettings();
+    void OpenFillSettings();
     void SetDefaultColors();
     void SwapColors();
     void ClickWells();
@@ -142,6 +150,15 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     void TrackEraser();
     void TrackPencil();
     void TrackMove();
+    void PaintGradient(hostapi::Point press);
+    void TrackGradient(short* dx, short* dy);
+    void UseStamp();
+    /// False where there is no source to copy from.
+    bool TrackStamp();
+    void TakeStampSource(hostapi::Point source);
+    void AimStamp(hostapi::Point brush);
+    void ShowStampCross(hostapi::Point brush);
+    void DrawStampCross();
     void TrackEyedropper();
     void TrackHand();
     void ClickZoom();

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "base/FatalError.h"
+#include "dialogs/TileDialog.h"
 #include "editor/EditDialog.h"
 #include "editor/TextureDialog.h"
 #include "paint/EffectRun.h"
@@ -67,24 +68,32 @@ void TextureDialog::EditTexture() {
     files.textureName = dialog.Name();
     ShowReadouts();
     if (width != pic->grX || height != pic->grY) {
-        Resample(width, height);
+        ReplaceBy(RunResize(*pic, width, height));
     }
 }
 
-void TextureDialog::Resample(short width, short height) {
-    std::unique_ptr<PaintClass> resized = RunResize(*pic, width, height);
-    if (resized == nullptr) {
+void TextureDialog::ReplaceBy(std::unique_ptr<PaintClass> made) {
+    if (made == nullptr) {
         Alert(this, alertOutOfMemory);
         return;
     }
-    ReplaceTexture(std::move(resized));
+    ReplaceTexture(std::move(made));
     TakeUndoSnapshot();
 }
 
 void TextureDialog::ReplaceTexture(std::unique_ptr<PaintClass> newPic) {
     AdoptTexture(std::move(newPic));
+    ShowUndoEntry(false);
     ShowReadouts();
     ZoomChanged();
+}
+
+// The old texture is gone: Undo leads back to the tiled one only.
+void TextureDialog::RunTile() {
+    TileDialog dialog(Record(), this, dialogPlaces[placedTile]);
+    if (dialog.Run() == okItem) {
+        ReplaceBy(::RunTile(*pic, dialog.Horizontal(), dialog.Vertical()));
+    }
 }
 
 void TextureDialog::FlipTexture(short mode) {
@@ -127,13 +136,15 @@ void TextureDialog::OpenTexture() {
         return;
     }
     Assert(fileFormat == formatJPEG, "TextureDialog / Zeile 1279 !(false)");
-    if (!OpenTextureFile(pic, files)) {
+    std::unique_ptr<PaintClass> opened;
+    if (!OpenTextureFile(opened, files)) {
         Alert(this, alertNotLoaded);
         return;
     }
-    pic->SetColors(&preferences.foreground, &preferences.background);
-    ShowReadouts();
-    ZoomChanged();
+    // Null after a Cancel, which leaves everything as it was.
+    if (opened != nullptr) {
+        ReplaceTexture(std::move(opened));
+    }
 }
 
 void TextureDialog::SaveTextureFile() {
@@ -218,14 +229,17 @@ void TextureDialog::RepeatLastFilter() {
 
 // Where neither memory nor disk takes the pixels, there is no undo, and nobody is told.
 void TextureDialog::TakeUndoSnapshot() {
-    Port().RenameMenuItem(commandUndo, StringText(stringUndo));
-    undoIsRedo = false;
+    ShowUndoEntry(false);
     pic->SaveUndo();
 }
 
+void TextureDialog::ShowUndoEntry(bool isRedo) {
+    undoIsRedo = isRedo;
+    Port().RenameMenuItem(commandUndo, StringText(isRedo ? stringRedo : stringUndo));
+}
+
 void TextureDialog::ToggleUndo() {
-    undoIsRedo = !undoIsRedo;
-    Port().RenameMenuItem(commandUndo, StringText(undoIsRedo ? stringRedo : stringUndo));
+    ShowUndoEntry(!undoIsRedo);
     pic->SwapUndo();
     InvalidateDrawing();
 }

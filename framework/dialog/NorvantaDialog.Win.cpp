@@ -487,7 +487,7 @@ bool NorvantaDialog::TrackMouse(hostapi::Point* place) {
     const bool isDown = GetMouse(place);
     const bool hasMoved = place->h != last.h || place->v != last.v;
     last = *place;
-    if (isDown && !hasMoved && dialogState.active != nullptr) {
+    if (!hasMoved && dialogState.active != nullptr) {
         dialogState.active->Idle();
         // Looking at the queue tells the system that the program is alive; the pause leaves the
         // processor to others while the hand rests.
@@ -608,6 +608,10 @@ void NorvantaDialog::SetPlacement(const hostapi::Rect& placement) {
 hostapi::Rect NorvantaDialog::Placement() const {
     CheckWindow();
     const HWND window = DialogWindow::Window(*this);
+    if ((GetWindowLongA(window, GWL_STYLE) & WS_MAXIMIZEBOX) == 0) {
+        // Nothing but the place: it may lie on a screen above the main one.
+        return ToRect(ClientOnScreen(window));
+    }
     WINDOWPLACEMENT place{};
     place.length = sizeof place;
     if (!IsZoomed(window) || !GetWindowPlacement(window, &place)) {
