@@ -13,7 +13,7 @@ constexpr double greatestAmount = 100;
 
 }  // namespace
 
-CombineDialog::CombineDialog(const ApplyContext& context, CombineChoice& newStored)
+CombineDialog::CombineDialog(const ApplyContext& context, const CombineChoice& newStored)
     : ApplyDialog(context, combineDialog),
       stored(newStored),
       mode(newStored.mode),
@@ -70,8 +70,8 @@ void CombineDialog::KeepValues() {
 
 void CombineDialog::ChooseFile() {
     constexpr std::int16_t standardDialog = -1;
-    FileOwner owner(*this);
-    if (stored.file.ChooseImageToOpen(owner, nullptr, standardDialog) == 0) {
+    FileOwner files(*this);
+    if (stored.file.ChooseImageToOpen(files, nullptr, standardDialog) == 0) {
         ShowFile();
         MarkChanged(true);
     }

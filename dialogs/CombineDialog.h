@@ -4,22 +4,22 @@
 #include "dialogs/ApplyDialog.h"
 #include "files/ImageFile.h"
 
-/// What the editor keeps of the last Combine.
+/// Where the editor keeps what was last combined with.
 struct CombineChoice {
     /// 1 to 3: the position in the menu, and the mode of PaintClass::Combine.
-    std::int16_t mode = 1;
+    std::int16_t& mode;
     /// 0 to 100 percent.
-    std::int16_t amount = 50;
+    std::int16_t& amount;
     /// Without a name as long as none was chosen.
-    ImageFile file;
+    ImageFile& file;
 };
 
 /// Opens in the applied state: OK alone runs nothing before a control has changed.
 class CombineDialog : public ApplyDialog {
   public:
-    /// `newStored` is where the editor keeps the choice; it outlives the dialog. A file stays
-    /// chosen, however the dialog ends.
-    CombineDialog(const ApplyContext& context, CombineChoice& newStored);
+    /// What `newStored` refers to outlives the dialog. A file stays chosen, however the dialog
+    /// ends.
+    CombineDialog(const ApplyContext& context, const CombineChoice& newStored);
 
     void Setup() override;
     short ItemHit(short item) override;
@@ -36,7 +36,7 @@ class CombineDialog : public ApplyDialog {
     void ChooseFile();
     void ShowFile();
 
-    CombineChoice& stored;
+    CombineChoice stored;
     std::int16_t mode;
     std::int16_t amount;
 };

@@ -13,8 +13,7 @@ constexpr Field antiAliasField = fields::Choice<&FillSettings::antiAlias>("antiA
 
 FillDialog::FillDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
                        hostapi::Rect& newPlacement, const FillSettings& newSettings)
-    : ToolsDialog(fillDialog, newRecord, newOwner, newPlacement, &settings),
-      settings(newSettings) {
+    : ToolsDialog(fillDialog, newRecord, newOwner, newPlacement, &settings), settings(newSettings) {
     bindings.Number(toleranceField, {.field = Items::tolerance, .slider = Items::slider});
     bindings.Check(antiAliasField, Items::antiAlias);
 }

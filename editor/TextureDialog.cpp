@@ -6,7 +6,6 @@
 
 #include "base/Platform.h"
 #include "base/Progress.h"
-#include "editor/Missing.h"
 #include "editor/Readouts.h"
 #include "framework/controls/PaletteLayout.h"
 #include "resources/Ids.h"
@@ -71,6 +70,7 @@ const TextureDialog::Command TextureDialog::commands[] = {
     {Items::newTexture, commandNew, &TextureDialog::NewTexture},
     {Items::edit, commandEdit, &TextureDialog::EditTexture},
     {Items::tile, commandTile, &TextureDialog::RunTile},
+    {Items::combine, commandCombine, &TextureDialog::OpenCombine},
     {Items::open, commandOpen, &TextureDialog::OpenTexture},
     {Items::save, commandSave, &TextureDialog::SaveTextureFile},
     {Items::repeatEffect, commandRepeatEffect, &TextureDialog::RepeatLastEffect},
@@ -171,7 +171,6 @@ void TextureDialog::Setup() {
     CursorClass::target = this;
     const CursorClass busy;
     SetUpMenu();
-    DisableMissing();
     Center();
     SetIcon(iconEditor);
     SetButtonIcon(Items::zoomIn, iconZoomIn);
@@ -192,21 +191,6 @@ void TextureDialog::Setup() {
 void TextureDialog::SetUpMenu() {
     Port().CheckMenuItem(commandNewAtLaunch, preferences.launchFlag != 0);
     for (const int command : {commandCut, commandCopy, commandPaste}) {
-        Port().EnableMenuItem(command, false);
-    }
-}
-
-void TextureDialog::DisableMissing() {
-    for (const Operation& operation : AllOperations()) {
-        if (operation.makeDialog == nullptr) {
-            Enable(operation.item, false);
-            Port().EnableMenuItem(operation.menuCommand, false);
-        }
-    }
-    for (const short item : missingItems) {
-        Enable(item, false);
-    }
-    for (const int command : missingCommands) {
         Port().EnableMenuItem(command, false);
     }
 }
@@ -240,8 +224,7 @@ short TextureDialog::ItemHit(short item) {
                                       [item](const Command& row) { return row.item == item; });
     if (command != std::end(commands)) {
         (this->*command->run)();
-    } else if (const Operation* operation = OperationOfItem(item);
-               operation != nullptr && operation->makeDialog != nullptr) {
+    } else if (const Operation* operation = OperationOfItem(item); operation != nullptr) {
         OpenOperation(*operation);
     }
     // A fault in a child dialog closes this one, too.

@@ -17,6 +17,7 @@
 
 #include "base/Progress.h"
 #include "dialogs/ApplyDialog.h"
+#include "dialogs/CombineDialog.h"
 #include "dialogs/FileOwner.h"
 #include "editor/ColorPicker.h"
 #include "editor/HelpReadout.h"
@@ -77,6 +78,9 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     NorvantaDialog* FatherDialog() override { return this; }
     void RevertToUndo() override;
     void RunOperation(short id) override;
+    hostapi::Point TextureSize() const override { return {pic->grY, pic->grX}; }
+    const RGBColor16& Foreground() const override { return preferences.foreground; }
+    const RGBColor16& Background() const override { return preferences.background; }
     /// The bar in item 5; 0 empties it.
     void DrawProgress(short percent) override;
 
@@ -92,7 +96,6 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     // Set-up and readouts.
     void SetUpResizing();
     void SetUpMenu();
-    void DisableMissing();
     void PlaceBesideView();
     void ShowReadouts();
     void UpdateRepeats();
@@ -121,6 +124,9 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
 
     // Effects and filters.
     void OpenOperation(const Operation& operation);
+    bool RunSubDialog();
+    void OpenCombine();
+    void RunCombine();
     void ShowResult();
     void Remember(const Operation& operation);
     void RepeatOperation(short id);
@@ -193,6 +199,8 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     std::unique_ptr<ColorPicker> colorPicker;
     /// Has the texture's name.
     FileOwner files;
+    /// What Combine opens with; without a name as long as none was chosen.
+    ImageFile combineFile;
     std::int32_t units = unitCentimetre;
     /// The child dialog now open.
     std::unique_ptr<ApplyDialog> subDialog;

@@ -168,20 +168,57 @@ void TextureDialog::OpenOperation(const Operation& operation) {
     SimpleLink* const presets = list != presetEffectCount ? &preferences.presets[list] : nullptr;
     const ApplyContext context{this, Record(), dialogPlaces[operation.place], presets};
     subDialog = operation.makeDialog(context, preferences);
-    const int ended = subDialog->Run();
-    if (ended == okItem) {
-        if (subDialog->WasApplied()) {
-            subDialog->StoreValues();
-            RunOperation(operation.id);
-        }
+    if (RunSubDialog()) {
         Remember(operation);
+    }
+}
+
+/// Runs the dialog in `subDialog` over an undo snapshot and what it leaves to do. True after OK.
+bool TextureDialog::RunSubDialog() {
+    const int ended = subDialog->Run();
+    if (ended == okItem && subDialog->WasApplied()) {
+        subDialog->StoreValues();
+        RunOperation(subDialog->ResourceId());
     } else if (ended == cancelItem) {
         RevertToUndo();
     }
     subDialog.reset();
+    return ended == okItem;
+}
+
+// Never remembered for Repeat.
+void TextureDialog::OpenCombine() {
+    TakeUndoSnapshot();
+    const ApplyContext context{this, Record(), dialogPlaces[placedCombine], nullptr};
+    subDialog = std::make_unique<CombineDialog>(
+        context, CombineChoice{preferences.combineMode, preferences.combineAmount, combineFile});
+    RunSubDialog();
+}
+
+void TextureDialog::RunCombine() {
+    if (!combineFile.HasName()) {
+        return;
+    }
+    const std::unique_ptr<PaintClass> other = ReadTextureImage(combineFile);
+    if (other == nullptr) {
+        Alert(Active(), alertNotLoaded);
+        return;
+    }
+    if (combineFile.Exists() != 0) {
+        return;
+    }
+    if (!::RunCombine(*pic, *other, preferences.combineAmount, preferences.combineMode)) {
+        Alert(Active(), alertSizesDiffer);
+        return;
+    }
+    ShowResult();
 }
 
 void TextureDialog::RunOperation(short id) {
+    if (id == combineDialog) {
+        RunCombine();
+        return;
+    }
     const Operation& operation = *OperationWithId(id);
     if (operation.redrawsFirst(preferences)) {
         RedrawAll();
