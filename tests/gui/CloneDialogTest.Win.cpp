@@ -16,8 +16,8 @@ class CloneDialogTest : public DialogRunTest {
     /// A stroke in the texture's middle.
     void Paint(const GuiDriver& gui, const DrivenDialog& editor) const {
         ChooseTool(gui, editor, 's', 6);
-        Stroke(editor, {PlaceOfPixel(editor, width + 60, height + 50),
-                        PlaceOfPixel(editor, width + 70, height + 52)});
+        DragStamp(editor, PlaceOfPixel(editor, width + 60, height + 50),
+                  PlaceOfPixel(editor, width + 70, height + 52));
     }
     void ExpectPainted(short size, short offsetH, short offsetV) const {
         const std::unique_ptr<PaintClass> expected = Noise();

@@ -119,7 +119,7 @@ TEST_F(RubberBandTest, TheStampCopiesFromItsSource) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         ChooseTool(gui, editor, 's', 6);
         AltClick(gui, editor, InBaseTile(editor, 20, 30));
-        Stroke(editor, {InBaseTile(editor, 90, 50), InBaseTile(editor, 100, 55)});
+        DragStamp(editor, InBaseTile(editor, 90, 50), InBaseTile(editor, 100, 55));
     });
     const std::unique_ptr<PaintClass> expected = Noise();
     // The offset is that of the source from the first place that the stroke moves to.
@@ -136,8 +136,8 @@ TEST_F(RubberBandTest, LaterStrokesKeepTheOffset) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         ChooseTool(gui, editor, 's', 6);
         AltClick(gui, editor, InBaseTile(editor, 20, 30));
-        Stroke(editor, {InBaseTile(editor, 90, 50), InBaseTile(editor, 100, 55)});
-        Stroke(editor, {InBaseTile(editor, 30, 80), InBaseTile(editor, 10, 80)});
+        DragStamp(editor, InBaseTile(editor, 90, 50), InBaseTile(editor, 100, 55));
+        DragStamp(editor, InBaseTile(editor, 30, 80), InBaseTile(editor, 10, 80));
     });
     const std::unique_ptr<PaintClass> expected = Noise();
     expected->stampOffsetH = 20 - 100;
