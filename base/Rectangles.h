@@ -38,6 +38,10 @@ constexpr bool Contains(const Rect& rect, Point point) {
     return Contains(rect, point.h, point.v);
 }
 
+constexpr bool AreEqual(Point a, Point b) {
+    return a.h == b.h && a.v == b.v;
+}
+
 /// Whether the two share a pixel.
 constexpr bool Meet(const Rect& a, const Rect& b) {
     return !IsEmpty(Rect{std::max(a.top, b.top), std::max(a.left, b.left),

@@ -7,6 +7,7 @@
 
 #include "dialogs/ApplyState.h"
 #include "framework/dialog/SmallPSDialog.h"
+#include "paint/Color.h"
 #include "raster/SimpleLink.h"
 
 class ApplyDialog;
@@ -20,6 +21,11 @@ class ApplyFather {
     virtual void RevertToUndo() = 0;
     /// Runs the operation with this dialog resource on the texture, with the values stored for it.
     virtual void RunOperation(short id) = 0;
+    /// The texture's height and width in pixels.
+    virtual hostapi::Point TextureSize() const = 0;
+    // The editor's two colours.
+    virtual const RGBColor16& Foreground() const = 0;
+    virtual const RGBColor16& Background() const = 0;
 
   protected:
     ~ApplyFather() = default;

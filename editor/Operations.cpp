@@ -3,8 +3,20 @@
 #include <algorithm>
 #include <array>
 
+#include "dialogs/AddColorDialog.h"
 #include "dialogs/BlurDialog.h"
+#include "dialogs/BrightContrDialog.h"
+#include "dialogs/DevidersDialog.h"
+#include "dialogs/DropsDialog.h"
 #include "dialogs/LinesDialog.h"
+#include "dialogs/MosaicDialog.h"
+#include "dialogs/NoiseDialog.h"
+#include "dialogs/SaturationDialog.h"
+#include "dialogs/ShapesDialog.h"
+#include "dialogs/SharpenDialog.h"
+#include "dialogs/SkewDialog.h"
+#include "dialogs/TwirlsDialog.h"
+#include "dialogs/WavesDialog.h"
 #include "resources/Ids.h"
 
 namespace {
@@ -32,22 +44,32 @@ bool BlursPlainly(const Preferences& preferences) {
 constexpr std::array operations = {
     Operation{linesDialog, Items::lines, commandLines, Always,
               Make<LinesDialog, &Preferences::lines>, placedLines},
-    Operation{shapesDialog, Items::shapes, commandLines + 1, Always, nullptr, placedShapes},
-    Operation{dropsDialog, Items::drops, commandLines + 2, Always, nullptr, placedDrops},
-    Operation{devidersDialog, Items::dividers, commandLines + 3, Always, nullptr, placedDeviders},
-    Operation{wavesDialog, Items::waves, commandLines + 4, Never, nullptr, placedWaves},
-    Operation{twirlsDialog, Items::twirls, commandLines + 5, Always, nullptr, placedTwirls},
-    Operation{skewDialog, Items::skew, commandLines + 6, Always, nullptr, placedSkew},
+    Operation{shapesDialog, Items::shapes, commandLines + 1, Always,
+              Make<ShapesDialog, &Preferences::shapes>, placedShapes},
+    Operation{dropsDialog, Items::drops, commandLines + 2, Always,
+              Make<DropsDialog, &Preferences::drops>, placedDrops},
+    Operation{devidersDialog, Items::dividers, commandLines + 3, Always,
+              Make<DevidersDialog, &Preferences::dividers>, placedDeviders},
+    Operation{wavesDialog, Items::waves, commandLines + 4, Never,
+              Make<WavesDialog, &Preferences::waves>, placedWaves},
+    Operation{twirlsDialog, Items::twirls, commandLines + 5, Always,
+              Make<TwirlsDialog, &Preferences::twirls>, placedTwirls},
+    Operation{skewDialog, Items::skew, commandLines + 6, Always,
+              Make<SkewDialog, &Preferences::skew>, placedSkew},
     Operation{blurDialog, Items::blur, commandBlur, BlursPlainly,
               Make<BlurDialog, &Preferences::blur>, placedBlur},
-    Operation{sharpenDialog, Items::sharpen, commandBlur + 1, Never, nullptr, placedSharpen},
-    Operation{noiseDialog, Items::noise, commandBlur + 2, Never, nullptr, placedNoise},
-    Operation{saturationDialog, Items::saturation, commandBlur + 3, Never, nullptr,
-              placedSaturation},
-    Operation{brightContrDialog, Items::brightContr, commandBlur + 4, Never, nullptr,
-              placedBrightContr},
-    Operation{addColorDialog, Items::addColor, commandBlur + 5, Never, nullptr, placedAddColor},
-    Operation{mosaicDialog, Items::mosaic, commandBlur + 6, Never, nullptr, placedMosaic},
+    Operation{sharpenDialog, Items::sharpen, commandBlur + 1, Never,
+              Make<SharpenDialog, &Preferences::sharpen>, placedSharpen},
+    Operation{noiseDialog, Items::noise, commandBlur + 2, Never,
+              Make<NoiseDialog, &Preferences::noise>, placedNoise},
+    Operation{saturationDialog, Items::saturation, commandBlur + 3, Never,
+              Make<SaturationDialog, &Preferences::saturation>, placedSaturation},
+    Operation{brightContrDialog, Items::brightContr, commandBlur + 4, Never,
+              Make<BrightContrDialog, &Preferences::brightContr>, placedBrightContr},
+    Operation{addColorDialog, Items::addColor, commandBlur + 5, Never,
+              Make<AddColorDialog, &Preferences::addColor>, placedAddColor},
+    Operation{mosaicDialog, Items::mosaic, commandBlur + 6, Never,
+              Make<MosaicDialog, &Preferences::mosaic>, placedMosaic},
 };
 
 const Operation* Find(short Operation::*key, short value) {

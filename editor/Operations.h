@@ -18,8 +18,7 @@ struct Operation {
     /// Whether a run from the dialog redraws the view first, so that a progress bar starts on what
     /// is there.
     bool (*redrawsFirst)(const Preferences& preferences);
-    /// The dialog over the remembered record; null for one that this version does not have. What
-    /// has no dialog is disabled by that.
+    /// The dialog over the remembered record.
     std::unique_ptr<ApplyDialog> (*makeDialog)(const ApplyContext& context,
                                                Preferences& preferences);
     PlacedDialog place;

@@ -5,7 +5,6 @@
 
 #include "base/Platform.h"
 #include "base/Progress.h"
-#include "editor/Missing.h"
 #include "editor/Readouts.h"
 #include "framework/controls/PaletteLayout.h"
 #include "resources/Ids.h"
@@ -65,6 +64,8 @@ const TextureDialog::Command TextureDialog::commands[] = {
     {Items::flipHorizontal, commandFlipHorizontal, &TextureDialog::FlipHorizontally},
     {Items::newTexture, commandNew, &TextureDialog::NewTexture},
     {Items::edit, commandEdit, &TextureDialog::EditTexture},
+    {Items::tile, commandTile, &TextureDialog::RunTile},
+    {Items::combine, commandCombine, &TextureDialog::OpenCombine},
     {Items::open, commandOpen, &TextureDialog::OpenTexture},
     {Items::save, commandSave, &TextureDialog::SaveTextureFile},
     {Items::repeatEffect, commandRepeatEffect, &TextureDialog::RepeatLastEffect},
@@ -75,6 +76,8 @@ const TextureDialog::Command TextureDialog::commands[] = {
     {Items::tab, 0, &TextureDialog::SwitchView},
     {0, commandUndo, &TextureDialog::ToggleUndo},
     {0, commandClear, &TextureDialog::ClearTexture},
+    {0, commandStampSettings, &TextureDialog::OpenStampSettings},
+    {0, commandFillSettings, &TextureDialog::OpenFillSettings},
     {0, commandBrushSettings, &TextureDialog::OpenBrushSettings},
     {0, commandNewAtLaunch, &TextureDialog::ToggleNewAtLaunch},
     {0, commandAbout, &TextureDialog::ShowAboutBox},
@@ -157,7 +160,6 @@ void TextureDialog::Setup() {
     CursorClass::target = this;
     const CursorClass busy;
     SetUpMenu();
-    DisableMissing();
     Center();
     SetIcon(iconEditor);
     SetButtonIcon(Items::zoomIn, iconZoomIn);
@@ -170,27 +172,14 @@ void TextureDialog::Setup() {
     }
     if (preferences.editorPlace.right != 0) {
         SetPlacement(preferences.editorPlace);
+        // The remembered size leaves another view to stand in the middle of.
+        UpdateScrollPositions();
     }
 }
 
 void TextureDialog::SetUpMenu() {
     Port().CheckMenuItem(commandNewAtLaunch, preferences.launchFlag != 0);
     for (const int command : {commandCut, commandCopy, commandPaste}) {
-        Port().EnableMenuItem(command, false);
-    }
-}
-
-void TextureDialog::DisableMissing() {
-    for (const Operation& operation : AllOperations()) {
-        if (operation.makeDialog == nullptr) {
-            Enable(operation.item, false);
-            Port().EnableMenuItem(operation.menuCommand, false);
-        }
-    }
-    for (const short item : missingItems) {
-        Enable(item, false);
-    }
-    for (const int command : missingCommands) {
         Port().EnableMenuItem(command, false);
     }
 }
@@ -224,8 +213,7 @@ short TextureDialog::ItemHit(short item) {
                                       [item](const Command& row) { return row.item == item; });
     if (command != std::end(commands)) {
         (this->*command->run)();
-    } else if (const Operation* operation = OperationOfItem(item);
-               operation != nullptr && operation->makeDialog != nullptr) {
+    } else if (const Operation* operation = OperationOfItem(item); operation != nullptr) {
         OpenOperation(*operation);
     }
     // A fault in a child dialog closes this one, too.
@@ -299,6 +287,13 @@ bool TextureDialog::ScrollChanged(short item, int value) {
     SetValue(item, value);
     RedrawAll();
     return true;
+}
+
+// The host draws the view whole, whichever part of it is due, so what lies over the view must be
+// drawn whole, too: the region chooses the items and clips none.
+void TextureDialog::Paint(const Region& region) {
+    Port().SetExtraClip(nullptr);
+    SmallPSDialog::Paint(region);
 }
 
 void TextureDialog::DrawItem(short item) {

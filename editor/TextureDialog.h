@@ -6,6 +6,7 @@
 // - TextureDialogCommands.cpp: what the commands do: new textures, files, effects and filters,
 // undo;
 // - TextureDialogTools.cpp: the tools: keys, cursors, the mouse in the drawing area;
+// - TextureDialogRubberBand.cpp: the tools that draw over the view while they are dragged;
 // - TextureDialogView.cpp: the drawing area, the zoom, the two views.
 #pragma once
 
@@ -16,6 +17,7 @@
 
 #include "base/Progress.h"
 #include "dialogs/ApplyDialog.h"
+#include "dialogs/CombineDialog.h"
 #include "dialogs/FileOwner.h"
 #include "editor/ColorPicker.h"
 #include "editor/HelpReadout.h"
@@ -62,6 +64,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     /// Fills the help readout; always answers 0.
     std::uint32_t HelpAt(short item) override;
     bool ScrollChanged(short item, int value) override;
+    void Paint(const Region& region) override;
     void DrawItem(short item) override;
     /// Pen operations and fills, shifted by the draw origin.
     void MoveTo(short x, short y) override;
@@ -73,6 +76,9 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     NorvantaDialog* FatherDialog() override { return this; }
     void RevertToUndo() override;
     void RunOperation(short id) override;
+    hostapi::Point TextureSize() const override { return {pic->grY, pic->grX}; }
+    const RGBColor16& Foreground() const override { return preferences.foreground; }
+    const RGBColor16& Background() const override { return preferences.background; }
     /// The bar in item 5; 0 empties it.
     void DrawProgress(short percent) override;
 
@@ -88,7 +94,6 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     // Set-up and readouts.
     void SetUpResizing();
     void SetUpMenu();
-    void DisableMissing();
     void PlaceBesideView();
     void ShowReadouts();
     void UpdateRepeats();
@@ -97,7 +102,9 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     // Commands.
     void NewTexture();
     void EditTexture();
-    void Resample(short width, short height);
+    void RunTile();
+    /// A texture made of the present one takes its place; null is a lack of memory.
+    void ReplaceBy(std::unique_ptr<PaintClass> made);
     void ReplaceTexture(std::unique_ptr<PaintClass> newPic);
     void OpenTexture();
     void SaveTextureFile();
@@ -115,6 +122,9 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
 
     // Effects and filters.
     void OpenOperation(const Operation& operation);
+    bool RunSubDialog();
+    void OpenCombine();
+    void RunCombine();
     void ShowResult();
     void Remember(const Operation& operation);
     void RepeatOperation(short id);
@@ -123,13 +133,17 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
 
     // Undo.
     void TakeUndoSnapshot();
+    void ShowUndoEntry(bool isRedo);
     void ToggleUndo();
 
     // Tools.
     void ChooseTool();
     void ChooseViewTool();
     void ShowTool();
+    void OpenToolSettings();
     void OpenBrushSettings();
+    void OpenStampSettings();
+    void OpenFillSettings();
     void SetDefaultColors();
     void SwapColors();
     void ClickWells();
@@ -140,6 +154,15 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     void TrackEraser();
     void TrackPencil();
     void TrackMove();
+    void PaintGradient(hostapi::Point press);
+    void TrackGradient(short* dx, short* dy);
+    void UseStamp();
+    /// False where there is no source to copy from.
+    bool TrackStamp();
+    void TakeStampSource(hostapi::Point source);
+    void AimStamp(hostapi::Point brush);
+    void ShowStampCross(hostapi::Point brush);
+    void DrawStampCross();
     void TrackEyedropper();
     void TrackHand();
     void ClickZoom();
@@ -174,6 +197,8 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     std::unique_ptr<ColorPicker> colorPicker;
     /// Has the texture's name.
     FileOwner files;
+    /// What Combine opens with; without a name as long as none was chosen.
+    ImageFile combineFile;
     std::int32_t units = unitCentimetre;
     /// The child dialog now open.
     std::unique_ptr<ApplyDialog> subDialog;

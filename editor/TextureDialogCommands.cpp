@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "base/FatalError.h"
+#include "dialogs/TileDialog.h"
 #include "editor/EditDialog.h"
 #include "editor/TextureDialog.h"
 #include "paint/EffectRun.h"
@@ -61,24 +62,32 @@ void TextureDialog::EditTexture() {
     files.textureName = dialog.Name();
     ShowReadouts();
     if (width != pic->grX || height != pic->grY) {
-        Resample(width, height);
+        ReplaceBy(RunResize(*pic, width, height));
     }
 }
 
-void TextureDialog::Resample(short width, short height) {
-    std::unique_ptr<PaintClass> resized = RunResize(*pic, width, height);
-    if (resized == nullptr) {
+void TextureDialog::ReplaceBy(std::unique_ptr<PaintClass> made) {
+    if (made == nullptr) {
         Alert(this, alertOutOfMemory);
         return;
     }
-    ReplaceTexture(std::move(resized));
+    ReplaceTexture(std::move(made));
     TakeUndoSnapshot();
 }
 
 void TextureDialog::ReplaceTexture(std::unique_ptr<PaintClass> newPic) {
     AdoptTexture(std::move(newPic));
+    ShowUndoEntry(false);
     ShowReadouts();
     ZoomChanged();
+}
+
+// The old texture is gone: Undo leads back to the tiled one only.
+void TextureDialog::RunTile() {
+    TileDialog dialog(Record(), this, dialogPlaces[placedTile]);
+    if (dialog.Run() == okItem) {
+        ReplaceBy(::RunTile(*pic, dialog.Horizontal(), dialog.Vertical()));
+    }
 }
 
 void TextureDialog::FlipTexture(short mode) {
@@ -121,13 +130,15 @@ void TextureDialog::OpenTexture() {
         return;
     }
     Assert(fileFormat == formatJPEG, "TextureDialog / Zeile 1279 !(false)");
-    if (!OpenTextureFile(pic, files)) {
+    std::unique_ptr<PaintClass> opened;
+    if (!OpenTextureFile(opened, files)) {
         Alert(this, alertNotLoaded);
         return;
     }
-    pic->SetColors(&preferences.foreground, &preferences.background);
-    ShowReadouts();
-    ZoomChanged();
+    // Null after a Cancel, which leaves everything as it was.
+    if (opened != nullptr) {
+        ReplaceTexture(std::move(opened));
+    }
 }
 
 void TextureDialog::SaveTextureFile() {
@@ -151,20 +162,57 @@ void TextureDialog::OpenOperation(const Operation& operation) {
     SimpleLink* const presets = list != presetEffectCount ? &preferences.presets[list] : nullptr;
     const ApplyContext context{this, dialogPlaces[operation.place], presets};
     subDialog = operation.makeDialog(context, preferences);
-    const int ended = subDialog->Run();
-    if (ended == okItem) {
-        if (subDialog->WasApplied()) {
-            subDialog->StoreValues();
-            RunOperation(operation.id);
-        }
+    if (RunSubDialog()) {
         Remember(operation);
+    }
+}
+
+/// Runs the dialog in `subDialog` over an undo snapshot and what it leaves to do. True after OK.
+bool TextureDialog::RunSubDialog() {
+    const int ended = subDialog->Run();
+    if (ended == okItem && subDialog->WasApplied()) {
+        subDialog->StoreValues();
+        RunOperation(subDialog->ResourceId());
     } else if (ended == cancelItem) {
         RevertToUndo();
     }
     subDialog.reset();
+    return ended == okItem;
+}
+
+// Never remembered for Repeat.
+void TextureDialog::OpenCombine() {
+    TakeUndoSnapshot();
+    const ApplyContext context{this, Record(), dialogPlaces[placedCombine], nullptr};
+    subDialog = std::make_unique<CombineDialog>(
+        context, CombineChoice{preferences.combineMode, preferences.combineAmount, combineFile});
+    RunSubDialog();
+}
+
+void TextureDialog::RunCombine() {
+    if (!combineFile.HasName()) {
+        return;
+    }
+    const std::unique_ptr<PaintClass> other = ReadTextureImage(combineFile);
+    if (other == nullptr) {
+        Alert(Active(), alertNotLoaded);
+        return;
+    }
+    if (combineFile.Exists() != 0) {
+        return;
+    }
+    if (!::RunCombine(*pic, *other, preferences.combineAmount, preferences.combineMode)) {
+        Alert(Active(), alertSizesDiffer);
+        return;
+    }
+    ShowResult();
 }
 
 void TextureDialog::RunOperation(short id) {
+    if (id == combineDialog) {
+        RunCombine();
+        return;
+    }
     const Operation& operation = *OperationWithId(id);
     if (operation.redrawsFirst(preferences)) {
         RedrawAll();
@@ -212,14 +260,17 @@ void TextureDialog::RepeatLastFilter() {
 
 // Where neither memory nor disk takes the pixels, there is no undo, and nobody is told.
 void TextureDialog::TakeUndoSnapshot() {
-    Port().RenameMenuItem(commandUndo, StringText(stringUndo));
-    undoIsRedo = false;
+    ShowUndoEntry(false);
     pic->SaveUndo();
 }
 
+void TextureDialog::ShowUndoEntry(bool isRedo) {
+    undoIsRedo = isRedo;
+    Port().RenameMenuItem(commandUndo, StringText(isRedo ? stringRedo : stringUndo));
+}
+
 void TextureDialog::ToggleUndo() {
-    undoIsRedo = !undoIsRedo;
-    Port().RenameMenuItem(commandUndo, StringText(undoIsRedo ? stringRedo : stringUndo));
+    ShowUndoEntry(!undoIsRedo);
     pic->SwapUndo();
     InvalidateDrawing();
 }

@@ -5,7 +5,8 @@
 #include <algorithm>
 
 #include "dialogs/BrushDialog.h"
-#include "editor/Missing.h"
+#include "dialogs/CloneDialog.h"
+#include "dialogs/FillDialog.h"
 #include "editor/TextureDialog.h"
 #include "paint/Stroke.h"
 #include "resources/Ids.h"
@@ -16,14 +17,6 @@ using Items = TextureItems;
 
 /// The system's cursor for the grow box, which the system shows there itself.
 constexpr short cursorSizing = 32642;
-
-bool IsMissing(short tool) {
-    return std::find(missingTools.begin(), missingTools.end(), tool) != missingTools.end();
-}
-
-bool IsAt(hostapi::Point a, hostapi::Point b) {
-    return a.h == b.h && a.v == b.v;
-}
 
 RGBColor16 ColorOf(Pixel pixel) {
     return {static_cast<std::uint16_t>((pixel & 0xFF) << 8),
@@ -38,8 +31,8 @@ RGBColor16 ColorOf(Pixel pixel) {
 void TextureDialog::ChooseTool() {
     tool = GetShort(Items::toolPalette);
     SetValue(Items::viewPalette, 0);
-    if (IsDoubleClick() && tool == toolPaintbrush) {
-        OpenBrushSettings();
+    if (IsDoubleClick()) {
+        OpenToolSettings();
     }
 }
 
@@ -54,10 +47,47 @@ void TextureDialog::ShowTool() {
     SetValue(Items::viewPalette, values.views);
 }
 
+void TextureDialog::OpenToolSettings() {
+    switch (tool) {
+        case toolPaintbrush:
+            OpenBrushSettings();
+            break;
+        case toolRubberStamp:
+            OpenStampSettings();
+            break;
+        case toolFill:
+            OpenFillSettings();
+            break;
+        default:
+            break;
+    }
+}
+
 void TextureDialog::OpenBrushSettings() {
     BrushDialog dialog(this, dialogPlaces[placedBrush], {pic->brushSize});
     if (dialog.Run() == okItem) {
         pic->brushSize = dialog.Settings().size;
+    }
+}
+
+void TextureDialog::OpenStampSettings() {
+    CloneDialog dialog(Record(), this, dialogPlaces[placedClone],
+                       {pic->stampSize, pic->stampOffsetH, pic->stampOffsetV});
+    if (dialog.Run() == okItem) {
+        const StampSettings settings = dialog.Settings();
+        pic->stampSize = settings.size;
+        pic->stampOffsetH = settings.offsetH;
+        pic->stampOffsetV = settings.offsetV;
+    }
+}
+
+void TextureDialog::OpenFillSettings() {
+    FillDialog dialog(Record(), this, dialogPlaces[placedFill],
+                      {pic->fillTolerance, pic->fillAntiAlias});
+    if (dialog.Run() == okItem) {
+        const FillSettings settings = dialog.Settings();
+        pic->fillTolerance = settings.tolerance;
+        pic->fillAntiAlias = settings.antiAlias;
     }
 }
 
@@ -126,7 +156,7 @@ hostapi::Point TextureDialog::TexturePoint(hostapi::Point inWindow) const {
 }
 
 void TextureDialog::ClickDrawingArea() {
-    if (!ToolWorksIn(tool, viewMode) || IsMissing(tool)) {
+    if (!ToolWorksIn(tool, viewMode)) {
         return;
     }
     const hostapi::Point press = TexturePoint(Mouse());
@@ -154,6 +184,12 @@ void TextureDialog::RunTool(hostapi::Point press) {
             break;
         case toolPencil:
             TrackPencil();
+            break;
+        case toolGradient:
+            PaintGradient(press);
+            break;
+        case toolRubberStamp:
+            UseStamp();
             break;
         case toolFill:
             pic->FloodFill(press);
@@ -183,7 +219,7 @@ void TextureDialog::TrackStroke(Stroke& stroke) {
     hostapi::Point before = TexturePoint(place);
     for (bool first = true; TrackMouse(&place); first = false) {
         const hostapi::Point now = TexturePoint(place);
-        if (!first && IsAt(now, before)) {
+        if (!first && AreEqual(now, before)) {
             continue;
         }
         stroke.Paint(before, now);
@@ -215,7 +251,7 @@ void TextureDialog::TrackMove() {
     hostapi::Point before;
     GetMouse(&before);
     for (hostapi::Point now; TrackMouse(&now); before = now) {
-        if (!IsAt(now, before)) {
+        if (!AreEqual(now, before)) {
             pic->ShiftBy(static_cast<short>(before.h - now.h),
                          static_cast<short>(before.v - now.v));
             RedrawContents();
@@ -240,7 +276,7 @@ void TextureDialog::TrackHand() {
     hostapi::Point before;
     GetMouse(&before);
     for (hostapi::Point now; TrackMouse(&now); before = now) {
-        if (IsAt(now, before)) {
+        if (AreEqual(now, before)) {
             continue;
         }
         SetValue(Items::horizontalScroll, GetValue(Items::horizontalScroll) - (now.h - before.h));

@@ -3,6 +3,7 @@
 
 #include "base/Platform.h"
 #include "base/Progress.h"
+#include "editor/PortState.h"
 #include "editor/Readouts.h"
 #include "editor/TextureDialog.h"
 #include "resources/Ids.h"
@@ -22,40 +23,6 @@ constexpr int outOfSight = 0x1000;
 constexpr int zoomButtonWidth = 16;
 
 constexpr short previewTab = 2;
-
-/// The port's colours as they were, back at the end.
-class SavedColors {
-  public:
-    explicit SavedColors(DrawingPort& newPort)
-        : port(newPort), foreground(newPort.Foreground()), background(newPort.Background()) {}
-    SavedColors(const SavedColors&) = delete;
-    SavedColors& operator=(const SavedColors&) = delete;
-    ~SavedColors() {
-        port.SetForeground(foreground);
-        port.SetBackground(background);
-    }
-
-  private:
-    DrawingPort& port;
-    Color24 foreground;
-    Color24 background;
-};
-
-/// Drawing goes into one rectangle for a while.
-class ClippedTo {
-  public:
-    ClippedTo(DrawingPort& newPort, const hostapi::Rect& rect) : port(newPort) {
-        port.CopyClip(before);
-        port.SetClip(Region(rect));
-    }
-    ClippedTo(const ClippedTo&) = delete;
-    ClippedTo& operator=(const ClippedTo&) = delete;
-    ~ClippedTo() { port.SetClip(before); }
-
-  private:
-    DrawingPort& port;
-    Region before;
-};
 
 hostapi::Rect RectOf(const Area& area) {
     return {static_cast<short>(area.top), static_cast<short>(area.left),

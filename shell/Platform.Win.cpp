@@ -5,11 +5,11 @@
 
 #include <ctime>
 
+#include "dialogs/JPEGDialog.h"
 #include "files/FileDialog.Win.h"
 #include "framework/alerts/Alert.Win.h"
 #include "framework/dialog/NorvantaDialog.h"
 #include "framework/help/About.Win.h"
-#include "hostapi/Results.h"
 #include "shell/FatalError.Win.h"
 #include "shell/Zandermolite.h"
 
@@ -47,13 +47,8 @@ int ShowAlert(std::int16_t id, const AlertTexts& texts) {
     return Alert(static_cast<HWND>(hostWindow), id, texts);
 }
 
-/// The program has no such dialog yet.
-std::int16_t RunQualityDialog(JPEGQualityChoice&) {
-    return hostapi::memFullErr;
-}
-
 }  // namespace
 
-PlatformServices platformServices = {
-    ClockSeconds,  TickCount, ShowWaitCursor, ShowArrowCursor, Beep,          ShowFatalError,
-    TemporaryPath, ShowAbout, '\\',           ShowAlert,       RunFileDialog, RunQualityDialog};
+PlatformServices platformServices = {ClockSeconds, TickCount,      ShowWaitCursor, ShowArrowCursor,
+                                     Beep,         ShowFatalError, TemporaryPath,  ShowAbout,
+                                     '\\',         ShowAlert,      RunFileDialog,  RunJPEGDialog};

@@ -57,7 +57,7 @@ bool NorvantaDialog::TrackMouse(hostapi::Point* place) {
     const bool isDown = GetMouse(place);
     const bool hasMoved = place->h != last.h || place->v != last.v;
     last = *place;
-    if (isDown && !hasMoved && dialogState.active != nullptr) {
+    if (!hasMoved && dialogState.active != nullptr) {
         dialogState.active->Idle();
         // Looking at the queue tells the system that the program is alive; the pause leaves the
         // processor to others while the hand rests.

@@ -80,6 +80,10 @@ void NorvantaDialog::SetPlacement(const hostapi::Rect& placement) {
 hostapi::Rect NorvantaDialog::Placement() const {
     CheckWindow();
     const HWND window = DialogWindow::Window(*this);
+    if ((GetWindowLongA(window, GWL_STYLE) & WS_MAXIMIZEBOX) == 0) {
+        // Nothing but the place: it may lie on a screen above the main one.
+        return ToRect(ClientOnScreen(window));
+    }
     WINDOWPLACEMENT place{};
     place.length = sizeof place;
     if (!IsZoomed(window) || !GetWindowPlacement(window, &place)) {

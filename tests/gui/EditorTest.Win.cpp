@@ -49,19 +49,15 @@ TEST_F(EditorTest, StartsWithItsDefaults) {
     });
 }
 
-TEST_F(EditorTest, WhatHasNoDialogYetIsDisabled) {
+TEST_F(EditorTest, NothingButTheRepeatsIsDisabled) {
     RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
-        for (const int item : {Items::shapes, Items::skew, Items::sharpen, Items::mosaic,
-                               Items::tile, Items::combine}) {
-            EXPECT_FALSE(editor.IsEnabled(item)) << item;
+        for (int item = Items::newTexture; item <= Items::combine; ++item) {
+            const bool isRepeat = item == Items::repeatEffect || item == Items::repeatFilter;
+            EXPECT_EQ(editor.IsEnabled(item), !isRepeat) << item;
         }
         for (const int command : {commandSkew, commandMosaic, commandCombine, commandTile,
                                   commandStampSettings, commandFillSettings}) {
-            EXPECT_FALSE(editor.IsMenuEnabled(command)) << command;
-        }
-        for (const int item : {Items::lines, Items::blur, Items::addBump, Items::invert,
-                               Items::flipHorizontal, Items::flipVertical}) {
-            EXPECT_TRUE(editor.IsEnabled(item)) << item;
+            EXPECT_TRUE(editor.IsMenuEnabled(command)) << command;
         }
     });
 }

@@ -1,0 +1,33 @@
+#include "dialogs/ShapesDialog.h"
+
+#include "resources/Ids.h"
+
+using Items = ShapesItems;
+
+ShapesDialog::ShapesDialog(const ApplyContext& context, ShapesParams& newStored)
+    : ParamsDialog(context, shapesDialog, newStored) {
+    bindings.Popup(FieldFor(&ShapesParams::kind), Items::kind);
+    bindings.Swatch(FieldFor(&ShapesParams::color), Items::color);
+    constexpr NumberShown inPercent{.factor = 100};
+    bindings.Number(FieldFor(&ShapesParams::sizeX),
+                    {.field = Items::width, .slider = Items::widthSlider}, inPercent);
+    bindings.Number(FieldFor(&ShapesParams::sizeY),
+                    {.field = Items::height, .slider = Items::heightSlider}, inPercent);
+    bindings.Number(FieldFor(&ShapesParams::bevel), {.slider = Items::bevel});
+    bindings.Number(FieldFor(&ShapesParams::contrast), {.slider = Items::contrast});
+    bindings.Number(FieldFor(&ShapesParams::transparency), {.slider = Items::transparency});
+    bindings.Number(FieldFor(&ShapesParams::material), {.slider = Items::material});
+    bindings.Number(FieldFor(&ShapesParams::shiftSize), {.slider = Items::sizeDisplacement});
+    bindings.Number(FieldFor(&ShapesParams::shiftY), {.slider = Items::verticalDisplacement});
+    bindings.Number(FieldFor(&ShapesParams::shiftX), {.slider = Items::horizontalDisplacement});
+    bindings.Number(FieldFor(&ShapesParams::repeatX), {.field = Items::columns});
+    bindings.Number(FieldFor(&ShapesParams::repeatY), {.field = Items::rows});
+    bindings.Check(FieldFor(&ShapesParams::halfShift), Items::halfShift);
+    // The generator stacks for another value than this dialog gives, so that both cards blend:
+    // meant.
+    bindings.Radios(
+        FieldFor(&ShapesParams::stacking),
+        {{1, Items::stacked, Items::stackedPicture}, {0, Items::blended, Items::blendedPicture}},
+        {.shownAs = Items::stacked});
+    bindings.Number(FieldFor(&ShapesParams::angle), {.field = Items::angle, .dial = Items::globe});
+}

@@ -1,0 +1,38 @@
+// What drawing changes in a port for a while, and puts back.
+#pragma once
+
+#include "framework/drawing/InterfaceLib.h"
+
+/// Restores the port's colours at its end.
+class SavedColors {
+  public:
+    explicit SavedColors(DrawingPort& newPort)
+        : port(newPort), foreground(newPort.Foreground()), background(newPort.Background()) {}
+    SavedColors(const SavedColors&) = delete;
+    SavedColors& operator=(const SavedColors&) = delete;
+    ~SavedColors() {
+        port.SetForeground(foreground);
+        port.SetBackground(background);
+    }
+
+  private:
+    DrawingPort& port;
+    Color24 foreground;
+    Color24 background;
+};
+
+/// Clips all drawing to one rectangle for its lifetime.
+class ClippedTo {
+  public:
+    ClippedTo(DrawingPort& newPort, const hostapi::Rect& rect) : port(newPort) {
+        port.CopyClip(before);
+        port.SetClip(Region(rect));
+    }
+    ClippedTo(const ClippedTo&) = delete;
+    ClippedTo& operator=(const ClippedTo&) = delete;
+    ~ClippedTo() { port.SetClip(before); }
+
+  private:
+    DrawingPort& port;
+    Region before;
+};
