@@ -15,10 +15,9 @@ constexpr Field offsetVField =
 
 }  // namespace
 
-CloneDialog::CloneDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-                         hostapi::Rect& newPlacement, const StampSettings& newSettings)
-    : ToolsDialog(cloneDialog, newRecord, newOwner, newPlacement, &settings),
-      settings(newSettings) {
+CloneDialog::CloneDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
+                         const StampSettings& newSettings)
+    : ToolsDialog(cloneDialog, newOwner, newPlacement, &settings), settings(newSettings) {
     bindings.Number(sizeField, {.field = Items::size, .slider = Items::slider});
     bindings.Number(offsetHField, {.field = Items::horizontalOffset});
     bindings.Number(offsetVField, {.field = Items::verticalOffset}, {.factor = -1});

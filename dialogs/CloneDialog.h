@@ -16,8 +16,8 @@ struct StampSettings {
 /// Shows the vertical offset negated: a positive one points upwards there.
 class CloneDialog : public ToolsDialog {
   public:
-    CloneDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-                hostapi::Rect& newPlacement, const StampSettings& newSettings);
+    CloneDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
+                const StampSettings& newSettings);
 
     /// What the dialog was closed with.
     const StampSettings& Settings() const { return settings; }

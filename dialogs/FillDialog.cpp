@@ -11,9 +11,9 @@ constexpr Field antiAliasField = fields::Choice<&FillSettings::antiAlias>("antiA
 
 }  // namespace
 
-FillDialog::FillDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-                       hostapi::Rect& newPlacement, const FillSettings& newSettings)
-    : ToolsDialog(fillDialog, newRecord, newOwner, newPlacement, &settings), settings(newSettings) {
+FillDialog::FillDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
+                       const FillSettings& newSettings)
+    : ToolsDialog(fillDialog, newOwner, newPlacement, &settings), settings(newSettings) {
     bindings.Number(toleranceField, {.field = Items::tolerance, .slider = Items::slider});
     bindings.Check(antiAliasField, Items::antiAlias);
 }

@@ -14,8 +14,8 @@ struct FillSettings {
 
 class FillDialog : public ToolsDialog {
   public:
-    FillDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-               hostapi::Rect& newPlacement, const FillSettings& newSettings);
+    FillDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
+               const FillSettings& newSettings);
 
     /// What the dialog was closed with.
     const FillSettings& Settings() const { return settings; }

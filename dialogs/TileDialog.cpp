@@ -11,9 +11,8 @@ constexpr double mostCopies = 12;
 
 }  // namespace
 
-TileDialog::TileDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-                       hostapi::Rect& newPlacement)
-    : SmallPSDialog(tileDialog, newRecord, newOwner), placement(newPlacement) {}
+TileDialog::TileDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement)
+    : SmallPSDialog(tileDialog, newOwner), placement(newPlacement) {}
 
 void TileDialog::Setup() {
     SmallPSDialog::Setup();

@@ -6,8 +6,7 @@
 class TileDialog : public SmallPSDialog {
   public:
     /// `newPlacement` is where the dialogs of the class were last; all 0 for never.
-    TileDialog(hostapi::FilterRecord* newRecord, NorvantaDialog* newOwner,
-               hostapi::Rect& newPlacement);
+    TileDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement);
 
     void Setup() override;
     short ItemHit(short item) override;

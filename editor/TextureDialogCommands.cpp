@@ -84,7 +84,7 @@ void TextureDialog::ReplaceTexture(std::unique_ptr<PaintClass> newPic) {
 
 // The old texture is gone: Undo leads back to the tiled one only.
 void TextureDialog::RunTile() {
-    TileDialog dialog(Record(), this, dialogPlaces[placedTile]);
+    TileDialog dialog(this, dialogPlaces[placedTile]);
     if (dialog.Run() == okItem) {
         ReplaceBy(::RunTile(*pic, dialog.Horizontal(), dialog.Vertical()));
     }
@@ -183,7 +183,7 @@ bool TextureDialog::RunSubDialog() {
 // Never remembered for Repeat.
 void TextureDialog::OpenCombine() {
     TakeUndoSnapshot();
-    const ApplyContext context{this, Record(), dialogPlaces[placedCombine], nullptr};
+    const ApplyContext context{this, dialogPlaces[placedCombine], nullptr};
     subDialog = std::make_unique<CombineDialog>(
         context, CombineChoice{preferences.combineMode, preferences.combineAmount, combineFile});
     RunSubDialog();

@@ -71,7 +71,7 @@ void TextureDialog::OpenBrushSettings() {
 }
 
 void TextureDialog::OpenStampSettings() {
-    CloneDialog dialog(Record(), this, dialogPlaces[placedClone],
+    CloneDialog dialog(this, dialogPlaces[placedClone],
                        {pic->stampSize, pic->stampOffsetH, pic->stampOffsetV});
     if (dialog.Run() == okItem) {
         const StampSettings settings = dialog.Settings();
@@ -82,8 +82,7 @@ void TextureDialog::OpenStampSettings() {
 }
 
 void TextureDialog::OpenFillSettings() {
-    FillDialog dialog(Record(), this, dialogPlaces[placedFill],
-                      {pic->fillTolerance, pic->fillAntiAlias});
+    FillDialog dialog(this, dialogPlaces[placedFill], {pic->fillTolerance, pic->fillAntiAlias});
     if (dialog.Run() == okItem) {
         const FillSettings settings = dialog.Settings();
         pic->fillTolerance = settings.tolerance;
