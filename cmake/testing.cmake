@@ -20,15 +20,20 @@ add_shared_headers(test_headers HEADERS
   <utility> <vector>
   OPTIONS test_options)
 
-# compile_as_test(TARGET): for programs of tests and for what supports them.
+# compile_as_test(TARGET [SEPARATE]): for programs of tests and for what supports them.
 #
 # The sources of one folder are compiled as one, in a fifth of the time, in every build alike: then
 # names in their anonymous namespaces that clash are seen by who adds one, not later by ./test alone.
 # A folder is the group, not every eight sources, so that a new source clashes with nothing but what
-# stands beside it and moves no other from one group to the next.
+# stands beside it and moves no other from one group to the next. SEPARATE compiles each source for
+# itself: for tests of dialogs, where each says Items for those of its own dialog.
 function(compile_as_test target)
+  cmake_parse_arguments(C "SEPARATE" "" "" ${ARGN})
   target_link_libraries(${target} PRIVATE project_options test_options)
   share_headers(${target} test_headers)
+  if(C_SEPARATE)
+    return()
+  endif()
   set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
   get_target_property(sources ${target} SOURCES)
   get_target_property(folder ${target} SOURCE_DIR)
@@ -41,16 +46,20 @@ function(compile_as_test target)
   endforeach()
 endfunction()
 
-# add_project_test(NAME SOURCES... LIBRARIES... [TIMEOUT seconds])
+# add_project_test(NAME SOURCES... LIBRARIES... [TIMEOUT seconds] [SEPARATE])
 # One program, one ctest entry; what ran in it is counted from the file it leaves in results/.
 function(add_project_test name)
-  cmake_parse_arguments(T "" "TIMEOUT" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
+  cmake_parse_arguments(T "SEPARATE" "TIMEOUT" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
   if(NOT T_TIMEOUT)
     set(T_TIMEOUT 300)
   endif()
   add_executable(${name} ${T_SOURCES})
   target_link_libraries(${name} PRIVATE ${T_LIBRARIES} gtest_main)
-  compile_as_test(${name})
+  if(T_SEPARATE)
+    compile_as_test(${name} SEPARATE)
+  else()
+    compile_as_test(${name})
+  endif()
   # Relative to the working directory: a Windows program takes a path that begins with a slash for
   # one without a drive.
   file(RELATIVE_PATH results ${PROJECT_SOURCE_DIR} ${CMAKE_BINARY_DIR}/results)
