@@ -123,7 +123,7 @@ class InfoReader {
         reader->bytes = reader->bytes.subspan(count);
     }
 
-    /// What the library has not read yet.
+    /// The bytes that the library has not read yet.
     std::span<const std::uint8_t> bytes;
     png_structp png;
     png_infop info;

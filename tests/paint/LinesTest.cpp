@@ -4,6 +4,7 @@
 #include "paint/math/Random.h"
 #include "plain/PlainLines.h"
 #include "tests/paint/Tones.h"
+#include "tests/support/Bar.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 
@@ -349,17 +350,10 @@ TEST_F(SoftenTest, WithoutTheCloneNothingChanges) {
 
 // Progress, as the editor's bar shows it.
 
-struct Bar final : ProgressTarget {
-    void DrawProgress(short percent) override { percents.push_back(percent); }
-    std::vector<short> percents;
-};
-
 TEST_F(LinesTest, ReportsStrokesByFourAndRowsByFive) {
-    Bar bar;
-    ShowClass::target = &bar;
+    const Bar bar;
     PaintClass pic(64, 64);
     pic.Lines(LinesParams{});
-    ShowClass::target = nullptr;
     // 64 * 64 / 350 = 11 fours of strokes, and 64 / 5 = 12 of a total of 23; rows 0 to 60.
     ASSERT_EQ(bar.percents.size(), 11u + 13u);
     EXPECT_EQ(bar.percents.front(), 0);
@@ -370,11 +364,9 @@ TEST_F(LinesTest, ReportsStrokesByFourAndRowsByFive) {
 }
 
 TEST_F(LinesTest, InkReportsItsStrokesOnly) {
-    Bar bar;
-    ShowClass::target = &bar;
+    const Bar bar;
     PaintClass pic(64, 64);
     pic.Lines(Ink());
-    ShowClass::target = nullptr;
     ASSERT_EQ(bar.percents.size(), 11u);
     EXPECT_EQ(bar.percents.front(), 0);
     EXPECT_EQ(bar.percents.back(), 10 * 100 / 11);
