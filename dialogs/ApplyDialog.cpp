@@ -98,7 +98,7 @@ void ApplyDialog::UpdateDelete() {
     }
 }
 
-// Delete follows at once: a key that waits behind a drag is taken before the next Idle.
+// Delete follows at once: a key pressed during a drag is taken before the next Idle.
 void ApplyDialog::SelectPreset(short place) {
     SetValue(Items::presets, place);
     UpdateDelete();

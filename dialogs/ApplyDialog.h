@@ -15,7 +15,7 @@ class ApplyDialog;
 /// The editor, as the dialogs that it opens see it.
 class ApplyFather {
   public:
-    /// What the dialog stands over.
+    /// The dialog under this one.
     virtual NorvantaDialog* FatherDialog() = 0;
     /// Takes the texture back to the undo snapshot and shows it.
     virtual void RevertToUndo() = 0;
@@ -31,7 +31,7 @@ class ApplyFather {
     ~ApplyFather() = default;
 };
 
-/// What every ApplyDialog is opened with.
+/// The arguments that every ApplyDialog is opened with.
 struct ApplyContext {
     /// Asserted not to be null.
     ApplyFather* father;
@@ -71,7 +71,7 @@ class ApplyDialog : public SmallPSDialog {
     virtual void UsePreset(const void* preset) = 0;
     /// A new record of the present values, made for SimpleLink.
     virtual void* NewPreset() = 0;
-    /// Of the assertion that guards Delete. Never called for a dialog without presets.
+    /// The text of the assertion that guards Delete. Never called for a dialog without presets.
     virtual const char* DeleteAssertion() const { return ""; }
 
     ApplyFather* Father() const { return father; }

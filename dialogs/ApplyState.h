@@ -1,4 +1,4 @@
-// What an ApplyDialog knows of the texture that it shows.
+// The state of the texture that an ApplyDialog shows.
 #pragma once
 
 /// Starts as opened: the texture is as it was before the dialog. Apply makes it the result of the

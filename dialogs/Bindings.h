@@ -81,7 +81,7 @@ class Bindings {
     /// `items` are disabled while the control `master` has the value `off`, else enabled.
     void Disable(const std::vector<short>& items, short master, int off);
 
-    // What the window asks. All need the window.
+    // The requests of the window, which must exist.
 
     /// Sets the controls' formats and ranges.
     void SetUp();

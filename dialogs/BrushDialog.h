@@ -15,7 +15,7 @@ class BrushDialog : public ToolsDialog {
     BrushDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
                 const BrushSettings& newSettings);
 
-    /// What the dialog was closed with.
+    /// The settings that the dialog was closed with.
     const BrushSettings& Settings() const { return settings; }
 
   private:

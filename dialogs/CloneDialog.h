@@ -19,7 +19,7 @@ class CloneDialog : public ToolsDialog {
     CloneDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
                 const StampSettings& newSettings);
 
-    /// What the dialog was closed with.
+    /// The settings that the dialog was closed with.
     const StampSettings& Settings() const { return settings; }
 
   private:

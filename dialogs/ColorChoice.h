@@ -4,7 +4,7 @@
 #include "framework/dialog/SmallPSDialog.h"
 #include "paint/Color.h"
 
-/// What the screen shows of a colour: the high byte of each component.
+/// Returns a colour as the screen shows it: the high byte of each component.
 constexpr Color24 ShownColor(const RGBColor16& color) {
     return MakeColor24(HighByte(color.red), HighByte(color.green), HighByte(color.blue));
 }

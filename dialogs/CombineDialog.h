@@ -17,7 +17,7 @@ struct CombineChoice {
 /// Opens in the applied state: OK alone runs nothing before a control has changed.
 class CombineDialog : public ApplyDialog {
   public:
-    /// What `newStored` refers to outlives the dialog. A file stays chosen, however the dialog
+    /// `newStored` refers to what outlives the dialog. A file stays chosen, however the dialog
     /// ends.
     CombineDialog(const ApplyContext& context, const CombineChoice& newStored);
 

@@ -1,4 +1,4 @@
-// What the file dialogs of textures stand over: any dialog of ours.
+// A dialog of ours as the owner of the file dialogs of textures.
 #pragma once
 
 #include <optional>

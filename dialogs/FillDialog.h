@@ -17,7 +17,7 @@ class FillDialog : public ToolsDialog {
     FillDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
                const FillSettings& newSettings);
 
-    /// What the dialog was closed with.
+    /// The settings that the dialog was closed with.
     const FillSettings& Settings() const { return settings; }
 
   private:

@@ -11,7 +11,7 @@ class TileDialog : public SmallPSDialog {
     void Setup() override;
     short ItemHit(short item) override;
 
-    // What the dialog was closed with, 1 to 12 each.
+    // The counts that the dialog was closed with, 1 to 12 each.
     short Horizontal() const { return horizontal; }
     short Vertical() const { return vertical; }
 

@@ -12,7 +12,7 @@ class WavesDialog : public ParamsDialog<WavesParams> {
     bool ScrollChanged(short item, int value) override;
 
   private:
-    /// What no control shows is always the same, whatever a preset says.
+    /// Fields that no control shows are always the same, whatever a preset says.
     void KeepValues() override;
     const char* DeleteAssertion() const override {
         return "WavesDialog / Zeile 106 !(menuitem > 2)";

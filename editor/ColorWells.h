@@ -1,6 +1,6 @@
 // Where the parts of the editor's colour wells lie.
 //
-// The background well is an L behind the lower right corner of the foreground well: two bars.
+// The background well is an L around the lower right corner of the foreground well: two bars.
 #pragma once
 
 #include "hostapi/HostTypes.h"

@@ -35,7 +35,7 @@ class EditDialog : public SmallPSDialog {
     EditDialog(short newResourceId, NorvantaDialog* newOwner, hostapi::Rect& newPlacement,
                short newWidth, short newHeight);
 
-    /// Reads what is kept when the window has gone. Answers `item`, which closes the dialog.
+    /// Reads what is kept when the window has gone. Returns `item`, which closes the dialog.
     virtual short Leave(short item);
 
   private:

@@ -1,4 +1,4 @@
-// What drawing changes in a port for a while, and puts back.
+// Keeps the state of a port that drawing changes for a while, and restores it.
 #pragma once
 
 #include "framework/drawing/InterfaceLib.h"

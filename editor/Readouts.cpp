@@ -7,7 +7,7 @@
 
 namespace {
 
-/// One decimal behind a point, whatever the locale: tenths, rounded, with the point set in.
+/// One decimal after a point, whatever the locale: tenths, rounded, with the point set in.
 std::string OneDecimal(double value) {
     std::string digits = std::to_string(static_cast<long>(std::trunc(value * 10 + 0.5)));
     if (digits.size() == 1) {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-/// A side of `pixels` in `unit`, with the unit behind it: "300 pixel", "4.2 inch", "0.5 cm".
+/// A side of `pixels` in `unit`, followed by the unit: "300 pixel", "4.2 inch", "0.5 cm".
 std::string SideText(short pixels, std::int32_t unit, int resolution);
 /// "72 dpi".
 std::string ResolutionText(int resolution);

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int targetPixel = 3;
-/// Behind the last pixel: hosts with a fourth plane may read a byte of the pixel that isn't there.
+/// Bytes after the last pixel: hosts with a fourth plane may read one of a pixel that isn't there.
 constexpr std::int64_t slack = 4;
 
 /// Where each target pixel of a row comes from, as an offset in the source row; the same again for

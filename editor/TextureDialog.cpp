@@ -43,7 +43,7 @@ constexpr ItemRule itemRules[] = {
 
 }  // namespace
 
-/// What a button or a menu entry does. An item or a menu command of 0 is none.
+/// The handler of a button or a menu entry. An item or a menu command of 0 is none.
 struct TextureDialog::Command {
     short item;
     short menu;
@@ -223,7 +223,7 @@ short TextureDialog::ItemHit(short item) {
     return 0;
 }
 
-// What has a button goes the button's way.
+// A command that has a button runs through the button's handler.
 void TextureDialog::MenuCommand(short id) {
     const auto command = std::find_if(std::begin(commands), std::end(commands),
                                       [id](const Command& row) { return row.menu == id; });

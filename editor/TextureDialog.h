@@ -61,7 +61,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     void UpdateMenus() override;
     void Resize(short widthChange, short heightChange) override;
     short CursorAt(short item) override;
-    /// Fills the help readout; always answers 0.
+    /// Fills the help readout; always returns 0.
     std::uint32_t HelpAt(short item) override;
     bool ScrollChanged(short item, int value) override;
     void Paint(const Region& region) override;
@@ -71,7 +71,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     void LineTo(short x, short y) override;
     void FillRect(const hostapi::Rect& rect);
 
-    // What the dialogs that it opens ask of it.
+    // For the dialogs that it opens.
 
     NorvantaDialog* FatherDialog() override { return this; }
     void RevertToUndo() override;
@@ -197,7 +197,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     std::unique_ptr<ColorPicker> colorPicker;
     /// Has the texture's name.
     FileOwner files;
-    /// What Combine opens with; without a name as long as none was chosen.
+    /// The file that Combine opens with; without a name as long as none was chosen.
     ImageFile combineFile;
     std::int32_t units = unitCentimetre;
     /// The child dialog now open.
@@ -207,7 +207,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     ViewMode viewMode = viewDrawing;
     /// Dots an inch.
     short resolution;
-    /// What Open and Save deal in: 0 JPEG; with 1 they do nothing.
+    /// The format of Open and Save: 0 JPEG; with 1 they do nothing.
     std::int32_t fileFormat = 0;
     /// The next Undo is a Redo.
     bool undoIsRedo = false;

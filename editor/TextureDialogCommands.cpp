@@ -1,4 +1,4 @@
-// What the editor's commands do to the texture.
+// The editor's commands on the texture.
 #include <algorithm>
 
 #include "base/FatalError.h"

@@ -40,7 +40,7 @@ short ToolCursor(short tool, ViewMode mode, int modifiers);
 /// The cursor while the tool is dragged; 0 where it stays.
 short DragCursor(short tool);
 
-/// What the mouse is over, for the help readout: parts count from 0.
+/// The part under the mouse, for the help readout: parts count from 0.
 /// The string of the tool in that palette cell.
 short ToolHint(short cell);
 short ViewToolHint(short cell);

@@ -13,7 +13,7 @@ constexpr int repeatsShown = 3;
 constexpr short frameWidth = 2;
 /// Tiles narrower than this are put together to pictures of at least this size.
 constexpr int smallestBlock = 64;
-/// What a page of scrolling keeps in view.
+/// The part of the view that a page of scrolling keeps in it.
 constexpr int pageOverlap = 64;
 /// The size marks' distance from the corner and their length, in texture pixels.
 constexpr double markGap = 8.0;
@@ -127,7 +127,7 @@ struct Piece {
     int to;
 };
 
-/// Tile corners in one direction of the preview, the one before the view's edge and the one behind
+/// Tile corners in one direction of the preview, the one before the view's edge and the one after
 /// it included.
 int CornersShown(const ViewAxis& axis) {
     return axis.view / axis.Scaled() + 2;

@@ -11,7 +11,7 @@
 
 enum ViewMode : short { viewDrawing = 0, viewTilePreview = 1 };
 
-/// What a scroll bar takes beside the view, in pixels.
+/// The width of a scroll bar beside the view, in pixels.
 constexpr short scrollBarWidth = 15;
 
 /// The next factor of the ladder; 4.0 and 0.25 are its ends. Factors beside the ladder stay.
@@ -60,7 +60,7 @@ struct ScrollRange {
     friend bool operator==(const ScrollRange&, const ScrollRange&) = default;
 };
 
-/// What one direction of the view shows: x with the widths, or y with the heights.
+/// One direction of the view: x with the widths, or y with the heights.
 struct ViewAxis {
     /// The tile's size in texture pixels.
     int tile;

@@ -13,7 +13,7 @@ constexpr int textCapacity = 256;
 /// Where the icon stands, in dialog units from the left and the top.
 constexpr int iconPlace = 7;
 
-/// What one alert's window procedure needs; lives as long as the alert runs.
+/// The data of one alert's window procedure; lives as long as the alert runs.
 struct AlertRun {
     const AlertTexts& texts;
     AlertIcon icon;

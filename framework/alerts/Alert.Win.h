@@ -10,7 +10,7 @@
 enum class AlertIcon { warning, stop };
 
 /// Runs the dialog resource `id` modally over `parent` (none, or no longer a window: over the
-/// desktop). Answers the control that ended it, 1 or 2; closing it in any other way gives 2. 0 if
+/// desktop). Returns the control that ended it, 1 or 2; closing it in any other way gives 2. 0 if
 /// there is no such dialog.
 int RunAlert(HWND parent, int id, const AlertTexts& texts, AlertIcon icon);
 

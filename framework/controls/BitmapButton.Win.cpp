@@ -21,9 +21,9 @@ constexpr int bareFocusLeft = 18;
 constexpr int focusRightMargin = 3;
 constexpr int focusMargin = 2;
 
-/// The system's button, behind ours.
+/// The system's button, on which ours is built.
 WNDPROC systemProcedure = nullptr;
-/// Where our record is, behind the system's own words.
+/// The offset of our record, after the system's own words.
 int recordOffset = 0;
 
 BitmapButton* ButtonOf(HWND control) {
@@ -44,7 +44,7 @@ void PaintPicture(HDC context, const BitmapButton& button, int height, bool isEn
                     (height - size.cy) / 2 - 1 + shift, isEnabled);
 }
 
-/// Behind the picture, or `bare` without one.
+/// The offset after the picture, or `bare` without one.
 int LeftBehindPicture(const BitmapButton& button, int gap, int bare) {
     return button.picture != nullptr
                ? pictureLeft + static_cast<int>(BitmapSize(As<HBITMAP>(button.picture)).cx) + gap

@@ -10,16 +10,16 @@
 /// Messages of the family.
 enum ControlMessage : UINT {
     controlGetValue = WM_USER,
-    /// Answers 0.
+    /// Returns 0.
     controlGetMinimum = WM_USER + 1,
-    /// Answers the number of cells.
+    /// Returns the number of cells.
     controlGetCount = WM_USER + 2,
     controlSetValue = WM_USER + 5,
     /// The minimum in the low and the maximum in the high 16 bits.
     controlSetRange = WM_USER + 6,
 };
 
-/// For the first dialog of the process, and behind the last.
+/// Called before the first dialog of the process, and after the last.
 void RegisterControlClasses();
 void UnregisterControlClasses();
 

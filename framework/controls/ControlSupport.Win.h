@@ -1,4 +1,4 @@
-// What the custom controls share.
+// Parts that the custom controls share.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@
 #include "framework/dialog/Callback.Win.h"
 #include "framework/drawing/GdiObject.Win.h"
 
-/// The record of a control, hung on its window by its class; null before creation and behind the
+/// The record of a control, hung on its window by its class; null before creation, after the
 /// end, and for a control that dropped it.
 template <typename Record>
 Record* RecordOf(HWND control) {

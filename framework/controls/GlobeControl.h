@@ -30,7 +30,7 @@ class GlobeControl {
 
     /// FatalError 20008 before Initialize, 20005 for an item with no room for a radius.
     void Draw();
-    /// Follows the mouse until the button goes up. Answers true.
+    /// Follows the mouse until the button goes up. Returns true.
     bool Track();
 
     NorvantaDialog* Dialog() const { return dialog; }

@@ -8,7 +8,7 @@
 /// Where a dial stands in its item.
 struct GlobeGeometry {
     hostapi::Point center;
-    /// Of the knob's path.
+    /// The radius of the knob's path.
     int radius;
     /// The square that the picture takes.
     hostapi::Rect square;
@@ -18,7 +18,7 @@ struct GlobeGeometry {
 /// FatalError 20005 without room for a radius of a pixel.
 GlobeGeometry MeasureGlobe(const hostapi::Rect& bounds, int inset);
 
-/// What a dial shows.
+/// The value of a dial.
 struct GlobeValue {
     /// 0 to 90, or -1 for a dial with an angle only.
     int elevation;
@@ -31,5 +31,6 @@ struct GlobeValue {
 /// The middle of the knob. Without an elevation it is on the rim, at 90 in the centre.
 hostapi::Point KnobPlace(const GlobeGeometry& geometry, const GlobeValue& value);
 
-/// What the mouse at `place` makes of `value`. The angle stays where the elevation becomes 90.
+/// Returns `value` after a move of the mouse to `place`. The angle stays where the elevation
+/// becomes 90.
 GlobeValue ValueUnder(const GlobeGeometry& geometry, const GlobeValue& value, hostapi::Point place);

@@ -4,7 +4,7 @@
 #include <string>
 
 struct PopupLabel {
-    /// What is drawn: the text up to its first tab.
+    /// The drawn text: up to the first tab.
     std::string text;
     /// Tabs in the text; without any the label's own width counts.
     int tabs;

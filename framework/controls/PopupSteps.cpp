@@ -3,7 +3,7 @@
 namespace {
 
 constexpr int usualEntriesInColumn = 20;
-/// What a menu takes of the screen beside its entries.
+/// The height that a menu takes of the screen beside its entries, in pixels.
 constexpr int menuFrameHeight = 6;
 constexpr int entryGap = 2;
 

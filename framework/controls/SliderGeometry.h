@@ -9,7 +9,7 @@ struct SliderRange {
     int maximum = 100;
 };
 
-/// Clamps the value to the range. Answers whether it changed.
+/// Clamps the value to the range. Returns whether it changed.
 bool SetSliderValue(SliderRange& range, int value);
 /// A minimum above the maximum is lowered to it, and the value is pulled into the range.
 void SetSliderRange(SliderRange& range, int minimum, int maximum);

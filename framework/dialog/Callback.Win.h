@@ -1,4 +1,4 @@
-// What stands between the system's callbacks and our code.
+// The guard between the system's callbacks and our code.
 #pragma once
 
 #include <windows.h>
@@ -11,7 +11,7 @@
 
 /// Runs `work`, of which nothing may be thrown into the system: an exception cannot cross a window
 /// procedure in 32 bits. What is thrown stays in the error cell, where every dialog finds it at its
-/// next message; the callback answers `fallback`.
+/// next message; the callback returns `fallback`.
 template <typename Result, typename Work>
 Result Guarded(Result fallback, Work work) {
     try {

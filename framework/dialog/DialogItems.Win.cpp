@@ -131,7 +131,7 @@ void NorvantaDialog::Show(short item, bool on) {
 }
 
 bool NorvantaDialog::IsShown(short item) const {
-    // Of the control alone: the dialog may still be hidden.
+    // The state of the control alone: the dialog may still be hidden.
     return (GetWindowLongA(ControlOf(Record(item)), GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
@@ -151,7 +151,7 @@ void NorvantaDialog::SetBounds(short item, const hostapi::Rect& bounds) {
     SetWindowPos(ControlOf(record), nullptr, bounds.left, bounds.top, Width(bounds), Height(bounds),
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
     if (record.kind == itemCustom) {
-        // What the dialog draws there is no part of the control.
+        // The dialog draws there, beside what the control draws.
         InvalidateRect(bounds);
     }
 }

@@ -1,4 +1,4 @@
-// What single messages of a dialog's window become.
+// The handlers of single messages of a dialog's window.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -80,7 +80,7 @@ bool DialogWindow::TakeNotification(NorvantaDialog& dialog, WPARAM wParam, LPARA
     }
     dialogState.isDoubleClick = TakeClick(GetDoubleClickTime());
     const std::uint8_t kind = dialog.Record(item).kind;
-    // Only the system's own controls put a record behind the message.
+    // Only the system's own controls send a record with the message.
     const bool isTabChange =
         kind == itemTab && reinterpret_cast<const NMHDR*>(lParam)->code == TCN_SELCHANGE;
     if (kind != itemCustom && !isTabChange) {

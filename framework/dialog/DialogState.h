@@ -1,4 +1,5 @@
-// What all dialogs of the process share. Everything runs on the host's thread; nothing is locked.
+// State that all dialogs of the process share. Everything runs on the host's thread; nothing is
+// locked.
 #pragma once
 
 #include <cstdint>
@@ -27,6 +28,6 @@ struct DialogState {
 
 extern DialogState dialogState;
 
-/// A click happened now. Answers whether it came at most the system's double-click time after the
-/// one before.
+/// Records a click at this moment. Returns whether it came at most the system's double-click time
+/// after the one before.
 bool TakeClick(std::uint32_t doubleClickTime);

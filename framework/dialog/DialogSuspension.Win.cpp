@@ -1,4 +1,4 @@
-// What keeps the dialogs out of the way of other windows, and the alerts over them.
+// Keeps the dialogs out of the way of other windows, and shows alerts over them.
 #include <windows.h>
 
 #include "base/FatalError.h"

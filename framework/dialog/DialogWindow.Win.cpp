@@ -180,7 +180,7 @@ LRESULT CALLBACK DialogWindow::Subclass(HWND window, UINT message, WPARAM wParam
 
 bool DialogWindow::Handle(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (errorCell != 0) {
-        // What was thrown below a message ends the dialog, and then the ones below it.
+        // An exception from a message handler ends the dialog, and then the ones below it.
         if (!dialog.isOpening) {
             dialog.Close(errorCell);
         }

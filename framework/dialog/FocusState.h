@@ -1,4 +1,4 @@
-// What a dialog remembers of the field that has the focus.
+// The state that a dialog keeps of the field that has the focus.
 #pragma once
 
 #include <string>
@@ -13,6 +13,6 @@ struct FocusState {
     void* control = nullptr;
     /// The user has emptied a number field, perhaps to type over it.
     bool isEmptied = false;
-    /// What the field goes back to.
+    /// The text that the field goes back to.
     std::string goodText;
 };

@@ -1,4 +1,4 @@
-// What a dialog knows of each of its controls.
+// The record that a dialog keeps of each of its controls.
 #pragma once
 
 #include <cstdint>
@@ -64,5 +64,5 @@ struct ItemRecord {
 };
 
 /// The kind of a control by the name of its window class: by the first two letters, in any case,
-/// behind a prefix that ends in "_" if there is one.
+/// after a prefix that ends in "_" if there is one.
 std::uint8_t KindOfClass(const char* className);

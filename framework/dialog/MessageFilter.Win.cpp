@@ -1,4 +1,4 @@
-// What sees the messages of dialogs before the system does: accelerators, the focus, keys.
+// The filter that sees the messages of dialogs before the system does: accelerators, focus, keys.
 #include "framework/dialog/Callback.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "framework/dialog/DialogWindow.Win.h"

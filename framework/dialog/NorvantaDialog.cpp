@@ -1,4 +1,5 @@
-// What follows from the items alone. The window's side is in NorvantaDialog.Win.cpp.
+// The part of the dialogs that follows from the items alone. NorvantaDialog.Win.cpp has the
+// window's.
 #include "framework/dialog/NorvantaDialog.h"
 
 #include <cmath>
@@ -301,7 +302,7 @@ void NorvantaDialog::HitItem(short item) {
     }
 }
 
-/// The item to go on with, or 0.
+/// Returns the item to continue with, or 0.
 short NorvantaDialog::CheckField(short item) {
     if (!IsItem(item) || !Record(item).IsEditField()) {
         return item;

@@ -68,7 +68,7 @@ class NorvantaDialog {
     virtual ~NorvantaDialog();
     /// Opens a floating dialog without blocking. FatalError 20001 without its resource.
     virtual void Create();
-    /// Opens the dialog modally. Answers the item that closed it, or the id of an error.
+    /// Opens the dialog modally. Returns the item that closed it, or the id of an error.
     /// FatalError 20001 without its resource.
     virtual int Run();
     /// The window exists and is not shown yet. Subclasses call the base first.
@@ -76,10 +76,10 @@ class NorvantaDialog {
     /// Ends the dialog with this result. Does nothing without a window.
     virtual void Close(int result);
     /// Item `item` was used, or its value changed and is good. A result other than 0 closes the
-    /// dialog. The base answers the item.
+    /// dialog. The base returns the item.
     virtual short ItemHit(short item);
     /// A character for the dialog (upArrowCharacter and downArrowCharacter for those keys), with
-    /// Modifier bits. Answers an item to be hit, 0 to swallow the key, or a negative value to leave
+    /// Modifier bits. Returns an item to be hit, 0 to swallow the key, or a negative value to leave
     /// it to the system. The base steps numeric fields and refuses characters that no number has.
     virtual short KeyDown(int key, int modifiers);
     /// A command of the window's menu. The base does the Edit commands on the focused field.
@@ -88,20 +88,20 @@ class NorvantaDialog {
     virtual void UpdateMenus();
     /// A volume arrived.
     virtual void DiskEvent();
-    /// Answers the item to be hit. The base answers the cancel item; without one it hides a
-    /// floating dialog and answers 0. A modal one stays: nobody could end it when it is hidden.
+    /// Returns the item to be hit. The base returns the cancel item; without one it hides a
+    /// floating dialog and returns 0. A modal one stays: nobody could end it when it is hidden.
     virtual short CloseBox();
     /// The client area has changed by this much. The base moves and grows items by their rules.
     virtual void Resize(short widthChange, short heightChange);
     /// The resource id of the cursor over this item (0: no item), or 0 for the arrow. The base
-    /// answers the system's text cursor over an edit field.
+    /// returns the system's text cursor over an edit field.
     virtual short CursorAt(short item);
     /// The help id of an item (0: no item), 0 for none.
     virtual std::uint32_t HelpAt(short item);
     /// Opens the help pages. What the system refuses is thrown, as an id.
     virtual void HelpCommand();
     /// A scroll bar or slider has moved. True stores the value in the item; false leaves that to
-    /// the end of the drag. The base hits the item and answers true.
+    /// the end of the drag. The base hits the item and returns true.
     virtual bool ScrollChanged(short item, int value);
     /// The host's program came to the foreground or left it.
     virtual void AppActivate(bool on);
@@ -118,8 +118,8 @@ class NorvantaDialog {
 
     // --- Values ---
 
-    /// What the control holds: a button 1 or 0, a combo box, popup or tab its 1-based selection, a
-    /// scroll bar or slider its position, a number field its last good number. 0 for item 0.
+    /// The value of the control: a button 1 or 0, a combo box, popup or tab its 1-based selection,
+    /// a scroll bar or slider its position, a number field its last good number. 0 for item 0.
     double GetValue(short item) const;
     /// The same, rounded half away from zero.
     short GetShort(short item) const;
@@ -162,7 +162,7 @@ class NorvantaDialog {
     short GetFocusItem() const;
     /// A push button that Return presses; 0 for none.
     void SetDefaultItem(short item);
-    /// What Escape and the close box hit; 0 for none.
+    /// The item that Escape and the close box hit; 0 for none.
     void SetCancelItem(short item);
     /// The item that shows HelpAt's strings; 0 for none.
     void SetHelpItem(short item) { helpItem = item; }
@@ -171,7 +171,7 @@ class NorvantaDialog {
 
     short PopupCount(short item) const;
     std::string PopupText(short item, short position) const;
-    /// Before the entry at `position`; a position behind the last appends.
+    /// Before the entry at `position`; a position after the last appends.
     void InsertPopupEntry(short item, short position, const char* text);
     void DeletePopupEntry(short item, short position);
     void EnablePopupEntry(short item, short position, bool on);
@@ -182,7 +182,7 @@ class NorvantaDialog {
 
     /// Where the mouse is, in client coordinates; true while the left button is down.
     bool GetMouse(hostapi::Point* place) const;
-    /// The same. A drag is a loop that runs while it answers true: while the mouse stands still the
+    /// The same. A drag is a loop that runs while it returns true: while the mouse stands still the
     /// active dialog's Idle runs.
     bool TrackMouse(hostapi::Point* place);
     /// Where the mouse was at the message that is being handled.
@@ -200,7 +200,7 @@ class NorvantaDialog {
     void InvalidateItem(short item);
     /// Paints what is invalid, at once.
     void UpdateNow();
-    /// Of the dialog's font, in pixels.
+    /// Measures of the dialog's font, in pixels.
     short TextHeight() const { return textHeight; }
     short TextAscent() const { return textAscent; }
     short TextDescent() const { return textDescent; }
@@ -224,7 +224,7 @@ class NorvantaDialog {
     void Center();
     /// Moves and sizes the client area. The sign bit of `top` asks for a maximised window.
     void SetPlacement(const hostapi::Rect& placement);
-    /// What SetPlacement takes: the client area, or the normal one with the sign bit.
+    /// The argument for SetPlacement: the client area, or the normal one with the sign bit.
     hostapi::Rect Placement() const;
     /// Before Run: the dialog opens without being shown.
     void KeepHidden() { isKeptHidden = true; }
@@ -248,7 +248,7 @@ class NorvantaDialog {
     const ItemRecord& Record(short item) const;
     void CheckWindow() const;
 
-    // What happens to an item that was used.
+    // The way of a hit.
     void HitItem(short item);
     short CheckField(short item);
     short CheckNumber(short item);
@@ -318,7 +318,7 @@ class NorvantaDialog {
 };
 
 /// Shows alert `id` over the dialog's window (null: over none), with up to four texts for ^0 to ^3.
-/// Answers the button that ended it, 1 or 2; 2 for any other way out. Without the resource, for ids
+/// Returns the button that ended it, 1 or 2; 2 for any other way out. Without the resource, for ids
 /// of 2 and above: FatalError with the id if a string has it, else FatalError 20001.
 short Alert(NorvantaDialog* dialog, short id, const char* text0 = nullptr,
             const char* text1 = nullptr, const char* text2 = nullptr, const char* text3 = nullptr);

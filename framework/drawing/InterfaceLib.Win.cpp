@@ -32,7 +32,7 @@ int ModifiersBy(SHORT(WINAPI* stateOf)(int key)) {
            bit(VK_CAPITAL, modifierCapsLock) | bit(VK_MENU, modifierAlt);
 }
 
-/// The colour of the system behind a number of SystemColor; -1 for an unknown number.
+/// The index of the system's colour for a number of SystemColor; -1 for an unknown number.
 int SystemColorIndex(short number) {
     switch (number) {
         case systemButtonText:

@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-// Behind the system's header: it makes some of the names in there stand for others.
+// After the system's header: it makes some of the names in there stand for others.
 #include "framework/dialog/DialogGeometry.h"
 #include "framework/drawing/InterfaceLib.h"
 

@@ -19,7 +19,7 @@
 #undef DrawText
 #endif
 
-/// What a text, a name or a control's content can hold at most, without the terminating zero.
+/// The greatest length of a text, a name or a control's content, without the terminating zero.
 constexpr std::size_t maximalTextLength = 255;
 constexpr std::size_t textBufferSize = maximalTextLength + 1;
 
@@ -31,7 +31,7 @@ constexpr Color24 MakeColor24(unsigned red, unsigned green, unsigned blue) {
     return (red & 0xFF) | (green & 0xFF) << 8 | (blue & 0xFF) << 16;
 }
 
-/// What DrawingPort::SetSystemColor understands.
+/// The numbers that DrawingPort::SetSystemColor takes.
 enum SystemColor : short {
     systemButtonText = 1,
     systemGrayText = 2,
@@ -124,10 +124,10 @@ class DrawingPort {
     void ResetPen();
     void SetPenWidth(short width);
 
-    /// Of lines, frames, text and painted rectangles. Starts as black.
+    /// The colour of lines, frames, text and painted rectangles. Starts as black.
     void SetForeground(Color24 color);
     Color24 Foreground() const { return foreground; }
-    /// Of filled rectangles and behind text. Starts as the system's button face.
+    /// The colour of filled rectangles and under text. Starts as the system's button face.
     void SetBackground(Color24 color);
     Color24 Background() const { return background; }
     /// Makes one of the system's colours the foreground. Other numbers are FatalError 20008.

@@ -1,4 +1,4 @@
-// What happens to the text of a field that the user has changed: the decisions, without a window.
+// The check of a field that the user has changed: the decisions, without a window.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ enum FieldAlertId : short {
 
 struct NumberCheck {
     enum class Outcome {
-        /// What the field shows is not another value.
+        /// The field shows the same value.
         unchanged,
         changed,
         /// Empty: nothing to say yet.

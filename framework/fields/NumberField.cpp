@@ -11,7 +11,7 @@ namespace {
 
 /// From here on, and below its negative, a limit is none.
 constexpr double firstNoLimit = 5e29;
-/// What a number may lie beyond its limits: the limits are kept as 32-bit floats.
+/// Tolerance beyond the limits, which are kept as 32-bit floats.
 constexpr double limitTolerance = 0.0001;
 /// A change that rounds to the number already shown is none.
 constexpr double visiblePart = 0.95;
@@ -31,7 +31,7 @@ constexpr bool IsAboveBlank(char c) {
     return !IsBlank(c);
 }
 
-/// The decimal digits at `text`, which moves behind them. False above 255.
+/// Reads the decimal digits at `text`, which moves past them. False above 255.
 bool TakeNumber(const char*& text, std::uint8_t* number) {
     int value = 0;
     for (; IsDigit(*text); ++text) {
@@ -77,7 +77,7 @@ class NumberParser {
     double Value() const { return value * sign; }
 
   private:
-    /// The scale behind the number's last character, where only blanks may follow.
+    /// The scale after the number's last character, where only blanks may follow.
     static constexpr double ended = -1;
 
     /// Whether the character was a sign. A number begins here in any case.

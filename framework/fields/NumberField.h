@@ -6,7 +6,7 @@
 
 #include "framework/dialog/ItemRecord.h"
 
-/// What a check of a field's text or format answers, beside 0.
+/// Results of a check of a field's text or format, beside 0.
 enum FieldStatus : std::int16_t {
     fieldNotInteger = 18013,
     fieldNotReal = 18014,
@@ -34,7 +34,7 @@ extern NumberCharacters numberCharacters;
 NumberCharacters TakeLocaleCharacters(const NumberCharacters& current,
                                       const NumberCharacters& locale);
 
-/// What a format says: the letter, the numbers and the "+".
+/// The parts of a format: the letter, the numbers and the "+".
 struct FieldFormat {
     std::uint8_t letter = itemText;
     std::uint8_t width = 0;
@@ -58,8 +58,8 @@ double SmallestStep(const ItemRecord& record);
 
 /// Whether a number that was typed is another than the stored one.
 bool IsVisibleChange(const ItemRecord& record, double value);
-/// Whether a number that the program sets is written into the field. Of a difference that is just
-/// great enough, typing makes a change and setting does not.
+/// Whether a number that the program sets is written into the field. A difference equal to the
+/// threshold counts as a change when typed, not when set by the program.
 bool IsShownAnew(const ItemRecord& record, double value);
 
 /// 0 with the number in `*value`, or one of fieldNotInteger, fieldNotReal, fieldAboveMaximum,

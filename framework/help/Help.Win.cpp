@@ -15,7 +15,7 @@
 namespace {
 
 constexpr char sourceName[] = "Help.Win";
-/// Answers of the system above this are successes.
+/// Results of the system above this are successes.
 constexpr std::intptr_t lastFailure = 32;
 
 std::intptr_t OpenWithSystem(const char* address) {

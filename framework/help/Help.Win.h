@@ -6,5 +6,5 @@
 /// Asks the system to open an address. Above 32 is success.
 using AddressOpener = std::intptr_t (*)(const char* address);
 
-/// What HelpCommand opens the pages with; tests put their own in its place.
+/// Opens the pages for HelpCommand; tests put their own in its place.
 extern AddressOpener openAddress;

@@ -38,7 +38,7 @@ class ModuleList {
     HANDLE snapshot;
 };
 
-/// What lies at an offset of the loaded image.
+/// Returns what lies at an offset of the loaded image.
 template <typename Part>
 const Part* At(HMODULE module, DWORD offset) {
     return reinterpret_cast<const Part*>(reinterpret_cast<const char*>(module) + offset);

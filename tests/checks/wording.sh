@@ -2,7 +2,7 @@
 # wording.sh [FOLDER...]: comments keep to the words of docs/style.md, as far as a pattern can tell. Without
 # a name it looks at the folders in `held`; those that are not there yet are written anew one at a time.
 set -eu
-held='base bench fixtures files host hostapi paint plain raster recipe resources shell'
+held='base bench dialogs editor fixtures files framework host hostapi paint plain raster recipe resources shell'
 [ $# -gt 0 ] || set -- $held
 find "$@" \( -name '*.h' -o -name '*.cpp' -o -name '*.h.in' -o -name '*.rc' \) -type f | LC_ALL=C sort |
   xargs awk '
