@@ -155,7 +155,8 @@ hostapi::Point TextureDialog::TexturePoint(hostapi::Point inWindow) const {
 }
 
 void TextureDialog::ClickDrawingArea() {
-    if (!ToolWorksIn(tool, viewMode)) {
+    // The Rubber Stamp has no mouse loop yet.
+    if (!ToolWorksIn(tool, viewMode) || tool == toolRubberStamp) {
         return;
     }
     const hostapi::Point press = TexturePoint(Mouse());
@@ -186,9 +187,6 @@ void TextureDialog::RunTool(hostapi::Point press) {
             break;
         case toolGradient:
             PaintGradient(press);
-            break;
-        case toolRubberStamp:
-            UseStamp();
             break;
         case toolFill:
             pic->FloodFill(press);

@@ -56,19 +56,6 @@ std::unique_ptr<PaintClass> DialogRunTest::Noise() const {
     return texture;
 }
 
-void DialogRunTest::DragStamp(const DrivenDialog& editor, ItemPlace from, ItemPlace to) {
-    editor.WaitUntilPainted();
-    const int drawnBefore = Displays();
-    bool isPress = true;
-    editor.Drag(TextureItems::drawingArea, {from, to}, [&] {
-        if (!std::exchange(isPress, false)) {
-            WaitUntil("the stamp to be drawn", [&] { return Displays() > drawnBefore; });
-        }
-        editor.Settle();
-    });
-    editor.Settle();
-}
-
 DrivenDialog DialogRunTest::OpenDialog(const GuiDriver& gui, const DrivenDialog& editor, int item,
                                        int dialogId) {
     editor.PressToOpen(item);

@@ -28,9 +28,6 @@ class DialogRunTest : public PluginRunTest {
     void ExpectShown(const DrivenDialog& editor, const PaintClass& texture) const;
     void ExpectApplied(const PaintClass& expected) const;
 
-    /// Drags the Rubber Stamp in one jump: it paints nothing before the mouse has moved.
-    static void DragStamp(const DrivenDialog& editor, ItemPlace from, ItemPlace to);
-
     /// What the settings file holds when a run begins.
     Preferences stored;
 

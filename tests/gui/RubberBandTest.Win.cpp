@@ -1,5 +1,4 @@
-// The tools that draw over the view while they are dragged: Gradient and Rubber Stamp.
-#include "paint/Stroke.h"
+// The Gradient, which draws a rubber band over the view while it is dragged.
 #include "tests/gui/DialogRun.Win.h"
 
 namespace {
@@ -24,17 +23,6 @@ class RubberBandTest : public DialogRunTest {
         editor.Settle();
     }
 
-    void AltClick(const GuiDriver& gui, const DrivenDialog& editor, ItemPlace place) const {
-        gui.HoldKey(VK_MENU);
-        editor.Point(Items::drawingArea, place);
-        WaitUntil("the cursor of the source", [] { return GuiDriver::CursorId() == 16012; });
-        gui.PressMouse();
-        editor.Settle();
-        gui.ReleaseMouse();
-        editor.Settle();
-        gui.ReleaseKey(VK_MENU);
-    }
-
     std::unique_ptr<PaintClass> Colored(std::unique_ptr<PaintClass> texture) const {
         texture->SetColors(&stored.foreground, &stored.background);
         return texture;
@@ -52,8 +40,6 @@ class RubberBandTest : public DialogRunTest {
         ExpectApplied(*expected);
     }
 };
-
-// --- Gradient ---
 
 TEST_F(RubberBandTest, AGradientRunsDownWhereTheDragIsSteep) {
     ExpectGradient({60, 20}, {75, 50}, TexturePoint(60, 50));
@@ -109,88 +95,6 @@ TEST_F(RubberBandTest, TheBandIsBlackAndStandsUprightOnADiagonal) {
                        redAt(view, from.x + 10, from.y) == 255;
             });
         });
-        editor.Settle();
-    });
-}
-
-// --- Rubber Stamp ---
-
-TEST_F(RubberBandTest, TheStampCopiesFromItsSource) {
-    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
-        ChooseTool(gui, editor, 's', 6);
-        AltClick(gui, editor, InBaseTile(editor, 20, 30));
-        DragStamp(editor, InBaseTile(editor, 90, 50), InBaseTile(editor, 100, 55));
-    });
-    const std::unique_ptr<PaintClass> expected = Noise();
-    // The offset is that of the source from the first place that the stroke moves to.
-    expected->stampOffsetH = 20 - 100;
-    expected->stampOffsetV = 30 - 55;
-    {
-        StampStroke stroke(*expected);
-        stroke.Paint(TexturePoint(90, 50), TexturePoint(100, 55));
-    }
-    ExpectApplied(*expected);
-}
-
-TEST_F(RubberBandTest, LaterStrokesKeepTheOffset) {
-    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
-        ChooseTool(gui, editor, 's', 6);
-        AltClick(gui, editor, InBaseTile(editor, 20, 30));
-        DragStamp(editor, InBaseTile(editor, 90, 50), InBaseTile(editor, 100, 55));
-        DragStamp(editor, InBaseTile(editor, 30, 80), InBaseTile(editor, 10, 80));
-    });
-    const std::unique_ptr<PaintClass> expected = Noise();
-    expected->stampOffsetH = 20 - 100;
-    expected->stampOffsetV = 30 - 55;
-    {
-        StampStroke stroke(*expected);
-        stroke.Paint(TexturePoint(90, 50), TexturePoint(100, 55));
-    }
-    {
-        StampStroke stroke(*expected);
-        stroke.Paint(TexturePoint(30, 80), TexturePoint(10, 80));
-    }
-    ExpectApplied(*expected);
-}
-
-TEST_F(RubberBandTest, AStampWithoutASourceSaysSo) {
-    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
-        ChooseTool(gui, editor, 's', 6);
-        editor.WaitUntilPainted();
-        editor.Point(Items::drawingArea, InBaseTile(editor, 90, 50));
-        gui.PressMouse();
-        editor.Settle();
-        editor.Point(Items::drawingArea, InBaseTile(editor, 95, 50));
-        const DrivenDialog alert = gui.WaitForTitle("Please provide correct wording!");
-        gui.ReleaseMouse();
-        CloseWith(alert, okItem);
-    });
-    ExpectApplied(*Noise());
-}
-
-TEST_F(RubberBandTest, TheCrossShowsWhereTheStampReads) {
-    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
-        ChooseTool(gui, editor, 's', 6);
-        AltClick(gui, editor, InBaseTile(editor, 40, 20));
-        const ItemPlace source = InBaseTile(editor, 40, 20);
-        const RECT area = editor.Bounds(Items::drawingArea);
-        bool isFirst = true;
-        editor.Drag(
-            Items::drawingArea, {InBaseTile(editor, 90, 50), InBaseTile(editor, 100, 55)}, [&] {
-                editor.Settle();
-                if (std::exchange(isFirst, false)) {
-                    return;
-                }
-                WaitUntil("the cross", [&] {
-                    const host::Picture view = editor.Grab();
-                    const auto red = [&](int x, int y) {
-                        return *view.Pixel(static_cast<int>(area.left) + x,
-                                           static_cast<int>(area.top) + y);
-                    };
-                    return red(source.x - 4, source.y) == 0 && red(source.x, source.y + 4) == 0 &&
-                           red(source.x - 6, source.y) == 255 && red(source.x, source.y + 6) == 255;
-                });
-            });
         editor.Settle();
     });
 }

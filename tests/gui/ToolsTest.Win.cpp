@@ -218,21 +218,6 @@ TEST_F(ToolsTest, StrokesGrowWhileTheButtonIsDown) {
     });
 }
 
-TEST_F(ToolsTest, ToolsThatAreNotThereYetLeaveTheUndoAlone) {
-    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
-        editor.Press(Items::invert);
-        for (const auto& [key, tool] : {std::pair('g', 5), std::pair('s', 6)}) {
-            ChooseTool(gui, editor, key, tool);
-            // A tool works while the button is down, however long.
-            editor.Drag(Items::drawingArea,
-                        {InBaseTile(editor, 20, 20), InBaseTile(editor, 30, 25)},
-                        [&] { gui.WaitUntilIdle(); });
-        }
-        editor.Choose(commandUndo);
-    });
-    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(*Blank()));
-}
-
 // --- Looking ---
 
 TEST_F(ToolsTest, TheEyedropperTakesTheColourIntoTheHighByte) {
@@ -302,6 +287,17 @@ TEST_F(ToolsTest, TheZoomToolZooms) {
         gui.ReleaseKey(VK_MENU);
         WaitForCursor(cursorTool + 10);
     });
+}
+
+TEST_F(ToolsTest, AToolWithoutALoopLeavesTheUndoAlone) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.Press(Items::invert);
+        ChooseTool(gui, editor, 's', 6);
+        editor.Drag(Items::drawingArea, {InBaseTile(editor, 20, 20), InBaseTile(editor, 30, 25)},
+                    [&] { gui.WaitUntilIdle(); });
+        editor.Choose(commandUndo);
+    });
+    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(*Blank()));
 }
 
 // --- The tile preview ---

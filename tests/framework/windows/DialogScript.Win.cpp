@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "base/FatalError.h"
+#include "base/HostServices.h"
 #include "fixtures/InputDesktop.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "framework/dialog/DialogWindow.Win.h"
@@ -289,6 +290,7 @@ PlatformLog& Log() {
 }
 
 DialogTest::DialogTest() : servicesOutside(platformServices) {
+    filterRecord = &record;
     Log().faults.clear();
     Log().beeps = 0;
     LetTimePass();
@@ -300,6 +302,7 @@ DialogTest::DialogTest() : servicesOutside(platformServices) {
 }
 
 DialogTest::~DialogTest() {
+    filterRecord = nullptr;
     errorCell = 0;
     platformServices = servicesOutside;
     EXPECT_EQ(dialogState.newest, nullptr);
