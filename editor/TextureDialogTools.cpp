@@ -2,8 +2,6 @@
 //
 // A tool runs from the press of the button to its release: it polls the mouse itself and does not
 // return to the event loop before.
-#include <algorithm>
-
 #include "dialogs/BrushDialog.h"
 #include "dialogs/CloneDialog.h"
 #include "dialogs/FillDialog.h"

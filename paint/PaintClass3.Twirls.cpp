@@ -48,8 +48,8 @@ class TwirlTable {
     }
 
   private:
-    /// That of tiles of 724 by 724 pixels, whose table takes 8 MB. In larger ones each row is
-    /// computed whenever it is needed.
+    /// The largest radius whose whole table is kept: half the side of a tile of 724 by 724 pixels.
+    /// Its table takes 8 MB. A larger radius computes each row when it is needed.
     static constexpr int largestKept = 362;
 
     double* RowStart(int dy) {

@@ -275,7 +275,7 @@ void NorvantaDialog::PaintMessage() {
     PAINTSTRUCT paint;
     BeginPaint(window, &paint);
     port->SetExtraClip(&update);
-    // Drawing must not leave the clip behind, whatever it throws.
+    // Removes the clip and ends the paint on every path, a throw from drawing included.
     struct Ending {
         NorvantaDialog& dialog;
         HWND window;

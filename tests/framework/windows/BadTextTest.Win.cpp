@@ -8,7 +8,7 @@ struct BadText {
     std::string typed;
     int button;
     std::string alert;
-    /// What the field shows then.
+    /// The field's text after the answer.
     std::string left;
     int hits;
 };

@@ -119,7 +119,7 @@ COLORREF KnobColor(Script& script, TestDialog& dialog) {
     return ColorAt(script.Shot(dial), knob.h - bounds.left, knob.v - bounds.top);
 }
 
-/// That of an icon, drawn in the other user item.
+/// Returns the colour in the middle of an icon, which it draws in the other user item.
 COLORREF IconColor(Script& script, TestDialog& dialog, short icon) {
     const hostapi::Rect bounds = dialog.GetBounds(userItem);
     const hostapi::Point size = dialog.Port().IconSize(icon);

@@ -273,8 +273,7 @@ int RunWithScript(TestDialog& dialog, const std::function<void(Script&)>& script
                 running.Settle();
                 script(running);
             } catch (const GuiError&) {
-                // What the test's dialog returns for its cancel item is unknown here; a pending
-                // error ends it all the same.
+                // A pending error closes the dialog, whatever its cancel item does.
                 errorCell = faultBadArgument;
                 throw;
             }

@@ -1,4 +1,4 @@
-// What stands on the screen while a control is in use.
+// The pixels of controls while they are in use: during drags, with an open popup.
 #include "fixtures/InputDesktop.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "tests/framework/windows/DialogScript.Win.h"

@@ -7,7 +7,7 @@ constexpr short resizable = 530;
 constexpr short bare = 550;
 constexpr short mixed = 560;
 
-// Of allItems.
+// Items of the dialog `allItems`.
 constexpr short integerField = 3;
 constexpr short realField = 4;
 constexpr short textField = 5;
@@ -24,5 +24,5 @@ constexpr short bitmapButton = 17;
 constexpr short tab = 18;
 constexpr short userItem = 20;
 
-/// Of mixed: no control of the program's.
+/// An item of the dialog `mixed`: a list box, a control that the program does not have.
 constexpr short listBox = 6;
