@@ -6,7 +6,7 @@
 // - TextureDialogCommands.cpp: what the commands do: new textures, files, effects and filters,
 // undo;
 // - TextureDialogTools.cpp: the tools: keys, cursors, the mouse in the drawing area;
-// - TextureDialogRubberBand.cpp: the Gradient, which draws over the view while it is dragged;
+// - TextureDialogRubberBand.cpp: the tools that draw over the view while they are dragged;
 // - TextureDialogView.cpp: the drawing area, the zoom, the two views.
 #pragma once
 
@@ -156,6 +156,13 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     void TrackMove();
     void PaintGradient(hostapi::Point press);
     void TrackGradient(short* dx, short* dy);
+    void UseStamp();
+    /// False where there is no source to copy from.
+    bool TrackStamp();
+    void TakeStampSource(hostapi::Point source);
+    void AimStamp(hostapi::Point brush);
+    void ShowStampCross(hostapi::Point brush);
+    void DrawStampCross();
     void TrackEyedropper();
     void TrackHand();
     void ClickZoom();

@@ -1,10 +1,12 @@
-// The Gradient, which draws a rubber band over the view while it is dragged. What that leaves on
-// the screen goes with the redraw after the tool.
+// The tools that draw over the view while they are dragged: the Gradient's band and the cross of
+// the Rubber Stamp. What they leave on the screen goes with the redraw after the tool.
 #include <cstdlib>
 
+#include "base/Platform.h"
 #include "base/Rectangles.h"
 #include "editor/PortState.h"
 #include "editor/TextureDialog.h"
+#include "paint/Stroke.h"
 #include "raster/Truncation.h"
 #include "resources/Ids.h"
 
@@ -15,11 +17,36 @@ using Items = TextureItems;
 constexpr Color24 black24 = MakeColor24(0, 0, 0);
 constexpr Color24 white24 = MakeColor24(0xFF, 0xFF, 0xFF);
 
+/// The length of the cross's arms in window pixels.
+constexpr short crossArm = 5;
+
+/// The pen inverts what it crosses, so that a second line at the same place takes the first away.
+class InvertingPen {
+  public:
+    explicit InvertingPen(DrawingPort& newPort) : port(newPort), colors(newPort) {
+        port.SetForeground(black24);
+        port.SetPenMode(PenMode::exclusiveOr);
+    }
+    InvertingPen(const InvertingPen&) = delete;
+    InvertingPen& operator=(const InvertingPen&) = delete;
+    ~InvertingPen() { port.ResetPen(); }
+
+  private:
+    DrawingPort& port;
+    SavedColors colors;
+};
+
 short Sum(short a, short b) {
     return static_cast<short>(a + b);
 }
 
+bool IsAltDown() {
+    return (GetModifiers() & modifierAlt) != 0;
+}
+
 }  // namespace
+
+// --- Gradient ---
 
 void TextureDialog::PaintGradient(hostapi::Point press) {
     short dx = 0;
@@ -60,4 +87,91 @@ void TextureDialog::TrackGradient(short* dx, short* dy) {
     } else {
         *dy = 0;
     }
+}
+
+// --- Rubber Stamp ---
+
+void TextureDialog::UseStamp() {
+    if (!TrackStamp()) {
+        platformServices.showArrowCursor();
+        Alert(this, alertNoStampSource);
+    }
+}
+
+// A press without a movement paints nothing: the wait for the first one does not look at the
+// button, which is up by then. Alt ends the wait, too.
+bool TextureDialog::TrackStamp() {
+    StampStroke stroke(*pic);
+    if (!stroke.HasBegun()) {
+        return true;
+    }
+    const ClippedTo clip(Port(), ViewRect(GetBounds(Items::drawingArea)));
+    const InvertingPen inverting(Port());
+    hostapi::Point place;
+    GetMouse(&place);
+    hostapi::Point now = TexturePoint(place);
+    while (true) {
+        const hostapi::Point before = now;
+        bool isDown = false;
+        bool isAlt = false;
+        do {
+            isDown = TrackMouse(&place);
+            now = TexturePoint(place);
+            isAlt = IsAltDown();
+        } while (AreEqual(now, before) && !isAlt);
+        if (!isDown) {
+            break;
+        }
+        if (isAlt) {
+            TakeStampSource(now);
+            continue;
+        }
+        if (pic->stampSourcePending) {
+            AimStamp(now);
+            ShowStampCross(place);
+        } else if (pic->stampOffsetH == 0 && pic->stampOffsetV == 0) {
+            return false;
+        }
+        if (pic->stampCrossShown) {
+            // Once more, which wipes it.
+            DrawStampCross();
+        }
+        stroke.Paint(before, now);
+        RedrawContents();
+        ShowStampCross(place);
+    }
+    pic->stampCrossShown = false;
+    return true;
+}
+
+void TextureDialog::TakeStampSource(hostapi::Point source) {
+    pic->stampOffsetH = source.h;
+    pic->stampOffsetV = source.v;
+    pic->stampSourcePending = true;
+    ShowCursor(ToolCursor(toolRubberStamp, viewMode, modifierAlt));
+}
+
+/// Turns the source point into the distance from the brush.
+void TextureDialog::AimStamp(hostapi::Point brush) {
+    pic->stampOffsetH = static_cast<short>(pic->stampOffsetH - brush.h);
+    pic->stampOffsetV = static_cast<short>(pic->stampOffsetV - brush.v);
+    pic->stampSourcePending = false;
+}
+
+/// The cross goes to where the stamp reads while the mouse is at `brush`, which may lie outside
+/// the view: it does not wrap.
+void TextureDialog::ShowStampCross(hostapi::Point brush) {
+    pic->stampCrossH = TruncateToShort(brush.h + pic->stampOffsetH * zoom);
+    pic->stampCrossV = TruncateToShort(brush.v + pic->stampOffsetV * zoom);
+    DrawStampCross();
+    pic->stampCrossShown = true;
+}
+
+void TextureDialog::DrawStampCross() {
+    const short h = pic->stampCrossH;
+    const short v = pic->stampCrossV;
+    MoveTo(Sum(h, -crossArm), v);
+    LineTo(Sum(h, crossArm), v);
+    MoveTo(h, Sum(v, -crossArm));
+    LineTo(h, Sum(v, crossArm));
 }

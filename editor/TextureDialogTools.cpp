@@ -153,8 +153,7 @@ hostapi::Point TextureDialog::TexturePoint(hostapi::Point inWindow) const {
 }
 
 void TextureDialog::ClickDrawingArea() {
-    // The Rubber Stamp has no mouse loop yet.
-    if (!ToolWorksIn(tool, viewMode) || tool == toolRubberStamp) {
+    if (!ToolWorksIn(tool, viewMode)) {
         return;
     }
     const hostapi::Point press = TexturePoint(Mouse());
@@ -185,6 +184,9 @@ void TextureDialog::RunTool(hostapi::Point press) {
             break;
         case toolGradient:
             PaintGradient(press);
+            break;
+        case toolRubberStamp:
+            UseStamp();
             break;
         case toolFill:
             pic->FloodFill(press);

@@ -1,4 +1,5 @@
 // The settings of the Rubber Stamp.
+#include "paint/Stroke.h"
 #include "tests/gui/DialogRun.Win.h"
 
 namespace {
@@ -11,6 +12,24 @@ class CloneDialogTest : public DialogRunTest {
     static DrivenDialog OpenClone(const GuiDriver& gui, const DrivenDialog& editor) {
         editor.ChooseToOpen(commandStampSettings);
         return gui.WaitFor(cloneDialog);
+    }
+    /// A stroke in the texture's middle.
+    void Paint(const GuiDriver& gui, const DrivenDialog& editor) const {
+        ChooseTool(gui, editor, 's', 6);
+        DragStamp(gui, editor,
+                  {PlaceOfPixel(editor, width + 60, height + 50),
+                   PlaceOfPixel(editor, width + 70, height + 52)});
+    }
+    void ExpectPainted(short size, short offsetH, short offsetV) const {
+        const std::unique_ptr<PaintClass> expected = Noise();
+        expected->stampSize = size;
+        expected->stampOffsetH = offsetH;
+        expected->stampOffsetV = offsetV;
+        {
+            StampStroke stroke(*expected);
+            stroke.Paint({height + 50, width + 60}, {height + 52, width + 70});
+        }
+        ExpectApplied(*expected);
     }
 };
 
@@ -26,7 +45,8 @@ TEST_F(CloneDialogTest, StartsWithTheDefaults) {
     });
 }
 
-TEST_F(CloneDialogTest, WhatIsEnteredComesBack) {
+// A positive vertical offset points upwards here.
+TEST_F(CloneDialogTest, TheOffsetsAreThoseOfTheStroke) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog clone = OpenClone(gui, editor);
         TypeInto(gui, clone, Items::size, "9");
@@ -39,7 +59,9 @@ TEST_F(CloneDialogTest, WhatIsEnteredComesBack) {
         EXPECT_EQ(again.Text(Items::horizontalOffset), "-31");
         EXPECT_EQ(again.Text(Items::verticalOffset), "22");
         CloseWith(again, cancelItem);
+        Paint(gui, editor);
     });
+    ExpectPainted(9, -31, -22);
 }
 
 TEST_F(CloneDialogTest, TheSliderWritesTheField) {
@@ -51,7 +73,9 @@ TEST_F(CloneDialogTest, TheSliderWritesTheField) {
                       [&] { return clone.Text(Items::size) == std::to_string(value); });
         });
         CloseWith(clone, okItem);
+        Paint(gui, editor);
     });
+    ExpectPainted(6, 40, 0);
 }
 
 TEST_F(CloneDialogTest, CancelKeepsTheSettings) {
@@ -64,12 +88,9 @@ TEST_F(CloneDialogTest, CancelKeepsTheSettings) {
         clone.SetText(Items::horizontalOffset, "7");
         clone.SetText(Items::verticalOffset, "8");
         CloseWith(clone, cancelItem);
-        clone = OpenClone(gui, editor);
-        EXPECT_EQ(clone.Text(Items::size), "16");
-        EXPECT_EQ(clone.Text(Items::horizontalOffset), "40");
-        EXPECT_EQ(clone.Text(Items::verticalOffset), "0");
-        CloseWith(clone, cancelItem);
+        Paint(gui, editor);
     });
+    ExpectPainted(16, 40, 0);
 }
 
 TEST_F(CloneDialogTest, ValuesBeyondTheLimits) {
@@ -88,7 +109,9 @@ TEST_F(CloneDialogTest, ValuesBeyondTheLimits) {
                   "insert the closest value?");
         WaitUntil("the farthest", [&] { return clone.Text(Items::verticalOffset) == "1000"; });
         CloseWith(clone, okItem);
+        Paint(gui, editor);
     });
+    ExpectPainted(20, 0, -1000);
 }
 
 TEST_F(CloneDialogTest, ADoubleClickOnTheStampOpensIt) {

@@ -56,6 +56,30 @@ std::unique_ptr<PaintClass> DialogRunTest::Noise() const {
     return texture;
 }
 
+void DialogRunTest::DragStamp(const GuiDriver& gui, const DrivenDialog& editor,
+                              const std::vector<ItemPlace>& places,
+                              const std::function<void()>& beforeLast) {
+    editor.WaitUntilPainted();
+    editor.Point(TextureItems::drawingArea, places.front());
+    gui.PressMouse();
+    WaitUntil("the stroke to begin", [&] { return HasCapture(editor.Window()); });
+    editor.Settle();
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        if (i + 1 == places.size() && beforeLast) {
+            beforeLast();
+        }
+        const int drawnBefore = Displays();
+        editor.Point(TextureItems::drawingArea, places[i]);
+        WaitUntil("the stamp to be drawn", [&] { return Displays() > drawnBefore; });
+        editor.Settle();
+    }
+    gui.ReleaseMouse();
+    // By more than a texture pixel at any zoom.
+    editor.Point(TextureItems::drawingArea, {places.back().x + 8, places.back().y});
+    WaitUntil("the stroke to end", [&] { return !HasCapture(editor.Window()); });
+    editor.Settle();
+}
+
 DrivenDialog DialogRunTest::OpenDialog(const GuiDriver& gui, const DrivenDialog& editor, int item,
                                        int dialogId) {
     editor.PressToOpen(item);

@@ -11,6 +11,11 @@
 using EditorUser = std::function<void(const GuiDriver& gui, const DrivenDialog& editor)>;
 
 class DialogRunTest : public PluginRunTest {
+  public:
+    /// Of the texture.
+    static constexpr short width = 150;
+    static constexpr short height = 100;
+
   protected:
     /// A run of the editor with the stored preferences, on a texture of the selection's size, blank
     /// or of the selection's noise. Apply is pressed at the end.
@@ -28,11 +33,15 @@ class DialogRunTest : public PluginRunTest {
     void ExpectShown(const DrivenDialog& editor, const PaintClass& texture) const;
     void ExpectApplied(const PaintClass& expected) const;
 
+    /// Drags the Rubber Stamp from place to place. It waits for a movement without a look at the
+    /// button, so the mouse moves once more after the release. `beforeLast` runs before the last
+    /// place is reached.
+    static void DragStamp(const GuiDriver& gui, const DrivenDialog& editor,
+                          const std::vector<ItemPlace>& places,
+                          const std::function<void()>& beforeLast = {});
+
     /// What the settings file holds when a run begins.
     Preferences stored;
-
-    static constexpr short width = 150;
-    static constexpr short height = 100;
 
   private:
     std::vector<Pixel> ShownMiddle(const DrivenDialog& editor) const;

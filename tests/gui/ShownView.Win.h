@@ -8,8 +8,10 @@
 /// A copy of it.
 class ShownView {
   public:
-    explicit ShownView(const DrivenDialog& editor)
-        : picture(editor.Grab()), area(editor.Bounds(TextureItems::drawingArea)) {}
+    explicit ShownView(const DrivenDialog& editor) : ShownView(editor, editor.Grab()) {}
+    /// `window` is the editor's client area.
+    ShownView(const DrivenDialog& editor, host::Picture window)
+        : picture(std::move(window)), area(editor.Bounds(TextureItems::drawingArea)) {}
 
     Pixel At(ItemPlace place) const {
         const std::uint8_t* const pixel = picture.Pixel(static_cast<int>(area.left) + place.x,

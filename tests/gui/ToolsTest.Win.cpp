@@ -289,17 +289,6 @@ TEST_F(ToolsTest, TheZoomToolZooms) {
     });
 }
 
-TEST_F(ToolsTest, AToolWithoutALoopLeavesTheUndoAlone) {
-    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
-        editor.Press(Items::invert);
-        ChooseTool(gui, editor, 's', 6);
-        editor.Drag(Items::drawingArea, {InBaseTile(editor, 20, 20), InBaseTile(editor, 30, 25)},
-                    [&] { gui.WaitUntilIdle(); });
-        editor.Choose(commandUndo);
-    });
-    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(*Blank()));
-}
-
 // --- The tile preview ---
 
 TEST_F(ToolsTest, PaintingToolsDoNothingInThePreview) {
