@@ -59,7 +59,9 @@ short ApplyDialog::ItemHit(short item) {
 }
 
 void ApplyDialog::HitPresetItem(short item) {
-    if (item == Items::presets) {
+    if (item == Items::presets && placeBeforeMenu) {
+        PassPreset();
+    } else if (item == Items::presets) {
         ChoosePreset();
     } else if (item == Items::save) {
         SavePreset();
@@ -125,15 +127,50 @@ void ApplyDialog::Apply() {
     SetApplied();
 }
 
+/// Returns whether there is a preset at this place.
+bool ApplyDialog::ShowPreset(short place) {
+    void* preset = nullptr;
+    if (place <= placesBeforePresets ||
+        !presets->DataAt(static_cast<short>(place - placesBeforePresets), &preset)) {
+        return false;
+    }
+    UsePreset(preset);
+    return true;
+}
+
 void ApplyDialog::ChoosePreset() {
     const short place = GetShort(Items::presets);
-    void* preset = nullptr;
-    if (place > placesBeforePresets &&
-        presets->DataAt(static_cast<short>(place - placesBeforePresets), &preset)) {
-        UsePreset(preset);
+    if (ShowPreset(place)) {
         MarkChanged(true);
     }
     SelectPreset(place);
+}
+
+void ApplyDialog::PassPreset() {
+    const short place = GetShort(Items::presets);
+    if (!ShowPreset(place)) {
+        ShowHeldValues();
+    }
+    SelectPreset(place);
+}
+
+void ApplyDialog::PopupOpens(short item) {
+    if (presets != nullptr && item == Items::presets) {
+        placeBeforeMenu = GetShort(Items::presets);
+        HoldValues();
+    }
+}
+
+void ApplyDialog::PopupIsClosed(short item) {
+    if (!placeBeforeMenu || item != Items::presets) {
+        return;
+    }
+    const bool isOther = GetShort(Items::presets) != *placeBeforeMenu;
+    placeBeforeMenu.reset();
+    ShowHeldValues();
+    if (isOther) {
+        ChoosePreset();
+    }
 }
 
 void ApplyDialog::SavePreset() {

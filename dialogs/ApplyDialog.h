@@ -5,6 +5,8 @@
 // presets besides.
 #pragma once
 
+#include <optional>
+
 #include "dialogs/ApplyState.h"
 #include "framework/dialog/SmallPSDialog.h"
 #include "paint/Color.h"
@@ -51,6 +53,10 @@ class ApplyDialog : public SmallPSDialog {
     /// Marks the values as changed; the presets popup loads what the pointer passes.
     bool ScrollChanged(short item, int value) override;
     void Idle() override;
+    // The controls show the preset that the open menu passes. The texture keeps its result until a
+    // preset is chosen, and a menu left without a choice leaves all as it was.
+    void PopupOpens(short item) override;
+    void PopupIsClosed(short item) override;
 
     /// Asked after OK: true if the texture does not show the present values, so the run is owed.
     bool WasApplied() const { return state.IsRunOwed(); }
@@ -69,6 +75,9 @@ class ApplyDialog : public SmallPSDialog {
     virtual void KeepValues() = 0;
     /// Shows the values of a preset's record.
     virtual void UsePreset(const void* preset) = 0;
+    // Notes the values of the controls, and shows them again.
+    virtual void HoldValues() = 0;
+    virtual void ShowHeldValues() = 0;
     /// A new record of the present values, made for SimpleLink.
     virtual void* NewPreset() = 0;
     /// The text of the assertion that guards Delete. Never called for a dialog without presets.
@@ -83,6 +92,8 @@ class ApplyDialog : public SmallPSDialog {
     void FillPresets();
     void Apply();
     void HitPresetItem(short item);
+    bool ShowPreset(short place);
+    void PassPreset();
     void ChoosePreset();
     void SavePreset();
     void DeletePreset();
@@ -91,4 +102,6 @@ class ApplyDialog : public SmallPSDialog {
     hostapi::Rect& placement;
     SimpleLink* presets;
     ApplyState state;
+    /// The popup's place when its menu opened; nothing while the menu is closed.
+    std::optional<short> placeBeforeMenu;
 };

@@ -41,7 +41,9 @@ short CombineDialog::ItemHit(short item) {
             MarkChanged(true);
             return 0;
         case Items::mode:
-            MarkChanged(true);
+            if (!modeBeforeMenu) {
+                MarkChanged(true);
+            }
             return 0;
         default:
             return ApplyDialog::ItemHit(item);
@@ -53,6 +55,23 @@ bool CombineDialog::ScrollChanged(short item, int value) {
         SetValue(Items::amount, value);
     }
     return ApplyDialog::ScrollChanged(item, value);
+}
+
+void CombineDialog::PopupOpens(short item) {
+    if (item == Items::mode) {
+        modeBeforeMenu = GetShort(Items::mode);
+    }
+}
+
+void CombineDialog::PopupIsClosed(short item) {
+    if (!modeBeforeMenu || item != Items::mode) {
+        return;
+    }
+    const bool isOther = GetShort(Items::mode) != *modeBeforeMenu;
+    modeBeforeMenu.reset();
+    if (isOther) {
+        MarkChanged(true);
+    }
 }
 
 void CombineDialog::StoreValues() {

@@ -24,6 +24,9 @@ class CombineDialog : public ApplyDialog {
     void Setup() override;
     short ItemHit(short item) override;
     bool ScrollChanged(short item, int value) override;
+    // A mode counts when its menu is closed, and only if it is another one.
+    void PopupOpens(short item) override;
+    void PopupIsClosed(short item) override;
 
     void StoreValues() override;
 
@@ -31,6 +34,8 @@ class CombineDialog : public ApplyDialog {
     void KeepValues() override;
     // There are no presets.
     void UsePreset(const void*) override {}
+    void HoldValues() override {}
+    void ShowHeldValues() override {}
     void* NewPreset() override { return nullptr; }
 
     void ChooseFile();
@@ -39,4 +44,6 @@ class CombineDialog : public ApplyDialog {
     CombineChoice stored;
     std::int16_t mode;
     std::int16_t amount;
+    /// The mode when its menu opened; nothing while the menu is closed.
+    std::optional<short> modeBeforeMenu;
 };

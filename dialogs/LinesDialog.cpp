@@ -16,6 +16,12 @@ LinesDialog::LinesDialog(const ApplyContext& context, LinesParams& newStored)
     bindings.Swatch(FieldFor(&LinesParams::color), Items::color);
 }
 
+// The numbers of the two buttons lie apart, but arrows move from one to the other.
+void LinesDialog::Setup() {
+    ParamsDialog::Setup();
+    FollowInTabOrder(Items::ink, Items::wax);
+}
+
 // A colour is chosen to be the average; a choice that is cancelled switches to it, too.
 short LinesDialog::ItemHit(short item) {
     if (item == Items::color) {

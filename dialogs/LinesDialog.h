@@ -8,6 +8,7 @@ class LinesDialog : public ParamsDialog<LinesParams> {
   public:
     LinesDialog(const ApplyContext& context, LinesParams& newStored);
 
+    void Setup() override;
     short ItemHit(short item) override;
 
   private:

@@ -66,6 +66,8 @@ class ParamsDialog : public ApplyDialog {
         std::memcpy(&params, preset, sizeof(Params));
         SetValues(params);
     }
+    void HoldValues() override { GetValues(&held); }
+    void ShowHeldValues() override { SetValues(held); }
     void* NewPreset() override {
         Params params;
         GetValues(&params);
@@ -80,5 +82,10 @@ class ParamsDialog : public ApplyDialog {
   protected:
     /// The dialog's own record, to which the rows of `bindings` belong.
     Params values;
+
+  private:
+    Params held{};
+
+  protected:
     Bindings bindings{*this, &values};
 };

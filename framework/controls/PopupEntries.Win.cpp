@@ -12,6 +12,25 @@ namespace {
 
 constexpr std::size_t maximalPictures = 32;
 
+// A menu underlines what follows an ampersand; a doubled one stands for the character.
+
+std::string MenuTextOf(const char* text) {
+    std::string menuText;
+    for (; *text != '\0'; ++text) {
+        menuText.append(*text == '&' ? 2 : 1, *text);
+    }
+    return menuText;
+}
+
+std::string TextOfMenu(const char* menuText) {
+    std::string text;
+    for (; *menuText != '\0'; ++menuText) {
+        text += *menuText;
+        menuText += menuText[0] == '&' && menuText[1] == '&' ? 1 : 0;
+    }
+    return text;
+}
+
 /// 0 if it cannot be found.
 int EntryHeight(HWND control, HMENU menu) {
     RECT rect{};
@@ -69,10 +88,10 @@ int PopupEntries::WithId(UINT id) const {
 }
 
 std::string PopupEntries::Text(int entry) const {
-    char text[textBufferSize] = "";
-    GetMenuStringA(menu, static_cast<UINT>(entry - 1), text, static_cast<int>(sizeof text),
+    char menuText[2 * textBufferSize] = "";
+    GetMenuStringA(menu, static_cast<UINT>(entry - 1), menuText, static_cast<int>(sizeof menuText),
                    MF_BYPOSITION);
-    return text;
+    return TextOfMenu(menuText);
 }
 
 HBITMAP PopupEntries::Picture(int entry) const {
@@ -95,7 +114,8 @@ LRESULT PopupEntries::ReadText(int position, char* text) const {
 
 LRESULT PopupEntries::Insert(int position, const char* text) {
     const int place = position < 0 || position > Count() ? Count() : position;
-    InsertMenuA(menu, static_cast<UINT>(place), MF_BYPOSITION | MF_STRING, NewId(), text);
+    InsertMenuA(menu, static_cast<UINT>(place), MF_BYPOSITION | MF_STRING, NewId(),
+                MenuTextOf(text).c_str());
     LayOutColumns();
     return place;
 }

@@ -35,6 +35,7 @@ class PopupEntries {
     bool IsSelectable(int entry) const;
     /// Returns the entry with a command id; 0 if there is none.
     int WithId(UINT id) const;
+    /// As it was inserted: an ampersand is a character like others.
     std::string Text(int entry) const;
 
     bool HavePictures() const { return !pictures.empty(); }

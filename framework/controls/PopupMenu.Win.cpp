@@ -9,6 +9,7 @@
 #include "framework/controls/PopupLabel.h"
 #include "framework/controls/PopupSteps.h"
 #include "framework/dialog/DialogState.h"
+#include "framework/dialog/DialogWindow.Win.h"
 #include "framework/drawing/InterfaceLib.Win.h"
 
 namespace {
@@ -19,7 +20,6 @@ struct PopupMenu {
     /// The selection when the menu opened.
     int saved = 1;
     bool isRealtime = false;
-    bool wasChosen = false;
     bool isOpen = false;
 };
 
@@ -180,21 +180,21 @@ void OpenMenu(HWND control, PopupMenu& popup) {
     SetFocus(control);
     popup.isOpen = true;
     popup.saved = popup.selected;
-    popup.wasChosen = false;
     CheckMenuRadioItem(popup.entries.Menu(), 0, static_cast<UINT>(popup.entries.Count() - 1),
                        static_cast<UINT>(popup.selected - 1), MF_BYPOSITION);
     Redraw(control);
+    TellDialog(control, messageMenuOpens, control);
     ++dialogState.dragDepth;
     const int chosen = TrackMenu(control, popup);
     --dialogState.dragDepth;
     DropMouseMessages();
     popup.isOpen = false;
-    popup.wasChosen = chosen != 0;
-    if (popup.wasChosen && (!popup.isRealtime || chosen != popup.selected)) {
+    if (chosen != 0 && (!popup.isRealtime || chosen != popup.selected)) {
         Choose(control, popup, chosen);
-    } else if (!popup.wasChosen && popup.isRealtime && popup.selected != popup.saved) {
+    } else if (chosen == 0 && popup.isRealtime && popup.selected != popup.saved) {
         Choose(control, popup, popup.saved);
     }
+    TellDialog(control, messageMenuIsClosed, control);
     Redraw(control);
 }
 

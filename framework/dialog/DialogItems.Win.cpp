@@ -173,6 +173,11 @@ void NorvantaDialog::SetFocus(short item, int step) {
     }
 }
 
+void NorvantaDialog::FollowInTabOrder(short item, short before) {
+    SetWindowPos(ControlOf(Record(item)), ControlOf(Record(before)), 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
 short NorvantaDialog::GetFocusItem() const {
     CheckWindow();
     const HWND focused = GetFocus();

@@ -245,6 +245,12 @@ bool DialogWindow::Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam
         case messageCancel:
             dialog.HitItem(dialog.cancellingItem);
             return true;
+        case messageMenuOpens:
+            dialog.PopupOpens(static_cast<short>(wParam));
+            return true;
+        case messageMenuIsClosed:
+            dialog.PopupIsClosed(static_cast<short>(wParam));
+            return true;
         case WM_CLOSE:
             dialog.HitItem(dialog.CloseBox());
             return true;

@@ -14,6 +14,10 @@ enum DialogMessage : UINT {
     messageClicked = WM_APP,
     /// To the dialog: its cancel item is hit.
     messageCancel = WM_APP + 2,
+    /// From a popup: its menu opens, and is closed again. Each is sent once, with all of the
+    /// popup's notifications of the entries in between.
+    messageMenuOpens = WM_APP + 3,
+    messageMenuIsClosed = WM_APP + 4,
 };
 
 class DialogWindow {
@@ -62,5 +66,6 @@ class DialogWindow {
     static bool FilterMessage(const MSG& message);
     static void TrackFocus();
     static bool FilterKey(NorvantaDialog& dialog, const MSG& message);
+    static bool ChooseInGroup(NorvantaDialog& dialog, const MSG& message);
     static bool FilterSystemKey(NorvantaDialog& dialog, int character);
 };

@@ -33,6 +33,38 @@ int CharacterOf(const MSG& message) {
     }
 }
 
+bool IsRadioButton(HWND control) {
+    return (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) != 0;
+}
+
+enum class GroupStep { none, previous, next };
+
+GroupStep GroupStepOf(const MSG& message) {
+    if (message.message != WM_KEYDOWN) {
+        return GroupStep::none;
+    }
+    switch (message.wParam) {
+        case VK_UP:
+        case VK_LEFT:
+            return GroupStep::previous;
+        case VK_DOWN:
+        case VK_RIGHT:
+            return GroupStep::next;
+        default:
+            return GroupStep::none;
+    }
+}
+
+/// The radio button that an arrow leads to from another one of its group; that one itself if it is
+/// alone.
+HWND RadioButtonAfter(HWND window, HWND button, GroupStep step) {
+    HWND found = button;
+    do {
+        found = GetNextDlgGroupItem(window, found, step == GroupStep::previous ? TRUE : FALSE);
+    } while (found != button && !IsRadioButton(found));
+    return found;
+}
+
 bool IsKeyMessage(UINT message) {
     return message >= WM_KEYFIRST && message <= WM_KEYLAST;
 }
@@ -74,7 +106,26 @@ bool DialogWindow::FilterMessage(const MSG& message) {
         return true;
     }
     TrackFocus();
-    return active->windowExists && FilterKey(*active, message);
+    return active->windowExists && (FilterKey(*active, message) || ChooseInGroup(*active, message));
+}
+
+// Arrows choose among the radio buttons of a group. Not every system hits a button that it gives
+// the focus for that.
+bool DialogWindow::ChooseInGroup(NorvantaDialog& dialog, const MSG& message) {
+    const GroupStep step = GroupStepOf(message);
+    if (step == GroupStep::none || !IsRadioButton(message.hwnd)) {
+        return false;
+    }
+    const HWND chosen = RadioButtonAfter(Window(dialog), message.hwnd, step);
+    const short item = static_cast<short>(GetDlgCtrlID(chosen));
+    if (chosen == message.hwnd || !dialog.IsItem(item)) {
+        return false;
+    }
+    dialog.SetFocus(item);
+    if (dialog.windowExists && dialog.GetShort(item) == 0) {
+        dialog.HitItem(item);
+    }
+    return true;
 }
 
 void DialogWindow::TrackFocus() {

@@ -104,6 +104,10 @@ void NorvantaDialog::DrawItem(short) {}
 
 void NorvantaDialog::Idle() {}
 
+void NorvantaDialog::PopupOpens(short) {}
+
+void NorvantaDialog::PopupIsClosed(short) {}
+
 // --- Items ---
 
 void NorvantaDialog::CheckWindow() const {

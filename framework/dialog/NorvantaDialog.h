@@ -116,6 +116,14 @@ class NorvantaDialog {
     /// About every 10 ms, except while the dialog shows an alert.
     virtual void Idle();
 
+    // --- Virtual operations that stand in no table ---
+
+    // The menu of a popup opens, and is closed again. Hits of a tRealtimeMenu in between say what
+    // is passed in its menu; the entry that it has in the end is the choice, or, if the menu was
+    // left without one, that from the beginning. The base does nothing.
+    virtual void PopupOpens(short item);
+    virtual void PopupIsClosed(short item);
+
     // --- Values ---
 
     /// The value of the control: a button 1 or 0, a combo box, popup or tab its 1-based selection,
@@ -160,6 +168,9 @@ class NorvantaDialog {
     void SetFocus(short item, int step = 0);
     /// 0 if no item has the focus.
     short GetFocusItem() const;
+    /// Tab and the arrow keys come to the item right after `before`, in place of the order of the
+    /// item numbers.
+    void FollowInTabOrder(short item, short before);
     /// A push button that Return presses; 0 for none.
     void SetDefaultItem(short item);
     /// The item that Escape and the close box hit; 0 for none.

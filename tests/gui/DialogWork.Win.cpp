@@ -1,5 +1,6 @@
 #include "tests/gui/DialogWork.Win.h"
 
+#include "fixtures/InputDesktop.Win.h"
 #include "fixtures/Screenshot.Win.h"
 #include "framework/controls/SliderGeometry.h"
 
@@ -66,6 +67,25 @@ void ChooseEntry(const GuiDriver& gui, const DrivenDialog& dialog, int item, int
     dialog.Settle();
 }
 
+POINT PlaceInMenu(int place) {
+    const HWND window = FindWindowA("#32768", nullptr);
+    constexpr UINT getMenu = 0x1E1;
+    const HMENU menu = reinterpret_cast<HMENU>(Ask(window, getMenu));
+    RECT entry{};
+    GetMenuItemRect(window, menu, static_cast<UINT>(place - 1), &entry);
+    return {(entry.left + entry.right) / 2, (entry.top + entry.bottom) / 2};
+}
+
+void ChooseEntryByMouse(const GuiDriver& gui, const DrivenDialog& dialog, int item, int place) {
+    OpenMenuOf(dialog, item);
+    MoveMouse(PlaceInMenu(place));
+    gui.PressMouse();
+    gui.ReleaseMouse();
+    WaitUntil("the menu to close", [&] { return !HasOpenMenu(dialog); });
+    WaitUntil("the entry", [&] { return dialog.Value(item) == place; });
+    dialog.Settle();
+}
+
 bool HasOpenMenu(const DrivenDialog& dialog) {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
@@ -76,7 +96,9 @@ bool HasOpenMenu(const DrivenDialog& dialog) {
 void OpenMenuOf(const DrivenDialog& dialog, int item) {
     const RECT popup = dialog.Bounds(item);
     dialog.Click(item, {static_cast<int>(popup.right - popup.left) - 8, 8});
-    WaitUntil("the menu", [&] { return HasOpenMenu(dialog); });
+    WaitUntil("the menu", [&] {
+        return HasOpenMenu(dialog) && IsWindowVisible(FindWindowA("#32768", nullptr)) != FALSE;
+    });
 }
 
 std::vector<std::string> Entries(const DrivenDialog& dialog, int item) {

@@ -18,6 +18,10 @@ std::vector<int> TabOrder(const GuiDriver& gui, const DrivenDialog& dialog);
 void TypeInto(const GuiDriver& gui, const DrivenDialog& dialog, int item, const std::string& text);
 /// Chooses an entry of a popup by its place, from 1 on, with the arrow keys.
 void ChooseEntry(const GuiDriver& gui, const DrivenDialog& dialog, int item, int place);
+/// The same with the mouse in its menu.
+void ChooseEntryByMouse(const GuiDriver& gui, const DrivenDialog& dialog, int item, int place);
+/// Where an entry of the menu that is open is on the screen.
+POINT PlaceInMenu(int place);
 /// Opens a popup's menu with the mouse.
 void OpenMenuOf(const DrivenDialog& dialog, int item);
 bool HasOpenMenu(const DrivenDialog& dialog);

@@ -93,12 +93,18 @@ TEST_P(RandomRecordsTest, GoThroughTheControlsAndMakeTheirPixels) {
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RandomRecordsTest, testing::Values(1u, 2u, 3u));
 
-TEST_F(OperationDialogsTest, CancelTakesAnApplyBack) {
+TEST_F(OperationDialogsTest, CancelTakesAllAppliesBack) {
     const std::unique_ptr<PaintClass> noise = Noise();
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         for (const CatalogRow& row : RowsWithDialogs()) {
             const DrivenDialog dialog = Open(gui, editor, row);
             dialog.Press(ApplyItems::apply);
+            dialog.Press(ApplyItems::apply);
+            gui.HoldKey(VK_CONTROL);
+            WaitUntil("Apply again",
+                      [&] { return dialog.Text(ApplyItems::apply) == "Apply again"; });
+            dialog.Press(ApplyItems::apply);
+            gui.ReleaseKey(VK_CONTROL);
             CloseWith(dialog, cancelItem);
             editor.Settle();
         }
@@ -122,6 +128,107 @@ TEST_F(OperationDialogsTest, TabGoesThroughAllControls) {
             CloseWith(dialog, cancelItem);
         }
     });
+}
+
+// --- Presets in the file ---
+
+class PresetFileTest : public OperationDialogsTest {
+  protected:
+    using Words = std::vector<std::uint16_t>;
+    /// A preset of each effect, in the file's order, as the file has it in every build: words of 16
+    /// bits, the lower byte first.
+    struct Preset {
+        short id;
+        Words record;
+    };
+    const std::vector<Preset> presets{
+        {linesDialog, {100, 10, 14, 180, 0xFE00, 0xFD00, 0xFC00}},
+        {dropsDialog, {100, 99, 98, 97, 0x0001, 26, 29}},
+        {devidersDialog,
+         {100, 99, 0x0100, 0x0001, 20, 98, 19, 0x1100, 0x2200, 0x3300, 0x4400, 0x5500, 0x6600}},
+        {wavesDialog, {4, 100, 20, 5, 99, 19, 0, 1}},
+        {twirlsDialog, {10, 30, 99}},
+        {skewDialog, {3, 0}},
+        {shapesDialog, {3, 0, 100, 99, 98, 97, 0xFF4C, 0, 0, 0, 0, 0x3FD0, 0,      0,     0, 0x3FF0,
+                        3, 5, 96,  95, 94, 1,  0x0001, 0, 0, 0, 0, 0xFE00, 0xFD00, 0xFC00}},
+    };
+    static constexpr const char* name = "Salt & pepper";
+
+    static std::string BytesOfWords(const Words& words) {
+        std::string bytes;
+        for (const std::uint16_t word : words) {
+            bytes += static_cast<char>(word & 0xFF);
+            bytes += static_cast<char>(word >> 8);
+        }
+        return bytes;
+    }
+    std::string PresetLists() const {
+        constexpr std::size_t nameSize = 256;
+        std::string lists;
+        for (const Preset& preset : presets) {
+            std::string padded = name;
+            padded.resize(nameSize);
+            lists += BytesOfWords({2}) + padded + BytesOfWords(preset.record);
+        }
+        return lists;
+    }
+};
+
+// The two builds for Windows share one file, so each is held to the same bytes.
+TEST_F(PresetFileTest, IsTheSameInEveryBuildAndHasThePresetsInTheNextRun) {
+    stored.foreground = {0x1100, 0x2200, 0x3300};
+    stored.background = {0x4400, 0x5500, 0x6600};
+    for (const Preset& preset : presets) {
+        const std::string record = BytesOfWords(preset.record);
+        std::memcpy(LastUsedRecord(stored, preset.id), record.data(), record.size());
+    }
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        for (const Preset& preset : presets) {
+            const DrivenDialog dialog = Open(gui, editor, CatalogRowOf(preset.id));
+            dialog.PressToOpen(ApplyItems::save);
+            const DrivenDialog question = gui.WaitFor(presetDialog);
+            TypeInto(gui, question, PresetItems::name, name);
+            CloseWith(question, okItem);
+            CloseWith(dialog, cancelItem);
+        }
+    });
+    constexpr std::size_t head = 193;
+    constexpr std::size_t places = 176;
+    const std::string file = BytesOf(folder.Path() / "Zandermolite3.prf");
+    ASSERT_GT(file.size(), head + places);
+    EXPECT_EQ(file.substr(head, file.size() - head - places), PresetLists());
+
+    Preferences next;
+    ASSERT_TRUE(LoadPreferences(next));
+    SetDefaultPreferences(next);
+    next.launchFlag = 0;
+    ASSERT_TRUE(SavePreferences(next));
+    picture = before;
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        for (const Preset& preset : presets) {
+            const DrivenDialog dialog = Open(gui, editor, CatalogRowOf(preset.id));
+            EXPECT_EQ(Entries(dialog, ApplyItems::presets),
+                      (std::vector<std::string>{"Last Used", "", name}));
+            ChooseEntry(gui, dialog, ApplyItems::presets, 3);
+            dialog.Press(ApplyItems::apply);
+            CloseWith(dialog, cancelItem);
+        }
+        CloseWith(editor, cancelItem);
+    });
+    Preferences after;
+    ASSERT_TRUE(LoadPreferences(after));
+    for (const Preset& preset : presets) {
+        std::string record = BytesOfWords(preset.record);
+        if (preset.id == devidersDialog) {
+            // Its colours are the editor's of this run.
+            record.replace(14, 12, BytesOfWords({0, 0, 0, 0xFFFF, 0xFFFF, 0xFFFF}));
+        }
+        EXPECT_EQ(
+            std::string(static_cast<const char*>(LastUsedRecord(after, preset.id)), record.size()),
+            record)
+            << CatalogRowOf(preset.id).name;
+    }
 }
 
 }  // namespace

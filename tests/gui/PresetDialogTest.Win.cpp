@@ -220,24 +220,11 @@ TEST_F(PresetDialogTest, TheOpenMenuShowsWhatItPasses) {
     });
 }
 
-/// Where an entry of the menu that is open is on the screen.
-POINT PlaceInMenu(int place) {
-    const HWND window = FindWindowA("#32768", nullptr);
-    constexpr UINT getMenu = 0x1E1;
-    DWORD_PTR menu = 0;
-    SendMessageTimeoutA(window, getMenu, 0, 0, SMTO_NORMAL, 1000, &menu);
-    RECT entry{};
-    GetMenuItemRect(window, reinterpret_cast<HMENU>(menu), static_cast<UINT>(place - 1), &entry);
-    return {(entry.left + entry.right) / 2, (entry.top + entry.bottom) / 2};
-}
-
 TEST_F(PresetDialogTest, ThePointerPassesOverTheNames) {
     StoreTwo();
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
         OpenMenu(lines);
-        WaitUntil("the menu's window",
-                  [] { return IsWindowVisible(FindWindowA("#32768", nullptr)) != FALSE; });
         MoveMouse(PlaceInMenu(3));
         ExpectValues(lines, crisp);
         MoveMouse(PlaceInMenu(4));
@@ -275,6 +262,65 @@ TEST_F(PresetDialogTest, LeavingTheMenuTakesTheValuesBack) {
     const std::unique_ptr<PaintClass> expected = Blank();
     RunLines(*expected, crisp);
     ExpectApplied(*expected);
+}
+
+/// The text that the system makes of an entry of the open menu.
+std::string ShownInMenu(int place) {
+    const HWND window = FindWindowA("#32768", nullptr);
+    constexpr UINT getMenu = 0x1E1;
+    const HMENU menu = reinterpret_cast<HMENU>(Ask(window, getMenu));
+    char text[600] = "";
+    GetMenuStringA(menu, static_cast<UINT>(place - 1), text, sizeof text, MF_BYPOSITION);
+    std::string shown;
+    for (const char* at = text; *at != '\0'; ++at) {
+        // A single one underlines what follows.
+        at += *at == '&' ? 1 : 0;
+        shown += *at;
+    }
+    return shown;
+}
+
+TEST_F(PresetDialogTest, AnAmpersandOfANameIsInTheOpenMenu) {
+    const std::string longest(255, '&');
+    AddPreset(stored.presets[presetLines], crisp, "Salt & pepper");
+    AddPreset(stored.presets[presetLines], soft, longest.c_str());
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        EXPECT_EQ(Entries(lines, Items::presets),
+                  (Names{"Last Used", "", "Salt & pepper", longest}));
+        OpenMenu(lines);
+        EXPECT_EQ(ShownInMenu(3), "Salt & pepper");
+        EXPECT_EQ(ShownInMenu(4), longest);
+        gui.Chord({VK_ESCAPE});
+        WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
+        CloseWith(lines, cancelItem);
+    });
+}
+
+/// From "Last Used", after an Apply of values that no preset has.
+TEST_F(PresetDialogTest, LeavingTheMenuKeepsTunedValuesAndTheResult) {
+    StoreTwo();
+    LinesParams tuned;
+    tuned.angle = 12;
+    const std::unique_ptr<PaintClass> applied = Blank();
+    RunLines(*applied, tuned);
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        TypeInto(gui, lines, LinesItems::angle, "12");
+        lines.Press(Items::apply);
+        ExpectShown(editor, *applied);
+        OpenMenu(lines);
+        MoveMouse(PlaceInMenu(4));
+        ExpectValues(lines, soft);
+        ExpectShown(editor, *applied);
+        gui.Chord({VK_ESCAPE});
+        WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
+        ExpectValues(lines, tuned);
+        EXPECT_EQ(lines.Value(Items::presets), 1);
+        ExpectShown(editor, *applied);
+        CloseWith(lines, okItem);
+    });
+    ExpectApplied(*applied);
 }
 
 /// A drag lets no Idle run; keys that are pressed meanwhile are taken before the next one.

@@ -1,0 +1,139 @@
+// The quality of a JPEG that has no callback. Saving a texture never opens this window.
+#include "dialogs/JPEGDialog.h"
+#include "resources/Ids.h"
+#include "tests/gui/DialogWork.Win.h"
+#include "tests/gui/PluginRun.Win.h"
+
+namespace {
+
+using Items = JPEGItems;
+
+/// What the file's callback was told, and what it returns to a question that a dialog opens with.
+struct QualityTalk {
+    std::int16_t remembered = 0;
+    std::vector<std::int16_t> changes;
+};
+QualityTalk talk;
+
+std::int16_t TalkAboutQuality(File&, std::int16_t operation, std::int16_t value) {
+    if (operation == qualityRemembered) {
+        return talk.remembered;
+    }
+    if (operation == qualityChanged) {
+        talk.changes.push_back(value);
+    }
+    return value;
+}
+
+class JPEGDialogTest : public PluginRunTest {
+  protected:
+    JPEGDialogTest() {
+        talk = {};
+        file.callback = TalkAboutQuality;
+    }
+
+    /// Runs the dialog; it is cancelled at the end if the user has not closed it.
+    std::int16_t RunQuality(
+        const std::function<void(const GuiDriver&, const DrivenDialog&)>& user) {
+        JPEGQualityChoice choice(file,
+                                 [this](std::int16_t quality) { applied.push_back(quality); });
+        std::int16_t status = -1;
+        RunWithUser([&] { status = RunJPEGDialog(choice); },
+                    [&](const GuiDriver& gui) {
+                        const DrivenDialog dialog = gui.WaitFor(jpegDialog);
+                        user(gui, dialog);
+                        if (dialog.IsOpen()) {
+                            CloseWith(dialog, cancelItem);
+                        }
+                    });
+        return status;
+    }
+    static void ExpectQuality(const DrivenDialog& dialog, int quality, bool isDefault) {
+        WaitUntil("the field",
+                  [&] { return dialog.Text(Items::quality) == std::to_string(quality); });
+        WaitUntil("the slider", [&] { return dialog.Value(Items::slider) == quality; });
+        WaitUntil("the button", [&] { return dialog.IsEnabled(Items::standard) != isDefault; });
+    }
+
+    File file;
+    std::vector<std::int16_t> applied;
+    using Qualities = std::vector<std::int16_t>;
+};
+
+TEST_F(JPEGDialogTest, StartsWith75AndTakesTheFieldAtOnce) {
+    EXPECT_EQ(RunQuality([&](const GuiDriver& gui, const DrivenDialog& dialog) {
+                  EXPECT_EQ(dialog.Title(), "JPEG Quality Setting");
+                  ExpectQuality(dialog, 75, true);
+                  gui.Chord({VK_MENU, 'Q'});
+                  WaitUntil("the field", [&] { return FocusedItem(dialog) == Items::quality; });
+                  gui.Chord({VK_UP});
+                  ExpectQuality(dialog, 76, false);
+                  Keep(dialog, "jpeg");
+                  EXPECT_EQ(applied, (Qualities{75, 76}));
+                  EXPECT_EQ(talk.changes, (Qualities{76}));
+                  gui.Chord({VK_RETURN});
+                  dialog.WaitUntilClosed();
+              }),
+              0);
+}
+
+TEST_F(JPEGDialogTest, TheSliderMovesTheFieldByMouseAndKeys) {
+    RunQuality([&](const GuiDriver& gui, const DrivenDialog& dialog) {
+        DragSlider(dialog, Items::slider, {20, 100}, {100, 20},
+                   [&](int value) { ExpectQuality(dialog, value, false); });
+        EXPECT_EQ(talk.changes.back(), 20);
+        TabTo(gui, dialog, Items::slider);
+        gui.Chord({VK_RIGHT});
+        ExpectQuality(dialog, 21, false);
+        gui.Chord({VK_HOME});
+        ExpectQuality(dialog, 100, false);
+        EXPECT_EQ(applied.back(), 100);
+        EXPECT_EQ(talk.changes.back(), 100);
+    });
+}
+
+TEST_F(JPEGDialogTest, DefaultSetsBothAndIsGreyThere) {
+    talk.remembered = 40;
+    RunQuality([&](const GuiDriver& gui, const DrivenDialog& dialog) {
+        ExpectQuality(dialog, 40, true);
+        // As a whole: its first digit alone would be below the limit.
+        dialog.SetText(Items::quality, "90");
+        ExpectQuality(dialog, 90, false);
+        dialog.ClickMiddle(Items::standard);
+        ExpectQuality(dialog, 40, true);
+        EXPECT_EQ(talk.changes.back(), 40);
+        dialog.SetText(Items::quality, "100");
+        gui.Chord({VK_MENU, 'D'});
+        ExpectQuality(dialog, 40, true);
+    });
+}
+
+TEST_F(JPEGDialogTest, QualitiesBeyondTheLimitsAsk) {
+    RunQuality([&](const GuiDriver& gui, const DrivenDialog& dialog) {
+        const std::string question =
+            "An integer in the range between 20 and 100 required. Would you like to insert the "
+            "closest value?";
+        TabTo(gui, dialog, Items::quality);
+        gui.Type("1");
+        EXPECT_EQ(AnswerAlert(gui, dialog), question);
+        ExpectQuality(dialog, 20, false);
+        dialog.SetText(Items::quality, "100");
+        gui.Chord({VK_END});
+        gui.Type("1");
+        EXPECT_EQ(AnswerAlert(gui, dialog, cancelItem), question);
+        ExpectQuality(dialog, 100, false);
+    });
+}
+
+TEST_F(JPEGDialogTest, EscapeIsACancelledSave) {
+    EXPECT_EQ(RunQuality([](const GuiDriver& gui, const DrivenDialog& dialog) {
+                  TabTo(gui, dialog, okItem);
+                  EXPECT_EQ(TabOrder(gui, dialog),
+                            (std::vector<int>{okItem, cancelItem, Items::quality, Items::slider}));
+                  gui.Chord({VK_ESCAPE});
+                  dialog.WaitUntilClosed();
+              }),
+              fileCancelled);
+}
+
+}  // namespace
