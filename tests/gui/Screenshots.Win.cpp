@@ -24,7 +24,6 @@ using Texture = TextureItems;
 std::filesystem::path target;
 
 void Shoot(const DrivenDialog& dialog, const std::string& name) {
-    dialog.Settle();
     host::SavePicture(GrabWithFrame(dialog), target / (name + ".png"));
 }
 
