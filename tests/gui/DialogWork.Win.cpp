@@ -152,7 +152,8 @@ void CloseWith(const DrivenDialog& dialog, int item) {
 
 host::Picture GrabWithFrame(const DrivenDialog& dialog) {
     dialog.WaitUntilPainted();
-    // A control that has begun to paint awaits nothing more; the thread takes a message when it is done.
+    // A control that has begun to paint awaits nothing more; the thread takes a message when it is
+    // done.
     dialog.Settle();
     return GrabFrame(dialog.Window());
 }

@@ -2,8 +2,8 @@
 //
 //     screenshots FOLDER HADROWEN
 //
-// HADROWEN is the file of the family's shared library, whose About box is one of the windows. People
-// look at the pictures; scripts/screenshots puts them where the documents show them.
+// HADROWEN is the file of the family's shared library, whose About box is one of the windows.
+// People look at the pictures; scripts/screenshots puts them where the documents show them.
 #include <cstdio>
 
 #include "dialogs/JPEGDialog.h"
@@ -93,9 +93,8 @@ void Screenshots::ShootEditor(const DrivenDialog& editor) {
     const RECT button = editor.Bounds(Texture::shapes);
     editor.Point(Texture::shapes,
                  {(button.right - button.left) / 2, (button.bottom - button.top) / 2});
-    WaitUntil("the help", [&] {
-        return editor.Text(Texture::helpReadout) == StringText(stringHelpShapes);
-    });
+    WaitUntil("the help",
+              [&] { return editor.Text(Texture::helpReadout) == StringText(stringHelpShapes); });
     Shoot(editor, "editor");
     SwitchTab(editor);
     Shoot(editor, "preview");
