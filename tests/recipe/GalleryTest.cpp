@@ -1,4 +1,4 @@
-// The recipes of the gallery give its pictures, to the bit.
+// The recipes of the gallery give its pictures, to the bit; those of the help give its pairs.
 #include <algorithm>
 #include <cctype>
 #include <set>
@@ -11,9 +11,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::vector<fs::path> GalleryRecipes() {
+std::vector<fs::path> RecipesIn(const char* folder) {
     std::vector<fs::path> recipes;
-    for (const auto& entry : fs::directory_iterator(SourceFolder() / "docs/gallery")) {
+    for (const auto& entry : fs::directory_iterator(SourceFolder() / folder)) {
         if (entry.path().extension() == ".recipe") {
             recipes.push_back(entry.path());
         }
@@ -58,7 +58,7 @@ void ExpectPicture(const fs::path& made, const fs::path& golden) {
 class GalleryTest : public ProgramTest {};
 
 TEST_F(GalleryTest, RecipesGiveTheGallerysPictures) {
-    const std::vector<fs::path> recipes = GalleryRecipes();
+    const std::vector<fs::path> recipes = RecipesIn("docs/gallery");
     EXPECT_GE(recipes.size(), 12u);
     for (const fs::path& recipe : recipes) {
         SCOPED_TRACE(host::Utf8Name(recipe.filename()));
@@ -82,7 +82,7 @@ std::set<std::string> OperationsIn(const std::string& text) {
 
 TEST_F(GalleryTest, ShowsEveryOperationThatChangesPixels) {
     std::set<std::string> shown;
-    for (const fs::path& recipe : GalleryRecipes()) {
+    for (const fs::path& recipe : RecipesIn("docs/gallery")) {
         shown.merge(OperationsIn(ReadFile(recipe)));
     }
     for (const char* operation :
@@ -91,6 +91,20 @@ TEST_F(GalleryTest, ShowsEveryOperationThatChangesPixels) {
           "flip",   "addBump", "addColor",   "combine",  "tile",   "resize", "brush",
           "pencil", "stamp",   "fill",       "gradient", "eraser", "move"}) {
         EXPECT_TRUE(shown.contains(operation)) << operation;
+    }
+}
+
+// The pictures in the pages are smaller and coarser, so that these are not compared with them.
+TEST_F(GalleryTest, RecipesOfTheHelpGiveTwoPicturesThatDiffer) {
+    const std::vector<fs::path> recipes = RecipesIn("docs/help-recipes");
+    EXPECT_GE(recipes.size(), 26u);
+    for (const fs::path& recipe : recipes) {
+        const std::string name = host::Utf8Name(recipe.stem());
+        SCOPED_TRACE(name);
+        ASSERT_EQ(Run({host::Utf8Name(recipe)}), quietSuccess);
+        const host::Picture then = host::LoadPicture(name + "-before.png");
+        const host::Picture now = host::LoadPicture(name + "-after.png");
+        EXPECT_FALSE(then.width == now.width && then.pixels == now.pixels);
     }
 }
 
