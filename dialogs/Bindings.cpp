@@ -70,6 +70,9 @@ class NumberBinding : public Binding {
         if (items.dial != 0) {
             dial.SetUp(dialog, items.dial, items.field);
         }
+        if (items.label != 0) {
+            dialog.SetLabel(items.label, items.field != 0 ? items.field : items.slider);
+        }
     }
 
     void Show() override {

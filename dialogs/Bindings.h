@@ -26,6 +26,8 @@ struct NumberItems {
     short slider = 0;
     /// A user item, for an angle; needs the field.
     short dial = 0;
+    /// Their text, if its mnemonic would lead elsewhere: the tab stop after it is another one.
+    short label = 0;
 };
 
 /// The number in the controls is `stored * factor + offset`, rounded; `factor` is not 0. The limits

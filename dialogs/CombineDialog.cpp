@@ -25,6 +25,7 @@ void CombineDialog::Setup() {
     ApplyDialog::Setup();
     SetFormat(Items::amount, "%d", leastAmount, greatestAmount);
     SetRange(Items::slider, leastAmount, greatestAmount);
+    SetLabel(Items::amountLabel, Items::amount);
     SetValue(Items::mode, mode);
     SetValue(Items::amount, amount);
     SetValue(Items::slider, amount);

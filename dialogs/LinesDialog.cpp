@@ -6,7 +6,8 @@ using Items = LinesItems;
 
 LinesDialog::LinesDialog(const ApplyContext& context, LinesParams& newStored)
     : ParamsDialog(context, linesDialog, newStored) {
-    bindings.Number(FieldFor(&LinesParams::precision), {.slider = Items::precision});
+    bindings.Number(FieldFor(&LinesParams::precision),
+                    {.slider = Items::precision, .label = Items::precisionLabel});
     bindings.Radios(FieldFor(&LinesParams::appearance),
                     {{linesWax, Items::wax}, {linesInk, Items::ink}}, {.shownAs = Items::ink});
     bindings.Radios(FieldFor(&LinesParams::colorMode),

@@ -13,13 +13,20 @@ ShapesDialog::ShapesDialog(const ApplyContext& context, ShapesParams& newStored)
                     {.field = Items::width, .slider = Items::widthSlider}, inPercent);
     bindings.Number(FieldFor(&ShapesParams::sizeY),
                     {.field = Items::height, .slider = Items::heightSlider}, inPercent);
-    bindings.Number(FieldFor(&ShapesParams::bevel), {.slider = Items::bevel});
-    bindings.Number(FieldFor(&ShapesParams::contrast), {.slider = Items::contrast});
-    bindings.Number(FieldFor(&ShapesParams::transparency), {.slider = Items::transparency});
-    bindings.Number(FieldFor(&ShapesParams::material), {.slider = Items::material});
-    bindings.Number(FieldFor(&ShapesParams::shiftSize), {.slider = Items::sizeDisplacement});
-    bindings.Number(FieldFor(&ShapesParams::shiftY), {.slider = Items::verticalDisplacement});
-    bindings.Number(FieldFor(&ShapesParams::shiftX), {.slider = Items::horizontalDisplacement});
+    bindings.Number(FieldFor(&ShapesParams::bevel),
+                    {.slider = Items::bevel, .label = Items::bevelLabel});
+    bindings.Number(FieldFor(&ShapesParams::contrast),
+                    {.slider = Items::contrast, .label = Items::contrastLabel});
+    bindings.Number(FieldFor(&ShapesParams::transparency),
+                    {.slider = Items::transparency, .label = Items::transparencyLabel});
+    bindings.Number(FieldFor(&ShapesParams::material),
+                    {.slider = Items::material, .label = Items::materialLabel});
+    bindings.Number(FieldFor(&ShapesParams::shiftSize),
+                    {.slider = Items::sizeDisplacement, .label = Items::sizeDisplacementLabel});
+    bindings.Number(FieldFor(&ShapesParams::shiftY), {.slider = Items::verticalDisplacement,
+                                                      .label = Items::verticalDisplacementLabel});
+    bindings.Number(FieldFor(&ShapesParams::shiftX), {.slider = Items::horizontalDisplacement,
+                                                      .label = Items::horizontalDisplacementLabel});
     bindings.Number(FieldFor(&ShapesParams::repeatX), {.field = Items::columns});
     bindings.Number(FieldFor(&ShapesParams::repeatY), {.field = Items::rows});
     bindings.Check(FieldFor(&ShapesParams::halfShift), Items::halfShift);

@@ -9,16 +9,18 @@ WavesDialog::WavesDialog(const ApplyContext& context, WavesParams& newStored)
     bindings.Popup(FieldFor(&WavesParams::formX), Items::horizontalForm);
     bindings.Number(FieldFor(&WavesParams::heightX),
                     {.field = Items::horizontalHeight, .slider = Items::horizontalHeightSlider});
-    bindings.Number(FieldFor(&WavesParams::countX),
-                    {.field = Items::horizontalCount, .slider = Items::horizontalCountSlider});
+    bindings.Number(FieldFor(&WavesParams::countX), {.field = Items::horizontalCount,
+                                                     .slider = Items::horizontalCountSlider,
+                                                     .label = Items::horizontalCountLabel});
     bindings.Disable({Items::horizontalHeight, Items::horizontalHeightSlider,
                       Items::horizontalCount, Items::horizontalCountSlider},
                      Items::horizontalForm, waveNone);
     bindings.Popup(FieldFor(&WavesParams::formY), Items::verticalForm);
     bindings.Number(FieldFor(&WavesParams::heightY),
                     {.field = Items::verticalHeight, .slider = Items::verticalHeightSlider});
-    bindings.Number(FieldFor(&WavesParams::countY),
-                    {.field = Items::verticalCount, .slider = Items::verticalCountSlider});
+    bindings.Number(FieldFor(&WavesParams::countY), {.field = Items::verticalCount,
+                                                     .slider = Items::verticalCountSlider,
+                                                     .label = Items::verticalCountLabel});
     bindings.Disable({Items::verticalHeight, Items::verticalHeightSlider, Items::verticalCount,
                       Items::verticalCountSlider},
                      Items::verticalForm, waveNone);

@@ -209,6 +209,7 @@ struct LinesItems {
         ink = 10,
         globe = 11,
         precision = 12,
+        precisionLabel = 14,
         wax = 15,
         random = 17,
         averageColor = 18,
@@ -221,16 +222,23 @@ struct ShapesItems {
         kind = 8,
         color = 10,
         bevel = 11,
+        bevelLabel = 14,
         contrast = 15,
+        contrastLabel = 18,
         transparency = 19,
+        transparencyLabel = 22,
         material = 23,
+        materialLabel = 26,
         widthSlider = 27,
         heightSlider = 29,
         width = 30,
         height = 32,
         sizeDisplacement = 35,
+        sizeDisplacementLabel = 37,
         verticalDisplacement = 38,
+        verticalDisplacementLabel = 40,
         horizontalDisplacement = 41,
+        horizontalDisplacementLabel = 44,
         halfShift = 45,
         columns = 46,
         rows = 47,
@@ -275,10 +283,12 @@ struct DividersItems {
 struct WavesItems {
     enum : std::int16_t {
         horizontalForm = 8,
+        horizontalCountLabel = 10,
         horizontalHeightSlider = 11,
         horizontalHeight = 13,
         horizontalCountSlider = 14,
         horizontalCount = 15,
+        verticalCountLabel = 16,
         verticalForm = 17,
         verticalHeightSlider = 18,
         verticalHeight = 20,
@@ -343,7 +353,14 @@ struct MosaicItems {
 };
 
 struct CombineItems {
-    enum : std::int16_t { mode = 4, choose = 6, slider = 7, amount = 8, fileName = 10 };
+    enum : std::int16_t {
+        mode = 4,
+        amountLabel = 5,
+        choose = 6,
+        slider = 7,
+        amount = 8,
+        fileName = 10
+    };
 };
 
 struct TileItems {

@@ -178,6 +178,12 @@ void NorvantaDialog::FollowInTabOrder(short item, short before) {
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
+void NorvantaDialog::SetLabel(short label, short item) {
+    Record(label);
+    Record(item);
+    labels.push_back({label, item});
+}
+
 short NorvantaDialog::GetFocusItem() const {
     CheckWindow();
     const HWND focused = GetFocus();

@@ -66,6 +66,8 @@ class DialogWindow {
     static bool FilterMessage(const MSG& message);
     static void TrackFocus();
     static bool FilterKey(NorvantaDialog& dialog, const MSG& message);
+    static bool FollowMnemonic(NorvantaDialog& dialog, const MSG& message);
+    static short ItemOfLabel(const NorvantaDialog& dialog, short label);
     static bool ChooseInGroup(NorvantaDialog& dialog, const MSG& message);
     static bool FilterSystemKey(NorvantaDialog& dialog, int character);
 };

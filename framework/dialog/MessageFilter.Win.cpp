@@ -1,4 +1,6 @@
 // The filter that sees the messages of dialogs before the system does: accelerators, focus, keys.
+#include <string>
+
 #include "framework/dialog/Callback.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "framework/dialog/DialogWindow.Win.h"
@@ -35,6 +37,21 @@ int CharacterOf(const MSG& message) {
 
 bool IsRadioButton(HWND control) {
     return (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) != 0;
+}
+
+char UpperCase(char character) {
+    CharUpperBuffA(&character, 1);
+    return character;
+}
+
+/// Whether the character is the one after the text's single ampersand.
+bool IsMnemonicOf(const std::string& text, WPARAM character) {
+    std::size_t at = text.find('&');
+    while (at + 1 < text.size() && at != std::string::npos && text[at + 1] == '&') {
+        at = text.find('&', at + 2);
+    }
+    return at != std::string::npos && at + 1 < text.size() &&
+           UpperCase(text[at + 1]) == UpperCase(static_cast<char>(character));
 }
 
 enum class GroupStep { none, previous, next };
@@ -106,7 +123,35 @@ bool DialogWindow::FilterMessage(const MSG& message) {
         return true;
     }
     TrackFocus();
-    return active->windowExists && (FilterKey(*active, message) || ChooseInGroup(*active, message));
+    return active->windowExists &&
+           (FilterKey(*active, message) || FollowMnemonic(*active, message) ||
+            ChooseInGroup(*active, message));
+}
+
+/// The item that the text of another one is the label of, by SetLabel or by its kind; 0 for none.
+short DialogWindow::ItemOfLabel(const NorvantaDialog& dialog, short label) {
+    for (const NorvantaDialog::Label& set : dialog.labels) {
+        if (set.text == label) {
+            return set.item;
+        }
+    }
+    return dialog.Record(label).kind == itemCustom ? label : short{0};
+}
+
+// The system knows labels that stand before their fields, and no others.
+bool DialogWindow::FollowMnemonic(NorvantaDialog& dialog, const MSG& message) {
+    if (message.message != WM_SYSCHAR) {
+        return false;
+    }
+    for (short label = 1; label <= dialog.itemCount; ++label) {
+        const short item = ItemOfLabel(dialog, label);
+        if (item != 0 && IsMnemonicOf(dialog.GetText(label), message.wParam) &&
+            dialog.IsShown(item) && dialog.IsEnabled(item)) {
+            dialog.SetFocus(item);
+            return true;
+        }
+    }
+    return false;
 }
 
 // Arrows choose among the radio buttons of a group. Not every system hits a button that it gives

@@ -171,6 +171,9 @@ class NorvantaDialog {
     /// Tab and the arrow keys come to the item right after `before`, in place of the order of the
     /// item numbers.
     void FollowInTabOrder(short item, short before);
+    /// Alt and the mnemonic of a text give `item` the focus, where the tab stop after the text is
+    /// another one. A custom control takes the mnemonic of its own text.
+    void SetLabel(short label, short item);
     /// A push button that Return presses; 0 for none.
     void SetDefaultItem(short item);
     /// The item that Escape and the close box hit; 0 for none.
@@ -316,6 +319,11 @@ class NorvantaDialog {
     short helpItem = 0;
     std::uint32_t helpId = 0;
     std::vector<ItemRecord> items;
+    struct Label {
+        short text;
+        short item;
+    };
+    std::vector<Label> labels;
     int textDepth = 0;
     std::uintptr_t timer = 0;
     bool isInAlert = false;

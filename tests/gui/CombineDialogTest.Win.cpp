@@ -254,6 +254,9 @@ TEST_F(CombineDialogTest, AmountsBeyondTheLimitsAsk) {
         EXPECT_EQ(AnswerAlert(gui, combine), question);
         WaitUntil("the least", [&] { return combine.Value(Items::slider) == 0; });
         TabTo(gui, combine, cancelItem);
+        gui.Chord({VK_MENU, 'A'});
+        WaitUntil("the amount", [&] { return FocusedItem(combine) == Items::amount; });
+        TabTo(gui, combine, cancelItem);
         // OK is grey.
         EXPECT_EQ(TabOrder(gui, combine),
                   (std::vector<int>{cancelItem, ApplyItems::apply, Items::mode, Items::choose,

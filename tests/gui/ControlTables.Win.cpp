@@ -108,6 +108,19 @@ constexpr PictureRow pictures[] = {
     {shapesDialog, "repeatY", 63},
 };
 
+constexpr LabelRow labels[] = {
+    {linesDialog, 14, LinesItems::precision},
+    {shapesDialog, 14, ShapesItems::bevel},
+    {shapesDialog, 18, ShapesItems::contrast},
+    {shapesDialog, 22, ShapesItems::transparency},
+    {shapesDialog, 26, ShapesItems::material},
+    {shapesDialog, 37, ShapesItems::sizeDisplacement},
+    {shapesDialog, 40, ShapesItems::verticalDisplacement},
+    {shapesDialog, 44, ShapesItems::horizontalDisplacement},
+    {wavesDialog, 10, WavesItems::horizontalCount},
+    {wavesDialog, 16, WavesItems::verticalCount},
+};
+
 }  // namespace
 
 const std::span<const NumberRow> numberRows = numbers;
@@ -116,6 +129,7 @@ const std::span<const RadioRow> radioRows = radios;
 const std::span<const PopupRow> popupRows = popups;
 const std::span<const SwatchRow> swatchRows = swatches;
 const std::span<const PictureRow> pictureRows = pictures;
+const std::span<const LabelRow> labelRows = labels;
 
 const Field& FieldNamed(const CatalogRow& row, std::string_view name) {
     for (const Field& field : row.fields) {

@@ -58,6 +58,13 @@ struct SwatchRow {
     bool cancelCounts;
 };
 
+/// A label whose mnemonic leads to another item than the next tab stop.
+struct LabelRow {
+    short dialog;
+    short label;
+    short item;
+};
+
 /// A picture that stands beside a control and does nothing.
 struct PictureRow {
     short dialog;
@@ -71,6 +78,7 @@ extern const std::span<const RadioRow> radioRows;
 extern const std::span<const PopupRow> popupRows;
 extern const std::span<const SwatchRow> swatchRows;
 extern const std::span<const PictureRow> pictureRows;
+extern const std::span<const LabelRow> labelRows;
 
 /// The rows of one dialog.
 template <typename Row>

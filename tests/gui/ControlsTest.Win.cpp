@@ -557,34 +557,73 @@ char MnemonicOf(const std::string& text) {
     return 0;
 }
 
-/// The next control that Tab comes to.
-int NextStop(const DrivenDialog& dialog, int item) {
-    const HWND next = GetNextDlgTabItem(dialog.Window(), dialog.Control(item), FALSE);
-    return GetDlgCtrlID(next);
+bool IsPopup(const DrivenDialog& dialog, int item) {
+    const std::string name = ClassOf(dialog.Control(item));
+    return name == "tPopupMenu" || name == "tRealtimeMenu";
 }
 
-TEST_P(EveryDialogTest, MnemonicsReachTheirControls) {
+LONG ButtonType(const DrivenDialog& dialog, int item) {
+    return ClassOf(dialog.Control(item)) == "Button"
+               ? GetWindowLongA(dialog.Control(item), GWL_STYLE) & BS_TYPEMASK
+               : -1;
+}
+
+class MnemonicTest : public EveryDialogTest {
+  protected:
+    /// The item that a label's mnemonic leads to.
+    int TargetOf(const DrivenDialog& dialog, int label) const {
+        for (const LabelRow& set : Rows(labelRows)) {
+            if (set.label == label) {
+                return set.item;
+            }
+        }
+        if (IsPopup(dialog, label)) {
+            return label;
+        }
+        return GetDlgCtrlID(GetNextDlgTabItem(dialog.Window(), dialog.Control(label), FALSE));
+    }
+    /// A text with a colon that stands beside a control and is no title of a frame.
+    static bool IsLabel(const DrivenDialog& dialog, int item) {
+        const std::string name = ClassOf(dialog.Control(item));
+        const bool canBe = IsPopup(dialog, item) || name == "Static";
+        return canBe && dialog.Text(item).find(':') != std::string::npos;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Of, MnemonicTest, testing::ValuesIn(IdsOfDialogs()), NameOfRow);
+
+TEST_P(MnemonicTest, EveryLabelHasOne) {
+    Open([&](const GuiDriver&, const DrivenDialog& dialog) {
+        for (int item = 1; GetDlgItem(dialog.Window(), item) != nullptr; ++item) {
+            // A colour takes no focus.
+            if (IsLabel(dialog, item) && dialog.Text(item) != "Color:") {
+                EXPECT_NE(MnemonicOf(dialog.Text(item)), 0) << dialog.Text(item);
+            }
+        }
+    });
+}
+
+TEST_P(MnemonicTest, ReachesItsControl) {
     Open([&](const GuiDriver& gui, const DrivenDialog& dialog) {
-        for (int item = ApplyItems::remove + 1; GetDlgItem(dialog.Window(), item) != nullptr;
-             ++item) {
+        for (int item = 1; GetDlgItem(dialog.Window(), item) != nullptr; ++item) {
             const char letter = MnemonicOf(dialog.Text(item));
-            if (letter == 0) {
+            const LONG type = ButtonType(dialog, item);
+            // Save and Delete open something.
+            if (letter == 0 || type == BS_PUSHBUTTON) {
                 continue;
             }
-            const WORD key = static_cast<WORD>(VkKeyScanA(letter) & 0xFF);
-            if (ClassOf(dialog.Control(item)) == "Static") {
-                TabTo(gui, dialog, okItem);
-                gui.Chord({VK_MENU, key});
-                WaitUntil("the focus by Alt+" + std::string(1, letter),
-                          [&] { return FocusedItem(dialog) == NextStop(dialog, item); });
+            const std::vector<WORD> chord{
+                VK_MENU, static_cast<WORD>(static_cast<WORD>(VkKeyScanA(letter)) & 0xFF)};
+            const std::string name = "Alt+" + std::string(1, letter);
+            if (type == BS_CHECKBOX || type == BS_RADIOBUTTON) {
+                const int expected = type == BS_CHECKBOX ? 1 - dialog.Value(item) : 1;
+                gui.Chord(chord);
+                WaitUntil("the button by " + name, [&] { return dialog.Value(item) == expected; });
             } else {
-                const bool isBox =
-                    !Rows(boxRows).empty() &&
-                    (GetWindowLongA(dialog.Control(item), GWL_STYLE) & BS_TYPEMASK) == BS_CHECKBOX;
-                const int expected = isBox ? 1 - dialog.Value(item) : 1;
-                gui.Chord({VK_MENU, key});
-                WaitUntil("the button by Alt+" + std::string(1, letter),
-                          [&] { return dialog.Value(item) == expected; });
+                const int target = TargetOf(dialog, item);
+                TabTo(gui, dialog, okItem);
+                gui.Chord(chord);
+                WaitUntil("the focus by " + name, [&] { return FocusedItem(dialog) == target; });
             }
         }
     });
