@@ -1,7 +1,6 @@
 #include "paint/EffectRun.h"
 
 #include <limits>
-#include <new>
 #include <utility>
 
 #include "paint/Resize.h"

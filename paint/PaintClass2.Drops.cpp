@@ -17,12 +17,16 @@ int Divisor(int value) {
     return value != 0 ? value : 1;
 }
 
+/// A guard: more than the dialog gives, which only a damaged record has, counts as its highest.
+int KeptCount(const DropsParams& params) {
+    return std::min<int>(params.count, static_cast<int>(FieldFor(&DropsParams::count).high));
+}
+
 /// The record's sizes in pixels, in integer arithmetic.
 struct DropSizes {
     DropSizes(const PicClass& pic, const DropsParams& params)
         : average((pic.grX + pic.grY) / 2),
-          // A guard: more than the dialog's 100 counts as 100.
-          count(static_cast<short>(std::min<int>(params.count, 100) / 2 + 15)),
+          count(static_cast<short>(KeptCount(params) / 2 + 15)),
           largest(average / Divisor(16 - params.size / 10)),
           smallest(average / Divisor(params.variation / 4 + 16 - params.size / 10)),
           rim(average / 40) {}

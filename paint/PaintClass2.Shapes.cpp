@@ -15,25 +15,12 @@ namespace {
 constexpr unsigned char flatGround = 255;
 constexpr short reportsPerShape = 10;
 
-std::int16_t Within(std::int16_t value, std::int16_t lowest, std::int16_t highest) {
-    return std::clamp(value, lowest, highest);
-}
-
-/// Clamps to 0 and 1; NaN counts as 0.
-double Share(double value) {
-    return value > 0.0 ? std::min(value, 1.0) : 0.0;
-}
-
 /// A guard against damaged records: clamps the number, size and displacement of shapes to the
 /// dialog's range. Otherwise a run could take hours, and all memory.
 ShapesParams InDialogsRange(ShapesParams params) {
-    params.sizeX = Share(params.sizeX);
-    params.sizeY = Share(params.sizeY);
-    params.repeatX = Within(params.repeatX, 1, 32);
-    params.repeatY = Within(params.repeatY, 1, 32);
-    params.shiftX = Within(params.shiftX, 0, 100);
-    params.shiftY = Within(params.shiftY, 0, 100);
-    params.shiftSize = Within(params.shiftSize, 0, 100);
+    const auto put = [&params](auto... members) { (PutInRange(FieldFor(members), &params), ...); };
+    put(&ShapesParams::sizeX, &ShapesParams::sizeY, &ShapesParams::repeatX, &ShapesParams::repeatY,
+        &ShapesParams::shiftX, &ShapesParams::shiftY, &ShapesParams::shiftSize);
     return params;
 }
 

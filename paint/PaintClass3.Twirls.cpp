@@ -97,15 +97,19 @@ class TwirlTable {
     HandleArray<double> block;
 };
 
-/// How many twirls, and how large. Above 100, which only a damaged record has, both fields count as
-/// 100: without a bound the work would have none.
+/// A guard: more than the dialog gives, which only a damaged record has, counts as its highest.
+/// Without a bound the work would have none.
+int Kept(std::int16_t value, const Field& field) {
+    return std::min<int>(value, static_cast<int>(field.high));
+}
+
 short TwirlCount(const TwirlsParams& params, short width, short height) {
-    const int quantity = std::min<int>(params.quantity, 100);
+    const int quantity = Kept(params.quantity, FieldFor(&TwirlsParams::quantity));
     return static_cast<short>(height * width / ((100 - quantity) * 15 + 500));
 }
 
 short TwirlRadius(const TwirlsParams& params, short width, short height) {
-    const int size = std::min<int>(params.size, 100);
+    const int size = Kept(params.size, FieldFor(&TwirlsParams::size));
     return TruncateToShort((height + width) / 2 / ((100 - size) * 0.03 + 2.0));
 }
 

@@ -1,8 +1,8 @@
 // Construction and the operations that move or set pixels as they are.
 #include <algorithm>
 #include <cstdint>
-#include <new>
 
+#include "base/TryMake.h"
 #include "paint/PaintClass.h"
 #include "paint/kernels/PixelBytes.h"
 
@@ -28,7 +28,7 @@ PaintClass::PaintClass(short width, short height) : PicClass(width, height, true
 }
 
 std::unique_ptr<PaintClass> PaintClass::Make(short width, short height) {
-    std::unique_ptr<PaintClass> texture(new (std::nothrow) PaintClass(width, height));
+    std::unique_ptr<PaintClass> texture = TryMake<PaintClass>(width, height);
     if (texture != nullptr && texture->pixelMap == nullptr) {
         texture.reset();
     }

@@ -1,10 +1,10 @@
-// The description of a parameter record's fields. A table of these stands beside each record; the
-// recipe language, the listing of presets, the limits of dialog controls and the tests read it.
-// Defaults are not in it: they are the record's own initialisers.
+// The description of a parameter record's fields. A table of these stands beside each record, for
+// recipes, presets, dialogs, guards and tests. Defaults are the record's own initialisers.
 #pragma once
 
-#include <cstddef>
+#include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <span>
 #include <type_traits>
 
@@ -18,20 +18,22 @@ struct FieldWord {
     int value;
 };
 
-enum class FieldType : std::uint8_t { uint8, int16, uint16, int32, real, color };
+enum class FieldType : std::uint8_t { integer, real, color };
 
 struct Field {
     /// The member's name.
     const char* name;
     FieldType type;
-    /// Returns the address of the field in a record of the table's type.
-    const void* (*address)(const void* record);
     /// The range that the dialogs give, both ends included. Without meaning for a colour.
     double low;
     double high;
-    /// For a choice, all its values in ascending order: of those from `low` to `high` only these
-    /// are in range. Empty for a number.
+    /// All values of a choice, ascending; no other is in range. Empty for a number.
     std::span<const FieldWord> words;
+    /// Returns where the field stands in a record of the table's type.
+    const void* (*address)(const void* record);
+    /// ReadNumber and WriteNumber call these. Null for a colour.
+    double (*read)(const void* record);
+    void (*write)(void* record, double value);
 };
 
 /// Returns the table of a record. Each record's header specialises it.
@@ -46,17 +48,10 @@ void WriteNumber(const Field& field, void* record, double value);
 RGBColor16 ReadColor(const Field& field, const void* record);
 void WriteColor(const Field& field, void* record, const RGBColor16& color);
 
-/// Whether the value is one that the dialogs give.
+/// Whether the value of a number or choice is one that the dialogs give.
 bool IsInRange(const Field& field, double value);
-/// Returns the value in range that lies nearest, the lower one of two. NaN becomes the lowest.
-double NearestInRange(const Field& field, double value);
-
-/// Whether every field of the record is in range. A colour always is.
-bool IsInRange(std::span<const Field> fields, const void* record);
-/// Moves every field of the record into its range.
-void PutInRange(std::span<const Field> fields, void* record);
-
-// The parts of the tables.
+/// Clamps a number of the record to its range. NaN becomes the lowest.
+void PutInRange(const Field& field, void* record);
 
 /// The words of a switch.
 inline constexpr FieldWord offAndOn[] = {{"off", 0}, {"on", 1}};
@@ -64,25 +59,31 @@ inline constexpr FieldWord offAndOn[] = {{"off", 0}, {"on", 1}};
 namespace fields {
 
 template <typename Type>
-constexpr FieldType typeOf = std::is_same_v<Type, std::uint8_t>    ? FieldType::uint8
-                             : std::is_same_v<Type, std::int16_t>  ? FieldType::int16
-                             : std::is_same_v<Type, std::uint16_t> ? FieldType::uint16
-                             : std::is_same_v<Type, std::int32_t>  ? FieldType::int32
-                             : std::is_same_v<Type, double>        ? FieldType::real
-                                                                   : FieldType::color;
+Type Kept(double value) {
+    using Limits = std::numeric_limits<Type>;
+    if constexpr (Limits::is_integer) {
+        value = value != value ? 0 : std::clamp<double>(value, Limits::min(), Limits::max());
+    }
+    return static_cast<Type>(value);
+}
 
 template <auto member, typename Record, typename Type>
 constexpr Field Make(const char* name, Type Record::*, double low, double high,
                      std::span<const FieldWord> words) {
-    static_assert(typeOf<Type> != FieldType::color || std::is_same_v<Type, RGBColor16>);
-    return {name,
-            typeOf<Type>,
-            [](const void* record) -> const void* {
-                return &(static_cast<const Record*>(record)->*member);
-            },
-            low,
-            high,
-            words};
+    Field field{name, FieldType::color, low, high, words, nullptr, nullptr, nullptr};
+    field.address = [](const void* record) -> const void* {
+        return &(static_cast<const Record*>(record)->*member);
+    };
+    if constexpr (!std::is_same_v<Type, RGBColor16>) {
+        field.type = std::is_floating_point_v<Type> ? FieldType::real : FieldType::integer;
+        field.read = [](const void* record) -> double {
+            return static_cast<const Record*>(record)->*member;
+        };
+        field.write = [](void* record, double value) {
+            static_cast<Record*>(record)->*member = Kept<Type>(value);
+        };
+    }
+    return field;
 }
 
 template <auto member>

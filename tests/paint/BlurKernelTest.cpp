@@ -72,7 +72,7 @@ TEST_F(BlurKernelTest, AnyRadiusIsSafe) {
         int half;
         std::uint32_t centre;
     };
-    // What has no finite bell weighs nothing; what does not fit into 16 bits keeps the low ones.
+    // A radius without a finite bell weighs nothing; one beyond 16 bits keeps the low ones.
     for (const Case& c : {Case{nan, 0, 0},
                           {infinity, 0, 16777216},
                           {-infinity, 0, 16777216},

@@ -40,7 +40,7 @@ class BrushTest : public ToolTest {
             << width << " by " << height << ", size " << size;
     }
 
-    /// What one press with a brush of this size leaves of a black texture painted white.
+    /// Presses once with a white brush of this size on a black texture.
     std::vector<Pixel> Pressed(short size, short width, short height, hostapi::Point place) {
         foreground = white16;
         Canvas canvas(*this, width, height);

@@ -30,7 +30,7 @@ class CombineTest : public CoreTest {
     RandomInput input{53};
 };
 
-/// What one pixel becomes with another.
+/// Returns one pixel combined with another.
 Pixel Combined(Pixel target, Pixel other, std::int16_t amount, std::int32_t mode) {
     PaintClass pic(1, 1);
     PaintClass otherPic(1, 1);

@@ -62,7 +62,7 @@ PaintClass& Fill(PaintClass& pic, Pixel color) {
     return pic;
 }
 
-/// What drops make of a grey tile.
+/// Returns a grey tile with drops.
 std::vector<Pixel> DropsOnGrey(short width, short height, const DropsParams& params) {
     PaintClass pic(width, height);
     EXPECT_TRUE(Fill(pic, grey).Drops(params));

@@ -31,7 +31,7 @@ class Arguments {
     double Even(double limit) {
         return static_cast<double>(static_cast<std::int64_t>(generator()) >> 10) * 0x1p-53 * limit;
     }
-    /// Of any size from 2^lowest to 2^highest, all alike.
+    /// A number of any size from 2^lowest to 2^highest, all alike.
     double OfAnySize(int lowest, int highest) {
         const auto sizes = static_cast<std::uint64_t>(highest - lowest);
         const int exponent = lowest + static_cast<int>(generator() % sizes);
@@ -217,7 +217,7 @@ TEST(ExactMathTest, PowersBeyondTheDoublesAreInfinityAndZero) {
 
 #ifdef HAVE_MPFR
 
-/// What is right, from a library of arbitrary precision.
+/// The correctly rounded value, from a library of arbitrary precision.
 class Judge {
   public:
     using Function = int (*)(mpfr_t, const mpfr_t, mpfr_rnd_t);

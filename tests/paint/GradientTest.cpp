@@ -18,7 +18,8 @@ class GradientTest : public ToolTest {
         ASSERT_TRUE(fast.pic.changed);
     }
 
-    /// The red of each row of a texture that was 7 before, with black in front and 0xC800 behind.
+    /// The red of each row of a texture that was 7 before, with black as the foreground and 0xC800
+    /// as the background.
     std::vector<unsigned> RedOfRows(int fromY, int toY) {
         foreground = black16;
         background = {0xC800, 0, 0};

@@ -313,7 +313,11 @@ TEST_P(LawsTest, AToolsCloneIsUsedUp) {
 
 TEST_P(LawsTest, TheDefaultsRunAndMarkTheTexture) {
     const AnyRecord settings(row);
-    EXPECT_TRUE(IsInRange(row.fields, settings.Data()));
+    for (const Field& field : row.fields) {
+        EXPECT_TRUE(field.type == FieldType::color ||
+                    IsInRange(field, ReadNumber(field, settings.Data())))
+            << field.name;
+    }
     PaintClass pic(128, 128);
     FillWithNoise(pic);
     const std::vector<Pixel> before = ColorsOf(pic);

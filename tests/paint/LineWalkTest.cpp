@@ -48,7 +48,7 @@ TEST_F(LineWalkTest, AWalkOfNoLengthCallsBackOnce) {
 
 TEST_F(LineWalkTest, AWalkCallsBackAtBothEndsAndAboutOnceAPixel) {
     EXPECT_EQ(Walked(At(2, 3), At(5, 3)), (Walk{{2, 3}, {3, 3}, {4, 3}, {5, 3}}));
-    // Of length 1.41, and so in one step.
+    // The length is 1.41, and so it takes one step.
     EXPECT_EQ(Walked(At(0, 0), At(1, -1)), (Walk{{0, 0}, {1, -1}}));
     EXPECT_EQ(Walked(At(0, 0), At(6, 8)).size(), 11u);
     EXPECT_EQ(Walked(At(0, 0), At(6, 8)).back(), (PlainPosition{6, 8}));

@@ -145,7 +145,7 @@ TEST_F(NoiseTest, ReportsEverySixthRowOfBothPassesAndTheEnd) {
     Bar bar;
     PaintClass pic(4, 10);
     pic.Noise(50, noiseGrey);
-    // Of 20: 0, 6, 10, 16 and 20.
+    // 0, 6, 10, 16 and 20 of 20.
     EXPECT_EQ(bar.percents, (std::vector<short>{0, 30, 50, 80, 100}));
 }
 

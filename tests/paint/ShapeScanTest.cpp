@@ -23,7 +23,7 @@ struct Case {
 };
 
 /// The heights of the box of the given half size around the shape's centre, which must all be as
-/// in the plain form. Answers how many are on the shape.
+/// in the plain form. Returns how many are on the shape.
 int ExpectSameAsPlain(const Case& shape, int half) {
     ShapeScan scan(shape.kind, shape.bevel, shape.turn);
     scan.Place(shape.cx, shape.cy, shape.hs, shape.vs);

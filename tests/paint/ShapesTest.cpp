@@ -80,7 +80,7 @@ ShapesParams OneShape(std::int32_t kind, double sizeX, double sizeY) {
     return params;
 }
 
-/// What the run step, with the user's angle, makes of a black tile.
+/// Returns a black tile after the run step, which takes the user's angle.
 std::vector<Pixel> ShapesOnBlack(short width, short height, const ShapesParams& params) {
     PaintClass pic(width, height);
     pic.FillColor(black16);

@@ -14,7 +14,7 @@ namespace {
 
 class TileWindowTest : public CoreTest {
   protected:
-    /// Of either sign; one in four whole.
+    /// A number of either sign; one in four whole.
     double Place(double limit) {
         const double value = input.Number(-32768, 32767) / 32768.0 * limit;
         return input.Number(0, 3) == 0 ? static_cast<short>(value) : value;
