@@ -1,8 +1,8 @@
 #include "dialogs/JPEGDialog.h"
 
 #include <memory>
-#include <new>
 
+#include "base/TryMake.h"
 #include "hostapi/Results.h"
 #include "resources/Ids.h"
 
@@ -57,7 +57,7 @@ void JPEGDialog::Change(double quality) {
 }
 
 std::int16_t RunJPEGDialog(JPEGQualityChoice& choice) {
-    const std::unique_ptr<JPEGDialog> dialog(new (std::nothrow) JPEGDialog(choice));
+    const std::unique_ptr<JPEGDialog> dialog = TryMake<JPEGDialog>(choice);
     if (dialog == nullptr) {
         return hostapi::memFullErr;
     }

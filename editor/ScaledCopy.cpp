@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
-#include <new>
-#include <vector>
+#include <memory>
 
+#include "base/TryMake.h"
 #include "hostapi/Results.h"
 
 namespace {
@@ -16,33 +16,45 @@ constexpr std::int64_t slack = 4;
 
 /// Where each target pixel of a row comes from, as an offset in the source row; the same again for
 /// each repeat.
-std::vector<std::size_t> SourceOffsets(int sourceSize, int targetSize, int repeats,
-                                       std::size_t step) {
-    const double ratio = static_cast<double>(sourceSize) / targetSize;
-    std::vector<std::size_t> offsets;
-    offsets.reserve(static_cast<std::size_t>(targetSize) * static_cast<std::size_t>(repeats));
-    for (int i = 0; i < targetSize * repeats; ++i) {
-        offsets.push_back(static_cast<std::size_t>(i % targetSize * ratio) * step);
+class SourceOffsets {
+  public:
+    SourceOffsets(int sourceSize, int targetSize, int repeats, std::size_t step)
+        : count(static_cast<std::size_t>(targetSize) * static_cast<std::size_t>(repeats)),
+          offsets(TryMakeArray<std::size_t>(count)) {
+        const double ratio = static_cast<double>(sourceSize) / targetSize;
+        for (int i = 0; offsets && i < targetSize * repeats; ++i) {
+            offsets[static_cast<std::size_t>(i)] =
+                static_cast<std::size_t>(i % targetSize * ratio) * step;
+        }
     }
-    return offsets;
+
+    /// True if there was no memory; then there is no offset to read.
+    bool Failed() const { return !offsets; }
+    std::size_t operator[](std::size_t i) const { return offsets[i]; }
+
+    const std::size_t count;
+
+  private:
+    std::unique_ptr<std::size_t[]> offsets;
+};
+
+void ScaleRow(const unsigned char* source, const SourceOffsets& columns, unsigned char* target) {
+    for (std::size_t i = 0; i < columns.count; ++i, target += targetPixel) {
+        std::memcpy(target, source + columns[i], targetPixel);
+    }
 }
 
-void ScaleRow(const unsigned char* source, const std::vector<std::size_t>& columns,
-              unsigned char* target) {
-    for (const std::size_t column : columns) {
-        std::memcpy(target, source + column, targetPixel);
-        target += targetPixel;
+/// A source row is scaled once; its repeats are copies of the target row above. False without
+/// memory.
+bool ScaleRows(const PicClass& pic, const ScaledCopy::Size& size, unsigned char* target) {
+    const SourceOffsets columns(pic.grX, size.width, size.columns, bytesPerPixel);
+    const SourceOffsets rows(pic.grY, size.height, size.rows,
+                             static_cast<std::size_t>(pic.RowBytes()));
+    if (columns.Failed() || rows.Failed()) {
+        return false;
     }
-}
-
-/// A source row is scaled once; its repeats are copies of the target row above.
-void ScaleRows(const PicClass& pic, const ScaledCopy::Size& size, unsigned char* target) {
-    const std::vector<std::size_t> columns =
-        SourceOffsets(pic.grX, size.width, size.columns, bytesPerPixel);
-    const std::vector<std::size_t> rows =
-        SourceOffsets(pic.grY, size.height, size.rows, static_cast<std::size_t>(pic.RowBytes()));
-    const std::size_t rowBytes = columns.size() * targetPixel;
-    for (std::size_t row = 0; row < rows.size(); ++row) {
+    const std::size_t rowBytes = columns.count * targetPixel;
+    for (std::size_t row = 0; row < rows.count; ++row) {
         unsigned char* const line = target + row * rowBytes;
         if (row > 0 && rows[row] == rows[row - 1]) {
             std::memcpy(line, line - rowBytes, rowBytes);
@@ -50,6 +62,7 @@ void ScaleRows(const PicClass& pic, const ScaledCopy::Size& size, unsigned char*
             ScaleRow(pic.Base() + rows[row], columns, line);
         }
     }
+    return true;
 }
 
 hostapi::PSPixelMap MapOf(int width, int height, void* base) {
@@ -86,9 +99,7 @@ bool ScaledCopy::Make(const PicClass& pic, const Size& size) {
         Free();
         return false;
     }
-    try {
-        ScaleRows(pic, size, static_cast<unsigned char*>(map.baseAddr));
-    } catch (const std::bad_alloc&) {
+    if (!ScaleRows(pic, size, static_cast<unsigned char*>(map.baseAddr))) {
         Discard();
         return false;
     }

@@ -4,8 +4,9 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 #include <utility>
+
+#include "base/TryMake.h"
 
 namespace {
 
@@ -135,7 +136,7 @@ JPEGFileSource::JPEGFileSource(File& sourceFile) : jpeg_source_mgr{}, file(sourc
 }
 
 FileSink::FileSink(File& sinkFile)
-    : file(sinkFile), gathered(new (std::nothrow) std::uint8_t[gatherCapacity]) {}
+    : file(sinkFile), gathered(TryMakeArray<std::uint8_t>(gatherCapacity)) {}
 
 bool FileSink::Write(const void* bytes, std::int32_t count) {
     if (!gathered || count > gatherCapacity) {

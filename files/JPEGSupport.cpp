@@ -1,12 +1,12 @@
 #include "files/JPEGSupport.h"
 
 #include <memory>
-#include <new>
 #include <utility>
 
 #include "base/HostServices.h"
 #include "base/Platform.h"
 #include "base/Progress.h"
+#include "base/TryMake.h"
 #include "files/JPEGDecoder.h"
 #include "files/JPEGEncoder.h"
 #include "files/JPEGQuality.h"
@@ -148,8 +148,8 @@ std::int16_t ReadRows(JPEGDecoder& decoder, hostapi::ImageMode sourceMode, std::
     const int sourcePlanes = PlanesOfMode(sourceMode);
     std::unique_ptr<std::uint8_t[]> rowBuffer;
     if (sourcePlanes != PlanesOfMode(targetMode)) {
-        rowBuffer.reset(new (std::nothrow) std::uint8_t[static_cast<std::size_t>(width) *
-                                                        static_cast<std::size_t>(sourcePlanes)]);
+        rowBuffer = TryMakeArray<std::uint8_t>(static_cast<std::size_t>(width) *
+                                               static_cast<std::size_t>(sourcePlanes));
         if (!rowBuffer) {
             return hostapi::memFullErr;
         }

@@ -4,10 +4,10 @@
 #include <cstring>
 #include <limits>
 #include <memory>
-#include <new>
 #include <utility>
 
 #include "base/FatalError.h"
+#include "base/TryMake.h"
 #include "files/PreferenceFile.h"
 #include "resources/Ids.h"
 
@@ -112,13 +112,8 @@ void CheckHead(const PreferenceReader& read) {
     }
 }
 
-struct RecordDeleter {
-    void operator()(void* record) const { ::operator delete(record); }
-};
-using RecordPointer = std::unique_ptr<void, RecordDeleter>;
-
 RecordPointer NewRecord(const PresetFormat& format) {
-    RecordPointer record(::operator new(format.sizeInMemory, std::nothrow));
+    RecordPointer record = TryMakeRecord(format.sizeInMemory);
     if (!record) {
         throw std::int16_t{preferenceNoMemory};
     }

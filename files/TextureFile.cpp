@@ -1,8 +1,8 @@
 #include "files/TextureFile.h"
 
-#include <new>
 #include <utility>
 
+#include "base/TryMake.h"
 #include "hostapi/Results.h"
 #include "hostapi/Suites.h"
 #include "resources/Strings.h"
@@ -30,7 +30,7 @@ ImageInfo LayoutOfSides(short width, short height) {
 std::unique_ptr<unsigned char[]> PackedColors(const PaintClass& picture) {
     const auto pixels =
         static_cast<std::size_t>(picture.grX) * static_cast<std::size_t>(picture.grY);
-    std::unique_ptr<unsigned char[]> colors(new (std::nothrow) unsigned char[pixels * colorPlanes]);
+    std::unique_ptr<unsigned char[]> colors = TryMakeArray<unsigned char>(pixels * colorPlanes);
     if (!colors) {
         return nullptr;
     }

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <limits>
-#include <new>
 
+#include "base/TryMake.h"
 #include "hostapi/Results.h"
 #include "raster/Truncation.h"
 
@@ -47,7 +47,7 @@ PicClass::PicClass(short width, short height, bool withUndo) {
     }
     if (withUndo) {
         // The first undo state is the white raster.
-        undo.reset(new (std::nothrow) PicStorage(this));
+        undo = TryMake<PicStorage>(this);
         if (!undo) {
             Discard();
             return;
@@ -65,7 +65,7 @@ bool PicClass::AllocatePixels(short width, short height) {
     if (size == 0) {
         return false;
     }
-    pixelMap.reset(new (std::nothrow) hostapi::PSPixelMap);
+    pixelMap = TryMake<hostapi::PSPixelMap>();
     if (!pixelMap || storage.Allocate(size) != hostapi::noErr) {
         return false;
     }
@@ -132,7 +132,7 @@ void PicClass::AlphaFromGrey() {
 
 PicClass* PicClass::GetClone() {
     if (!clone) {
-        clone.reset(new (std::nothrow) PicClass(grX, grY, false));
+        clone = TryMake<PicClass>(grX, grY, false);
         if (clone && !clone->pixelMap) {
             clone.reset();
         }

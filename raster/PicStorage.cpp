@@ -1,10 +1,10 @@
 #include "raster/PicStorage.h"
 
 #include <cstring>
-#include <new>
 
 #include "base/FatalError.h"
 #include "base/Progress.h"
+#include "base/TryMake.h"
 #include "hostapi/Results.h"
 #include "raster/PicClass.h"
 
@@ -123,7 +123,7 @@ void PicStorage::SwapWithFile(PicClass* pic) {
     const auto rowBytes = static_cast<std::size_t>(pic->RowBytes());
     std::size_t offset = 0;
     CursorClass cursor;
-    const std::unique_ptr<unsigned char[]> row(new (std::nothrow) unsigned char[rowBytes]);
+    const std::unique_ptr<unsigned char[]> row = TryMakeArray<unsigned char>(rowBytes);
     if (row) {
         for (short y = 0; y < grY; ++y, offset += rowBytes) {
             cursor.Tick();

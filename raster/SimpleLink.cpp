@@ -1,11 +1,11 @@
 #include "raster/SimpleLink.h"
 
 #include <cstring>
-#include <new>
 #include <utility>
 
 #include "base/FatalError.h"
 #include "base/NameCompare.h"
+#include "base/TryMake.h"
 #include "resources/Strings.h"
 
 struct SimpleLink::Node {
@@ -43,7 +43,7 @@ void SimpleLink::Append(void* data, const char* name) {
     while (*link) {
         link = &(*link)->next;
     }
-    link->reset(new (std::nothrow) Node(data, name));
+    *link = TryMake<Node>(data, name);
     if (!*link) {
         ::operator delete(data);
     }

@@ -1,9 +1,8 @@
 // The plug-in's windows.
 #include "shell/RunWindows.h"
+#include "base/TryMake.h"
 
 #include <windows.h>
-
-#include <new>
 
 #include "editor/CreaterDialog.h"
 #include "editor/TextureDialog.h"
@@ -46,20 +45,20 @@ class EditorDialog final : public EditorWindow {
 };
 
 std::unique_ptr<OpeningWindow> MakeOpening(short width, short height) {
-    return std::unique_ptr<OpeningWindow>(new (std::nothrow) OpeningDialog(width, height));
+    return TryMake<OpeningDialog>(width, height);
 }
 
 std::unique_ptr<EditorWindow> OpenFile(const std::string& name, ImageFile& file) {
-    return std::unique_ptr<EditorWindow>(new (std::nothrow) EditorDialog(name, file));
+    return TryMake<EditorDialog>(name, file);
 }
 
 std::unique_ptr<EditorWindow> OpenBlank(const std::string& name, short width, short height) {
-    return std::unique_ptr<EditorWindow>(new (std::nothrow) EditorDialog(name, width, height));
+    return TryMake<EditorDialog>(name, width, height);
 }
 
 std::unique_ptr<EditorWindow> OpenTexture(const std::string& name,
                                           std::unique_ptr<PaintClass>& pic) {
-    return std::unique_ptr<EditorWindow>(new (std::nothrow) EditorDialog(name, std::move(pic)));
+    return TryMake<EditorDialog>(name, std::move(pic));
 }
 
 }  // namespace

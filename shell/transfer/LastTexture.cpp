@@ -1,7 +1,6 @@
 #include "shell/transfer/LastTexture.h"
 
 #include <cstring>
-#include <new>
 
 #include "base/FatalError.h"
 #include "base/Platform.h"

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <new>
 
 #include "base/HostServices.h"
 #include "base/Rectangles.h"
+#include "base/TryMake.h"
 #include "hostapi/Results.h"
 #include "paint/kernels/Dispatch.h"
 
@@ -228,7 +228,7 @@ class TileWriter {
     void PackTile() {
         const auto size =
             static_cast<std::size_t>(PackedRowBytes()) * static_cast<std::size_t>(tile.height);
-        packed.reset(new (std::nothrow) unsigned char[size]);
+        packed = TryMakeArray<unsigned char>(size);
         for (int y = 0; packed && y < tile.height; ++y) {
             WriteRow(tile, tile.base + y * tile.rowBytes, 0, packed.get() + y * PackedRowBytes(),
                      tile.width, colorPlanes);
