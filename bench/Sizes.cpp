@@ -13,6 +13,8 @@
 #include "bench/CoreHost.h"
 #include "bench/HeapPeak.h"
 #include "bench/Noise.h"
+#include "bench/Records.h"
+#include "paint/Catalog.h"
 #include "paint/PaintClass.h"
 #include "paint/Stroke.h"
 
@@ -23,53 +25,23 @@ struct Operation {
     std::function<void(PaintClass&)> run;
 };
 
-void BlurBy(PaintClass& pic, int amount, short mode) {
-    bool abortFlag = false;
-    pic.Blur(amount * 0.05, mode, nullptr, 0, &abortFlag);
-}
-
 void DrawAcross(PaintClass& pic) {
     pic.brushSize = 20;
     BrushStroke stroke(pic);
     stroke.Paint({0, 0}, {pic.grY, pic.grX});
 }
 
-/// Each with its most expensive record, or its default where the record makes no difference.
+/// The catalogue's with their most expensive records, then the others.
 std::vector<Operation> Operations() {
-    ShapesParams shapes;
-    shapes.kind = shapeSquare;
-    shapes.sizeX = shapes.sizeY = 1.0;
-    shapes.shiftSize = 100;
-    DropsParams drops;
-    drops.count = drops.size = 100;
-    drops.coveredBlur = coveredBlurMost;
-    DividersParams dividers;
-    dividers.lines = 100;
-    dividers.minimalGap = 1;
-    return {
-        {"Lines", [](PaintClass& p) { p.Lines({}); }},
-        {"Shapes", [=](PaintClass& p) { p.Shapes(shapes); }},
-        {"Drops", [=](PaintClass& p) { p.Drops(drops); }},
-        {"Dividers", [=](PaintClass& p) { p.Dividers(dividers); }},
-        {"Waves", [](PaintClass& p) { p.Waves({}); }},
-        {"Twirls",
-         [](PaintClass& p) {
-             p.Twirls({100, 100, 100});
-         }},
-        {"Skew", [](PaintClass& p) { p.Skew(2, false); }},
-        {"Blur", [](PaintClass& p) { BlurBy(p, 100, 1); }},
+    std::vector<Operation> operations;
+    for (const CatalogRow& row : Catalog()) {
+        operations.push_back({row.name, [&row, record = WorstRecordOf(row)](PaintClass& p) {
+                                  row.run(p, record.Data());
+                              }});
+    }
+    const std::vector<Operation> others = {
         {"Motion Blur", [](PaintClass& p) { p.MotionBlur(25, 1); }},
-        {"Sharpen", [](PaintClass& p) { p.Sharpen(); }},
-        {"Noise", [](PaintClass& p) { p.Noise(100, 0); }},
-        {"Saturation", [](PaintClass& p) { p.Saturation(60); }},
-        {"Brightness and Contrast", [](PaintClass& p) { p.BrightnessContrast(60, 60); }},
-        {"Add Color",
-         [](PaintClass& p) {
-             p.AddColor({0x2000, 0x8000, 0xF000}, 50);
-         }},
-        {"Mosaic", [](PaintClass& p) { p.Mosaic(9, 9); }},
         {"Add Bump", [](PaintClass& p) { p.AddBump(); }},
-        {"Flip", [](PaintClass& p) { p.Flip(2); }},
         {"Invert", [](PaintClass& p) { p.Invert(); }},
         {"Fill",
          [](PaintClass& p) {
@@ -83,6 +55,8 @@ std::vector<Operation> Operations() {
          }},
         {"Brush, one stroke across", DrawAcross},
     };
+    operations.insert(operations.end(), others.begin(), others.end());
+    return operations;
 }
 
 double CpuSeconds() {

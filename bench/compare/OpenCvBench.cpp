@@ -121,16 +121,16 @@ void Register(const std::string& row, Operation operation) {
 
 const bool registered = [] {
     using cv::Mat;
-    Register("Blur, default", [](const Mat& p) { return FilterWrapped(p, BlurKernel(2.0)); });
-    Register("Blur, dearest", [](const Mat& p) { return FilterWrapped(p, BlurKernel(10.0)); });
-    Register("Sharpen", [](const Mat& p) { return FilterWrapped(p, SharpenKernel()); });
-    Register("Motion Blur, default", [](const Mat& p) { return FilterWrapped(p, TrailKernel(5)); });
-    Register("Motion Blur, dearest",
+    Register("blur, default", [](const Mat& p) { return FilterWrapped(p, BlurKernel(2.0)); });
+    Register("blur, worst case", [](const Mat& p) { return FilterWrapped(p, BlurKernel(10.0)); });
+    Register("sharpen, default", [](const Mat& p) { return FilterWrapped(p, SharpenKernel()); });
+    Register("blur, motion", [](const Mat& p) { return FilterWrapped(p, TrailKernel(5)); });
+    Register("blur, motion, worst case",
              [](const Mat& p) { return FilterWrapped(p, TrailKernel(25)); });
-    Register("Waves, default", [](const Mat& p) { return Remapped(p, WaveSource); });
-    Register("Skew, columns (dearest)", [](const Mat& p) { return Remapped(p, SkewSource); });
-    Register("Saturation", Saturated);
-    Register("Brightness and Contrast", Contrasted);
+    Register("waves, default", [](const Mat& p) { return Remapped(p, WaveSource); });
+    Register("skew, worst case", [](const Mat& p) { return Remapped(p, SkewSource); });
+    Register("saturation, default", Saturated);
+    Register("brightnessContrast, default", Contrasted);
     Register("Fill, whole tile", Filled);
     return true;
 }();

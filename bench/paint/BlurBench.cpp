@@ -1,20 +1,20 @@
+// The blurs that no operation of the catalogue runs by itself.
 #include <benchmark/benchmark.h>
 
+#include <string>
+
+#include "base/Progress.h"
 #include "bench/CoreHost.h"
 #include "bench/Noise.h"
 #include "paint/PaintClass.h"
 #include "plain/PlainBlur.h"
+#include "plain/PlainLines.h"
 
 namespace {
 
 constexpr short side = 512;
-constexpr int defaultAmount = 20;
-constexpr int dearestAmount = 100;
-
-struct Setup {
-    int amount;
-    short mode;
-};
+/// The dialog's largest.
+constexpr double radius = 100 * 0.05;
 
 /// Half of the tile covered by hills in the alpha bytes, as the effects leave them, 40 pixels wide.
 void FillWithHills(PaintClass& pic) {
@@ -26,60 +26,36 @@ void FillWithHills(PaintClass& pic) {
     }
 }
 
-void FastBlur(benchmark::State& state, Setup setup) {
-    const CoreHost host;
-    PaintClass pic(side, side);
-    FillWithHills(pic);
-    bool abortFlag = false;
-    for (auto _ : state) {
-        pic.Blur(setup.amount * 0.05, setup.mode, nullptr, 0, &abortFlag);
-    }
+/// Times `run` on a tile of hills again and again.
+template <typename Run>
+void Register(const std::string& name, Run run) {
+    benchmark::RegisterBenchmark(name.c_str(), [run](benchmark::State& state) {
+        const CoreHost host;
+        PaintClass pic(side, side);
+        FillWithHills(pic);
+        for (auto _ : state) {
+            run(pic);
+        }
+    })->Unit(benchmark::kMillisecond);
 }
 
-void PlainBlurLoop(benchmark::State& state, Setup setup) {
-    const CoreHost host;
-    PaintClass pic(side, side);
-    FillWithHills(pic);
-    for (auto _ : state) {
-        PlainBlur(pic, setup.amount * 0.05, setup.mode);
-    }
-}
-
-void FastMotionBlur(benchmark::State& state, int amount) {
-    const CoreHost host;
-    PaintClass pic(side, side);
-    FillWithNoise(pic);
-    for (auto _ : state) {
-        pic.MotionBlur(static_cast<short>(amount / 4), 1);
-    }
-}
-
-void PlainMotionBlurLoop(benchmark::State& state, int amount) {
-    const CoreHost host;
-    PaintClass pic(side, side);
-    FillWithNoise(pic);
-    for (auto _ : state) {
-        PlainMotionBlur(pic, static_cast<short>(amount / 4), 1);
-    }
-}
-
-/// Registers both variants of a row of the table.
-template <typename Argument>
-void Register(const std::string& row, void (*fast)(benchmark::State&, Argument),
-              void (*plain)(benchmark::State&, Argument), Argument argument) {
-    benchmark::RegisterBenchmark((row + "/fast").c_str(), fast, argument)
-        ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark((row + "/plain").c_str(), plain, argument)
-        ->Unit(benchmark::kMillisecond);
+void RegisterBlur(const std::string& row, short mode) {
+    Register(row + "/fast", [mode](PaintClass& pic) {
+        bool abortFlag = false;
+        pic.Blur(radius, mode, nullptr, 0, &abortFlag);
+    });
+    Register(row + "/plain", [mode](PaintClass& pic) { PlainBlur(pic, radius, mode); });
 }
 
 const bool registered = [] {
-    Register("Blur, default", FastBlur, PlainBlurLoop, Setup{defaultAmount, 1});
-    Register("Blur, dearest", FastBlur, PlainBlurLoop, Setup{dearestAmount, 1});
-    Register("Blur of alpha, dearest", FastBlur, PlainBlurLoop, Setup{dearestAmount, 2});
-    Register("Blur where alpha, dearest", FastBlur, PlainBlurLoop, Setup{dearestAmount, 3});
-    Register("Motion Blur, default", FastMotionBlur, PlainMotionBlurLoop, defaultAmount);
-    Register("Motion Blur, dearest", FastMotionBlur, PlainMotionBlurLoop, dearestAmount);
+    RegisterBlur("Blur of alpha, worst case", 2);
+    RegisterBlur("Blur where alpha, worst case", 3);
+    Register("Soften/fast", [](PaintClass& pic) {
+        ShowClass progress(1);
+        bool abortFlag = false;
+        pic.Soften(0, &progress, &abortFlag);
+    });
+    Register("Soften/plain", [](PaintClass& pic) { PlainSoften(pic); });
     return true;
 }();
 

@@ -42,12 +42,6 @@ void RegisterCopy(const std::string& name, short newSide,
 }
 
 const bool registered = [] {
-    Register("Mosaic, 3 by 3/fast", [](PaintClass& pic) { pic.Mosaic(3, 3); });
-    Register("Mosaic, 3 by 3/plain", [](PaintClass& pic) { PlainMosaic(pic, 3, 3); });
-    Register("Mosaic, 9 by 9/fast", [](PaintClass& pic) { pic.Mosaic(9, 9); });
-    Register("Mosaic, 9 by 9/plain", [](PaintClass& pic) { PlainMosaic(pic, 9, 9); });
-    Register("Flip, both/fast", [](PaintClass& pic) { pic.Flip(2); });
-    Register("Flip, both/plain", [](PaintClass& pic) { PlainFlip(pic, 2); });
     Register("Move/fast", [](PaintClass& pic) { pic.ShiftBy(7, 9); });
     Register("Move/plain", [](PaintClass& pic) { PlainShiftBy(pic, 7, 9); });
     RegisterCopy("Tile, to 2048/fast", 2048, CopyTiled);
