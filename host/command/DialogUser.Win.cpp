@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "base/WindowContext.Win.h"
+
 namespace host {
 
 namespace {
@@ -34,7 +36,7 @@ HWND FindButton(DWORD thread, const DialogPress& press) {
 /// The thread's desktop, with the display set up while no other thread is about: Wine locks up when
 /// one thread loads a library that draws while another asks for windows for the first time.
 HDESK ReadyDesktop(DWORD thread) {
-    ReleaseDC(nullptr, GetDC(nullptr));
+    WindowContext::OfScreen();
     GetDesktopWindow();
     return GetThreadDesktop(thread);
 }

@@ -4,6 +4,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "base/WindowContext.Win.h"
 #include "host/window/WindowResources.h"
 
 namespace host {
@@ -114,10 +115,8 @@ std::string Utf8(std::wstring_view text) {
 }
 
 int ScaledToScreen(int pixels) {
-    HDC screen = GetDC(nullptr);
-    const int dotsPerInch = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
-    return MulDiv(pixels, dotsPerInch, 96);
+    const WindowContext screen = WindowContext::OfScreen();
+    return MulDiv(pixels, GetDeviceCaps(screen.Get(), LOGPIXELSY), 96);
 }
 
 Size ClientSize(HWND window) {

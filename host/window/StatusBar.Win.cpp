@@ -6,6 +6,7 @@
 #include <numeric>
 #include <stdexcept>
 
+#include "base/WindowContext.Win.h"
 #include "host/window/NativeWindow.Win.h"
 
 namespace host {
@@ -87,13 +88,13 @@ int StatusBar::TextWidth(const std::wstring& text) const {
     if (text.empty()) {
         return 0;
     }
-    HDC context = GetDC(bar);
+    const WindowContext owner(bar);
+    HDC context = owner.Get();
     HGDIOBJ font = reinterpret_cast<HGDIOBJ>(SendMessageW(bar, WM_GETFONT, 0, 0));
     HGDIOBJ previous = SelectObject(context, font);
     SIZE size{};
     GetTextExtentPoint32W(context, text.c_str(), static_cast<int>(text.size()), &size);
     SelectObject(context, previous);
-    ReleaseDC(bar, context);
     return size.cx + ScaledToScreen(partPadding);
 }
 
