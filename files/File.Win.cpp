@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include "base/LeadByte.Win.h"
 #include "files/FileSystem.h"
 
 namespace {
@@ -107,10 +108,6 @@ bool IsReadable(const void* block, std::int32_t count) {
 
 bool IsWritable(void* block, std::int32_t count) {
     return IsAccessible(block, count, writableProtections);
-}
-
-bool IsLeadByte(unsigned char byte) {
-    return IsDBCSLeadByte(byte) != FALSE;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "framework/alerts/Alert.Win.h"
 
 #include "base/FatalError.h"
+#include "base/LeadByte.Win.h"
 #include "base/Module.Win.h"
 #include "base/WindowPlace.Win.h"
 #include "resources/Strings.h"
@@ -18,10 +19,6 @@ struct AlertRun {
     const AlertTexts& texts;
     AlertIcon icon;
 };
-
-bool IsLeadByte(unsigned char byte) {
-    return IsDBCSLeadByte(byte) != FALSE;
-}
 
 void FillTexts(HWND alert, const AlertTexts& texts) {
     for (HWND control = GetWindow(alert, GW_CHILD); control != nullptr;

@@ -147,7 +147,7 @@ LRESULT CALLBACK Procedure(HWND control, UINT message, WPARAM wParam, LPARAM lPa
     return Guarded(LRESULT{0}, [&]() -> LRESULT {
         if (message == WM_NCCREATE) {
             SetWindowLongPtrA(control, recordOffset,
-                              reinterpret_cast<LONG_PTR>(new (std::nothrow) BitmapButton()));
+                              reinterpret_cast<LONG_PTR>(TryMake<BitmapButton>().release()));
         }
         BitmapButton* const button = ButtonOf(control);
         if (message == WM_NCDESTROY) {

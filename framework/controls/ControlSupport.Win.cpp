@@ -47,6 +47,32 @@ void Redraw(HWND control) {
     RedrawWindow(control, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
 }
 
+LRESULT TakeAsPainted(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_ERASEBKGND:
+            return TRUE;
+        case WM_ENABLE:
+        case WM_SIZE:
+            InvalidateRect(control, nullptr, FALSE);
+            return 0;
+        default:
+            return DefWindowProcA(control, message, wParam, lParam);
+    }
+}
+
+LRESULT TakeAsFocusable(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_GETDLGCODE:
+            return DLGC_WANTARROWS;
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+            InvalidateRect(control, nullptr, FALSE);
+            return 0;
+        default:
+            return TakeAsPainted(control, message, wParam, lParam);
+    }
+}
+
 void TellDialog(HWND control, UINT message, HWND source) {
     SendMessageA(GetParent(control), message, static_cast<WPARAM>(GetDlgCtrlID(control)),
                  reinterpret_cast<LPARAM>(source));

@@ -4,8 +4,8 @@
 #include <windows.h>
 
 #include <memory>
-#include <new>
 
+#include "base/TryMake.h"
 #include "framework/controls/ControlClasses.Win.h"
 #include "framework/dialog/Callback.Win.h"
 #include "framework/drawing/GdiObject.Win.h"
@@ -29,7 +29,7 @@ template <typename Record, LRESULT (*take)(HWND, Record&, UINT, WPARAM, LPARAM)>
 LRESULT CALLBACK ControlProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
     return Guarded(LRESULT{0}, [&]() -> LRESULT {
         if (message == WM_NCCREATE) {
-            SetRecord(control, std::unique_ptr<Record>(new (std::nothrow) Record()));
+            SetRecord(control, TryMake<Record>());
         }
         if (message == WM_NCDESTROY) {
             SetRecord(control, std::unique_ptr<Record>());
@@ -68,6 +68,11 @@ inline bool IsControlEnabled(HWND control) {
 
 /// The control paints itself before this returns.
 void Redraw(HWND control);
+
+/// Take the messages that a control does nothing special with: for one that paints all of itself,
+/// and for one that takes the arrow keys and shows the focus beside that.
+LRESULT TakeAsPainted(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT TakeAsFocusable(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
 
 /// Tells the dialog: `message` is WM_NOTIFY for a change or a click, messageClicked for a click
 /// that changed nothing. `source` is the window, or null.

@@ -168,18 +168,8 @@ void SetRange(HWND control, LinearSlider& slider, WPARAM redraws, LPARAM limits)
 
 LRESULT Take(HWND control, LinearSlider& slider, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_GETDLGCODE:
-            return DLGC_WANTARROWS;
-        case WM_ERASEBKGND:
-            return TRUE;
         case WM_PAINT:
             Paint(control, slider);
-            return 0;
-        case WM_ENABLE:
-        case WM_SIZE:
-        case WM_SETFOCUS:
-        case WM_KILLFOCUS:
-            InvalidateRect(control, nullptr, FALSE);
             return 0;
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
@@ -202,7 +192,7 @@ LRESULT Take(HWND control, LinearSlider& slider, UINT message, WPARAM wParam, LP
                 Press(control, slider, *key);
                 return 0;
             }
-            return DefWindowProcA(control, message, wParam, lParam);
+            return TakeAsFocusable(control, message, wParam, lParam);
         case controlGetValue:
             return slider.range.value;
         case controlSetValue:
@@ -214,7 +204,7 @@ LRESULT Take(HWND control, LinearSlider& slider, UINT message, WPARAM wParam, LP
             SetRange(control, slider, wParam, lParam);
             return 0;
         default:
-            return DefWindowProcA(control, message, wParam, lParam);
+            return TakeAsFocusable(control, message, wParam, lParam);
     }
 }
 

@@ -39,14 +39,8 @@ LRESULT Take(HWND control, PadLock& lock, UINT message, WPARAM wParam, LPARAM lP
         case WM_CREATE:
             Load(control, lock);
             return 0;
-        case WM_ERASEBKGND:
-            return TRUE;
         case WM_PAINT:
             Paint(control, lock);
-            return 0;
-        case WM_ENABLE:
-        case WM_SIZE:
-            InvalidateRect(control, nullptr, FALSE);
             return 0;
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
@@ -63,7 +57,7 @@ LRESULT Take(HWND control, PadLock& lock, UINT message, WPARAM wParam, LPARAM lP
             SetState(control, lock, lParam != 0 ? 1 : 0);
             return 0;
         default:
-            return DefWindowProcA(control, message, wParam, lParam);
+            return TakeAsPainted(control, message, wParam, lParam);
     }
 }
 

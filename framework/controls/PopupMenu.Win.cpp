@@ -264,7 +264,7 @@ LRESULT TakeList(HWND control, PopupEntries& entries, UINT message, WPARAM wPara
         case CB_SETITEMDATA:
             return Show(control, entries.SetData(position, lParam));
         default:
-            return DefWindowProcA(control, message, wParam, lParam);
+            return TakeAsFocusable(control, message, wParam, lParam);
     }
 }
 
@@ -275,18 +275,8 @@ LRESULT Take(HWND control, PopupMenu& popup, UINT message, WPARAM wParam, LPARAM
                 SetRecord(control, std::unique_ptr<PopupMenu>());
             }
             return 0;
-        case WM_GETDLGCODE:
-            return DLGC_WANTARROWS;
-        case WM_ERASEBKGND:
-            return TRUE;
         case WM_PAINT:
             Paint(control, popup);
-            return 0;
-        case WM_ENABLE:
-        case WM_SIZE:
-        case WM_SETFOCUS:
-        case WM_KILLFOCUS:
-            InvalidateRect(control, nullptr, FALSE);
             return 0;
         case WM_SETTEXT: {
             const LRESULT result = DefWindowProcA(control, message, wParam, lParam);
@@ -305,7 +295,7 @@ LRESULT Take(HWND control, PopupMenu& popup, UINT message, WPARAM wParam, LPARAM
                 Press(control, popup, *key);
                 return 0;
             }
-            return DefWindowProcA(control, message, wParam, lParam);
+            return TakeAsFocusable(control, message, wParam, lParam);
         case controlGetValue:
             return popup.selected;
         case controlSetValue:

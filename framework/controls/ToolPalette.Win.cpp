@@ -96,14 +96,8 @@ LRESULT Take(HWND control, ToolPalette& palette, UINT message, WPARAM wParam, LP
         case WM_CREATE:
             Load(control, palette);
             return 0;
-        case WM_ERASEBKGND:
-            return TRUE;
         case WM_PAINT:
             Paint(control, palette);
-            return 0;
-        case WM_ENABLE:
-        case WM_SIZE:
-            InvalidateRect(control, nullptr, FALSE);
             return 0;
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
@@ -119,7 +113,7 @@ LRESULT Take(HWND control, ToolPalette& palette, UINT message, WPARAM wParam, LP
             Select(control, palette, static_cast<int>(lParam));
             return 0;
         default:
-            return DefWindowProcA(control, message, wParam, lParam);
+            return TakeAsPainted(control, message, wParam, lParam);
     }
 }
 

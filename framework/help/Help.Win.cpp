@@ -5,6 +5,7 @@
 #include <shellapi.h>
 
 #include "base/FatalError.h"
+#include "base/LeadByte.Win.h"
 #include "base/Module.Win.h"
 #include "framework/dialog/NorvantaDialog.h"
 #include "framework/drawing/InterfaceLib.Win.h"
@@ -21,10 +22,6 @@ constexpr std::intptr_t lastFailure = 32;
 std::intptr_t OpenWithSystem(const char* address) {
     return reinterpret_cast<std::intptr_t>(
         ShellExecuteA(nullptr, "open", address, nullptr, nullptr, SW_SHOWNORMAL));
-}
-
-bool IsLeadByte(unsigned char byte) {
-    return IsDBCSLeadByte(byte) != FALSE;
 }
 
 }  // namespace
