@@ -1,9 +1,9 @@
 #!/bin/sh
 # wording.sh [FOLDER...]: comments keep to the words of docs/style.md, as far as a pattern can tell. Without
-# a name it looks at the folders in `held`; those that are not there yet are written anew one at a time.
+# a name it looks at all folders with sources.
 set -eu
-held='base bench dialogs editor fixtures files framework host hostapi paint plain raster recipe resources shell'
-[ $# -gt 0 ] || set -- $held
+[ $# -gt 0 ] || set -- base bench dialogs editor fixtures files framework host hostapi paint plain raster recipe \
+  resources shell tests
 find "$@" \( -name '*.h' -o -name '*.cpp' -o -name '*.h.in' -o -name '*.rc' \) -type f | LC_ALL=C sort |
   xargs awk '
   function complain(advice) {

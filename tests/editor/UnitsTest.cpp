@@ -41,7 +41,7 @@ TEST(Units, PixelSizesTruncate) {
 TEST(Units, AChangeOfUnitAndBackRounds) {
     const double inches = ConvertUnit(unitPixels, unitInch, 100, 72);
     EXPECT_EQ(ConvertUnit(unitInch, unitPixels, inches, 72), 100);
-    // What the field shows, one decimal, is another size.
+    // The one decimal that the field shows is another size.
     EXPECT_EQ(ConvertUnit(unitInch, unitPixels, 1.4, 72), 101);
 }
 

@@ -1,4 +1,4 @@
-// What a user meets when the system refuses: a full disk, a folder that cannot be written, a file
+// The statuses when the system refuses: a full disk, a folder that cannot be written, a file
 // in use, a file that goes away.
 #include <sys/stat.h>
 #include <unistd.h>

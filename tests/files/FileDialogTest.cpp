@@ -41,7 +41,7 @@ class FileDialogTest : public CoreTest {
     }
 
     static inline std::vector<FileDialog> asked;
-    /// What the user chooses; empty to cancel.
+    /// The path that the user chooses; empty to cancel.
     static inline std::string choice;
     File file;
 };

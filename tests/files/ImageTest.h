@@ -1,4 +1,4 @@
-// What tests of image files stand on.
+// The base of tests of image files.
 #pragma once
 
 #include <filesystem>

@@ -34,7 +34,7 @@ class JPEGQualityTest : public testing::Test {
         file.callback = Answer;
     }
     ~JPEGQualityTest() override {
-        // What is remembered outlives the dialog.
+        // The quality that is remembered outlives the dialog.
         rememberedAnswer = 0;
         Open();
     }

@@ -17,7 +17,7 @@ class PreferenceFormatTest : public CoreTest {
     PreferenceFormatTest() { dialogPlaces = {}; }
     ~PreferenceFormatTest() override { dialogPlaces = {}; }
 
-    /// Answers how many bytes were taken; the rest of `bytes` means nothing.
+    /// Returns how many bytes were taken; the rest of `bytes` means nothing.
     static std::size_t Read(const std::string& bytes, Preferences& preferences) {
         std::size_t at = 0;
         ReadPreferences(
@@ -146,7 +146,7 @@ TEST_F(PreferenceFormatTest, TheListsStandInTheirOrder) {
     const char* const names[] = {"Lines", "Drops", "Dividers", "Waves", "Twirls", "Skew", "Shapes"};
     std::string expected = DefaultHead();
     for (std::size_t i = 0; i < presetEffectCount; ++i) {
-        // Of any size that the list's record may have in memory.
+        // The size is any that the list's record may have in memory.
         void* const data = ::operator new(sizeof(ShapesParams));
         std::memset(data, 'a' + static_cast<int>(i), sizeof(ShapesParams));
         preferences.presets[i].Append(data, names[i]);

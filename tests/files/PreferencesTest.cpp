@@ -209,7 +209,7 @@ TEST_F(PreferencesTest, ANameIsTakenWhateverItsCase) {
     EXPECT_TRUE(preferences.presets[presetWaves].IsUnique("Gentle")) << "each effect has its own";
 }
 
-// What the system refuses.
+// Refusals of the system.
 
 TEST_F(PreferencesTest, AWriteErrorIsReportedAndTheFileIsDeleted) {
     AddSkew(preferences, "kept");

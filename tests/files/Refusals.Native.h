@@ -1,4 +1,4 @@
-// What makes the system refuse: a full disk, a folder that cannot be written, a file in use.
+// Refusals of the system: a full disk, a folder that cannot be written, a file in use.
 #pragma once
 
 #include <fcntl.h>

@@ -1,54 +1,15 @@
-// What becomes of a texture and its file when the system refuses. The editor says a failed load
-// with alert 16106 and a failed save with 16107; no status and no fault reaches the user beside
-// that.
-#include "files/FileDialog.h"
-#include "files/TextureFile.h"
+// A texture and its file when the system refuses.
 #include "shell/transfer/LastTexture.h"
-#include "tests/files/ImageTest.h"
 #include "tests/files/Refusals.Native.h"
-#include "tests/support/Pictures.h"
+#include "tests/files/TextureFaults.h"
 
 namespace {
 
-std::string chosenPath;
-
-struct QuietEditor final : TextureFileOwner {
-    void* Window() const override { return nullptr; }
-    void SuspendDialogs() override {}
-    void ResumeDialogs() override {}
-};
-
-class TextureFaultsTest : public ImageTest {
+/// Names are those in the test's folder.
+class TextureFaultsTest : public RefusedTextureTest {
   protected:
-    TextureFaultsTest() {
-        platformServices.runFileDialog = [](FileDialog& dialog) {
-            dialog.path[chosenPath.copy(dialog.path, filePathCapacity - 1)] = '\0';
-            return true;
-        };
-        editor.textureName = "before.jpg";
-        FillWithNoise(*picture);
-        pixels = PixelsOf(*picture);
-    }
-
-    bool Save(const std::string& name) {
-        chosenPath = NameOf(name);
-        return SaveTexture(picture.get(), editor);
-    }
-    bool Load(const std::string& name) {
-        file.SetPath(NameOf(name));
-        return LoadTexture(picture, editor, file);
-    }
-    void ExpectTextureAsBefore() {
-        EXPECT_EQ(PixelsOf(*picture), pixels);
-        EXPECT_EQ(editor.textureName, "before.jpg");
-        EXPECT_TRUE(Log().faults.empty());
-        EXPECT_TRUE(Log().alerts.empty());
-        EXPECT_EQ(file.handle, nullptr);
-    }
-
-    QuietEditor editor;
-    std::unique_ptr<PaintClass> picture = std::make_unique<PaintClass>(short{20}, short{10});
-    std::vector<Pixel> pixels;
+    bool Save(const std::string& name) { return SaveAs(NameOf(name)); }
+    bool Load(const std::string& name) { return LoadFrom(NameOf(name)); }
 };
 
 TEST_F(TextureFaultsTest, AFullDiskIsAFailedSave) {

@@ -13,7 +13,7 @@ namespace {
 
 /// The file dialog that comes next.
 struct {
-    /// What the user chooses; without it the user leaves.
+    /// The path that the user chooses; without it the user leaves.
     std::string choice;
     std::string folder;
     std::string proposal;

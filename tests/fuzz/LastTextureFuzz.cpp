@@ -15,7 +15,7 @@ namespace {
 /// Little, so that runs are quick: textures of more than some 180 by 180 meet a shortage.
 constexpr std::int32_t hostMemory = 1 << 18;
 
-/// What is written again is what was read.
+/// Writing again gives the bytes that were read.
 void CheckWritten(const PaintClass& pic, const std::uint8_t* data, std::size_t size) {
     char* written = nullptr;
     std::size_t writtenSize = 0;

@@ -1,4 +1,4 @@
-// What a fuzz target insists on.
+// The conditions of a fuzz target.
 #pragma once
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// What all dialogs with an Apply button share, shown by Lines and Blur.
+// The behaviour that all dialogs with an Apply button share, shown by Lines and Blur.
 #include "dialogs/LinesDialog.h"
 #include "paint/EffectRun.h"
 #include "tests/gui/DialogRun.Win.h"

@@ -12,7 +12,7 @@ using EditorUser = std::function<void(const GuiDriver& gui, const DrivenDialog& 
 
 class DialogRunTest : public PluginRunTest {
   public:
-    /// Of the texture.
+    /// The texture's size.
     static constexpr short width = 150;
     static constexpr short height = 100;
 
@@ -40,7 +40,7 @@ class DialogRunTest : public PluginRunTest {
                           const std::vector<ItemPlace>& places,
                           const std::function<void()>& beforeLast = {});
 
-    /// What the settings file holds when a run begins.
+    /// The contents of the settings file when a run begins.
     Preferences stored;
 
   private:

@@ -1,4 +1,4 @@
-// What a user does in dialogs beyond single clicks.
+// A user's work in dialogs beyond single clicks.
 #pragma once
 
 #include <functional>
@@ -40,7 +40,7 @@ ItemPlace PlaceOnSlider(const DrivenDialog& dialog, int item, SliderLimits limit
 void DragSlider(const DrivenDialog& dialog, int item, SliderLimits limits,
                 const std::vector<int>& values, const std::function<void(int value)>& seen = {});
 
-/// Answers an alert over `under` with one of its buttons.
+/// Closes an alert over `under` by one of its buttons.
 /// @return the alert's text
 std::string AnswerAlert(const GuiDriver& gui, const DrivenDialog& under, int item = 1);
 /// Presses a button that closes the dialog, and waits until it has.

@@ -138,7 +138,7 @@ TEST_F(EditDialogTest, TheUnitGoesToTheReadouts) {
     ExpectApplied(*Noise());
 }
 
-/// What is typed in inches is rounded to pixels: there and back need not meet.
+/// Inches that are typed are rounded to pixels: there and back need not meet.
 TEST_F(EditDialogTest, AMeasureInInchesBecomesPixels) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog dialog = OpenEdit(gui, editor);

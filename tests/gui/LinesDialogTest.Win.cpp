@@ -139,7 +139,7 @@ TEST_F(LinesDialogTest, TheAngleByTheMouse) {
     });
 }
 
-/// What the dial shows.
+/// The angle that the dial shows.
 std::vector<std::uint8_t> DialOf(const DrivenDialog& lines) {
     const RECT dial = lines.Bounds(Items::globe);
     const host::Picture whole = lines.Grab();
@@ -253,7 +253,7 @@ TEST_F(LinesDialogTest, TheKeyboardGoesThroughAllControls) {
         const DrivenDialog lines = OpenLines(gui, editor);
         WaitUntil("nothing to delete", [&] { return !lines.IsEnabled(ApplyItems::remove); });
         TabTo(gui, lines, okItem);
-        // Of radio buttons Tab comes to the chosen ones.
+        // Tab comes to the checked ones of the radio buttons.
         EXPECT_EQ(TabOrder(gui, lines),
                   (std::vector<int>{okItem, cancelItem, ApplyItems::apply, ApplyItems::presets,
                                     ApplyItems::save, Items::precision, Items::wax, Items::random,

@@ -67,7 +67,7 @@ class ManyRunsTest : public PluginRunTest {
             CloseWith(editor, TextureItems::apply);
         });
     }
-    /// What a series made of the figures at its beginning.
+    /// The change that a series made to the figures at its beginning.
     Figures RunSeries(int runs) {
         for (int i = 0; i < runs && !HasFailure(); ++i) {
             RunLines();

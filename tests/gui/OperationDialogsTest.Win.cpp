@@ -1,4 +1,4 @@
-// What the dialogs of all operations have in common, over the catalogue: a record that was stored
+// The dialogs of all operations, over the catalogue: a record that was stored
 // goes through the controls and comes out the same, and makes the pixels that the operation makes
 // of it alone.
 #include <random>
@@ -37,7 +37,7 @@ class OperationDialogsTest : public DialogRunTest {
         for (std::int16_t* const form : {&stored.waves.formX, &stored.waves.formY}) {
             *form = *form == waveRandom ? std::int16_t{waveSine} : *form;
         }
-        // What the dialogs do not offer.
+        // Values that the dialogs do not offer.
         stored.waves.interpolate = 1;
         stored.lines.colorMode =
             stored.lines.colorMode == linesAverage ? linesAverage : linesRandom;

@@ -21,7 +21,7 @@
 
 namespace {
 
-// What the program came with, before tests put in stand-ins.
+// The program's own services, before tests put in stand-ins.
 const RunWindows pluginWindows = runWindows;
 const PlatformServices pluginPlatform = platformServices;
 
@@ -195,7 +195,7 @@ void PluginRunTest::Stroke(const DrivenDialog& editor, const std::vector<ItemPla
     int drawnBefore = displays;
     editor.Drag(TextureItems::drawingArea, places, [&] {
         WaitUntil("the stroke to be drawn", [&] { return displays > drawnBefore; });
-        // A stroke answers messages between its looks at the mouse: all of the view is drawn then.
+        // A stroke takes messages between its looks at the mouse: all of the view is drawn then.
         editor.Settle();
         drawnBefore = displays;
     });

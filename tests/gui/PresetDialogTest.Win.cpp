@@ -26,7 +26,7 @@ class PresetDialogTest : public DialogRunTest {
         TypeInto(gui, dialog, PresetItems::name, name);
         CloseWith(dialog, okItem);
     }
-    /// What the file holds after the run.
+    /// The contents of the file after the run.
     static std::vector<std::string> StoredNames() {
         Preferences after;
         EXPECT_TRUE(LoadPreferences(after));

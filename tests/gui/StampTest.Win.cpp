@@ -18,7 +18,7 @@ hostapi::Point TexturePoint(ItemPlace inTile) {
             static_cast<short>(DialogRunTest::width + inTile.x)};
 }
 
-/// What a stroke makes of a texture. The offset is that of the source from the first place that the
+/// Paints a stroke as the editor does. The offset is that of the source from the first place that the
 /// mouse moves to, not from where it was pressed.
 void PaintStamp(PaintClass& texture, const Path& path) {
     StampStroke stroke(texture);

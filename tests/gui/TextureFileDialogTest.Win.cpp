@@ -113,7 +113,7 @@ TEST_F(TextureFileDialogTest, WhatWasSavedIsThereAgain) {
         Save(gui, editor, "tile");
         ExpectName(editor, "tile.JPG");
         editor.Press(Texture::invert);
-        // Loading takes no message, so what comes after it is behind it.
+        // Loading takes no message, so the next one comes after it.
         Open(gui, editor, "tile.JPG");
         editor.Settle();
     });

@@ -31,7 +31,7 @@ class ToolsTest : public PluginRunTest {
         return pic;
     }
 
-    /// What a stroke of the class makes of a blank texture, compared with what was applied.
+    /// Compares a stroke of the class on a blank texture with what was applied.
     template <typename StrokeClass>
     void ExpectStroke(hostapi::Point from, hostapi::Point to) const {
         const std::unique_ptr<PaintClass> expected = Blank();

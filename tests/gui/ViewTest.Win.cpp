@@ -28,7 +28,7 @@ TEST_F(ViewTest, ZoomWalksItsLadderAndStopsAtTheEnds) {
             const auto tiles = [zoom](int side) { return 3 * static_cast<int>(side * zoom); };
             EXPECT_EQ(shown.Across(), std::min(tiles(width), viewAcross)) << zoom;
             EXPECT_EQ(shown.Down(), std::min(tiles(height), viewDown)) << zoom;
-            // What does not fit can be scrolled, and stands in the middle.
+            // A texture that does not fit can be scrolled, and stands in the middle.
             const auto middle = [zoom](int side, int view) {
                 return std::max(static_cast<int>(side * zoom * 3) - view, 0) / 2;
             };
@@ -57,7 +57,7 @@ TEST_F(ViewTest, ZoomWalksItsLadderAndStopsAtTheEnds) {
     });
 }
 
-/// What an item of the editor shows, pixel by pixel.
+/// An item of the editor as it is shown, pixel by pixel.
 std::vector<Pixel> Shown(const DrivenDialog& editor, int item) {
     const RECT bounds = editor.Bounds(item);
     const host::Picture picture = editor.Grab();

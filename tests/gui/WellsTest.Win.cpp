@@ -18,7 +18,7 @@ class WellsTest : public PluginRunTest {
         return {bounds.right - bounds.left - 15, bounds.bottom - bounds.top - 12};
     }
 
-    /// What the screen shows at a place in the wells.
+    /// The screen's colour at a place in the wells.
     static std::array<int, 3> Shown(const DrivenDialog& editor, ItemPlace place) {
         const RECT bounds = editor.Bounds(Items::colorWells);
         const host::Picture picture = editor.Grab();

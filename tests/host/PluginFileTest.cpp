@@ -177,7 +177,7 @@ TEST(PluginFileTest, RefusesWhatIsWrong) {
 TEST(PluginFileTest, ATruncatedResourceIsRefusedAtEveryLength) {
     const Bytes whole = Resource(Whole());
     for (std::size_t length = 0; length < whole.size(); ++length) {
-        // A copy of exactly this length, so that a sanitizer sees each byte read behind it.
+        // A copy of exactly this length, so that a sanitizer sees each byte read after it.
         const Bytes part(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
         EXPECT_EQ(ErrorOf(part), "the PIPL resource ends too early") << length;
     }

@@ -1,5 +1,5 @@
 // Small filters that behave well, or badly in one way each, to try the host on. The same code runs
-// inside the tests and, in testfilters.8bf, behind PIPL resources.
+// inside the tests and, in testfilters.8bf, through PIPL resources.
 #pragma once
 
 #include <cstdint>
@@ -18,10 +18,10 @@ DECLARE_TEST_FILTER(Invert);              ///< Inverts row by row through advanc
 DECLARE_TEST_FILTER(InvertByContinuing);  ///< The same, one row a continue selector.
 DECLARE_TEST_FILTER(
     Count);  ///< Keeps a handle in `parameters`; adds the run's number to each byte.
-DECLARE_TEST_FILTER(Refuse);             ///< Writes, then answers -30100 from start.
-DECLARE_TEST_FILTER(ReportControlWord);  ///< Answers the x87 control word.
-DECLARE_TEST_FILTER(ReportStack);        ///< Answers the stack pointer's remainder by 16, plus 100.
-DECLARE_TEST_FILTER(ReportAbout);        ///< About answers 7 if it got a window's record.
+DECLARE_TEST_FILTER(Refuse);             ///< Writes, then returns -30100 from start.
+DECLARE_TEST_FILTER(ReportControlWord);  ///< Returns the x87 control word.
+DECLARE_TEST_FILTER(ReportStack);        ///< Returns the stack pointer's remainder by 16, plus 100.
+DECLARE_TEST_FILTER(ReportAbout);        ///< About returns 7 if it got a window's record.
 
 // Each caught at something.
 DECLARE_TEST_FILTER(WriteBehindRow);

@@ -1,5 +1,5 @@
-// What the raster and the lists do when the general allocator has no memory. Wherever they can do
-// without, they ask it by the form of `new` that answers null.
+// The raster and the lists when the general allocator has no memory. Wherever they can do
+// without, they ask it by the form of `new` that returns null.
 #include <cstring>
 #include <new>
 
@@ -107,7 +107,7 @@ TEST_F(GeneralAllocatorTest, APresetWithoutMemoryEndsTheLoading) {
         std::memcpy(buffer, bytes.data() + at, static_cast<std::size_t>(count));
         at += static_cast<std::size_t>(count);
     };
-    failRequest = 3;  // the record of the second, behind record and node of the first
+    failRequest = 3;  // the record of the second, after record and node of the first
     EXPECT_EQ(FaultOf([&] { ReadPreferences(read, preferences); }), -108);
     char name[nameCapacity];
     EXPECT_TRUE(preferences.presets[presetSkew].NameAt(1, name));

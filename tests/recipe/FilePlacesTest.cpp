@@ -20,7 +20,7 @@ class FilePlacesTest : public testing::Test {
     const FilePlaces places{"recipes", "made/out"};
 };
 
-/// What FindInput throws; empty if it finds the file.
+/// The message that FindInput throws; empty if it finds the file.
 std::string Complaint(const FilePlaces& places, const std::string& name) {
     try {
         places.FindInput(name);

@@ -32,7 +32,7 @@ int CountDifferentPixels(const host::Picture& a, const host::Picture& b) {
     return count;
 }
 
-/// What a recipe made now is put beside the gallery's picture, for a person to judge.
+/// Puts a recipe's new picture beside the gallery's, for a person to judge.
 void ExpectPicture(const fs::path& made, const fs::path& golden) {
     ASSERT_TRUE(fs::exists(made)) << made;
     fs::path kept = golden;

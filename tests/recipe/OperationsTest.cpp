@@ -55,7 +55,7 @@ Pixel ColorAt(const host::Picture& picture, int x, int y) {
     return Color(pixel[0], pixel[1], pixel[2]);
 }
 
-/// The file of the last-texture format with this size and these bytes behind it.
+/// The file of the last-texture format with this size and then these bytes.
 std::string TmpFile(int width, int height, const std::string& pixels) {
     const auto low = [](int value) { return static_cast<char>(value & 0xFF); };
     const auto high = [](int value) { return static_cast<char>(value >> 8 & 0xFF); };
@@ -70,7 +70,7 @@ std::string NumberedBytes(std::size_t count) {
     return bytes;
 }
 
-/// What Lines makes of the record at the clock that is set.
+/// Returns the result of Lines with the record at the clock that is set.
 std::vector<Pixel> ExpectedLines(short width, short height, const LinesParams& params) {
     PaintClass expected(width, height);
     RunLines(expected, params);
@@ -429,7 +429,7 @@ const char* const allocatingRecipe =
     "new width=40 height=40\nclock seconds=1\nlines\nundo\nopen file=in.tmp\nlines\n"
     "save file=out.tmp";
 
-/// Fails one allocation of the recipe, counted from 1; 0 none. Answers how many it asked for.
+/// Fails one allocation of the recipe, counted from 1; 0 none. Returns how many it asked for.
 int RunWithFailure(int nth, std::string& failure) {
     Session session(FilePlaces("", ""));
     session.Core().Memory().FailAllocation(nth);

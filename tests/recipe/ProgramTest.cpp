@@ -171,7 +171,7 @@ TEST_F(ProgramTest, RunsSeveralRecipesAsEachAlone) {
 }
 
 TEST_F(ProgramTest, HandsAllSettingsOnToSeveralRecipes) {
-    // What is hard to hand over by a command line: quotes, backslashes, blanks, an equals sign.
+    // Characters that are hard to hand over: quotes, backslashes, blanks, an equals sign.
     const std::string text = "a \"b\\\" c\\\\ d=e\\";
     WriteFile("-dashed.recipe", "new width=${size}\nopen file=\"${text}x.png\"");
     EXPECT_EQ(Run({"--set", "size=4", "--set", "text=" + text, "--out-dir=o ut", "--jobs=2", "--",

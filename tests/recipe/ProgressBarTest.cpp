@@ -8,7 +8,7 @@ using recipe::ProgressBar;
 
 namespace {
 
-/// What `draw` makes of a bar, its end included.
+/// The bar after `draw`, its end included.
 template <class Draw>
 std::string Drawn(bool visible, Draw draw) {
     testing::internal::CaptureStderr();

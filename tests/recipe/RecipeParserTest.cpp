@@ -43,7 +43,7 @@ std::string Error(const std::string& text, const Replacements& replacements = {}
     }
 }
 
-/// The value of `text` in a line with this behind "text=".
+/// The value of `text` in a line with this after "text=".
 std::string TextOf(const std::string& value, const Replacements& replacements = {}) {
     return Parse("begin\npaint text=" + value, replacements)[1].arguments.Get<std::string>("text");
 }

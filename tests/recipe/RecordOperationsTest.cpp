@@ -25,7 +25,7 @@ class RecordOperationsTest : public testing::Test {
     std::string FailureOf(const std::string& text) { return Failure(session, text); }
     PaintClass& Texture() { return session.Texture(); }
 
-    /// What the line makes of a texture of noise is what the run step makes of the same one, and
+    /// The line makes of a texture of noise what the run step makes of the same one, and
     /// one undo leads back.
     template <typename Effect>
     void ExpectSame(const std::string& line, Effect effect) {

@@ -14,7 +14,7 @@ using namespace recipe;
 
 namespace {
 
-/// What the operations of these tests do.
+/// The work of these tests' operations.
 std::function<void(Session&)> step;
 
 void RunStep(Session& session, const Arguments&) {
@@ -28,7 +28,7 @@ const OperationDefinition beginning = {
 const OperationDefinition changing = {"change", TextureUse::changes, {}, RunStep};
 const OperationDefinition keeping = {"keep", TextureUse::keeps, {}, RunStep};
 
-/// Runs one operation behind a beginning one; "LINE: message" if it fails.
+/// Runs one operation after a beginning one; "LINE: message" if it fails.
 std::string FailureOf(const std::function<void(Session&)>& run) {
     step = run;
     Session session(FilePlaces("", ""));

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Of this process, so that test programs can run side by side.
+/// A name of this process's own, so that test programs can run side by side.
 fs::path NewName() {
     static int count = 0;
     return fs::temp_directory_path() /

@@ -15,7 +15,7 @@ class TemporaryFolder {
     ~TemporaryFolder();
 
     const std::filesystem::path& Path() const { return path; }
-    /// Of all that is in it, in alphabetical order.
+    /// All names in it, in alphabetical order.
     std::vector<std::string> FileNames() const;
 
   private:

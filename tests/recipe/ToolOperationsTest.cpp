@@ -32,13 +32,13 @@ class ToolOperationsTest : public testing::Test {
         EXPECT_EQ(session.Core().Memory().FoundFaults().Lines(), std::vector<std::string>{});
     }
 
-    /// The texture behind `start` and one more line.
+    /// The texture after `start` and one more line.
     std::vector<Pixel> After(const std::string& line) {
         RunText(session, start + line);
         return ColorsOf(session.Texture());
     }
 
-    /// What the core makes of that texture.
+    /// That texture after the core's own operation.
     template <class Operation>
     std::vector<Pixel> Expected(Operation operation) {
         RunText(session, start);

@@ -9,7 +9,7 @@ using namespace recipe;
 
 namespace {
 
-/// What the text is refused with; empty if it is taken.
+/// The message that refuses the text; empty if it is taken.
 std::string Refusal(const KeyType& type, std::string_view text) {
     try {
         ParseValue(type, text);

@@ -35,7 +35,7 @@ constexpr int popupBoxMargin = 4;
 
 constexpr int editor = 16001;
 
-/// What other items stand in, and what of it: nothing else may.
+/// An item that others stand in, and the part of it that they may use.
 struct Container {
     int dialog;
     int item;
@@ -141,7 +141,7 @@ bool IsText(const Control& control) {
 
 // --- Room for texts ---
 
-/// What it takes to show `text`, in the control's own way; 0 where any size will do.
+/// The size that `text` takes, in the control's own way; 0 where any size will do.
 SIZE NeededSize(const OpenedDialog& dialog, const Control& control, const std::wstring& text) {
     SIZE size = dialog.Measure(text);
     if (control.className == L"Static" && !IsText(control)) {

@@ -106,7 +106,7 @@ TEST(ResourcePictures, PicturesToClickOnAreAsLargeAsTheirItems) {
         const Control control = Opened(place.dialog).Item(place.item);
         ExpectSize(place.picture, control.bounds.right - control.bounds.left,
                    control.bounds.bottom - control.bounds.top);
-        // What the control loaded is that picture.
+        // The control has loaded that picture.
         const auto loaded =
             reinterpret_cast<HBITMAP>(SendMessageA(control.window, STM_GETIMAGE, IMAGE_BITMAP, 0));
         BITMAP data{};

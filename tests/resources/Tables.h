@@ -1,9 +1,9 @@
-// What the program's text and code rely on in the resources, written down once more.
+// The parts of the resources that text and code rely on, written down once more.
 #pragma once
 
 #include <vector>
 
-/// What a control is, by class and style.
+/// Kinds of controls, by class and style.
 enum class Kind {
     button,
     checkBox,
@@ -24,7 +24,7 @@ enum class Kind {
     pictureButton,
 };
 
-/// An item of a dialog. The text is without mnemonics and the tabs behind a popup's label.
+/// An item of a dialog. The text is without mnemonics and the tabs after a popup's label.
 struct ExpectedItem {
     int dialog;
     int item;

@@ -291,7 +291,7 @@ TEST(ResourceTexts, KeysOfOtherDialogsAreTheEditCommands) {
     }
 }
 
-/// Lower-case letters behind the marks; 0 for a text without one.
+/// Lower-case letters after the marks; 0 for a text without one.
 wchar_t Mnemonic(const std::wstring& text) {
     for (std::size_t i = 0; i + 1 < text.size(); ++i) {
         if (text[i] == L'&') {

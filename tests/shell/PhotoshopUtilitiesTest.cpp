@@ -11,7 +11,7 @@ namespace {
 
 class PhotoshopUtilitiesTest : public CoreTest {};
 
-// What the host's procedures below were called with, and what they answer.
+// The arguments of the host's procedures below, and their results.
 struct HostCalls {
     hostapi::Boolean8 abortAnswer = 0;
     std::int16_t advanceAnswer = 0;

@@ -103,7 +103,7 @@ TEST_F(SelectorsTest, AHostThatTakesNoBlocksBackEndsNothing) {
     ExpectEmptyRectangles();
     EXPECT_EQ(errorCell, 17500);
     EXPECT_FALSE(Log().faults.empty());
-    // What could not be given back is this test's to free.
+    // A block that could not be given back is this test's to free.
     EXPECT_GT(memory.LiveBuffers(), 0u);
     memory.CheckAtEnd(keptHandle);
     memory.FoundFaults().Clear();

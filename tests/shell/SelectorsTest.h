@@ -71,6 +71,6 @@ class SelectorsTest : public CoreTest {
 
     ScratchFolder folder;
     RowHost rowHost{NoiseImage({0, 0, 30, 40}, 3)};
-    // What the record points to, also after a test has taken it away from the record.
+    // The record's handle, also after a test has taken it away from the record.
     hostapi::Handle keptHandle = nullptr;
 };

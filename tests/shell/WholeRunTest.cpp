@@ -250,10 +250,10 @@ TEST_F(WholeRunTest, AFailureAtAnyRowIsTheResult) {
     }
 }
 
-// What a run comes to when the host lacks a service.
+// The end of a run when the host lacks a service.
 struct Lack {
     host::Service service;
-    /// Of the run.
+    /// The result of the run.
     std::int16_t result;
     /// Faults shown to the user.
     std::size_t faults;

@@ -19,6 +19,6 @@ struct AnyRun {
 };
 
 /// Size, texture, operation and settings follow from the seed alone; in some runs an allocation
-/// fails. `memory` is the host's, behind filterRecord. Throws what the operation throws, other than
-/// a failed assertion.
+/// fails. `memory` is the host's, which filterRecord leads to. Throws what the operation throws,
+/// other than a failed assertion.
 AnyRun RunAnyOperation(unsigned seed, host::MemorySuites& memory);

@@ -1,4 +1,4 @@
-// What tests of the core stand on: a host's memory behind filterRecord, a platform of their own,
+// The base of tests of the core: a host's memory at filterRecord, a platform of their own,
 // and a record of the faults that were reported.
 #pragma once
 
@@ -38,7 +38,7 @@ struct ShownAlert {
     std::array<std::string, 4> texts;
 };
 
-/// What the platform of the running CoreTest was asked to do.
+/// The requests to the platform of the running CoreTest.
 struct PlatformLog {
     std::vector<ReportedFault> faults;
     std::vector<ShownAlert> alerts;
@@ -56,7 +56,7 @@ struct PlatformLog {
 /// The log of the running CoreTest.
 PlatformLog& Log();
 
-/// A test with a strict host behind filterRecord. At its end the host finds no misuse of its
+/// A test with a strict host at filterRecord. At its end the host finds no misuse of its
 /// memory and no block left, unless the test expects faults of its own.
 class CoreTest : public testing::Test {
   protected:
@@ -71,7 +71,7 @@ class CoreTest : public testing::Test {
     StandInWindows windows;
 };
 
-/// Runs `operation`, which must fail an assertion; answers its text.
+/// Runs `operation`, which must fail an assertion. Returns its text.
 template <typename Operation>
 std::string AssertionOf(Operation operation) {
     const std::size_t before = Log().faults.size();
@@ -87,7 +87,7 @@ std::string AssertionOf(Operation operation) {
     return "(no assertion failed)";
 }
 
-/// Runs `operation`, which must throw an id; answers it, or 0 if it throws none.
+/// Runs `operation`, which must throw an id. Returns it, or 0 if it throws none.
 template <typename Operation>
 int FaultOf(Operation operation) {
     try {

@@ -87,7 +87,7 @@ inline std::string EmptyLists() {
     return lists;
 }
 
-/// What the first close of the editor leaves.
+/// The bytes that the first close of the editor leaves.
 inline std::string FirstPreferenceFile() {
     return DefaultHead() + EmptyLists() + std::string(placesSize, '\0');
 }

@@ -29,7 +29,7 @@ HostImage NoiseImage(const hostapi::Rect& bounds, int planes, unsigned seed = 1)
 
 enum class Shrinking { none, openly, silently };
 
-/// What the host was asked for in one call of advanceState.
+/// The request of one call of advanceState.
 struct AdvanceRequest {
     hostapi::Rect in;
     hostapi::Rect out;
@@ -40,7 +40,7 @@ struct AdvanceRequest {
     std::int16_t outHiPlane;
 };
 
-/// Delivers every rectangle in a block of its own that ends behind its last pixel, so that a memory
+/// Delivers every rectangle in a block of its own that ends after its last pixel, so that a memory
 /// checker sees each byte too many, and stores what was written at the next call or in Finish().
 /// Attach() makes it the one object that serves; it must outlive the use of the record.
 class RowHost {
@@ -61,11 +61,11 @@ class RowHost {
     std::vector<std::uint8_t> mask;
 
     Shrinking shrinking = Shrinking::none;
-    /// advanceState answers the code instead of delivering, by its call from 0 on.
+    /// advanceState returns the code instead of delivering, by its call from 0 on.
     std::map<int, std::int16_t> failAdvance;
-    /// abortProc answers true at its call number, from 0 on; -1 never.
+    /// abortProc returns true at its call number, from 0 on; -1 never.
     int abortAt = -1;
-    /// From this call of advanceState on the pointers are null, though it answers 0; -1 never.
+    /// From this call of advanceState on the pointers are null, though it returns 0; -1 never.
     int withoutInDataFrom = -1;
     int withoutOutDataFrom = -1;
     int withoutMaskDataFrom = -1;

@@ -9,13 +9,13 @@
 #include "resources/Ids.h"
 #include "shell/RunWindows.h"
 
-/// What the windows answer, and what they were told.
+/// The results of the windows, and what they were told.
 struct WindowScript {
     bool launchFlag = false;
     int openingEnds = runApplied;
     short contents = SizeItems::blank;
     std::string name = "Untitled 1";
-    /// What the user typed; the size that the window came with if not set.
+    /// The size that the user typed; the one that the window came with if not set.
     std::optional<std::pair<short, short>> size;
     ImageFile* file = nullptr;
     bool showNewNextTime = false;
@@ -26,7 +26,7 @@ struct WindowScript {
     bool withoutOpening = false;
     bool withoutEditor = false;
 
-    // What happened.
+    // The events.
     std::vector<std::string> events;
     /// The size that the opening window came with.
     std::pair<short, short> offered{};

@@ -1,4 +1,4 @@
-// What the tests of the paint tools share.
+// The base of the tests of the paint tools.
 #pragma once
 
 #include <vector>

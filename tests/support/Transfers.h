@@ -1,4 +1,4 @@
-// What tests of the transfer compare.
+// Helpers of the tests of the transfer.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
-// Behind <cstdio>, whose types it uses.
+// After <cstdio>, whose types it uses.
 #include <jpeglib.h>
 
 namespace {
@@ -40,7 +40,7 @@ int JPEGBlocksLive() {
     return live;
 }
 
-// What the library calls, by its names; its headers for programs don't declare them.
+// The library's link to memory, by its names; its headers for programs don't declare them.
 extern "C" {
 
 void* jpeg_get_small(j_common_ptr info, std::size_t size);

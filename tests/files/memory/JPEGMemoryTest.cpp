@@ -49,7 +49,7 @@ class JPEGMemoryTest : public ImageTest {
         return loaded;
     }
 
-    /// A picture of noise into the sink, with the blocks from the nth on failing. Answers the id
+    /// A picture of noise into the sink, with the blocks from the nth on failing. Returns the id
     /// thrown.
     static int Encode(ByteSink& sink, int nth) {
         CountJPEGBlocks(nth);
@@ -110,7 +110,7 @@ TEST_F(JPEGMemoryTest, ASinkMayRefuseOrThrowAtAnyBlock) {
             break;
         }
         EXPECT_EQ(id, 17402);
-        // What comes from elsewhere passes unchanged.
+        // Blocks from elsewhere pass unchanged.
         StubbornSink throwing(blocks, 20002);
         EXPECT_EQ(Encode(throwing, 0), 20002);
     }

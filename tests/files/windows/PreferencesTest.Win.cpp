@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "base/LeadByte.Win.h"
 #include "base/Module.Win.h"
 #include "files/File.h"
 #include "files/PreferencePlace.h"
@@ -102,7 +103,7 @@ class SystemPreferencesTest : public CoreTest {
     }
     std::string PathOf(const char* name) const { return (folder.Path() / name).string(); }
     void StorePath(const std::string& path) { registry.SetValue(REG_SZ, path); }
-    /// What the registry holds, which must be a text; the system may add a zero to it.
+    /// The registry's value, which must be a text; the system may add a zero to it.
     std::string StoredPath() {
         DWORD type = REG_NONE;
         const std::string value = registry.Value(type);
@@ -255,7 +256,7 @@ TEST_F(RefusingRegistryTest, AKeyThatCannotBeMadeIsAFatalError) {
     EXPECT_FALSE(std::filesystem::exists(standardPath));
 }
 
-// The file system's own answers that the neutral tests cannot bring about.
+// The file system's own results that the neutral tests cannot bring about.
 
 TEST(SystemFileTest, BlocksThatAreNotThereAreFound) {
     char writable[2] = {};
@@ -275,23 +276,19 @@ TEST(SystemFileTest, BlocksThatAreNotThereAreFound) {
     VirtualFree(pages, 0, MEM_RELEASE);
 }
 
-/// As the system's own list of ranges has them, of the process's code page.
-bool IsInLeadByteRange(int byte) {
-    CPINFO info{};
-    GetCPInfo(GetACP(), &info);
-    for (int i = 0; i + 1 < MAX_LEADBYTES && info.LeadByte[i] != 0; i += 2) {
-        if (byte >= info.LeadByte[i] && byte <= info.LeadByte[i + 1]) {
-            return true;
-        }
-    }
-    return false;
-}
-
 TEST(SystemFileTest, LeadBytesAreThoseOfTheCodePage) {
-    for (int byte = 0; byte < 256; ++byte) {
-        EXPECT_EQ(fileSystem.isLeadByte(static_cast<unsigned char>(byte)), IsInLeadByteRange(byte))
-            << byte;
+    constexpr UINT shiftJis = 932;
+    constexpr UINT westEuropean = 1252;
+    ASSERT_TRUE(IsValidCodePage(shiftJis));
+    for (int value = 0; value < 256; ++value) {
+        const auto byte = static_cast<unsigned char>(value);
+        const bool isShiftJis =
+            (value >= 0x81 && value <= 0x9F) || (value >= 0xE0 && value <= 0xFC);
+        EXPECT_EQ(IsLeadByteOf(shiftJis, byte), isShiftJis) << value;
+        EXPECT_FALSE(IsLeadByteOf(westEuropean, byte)) << value;
+        EXPECT_EQ(IsLeadByte(byte), IsLeadByteOf(GetACP(), byte)) << value;
     }
+    EXPECT_EQ(fileSystem.isLeadByte, &IsLeadByte);
 }
 
 }  // namespace

@@ -1,14 +1,9 @@
-// What becomes of a texture and its file when the system refuses. The editor says a failed load
-// with alert 16106 and a failed save with 16107; no status and no fault reaches the user beside
-// that.
+// A texture and its file when the system refuses.
 #include <windows.h>
 
-#include "files/FileDialog.h"
-#include "files/TextureFile.h"
 #include "shell/transfer/LastTexture.h"
-#include "tests/files/ImageTest.h"
+#include "tests/files/TextureFaults.h"
 #include "tests/files/windows/HoldingProcess.Win.h"
-#include "tests/support/Pictures.h"
 
 namespace {
 
@@ -17,63 +12,24 @@ namespace {
 constexpr char readOnlyFolder[] = "Z:\\proc";
 constexpr char fullFile[] = "Z:\\dev\\full";
 
-std::string chosenPath;
-
-struct Editor final : TextureFileOwner {
-    void* Window() const override { return nullptr; }
-    void SuspendDialogs() override {}
-    void ResumeDialogs() override {}
-};
-
-class SystemTextureTest : public ImageTest {
-  protected:
-    SystemTextureTest() {
-        platformServices.runFileDialog = [](FileDialog& dialog) {
-            dialog.path[chosenPath.copy(dialog.path, filePathCapacity - 1)] = '\0';
-            return true;
-        };
-        editor.textureName = "before.jpg";
-        FillWithNoise(*picture);
-        pixels = PixelsOf(*picture);
-    }
-
-    bool SaveAs(const std::string& path) {
-        chosenPath = path;
-        return SaveTexture(picture.get(), editor);
-    }
-    bool Load(const std::string& path) {
-        file.SetPath(path);
-        return LoadTexture(picture, editor, file);
-    }
-    void ExpectTextureAsBefore() {
-        EXPECT_EQ(PixelsOf(*picture), pixels);
-        EXPECT_EQ(editor.textureName, "before.jpg");
-        EXPECT_TRUE(Log().faults.empty());
-        EXPECT_TRUE(Log().alerts.empty());
-        EXPECT_EQ(file.handle, nullptr);
-    }
-
-    Editor editor;
-    std::unique_ptr<PaintClass> picture = std::make_unique<PaintClass>(short{20}, short{10});
-    std::vector<Pixel> pixels;
-};
+class SystemTextureTest : public RefusedTextureTest {};
 
 TEST_F(SystemTextureTest, AFileInUseByAnotherProcessIsNeitherLoadedNorReplaced) {
     Put(Fixture("baseline.jpg"));
     {
         const HoldingProcess holder(NameOf("a.jpg"));
         ASSERT_TRUE(holder.Holds());
-        EXPECT_FALSE(Load(NameOf("a.jpg")));
+        EXPECT_FALSE(LoadFrom(NameOf("a.jpg")));
         EXPECT_FALSE(SaveAs(NameOf("a.jpg")));
         ExpectTextureAsBefore();
     }
     EXPECT_EQ(BytesIn("a.jpg"), Fixture("baseline.jpg"));
-    EXPECT_TRUE(Load(NameOf("a.jpg")));
+    EXPECT_TRUE(LoadFrom(NameOf("a.jpg")));
 }
 
 TEST_F(SystemTextureTest, AReadOnlyFolderIsAFailedSave) {
     EXPECT_FALSE(SaveAs(std::string(readOnlyFolder) + "\\a.jpg"));
-    EXPECT_FALSE(Load(std::string(readOnlyFolder) + "\\a.jpg"));
+    EXPECT_FALSE(LoadFrom(std::string(readOnlyFolder) + "\\a.jpg"));
     ExpectTextureAsBefore();
 }
 
@@ -90,7 +46,7 @@ TEST_F(SystemTextureTest, AFullDiskIsAFailedSave) {
     EXPECT_FALSE(SaveAs(NameOf("b.jpg")));
     EXPECT_EQ(BytesIn("b.jpg"), "");
     ExpectTextureAsBefore();
-    EXPECT_TRUE(Load(NameOf("a.jpg")));
+    EXPECT_TRUE(LoadFrom(NameOf("a.jpg")));
 }
 
 TEST_F(SystemTextureTest, AFullDiskIsTheStatusOfAWriteThatGrows) {
@@ -116,7 +72,7 @@ TEST_F(SystemTextureTest, NobodyRemovesAFileWhileItIsWritten) {
         return systemsWrite(handle, buffer, count, transferred);
     };
     EXPECT_TRUE(SaveAs(path));
-    EXPECT_TRUE(Load(path));
+    EXPECT_TRUE(LoadFrom(path));
 }
 
 TEST_F(SystemTextureTest, TheLastTexturesFileIsGivenUpWithoutAWord) {

@@ -17,7 +17,7 @@
 #include "framework/dialog/NorvantaDialog.h"
 #include "hostapi/FilterRecord.h"
 
-/// What happened, in the order of its happening; written by one thread, read by both.
+/// The events in their order; written by one thread, read by both.
 class EventLog {
   public:
     void Add(const std::string& event);
@@ -59,7 +59,7 @@ class TestDialog : public NorvantaDialog {
     std::function<short(short)> atCursor;
 };
 
-/// What the script's thread does to a window, and asks of it. Waiting for something that does not
+/// The user of a window, on a thread of its own. Waiting for something that does not
 /// come throws GuiError, which fails the test and closes its dialogs.
 class Script {
   public:
@@ -124,7 +124,7 @@ class Script {
 /// Returns what Run returns.
 int RunWithScript(TestDialog& dialog, const std::function<void(Script&)>& script);
 
-/// What the platform of the running test was asked to do.
+/// The requests to the platform of the running test.
 struct PlatformLog {
     struct Fault {
         int id;

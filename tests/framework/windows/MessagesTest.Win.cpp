@@ -1,4 +1,4 @@
-// What the system tells a dialog beside clicks and keys, and what dialogs tell each other.
+// The system's messages to a dialog beside clicks and keys, and those between dialogs.
 #include <windows.h>
 
 #include <dbt.h>

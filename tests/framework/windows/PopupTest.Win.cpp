@@ -6,7 +6,22 @@
 
 namespace {
 
-class PopupTest : public ControlsTest {};
+class PopupTest : public ControlsTest {
+  protected:
+    /// Runs with entry 2 of the live menu chosen. Returns what it shows at each hit.
+    std::vector<int> RunLive(const std::function<void(Script&)>& script) {
+        std::vector<int> values;
+        dialog.atHit = [&](short item) {
+            if (item == live) {
+                values.push_back(Value(live));
+            }
+            return item <= 2 ? item : short{0};
+        };
+        setup = [&] { dialog.SetValue(live, 2); };
+        Run(script);
+        return values;
+    }
+};
 
 void OpenMenu(Script& script, int item) {
     RECT rect{};
@@ -55,15 +70,7 @@ TEST_F(PopupTest, APopupLeftWithEscapeChangesNothing) {
 }
 
 TEST_F(PopupTest, ALiveMenuFollowsThePointerAndComesBack) {
-    std::vector<int> values;
-    dialog.atHit = [&](short item) {
-        if (item == live) {
-            values.push_back(Value(live));
-        }
-        return item <= 2 ? item : short{0};
-    };
-    setup = [&] { dialog.SetValue(live, 2); };
-    Run([&](Script& script) {
+    const std::vector<int> values = RunLive([&](Script& script) {
         OpenMenu(script, live);
         SendChords({{VK_END}});
         script.WaitFor("hit 13");
@@ -74,15 +81,7 @@ TEST_F(PopupTest, ALiveMenuFollowsThePointerAndComesBack) {
 }
 
 TEST_F(PopupTest, OverAnUnusableEntryALiveMenuShowsTheOldOne) {
-    std::vector<int> values;
-    dialog.atHit = [&](short item) {
-        if (item == live) {
-            values.push_back(Value(live));
-        }
-        return item <= 2 ? item : short{0};
-    };
-    setup = [&] { dialog.SetValue(live, 2); };
-    Run([&](Script& script) {
+    const std::vector<int> values = RunLive([&](Script& script) {
         OpenMenu(script, live);
         SendChords({{VK_END}});
         script.WaitFor("hit 13");
@@ -95,15 +94,7 @@ TEST_F(PopupTest, OverAnUnusableEntryALiveMenuShowsTheOldOne) {
 }
 
 TEST_F(PopupTest, ALiveMenuFollowsThePointer) {
-    std::vector<int> values;
-    dialog.atHit = [&](short item) {
-        if (item == live) {
-            values.push_back(Value(live));
-        }
-        return item <= 2 ? item : short{0};
-    };
-    setup = [&] { dialog.SetValue(live, 2); };
-    Run([&](Script& script) {
+    const std::vector<int> values = RunLive([&](Script& script) {
         OpenMenu(script, live);
         // The first entry is disabled, the third a separator.
         for (const int entry : {4, 1, 5, 3}) {
@@ -177,6 +168,22 @@ TEST_F(PopupTest, KeysPassOverWhatCannotBeChosen) {
                      TRUE);
         script.Keys({{VK_END}, {VK_HOME}});
         EXPECT_EQ(Value(live), 2) << "the first entry is disabled";
+    });
+}
+
+TEST_F(PopupTest, SeparatorsStayThoseWhenEntriesAreAdded) {
+    Run([&](Script& script) {
+        Send(script, popup, CB_INSERTSTRING, 100, reinterpret_cast<LPARAM>("appended"));
+        SendMessageA(script.Dialog(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(script.Item(popup)),
+                     TRUE);
+        script.Keys({{VK_DOWN}});
+        EXPECT_EQ(Value(popup), 2);
+        script.Keys({{VK_DOWN}});
+        EXPECT_EQ(Value(popup), 5) << "a separator and a disabled entry lie between";
+        OpenMenu(script, popup);
+        const UINT state = GetMenuState(script.OpenMenu(), 2, MF_BYPOSITION);
+        EXPECT_NE(state & MF_SEPARATOR, 0u);
+        CloseMenu(script, VK_ESCAPE);
     });
 }
 

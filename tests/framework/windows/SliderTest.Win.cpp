@@ -1,4 +1,9 @@
 // Sliders and scroll bars.
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "base/FatalError.h"
 #include "fixtures/InputDesktop.Win.h"
 #include "framework/dialog/DialogState.h"
@@ -67,6 +72,72 @@ TEST_F(SliderTest, KeysMoveTheSlider) {
     });
     EXPECT_EQ(Hits(slider), 10);
     EXPECT_EQ(dialog.log.Count("scroll 14 to 12"), 1);
+}
+
+/// The picture's columns around the middle, a letter for each of the system's colours.
+std::vector<std::string> LettersAroundTheMiddle(const host::Picture& shot, int reach) {
+    const std::pair<int, char> letters[] = {{COLOR_BTNFACE, '.'},
+                                            {COLOR_BTNHIGHLIGHT, 'H'},
+                                            {COLOR_3DLIGHT, 'L'},
+                                            {COLOR_BTNSHADOW, 'S'},
+                                            {COLOR_3DDKSHADOW, 'D'}};
+    std::vector<std::string> rows(static_cast<std::size_t>(shot.height));
+    for (int y = 0; y < shot.height; ++y) {
+        for (int x = shot.width / 2 - reach; x <= shot.width / 2 + reach; ++x) {
+            const COLORREF color = ColorAt(shot, x, y);
+            const auto* const letter = std::ranges::find_if(
+                letters, [&](const auto& each) { return GetSysColor(each.first) == color; });
+            rows[static_cast<std::size_t>(y)] += letter != std::end(letters) ? letter->second : '?';
+        }
+    }
+    return rows;
+}
+
+TEST_F(SliderTest, TheThumbIsAPentagonWithBevels) {
+    // clang-format off
+    const std::vector<std::string> raised = {
+        ".....................",
+        ".....................",
+        ".....................",
+        "..........D..........",
+        "..........SD.........",
+        "SSSSSSSS.LHSDSSSSSSSS",
+        "DDDDDDD.LH..SDDDDDDDD",
+        ".......LH....SD......",
+        "......LH......SD.....",
+        ".....LH........SD....",
+        "....LH..........SD...",
+        "...LH............SD..",
+        "..LH..............SD.",
+        "LLSSSSSSSSSSSSSSSSSDL",
+        "HDDDDDDDDDDDDDDDDDDDH",
+        ".....................",
+    };
+    const std::vector<std::string> flat = {
+        ".....................",
+        ".....................",
+        ".....................",
+        "..........S..........",
+        "...........S.........",
+        "SSSSSSSS.S..SSSSSSSSS",
+        "........S....S.......",
+        ".......S......S......",
+        "......S........S.....",
+        ".....S..........S....",
+        "....S............S...",
+        "...S..............S..",
+        "..S................S.",
+        ".S.................S.",
+        "SSSSSSSSSSSSSSSSSSSSS",
+        ".....................",
+    };
+    // clang-format on
+    setup = [&] { dialog.SetValue(slider, 50); };
+    Run([&](Script& script) {
+        EXPECT_EQ(LettersAroundTheMiddle(script.Shot(slider), 10), raised);
+        EnableWindow(script.Item(slider), FALSE);
+        EXPECT_EQ(LettersAroundTheMiddle(script.Shot(slider), 10), flat);
+    });
 }
 
 TEST_F(SliderTest, SettingTheSliderTellsNobody) {

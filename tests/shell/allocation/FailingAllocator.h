@@ -8,7 +8,7 @@
 void CountAllocations(int failNth);
 /// Asked for since then, the failed one included.
 int AllocationsAsked();
-/// Of those that were made, how many have not been freed.
+/// Blocks that were made and have not been freed.
 int AllocationsLive();
 
 /// Switches the counting for its lifetime.

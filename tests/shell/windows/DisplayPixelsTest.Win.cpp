@@ -16,7 +16,7 @@ constexpr int windowWidth = 40;
 constexpr int windowHeight = 30;
 constexpr COLORREF ground = RGB(10, 20, 30);
 
-// What the host was asked to draw.
+// The host's requests to draw.
 struct DisplayCall {
     int calls = 0;
     hostapi::PSPixelMap map{};

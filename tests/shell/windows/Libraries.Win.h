@@ -48,7 +48,7 @@ class LoadedPlugin : public LoadedLibrary {
     host::EntryPoint Entry() const { return Find<host::EntryPoint>("ENTRYPOINT"); }
 };
 
-/// What a user presses in the product's dialogs in a short run: a blank texture, Lines, Apply.
+/// A user's clicks in the product's dialogs in a short run: a blank texture, Lines, Apply.
 inline std::vector<host::DialogPress> UsualPresses() {
     return {{"New", SizeItems::ok},
             {"Zandermolite", TextureItems::lines},

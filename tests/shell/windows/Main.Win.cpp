@@ -11,7 +11,7 @@ namespace {
 
 ProgramArguments arguments;
 
-/// The path behind `--name=`, with the system's separators.
+/// The path after `--name=`, with the system's separators.
 bool TakePath(const std::string& argument, const std::string& name, std::string& path) {
     const std::string prefix = "--" + name + "=";
     if (argument.rfind(prefix, 0) != 0) {

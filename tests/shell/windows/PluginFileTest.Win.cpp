@@ -1,4 +1,4 @@
-// What a host, and the system, see of the product's file.
+// The product's file as a host, and the system, see it.
 #include <algorithm>
 #include <cctype>
 #include <functional>
@@ -178,7 +178,7 @@ void SkipNewDialog() {
     EXPECT_TRUE(SavePreferences(preferences));
 }
 
-/// What a host that frees the library after each use does.
+/// The life of the library in a host that frees it after each use.
 void LoadRunAndFree() {
     const LoadedPlugin plugin;
     host::FilterHost filterHost;

@@ -1,4 +1,4 @@
-// What the tests that need Windows are told on their command line.
+// The command line of the tests that need Windows.
 #pragma once
 
 #include <string>

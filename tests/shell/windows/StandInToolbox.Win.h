@@ -1,4 +1,4 @@
-// What the tests ask of the stand-in for the product family's shared library.
+// The stand-in for the product family's shared library, as the tests use it.
 #pragma once
 
 #include <cstdint>
@@ -18,5 +18,5 @@ enum class ToolboxMode : int {
 using SetToolboxModeProcedure = void(__cdecl*)(ToolboxMode mode);
 /// How often the About box was shown.
 using AboutCountProcedure = int(__cdecl*)();
-/// Of the service that was looked up last.
+/// The tag of the service that was looked up last.
 using LastTagProcedure = std::uint32_t(__cdecl*)();

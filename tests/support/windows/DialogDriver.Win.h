@@ -10,7 +10,7 @@
 
 #include "host/picture/Picture.h"
 
-/// What a dialog showed.
+/// The contents of a dialog.
 struct SeenDialog {
     std::string title;
     /// By control id.

@@ -35,8 +35,8 @@ bool IsGdiObject(void* number) {
     return GetObjectType(number) != 0;
 }
 
-/// Of this process: the numbers are the session's. The procedure of another's window is not to be
-/// had, which the system knows at once; to learn whose a window is takes it a while.
+/// Whether the window is this process's: the numbers are the session's. The procedure of another's
+/// is not to be had, which the system knows at once; to learn whose a window is takes it a while.
 bool IsOwnWindow(void* number) {
     const auto window = static_cast<HWND>(number);
     DWORD process = 0;
