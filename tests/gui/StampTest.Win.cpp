@@ -18,8 +18,8 @@ hostapi::Point TexturePoint(ItemPlace inTile) {
             static_cast<short>(DialogRunTest::width + inTile.x)};
 }
 
-/// Paints a stroke as the editor does. The offset is that of the source from the first place that the
-/// mouse moves to, not from where it was pressed.
+/// Paints a stroke as the editor does. The offset is that of the source from the first place that
+/// the mouse moves to, not from where it was pressed.
 void PaintStamp(PaintClass& texture, const Path& path) {
     StampStroke stroke(texture);
     for (std::size_t i = 1; i < path.size(); ++i) {
