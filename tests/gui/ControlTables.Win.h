@@ -21,7 +21,7 @@ struct NumberRow {
     short item;
     short slider;
     short dial = 0;
-    /// What is shown is `stored * factor + offset`.
+    /// The field shows `stored * factor + offset`.
     int factor = 1;
     int offset = 0;
 

@@ -38,7 +38,7 @@ class ControlsTest : public PluginRunTest {
     using User = std::function<void(const GuiDriver&, const DrivenDialog&)>;
 
     explicit ControlsTest(short id) : row(CatalogRowOf(id)) {
-        // What is disabled otherwise.
+        // Controls that are disabled otherwise.
         preferences.blur.motion = 1;
         preferences.dividers.randomColors = 0;
     }

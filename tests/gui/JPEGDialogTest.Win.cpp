@@ -8,7 +8,7 @@ namespace {
 
 using Items = JPEGItems;
 
-/// What the file's callback was told, and what it returns to a question that a dialog opens with.
+/// The calls of the file's callback, and what it returns to a question that a dialog opens with.
 struct QualityTalk {
     std::int16_t remembered = 0;
     std::vector<std::int16_t> changes;
