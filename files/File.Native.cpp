@@ -140,6 +140,10 @@ int LastError() {
     return errno;
 }
 
+bool WasDenied() {
+    return errno == EACCES || errno == EPERM;
+}
+
 // The kernel looks at the memory itself when it reads or writes; null is what remains.
 
 bool IsReadable(const void* block, std::int32_t) {
@@ -157,5 +161,6 @@ bool IsLeadByte(unsigned char) {
 
 }  // namespace
 
-FileSystemServices fileSystem = {Open,  Close, Remove,    Size,       Seek,       SetEnd,    Read,
-                                 Write, Flush, LastError, IsReadable, IsWritable, IsLeadByte};
+FileSystemServices fileSystem = {Open,      Close,      Remove,     Size,      Seek,
+                                 SetEnd,    Read,       Write,      Flush,     LastError,
+                                 WasDenied, IsReadable, IsWritable, IsLeadByte};

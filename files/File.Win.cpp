@@ -81,6 +81,10 @@ int LastError() {
     return static_cast<int>(GetLastError());
 }
 
+bool WasDenied() {
+    return GetLastError() == ERROR_ACCESS_DENIED;
+}
+
 constexpr DWORD writableProtections =
     PAGE_READWRITE | PAGE_WRITECOPY | PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY;
 constexpr DWORD readableProtections =
@@ -112,5 +116,6 @@ bool IsWritable(void* block, std::int32_t count) {
 
 }  // namespace
 
-FileSystemServices fileSystem = {Open,  Close, Remove,    Size,       Seek,       SetEnd,    Read,
-                                 Write, Flush, LastError, IsReadable, IsWritable, IsLeadByte};
+FileSystemServices fileSystem = {Open,      Close,      Remove,     Size,      Seek,
+                                 SetEnd,    Read,       Write,      Flush,     LastError,
+                                 WasDenied, IsReadable, IsWritable, IsLeadByte};

@@ -33,6 +33,8 @@ struct FileSystemServices {
     bool (*flush)(void* handle);
     /// Why the last call of this table failed, in the system's own numbers.
     int (*lastError)();
+    /// Whether it failed because the user has no right to what was asked for.
+    bool (*wasDenied)();
     // Whether the program may touch all of a block of memory. Null never is.
     bool (*isReadable)(const void* block, std::int32_t count);
     bool (*isWritable)(void* block, std::int32_t count);

@@ -18,10 +18,18 @@ void CheckStore(bool succeeded) {
     }
 }
 
-/// The open store; closed on every way out.
+/// The open store; closed on every way out. The machine's, or the user's where that is denied.
 class Store {
   public:
-    Store() : handle(preferencePlace.open()) { CheckStore(handle != nullptr); }
+    Store() {
+        PreferenceStore opened = preferencePlace.open(PreferenceOwner::machine);
+        isUsers = opened.handle == nullptr && opened.isDenied;
+        if (isUsers) {
+            opened = preferencePlace.open(PreferenceOwner::user);
+        }
+        handle = opened.handle;
+        CheckStore(handle != nullptr);
+    }
     Store(const Store&) = delete;
     Store& operator=(const Store&) = delete;
     ~Store() {
@@ -31,6 +39,7 @@ class Store {
     }
 
     void* Handle() const { return handle; }
+    bool IsUsers() const { return isUsers; }
     void Close() {
         void* const closing = handle;
         handle = nullptr;
@@ -39,14 +48,33 @@ class Store {
 
   private:
     void* handle;
+    bool isUsers;
 };
 
 }  // namespace
 
-void PreferenceFile::UseStandardPath(void* store) {
-    char modulePath[filePathCapacity];
-    CheckStore(preferencePlace.modulePath(modulePath, sizeof modulePath));
-    SetPath(modulePath);
+/// A path that the machine's store has for everybody comes first. Whether the file can be opened is
+/// what counts: what is kept there for others may not be this user's to write.
+bool PreferenceFile::OpenStored(void* store, bool isUsers) {
+    if (isUsers && preferencePlace.readMachinePath(path, sizeof path) && TryOpen()) {
+        return true;
+    }
+    return preferencePlace.readPath(store, path, sizeof path) && TryOpen();
+}
+
+/// Beside the module, or, where that is denied, among the user's data.
+void PreferenceFile::OpenStandard(void* store) {
+    char place[filePathCapacity];
+    CheckStore(preferencePlace.modulePath(place, sizeof place));
+    StoreStandardPath(store, place);
+    if (!TryOpen() && fileSystem.wasDenied() && preferencePlace.userFolder(place, sizeof place)) {
+        StoreStandardPath(store, place);
+        TryOpen();
+    }
+}
+
+void PreferenceFile::StoreStandardPath(void* store, const char* place) {
+    SetPath(place);
     SetFileName(StringText(stringPreferenceFile));
     CheckStore(preferencePlace.writePath(store, path));
 }
@@ -58,10 +86,8 @@ bool PreferenceFile::TryOpen() {
 
 std::int16_t PreferenceFile::OpenPreferenceFile() {
     Store store;
-    const bool isStored = preferencePlace.readPath(store.Handle(), path, sizeof path);
-    if (!isStored || !TryOpen()) {
-        UseStandardPath(store.Handle());
-        TryOpen();
+    if (!OpenStored(store.Handle(), store.IsUsers())) {
+        OpenStandard(store.Handle());
     }
     store.Close();
     CheckError(handle, faultNoPreferenceFile, source, __LINE__);

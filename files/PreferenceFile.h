@@ -22,8 +22,10 @@ class PreferenceFile : public File {
 
     /// Finds the file through the system's store, or beside the program's own module, and opens it
     /// for reading and writing, empty if it is new. A stored path that cannot be opened is replaced
-    /// by that beside the module. Returns 0. FatalError 20008 when the store cannot be used, 19000
-    /// when no file can be opened.
+    /// by that beside the module. A user who has no right to the machine's store has a store of
+    /// their own, and one who has no right to the file beside the module a file among their own
+    /// data. Returns 0. FatalError 20008 when the store cannot be used, 19000 when no file can be
+    /// opened.
     std::int16_t OpenPreferenceFile();
 
     // From the handle's current position on; the file's own position stays as it is. Throws the
@@ -37,6 +39,9 @@ class PreferenceFile : public File {
     std::int16_t unused = 0;
 
   private:
-    void UseStandardPath(void* store);
+    bool OpenStored(void* store, bool isUsers);
+    void OpenStandard(void* store);
+    /// `place` is a path in the folder that the file goes to.
+    void StoreStandardPath(void* store, const char* place);
     bool TryOpen();
 };

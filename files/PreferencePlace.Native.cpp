@@ -9,8 +9,13 @@ namespace {
 
 std::string storedPath;
 
-void* Open() {
-    return &storedPath;
+PreferenceStore Open(PreferenceOwner) {
+    return {&storedPath, false};
+}
+
+/// The one store can be written to.
+bool ReadMachinePath(char*, std::size_t) {
+    return false;
 }
 
 bool CopyPath(const std::string& from, char* path, std::size_t capacity) {
@@ -44,6 +49,12 @@ bool ModulePath(char* path, std::size_t capacity) {
     return true;
 }
 
+/// No program of this system runs from a folder of the administrator's and keeps settings.
+bool UserFolder(char*, std::size_t) {
+    return false;
+}
+
 }  // namespace
 
-PreferencePlaceServices preferencePlace = {Open, ReadPath, WritePath, Close, ModulePath};
+PreferencePlaceServices preferencePlace = {Open,  ReadMachinePath, ReadPath,  WritePath,
+                                           Close, ModulePath,      UserFolder};

@@ -1,7 +1,11 @@
-// The registry: one key of the product, with the path as one value.
+// The registry: one key of the product, with the path as one value. It stands under the machine's
+// root, or, for a user who may not write there, under the user's.
 #include <windows.h>
 
+#include <shlobj.h>
+
 #include <cstring>
+#include <string>
 
 #include "files/PreferencePlace.h"
 #include "resources/Strings.h"
@@ -17,13 +21,14 @@ HKEY KeyOf(void* store) {
     return static_cast<HKEY>(store);
 }
 
-void* Open() {
+PreferenceStore Open(PreferenceOwner owner) {
     HKEY key = nullptr;
     char noClass[] = "";
     const LSTATUS status =
-        RegCreateKeyExA(HKEY_LOCAL_MACHINE, StringText(stringProductKey), 0, noClass,
-                        REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, &key, nullptr);
-    return status == ERROR_SUCCESS ? key : nullptr;
+        RegCreateKeyExA(owner == PreferenceOwner::machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER,
+                        StringText(stringProductKey), 0, noClass, REG_OPTION_NON_VOLATILE,
+                        KEY_ALL_ACCESS, nullptr, &key, nullptr);
+    return {status == ERROR_SUCCESS ? key : nullptr, status == ERROR_ACCESS_DENIED};
 }
 
 bool ReadPath(void* store, char* path, std::size_t capacity) {
@@ -36,6 +41,17 @@ bool ReadPath(void* store, char* path, std::size_t capacity) {
     }
     path[length] = '\0';
     return true;
+}
+
+bool ReadMachinePath(char* path, std::size_t capacity) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, StringText(stringProductKey), 0, KEY_QUERY_VALUE, &key) !=
+        ERROR_SUCCESS) {
+        return false;
+    }
+    const bool isRead = ReadPath(key, path, capacity);
+    RegCloseKey(key);
+    return isRead;
 }
 
 /// The value ends without a zero.
@@ -59,6 +75,23 @@ bool ModulePath(char* path, std::size_t capacity) {
     return length > 0 && length < capacity;
 }
 
+bool UserFolder(char* path, std::size_t capacity) {
+    char data[MAX_PATH];
+    if (FAILED(SHGetFolderPathA(nullptr, CSIDL_APPDATA | CSIDL_FLAG_CREATE, nullptr,
+                                SHGFP_TYPE_CURRENT, data))) {
+        return false;
+    }
+    const std::string folder = std::string(data) + "\\Zandermolite";
+    const bool exists = CreateDirectoryA(folder.c_str(), nullptr) != FALSE ||
+                        GetLastError() == ERROR_ALREADY_EXISTS;
+    if (!exists || folder.size() + 2 > capacity) {
+        return false;
+    }
+    std::strcpy(path, (folder + '\\').c_str());
+    return true;
+}
+
 }  // namespace
 
-PreferencePlaceServices preferencePlace = {Open, ReadPath, WritePath, Close, ModulePath};
+PreferencePlaceServices preferencePlace = {Open,  ReadMachinePath, ReadPath,  WritePath,
+                                           Close, ModulePath,      UserFolder};

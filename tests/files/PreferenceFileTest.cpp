@@ -106,6 +106,124 @@ TEST_F(PreferenceFileTest, AStoreThatCannotBeUsedIsAnError) {
     EXPECT_EQ(place->closes, 2);
 }
 
+// An ordinary user: no right to the machine's store, nor to what an administrator installed.
+
+TEST_F(PreferenceFileTest, WhereTheMachinesStoreIsDeniedTheUsersTakesItsPlace) {
+    place->isMachineDenied = true;
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+    EXPECT_EQ(file.path, StandardPath());
+    EXPECT_EQ(place->stored, StandardPath());
+    EXPECT_EQ(place->closes, 1);
+}
+
+TEST_F(PreferenceFileTest, AnyOtherFailureOfTheMachinesStoreIsAnError) {
+    static int asked;
+    asked = 0;
+    preferencePlace.open = [](PreferenceOwner) {
+        ++asked;
+        return PreferenceStore{nullptr, false};
+    };
+    EXPECT_EQ(OpeningFault(), 20008);
+    EXPECT_EQ(asked, 1) << "the user's is not tried";
+}
+
+TEST_F(PreferenceFileTest, BothStoresDeniedIsAnError) {
+    place->isMachineDenied = true;
+    place->canOpen = false;
+    EXPECT_EQ(OpeningFault(), 20008);
+    EXPECT_EQ(place->closes, 0);
+}
+
+TEST_F(PreferenceFileTest, AUsersStoreThatCannotBeWrittenIsAnError) {
+    place->isMachineDenied = true;
+    place->canWrite = false;
+    EXPECT_EQ(OpeningFault(), 20008);
+    EXPECT_EQ(place->closes, 1);
+}
+
+TEST_F(PreferenceFileTest, ThePathForAllUsersComesFirst) {
+    const std::filesystem::path everybodys = folder.Path() / "everybody.prf";
+    WriteBytes(everybodys, "abc");
+    Store(folder.Path() / "mine.prf");
+    place->machinePath = everybodys.string();
+    place->isMachineDenied = true;
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+    EXPECT_EQ(file.path, everybodys.string());
+    EXPECT_EQ(place->writes, 0);
+}
+
+TEST_F(PreferenceFileTest, APathForAllUsersThatThisOneMayNotUseIsLeftForTheirOwn) {
+    const std::filesystem::path mine = folder.Path() / "mine.prf";
+    Store(mine);
+    place->machinePath = (folder.Path() / "gone" / "everybody.prf").string();
+    place->isMachineDenied = true;
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+    EXPECT_EQ(file.path, mine.string());
+    EXPECT_EQ(place->writes, 0);
+}
+
+/// In a folder in which this user may make no file.
+class DeniedPreferenceFileTest : public PreferenceFileTest {
+  protected:
+    DeniedPreferenceFileTest() {
+        std::filesystem::create_directory(folder.Path() / "user");
+        place->userFolder = (folder.Path() / "user" / "").string();
+        denied = StandardPath();
+        systems = fileSystem;
+        fileSystem.open = [](const char* path, FileAccess access,
+                             FileDisposition disposition) -> void* {
+            wasDenied = path == denied;
+            return wasDenied ? nullptr : systems.open(path, access, disposition);
+        };
+        fileSystem.wasDenied = [] { return wasDenied; };
+    }
+
+    std::string UsersPath() { return place->userFolder + "Zandermolite3.prf"; }
+
+    static inline std::string denied;
+    static inline bool wasDenied;
+    static inline FileSystemServices systems;
+};
+
+TEST_F(DeniedPreferenceFileTest, TheFileIsMadeAmongTheUsersData) {
+    for (const bool isMachineDenied : {false, true}) {
+        place->isMachineDenied = isMachineDenied;
+        place->hasPath = false;
+        PreferenceFile made;
+        EXPECT_EQ(made.OpenPreferenceFile(), 0);
+        EXPECT_EQ(made.path, UsersPath());
+        EXPECT_EQ(place->stored, UsersPath());
+        made.WriteNext("abc", 3);
+    }
+    const int writes = place->writes;
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+    EXPECT_EQ(file.path, UsersPath()) << "from now on it is found by the store";
+    EXPECT_EQ(file.GetSize(), 3);
+    EXPECT_EQ(place->writes, writes);
+    EXPECT_EQ(file.Close(), 0);
+    EXPECT_EQ(file.Delete(), 0);
+    EXPECT_FALSE(std::filesystem::exists(UsersPath()));
+}
+
+TEST_F(DeniedPreferenceFileTest, WithoutAFolderThereItIsAnError) {
+    place->userFolder.clear();
+    EXPECT_EQ(OpeningFault(), 19000);
+    EXPECT_EQ(place->stored, StandardPath());
+    EXPECT_EQ(place->closes, 1);
+}
+
+TEST_F(DeniedPreferenceFileTest, AUsersFileThatCannotBeOpenedIsAnError) {
+    std::filesystem::create_directory(UsersPath());
+    EXPECT_EQ(OpeningFault(), 19000);
+    EXPECT_EQ(place->closes, 1);
+}
+
+TEST_F(DeniedPreferenceFileTest, AnyOtherFailureBesideTheModuleIsAnError) {
+    fileSystem.wasDenied = [] { return false; };
+    EXPECT_EQ(OpeningFault(), 19000);
+    EXPECT_FALSE(std::filesystem::exists(UsersPath()));
+}
+
 TEST_F(PreferenceFileTest, AModuleWithoutAPathIsAnError) {
     place->module.clear();
     EXPECT_EQ(OpeningFault(), 20008);
@@ -173,8 +291,9 @@ TEST(PreferencePlaceTest, TheModuleIsTheFileOfThisProgram) {
 
 #ifndef _WIN32
 TEST(PreferencePlaceTest, WithoutARegistryThePathIsRememberedForTheRun) {
-    void* const store = preferencePlace.open();
+    void* const store = preferencePlace.open(PreferenceOwner::machine).handle;
     ASSERT_NE(store, nullptr);
+    EXPECT_EQ(preferencePlace.open(PreferenceOwner::user).handle, store) << "there is one";
     char path[filePathCapacity];
     ASSERT_TRUE(preferencePlace.writePath(store, "/some/where.prf"));
     ASSERT_TRUE(preferencePlace.readPath(store, path, sizeof path));
@@ -182,6 +301,8 @@ TEST(PreferencePlaceTest, WithoutARegistryThePathIsRememberedForTheRun) {
     EXPECT_FALSE(preferencePlace.readPath(store, path, 4));
     EXPECT_TRUE(preferencePlace.writePath(store, ""));
     EXPECT_FALSE(preferencePlace.readPath(store, path, sizeof path)) << "as at first";
+    EXPECT_FALSE(preferencePlace.readMachinePath(path, sizeof path));
+    EXPECT_FALSE(preferencePlace.userFolder(path, sizeof path));
     EXPECT_TRUE(preferencePlace.close(store));
 }
 #endif

@@ -25,25 +25,38 @@ const PlatformServices systemsServices = platformServices;
 constexpr char productKey[] = "SOFTWARE\\Norvanta\\Brenvalder 3.0\\Zandermolite";
 constexpr char valueName[] = "PreferenceFile";
 
-/// While it lives, HKEY_LOCAL_MACHINE is an empty key of this process' own.
+void DeleteBelow(HKEY key) {
+    char name[256];
+    while (RegEnumKeyA(key, 0, name, sizeof name) == ERROR_SUCCESS) {
+        HKEY child = nullptr;
+        if (RegOpenKeyExA(key, name, 0, KEY_ALL_ACCESS, &child) == ERROR_SUCCESS) {
+            DeleteBelow(child);
+            RegCloseKey(child);
+        }
+        if (RegDeleteKeyA(key, name) != ERROR_SUCCESS) {
+            return;
+        }
+    }
+}
+
+/// While it lives, one of the registry's roots is an empty key of this process' own.
 class OwnRegistry {
   public:
-    explicit OwnRegistry(DWORD options)
-        : name("Software\\ZandermoliteTests" + std::to_string(GetCurrentProcessId())) {
+    explicit OwnRegistry(DWORD options, HKEY newRoot = HKEY_LOCAL_MACHINE)
+        : root(newRoot),
+          name("Software\\ZandermoliteTests" + std::to_string(GetCurrentProcessId()) +
+               (newRoot == HKEY_CURRENT_USER ? "User" : "")) {
         char noClass[] = "";
         EXPECT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, name.c_str(), 0, noClass, options,
                                   KEY_ALL_ACCESS, nullptr, &key, nullptr),
                   ERROR_SUCCESS);
-        EXPECT_EQ(RegOverridePredefKey(HKEY_LOCAL_MACHINE, key), ERROR_SUCCESS);
+        EXPECT_EQ(RegOverridePredefKey(root, key), ERROR_SUCCESS);
     }
     OwnRegistry(const OwnRegistry&) = delete;
     OwnRegistry& operator=(const OwnRegistry&) = delete;
     ~OwnRegistry() {
-        RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
-        for (const char* const child :
-             {productKey, "SOFTWARE\\Norvanta\\Brenvalder 3.0", "SOFTWARE\\Norvanta", "SOFTWARE"}) {
-            RegDeleteKeyA(key, child);
-        }
+        RegOverridePredefKey(root, nullptr);
+        DeleteBelow(key);
         RegCloseKey(key);
         RegDeleteKeyA(HKEY_CURRENT_USER, name.c_str());
     }
@@ -66,7 +79,36 @@ class OwnRegistry {
         return status == ERROR_SUCCESS ? std::string(bytes, length) : "(none)";
     }
 
+    HKEY Key() const { return key; }
+
+    /// From now on nobody may write the product's key, as ordinary users may not under the
+    /// machine's root.
+    void DenyWriting() { SetProductAccess(KEY_READ); }
+    void AllowWriting() { SetProductAccess(KEY_ALL_ACCESS); }
+
   private:
+    void SetProductAccess(DWORD access) {
+        HKEY product = nullptr;
+        RegCloseKey(OpenProduct());
+        ASSERT_EQ(RegOpenKeyExA(key, productKey, 0, READ_CONTROL | WRITE_DAC, &product),
+                  ERROR_SUCCESS);
+        SID_IDENTIFIER_AUTHORITY world = SECURITY_WORLD_SID_AUTHORITY;
+        PSID everybody = nullptr;
+        ASSERT_TRUE(AllocateAndInitializeSid(&world, 1, SECURITY_WORLD_RID, 0, 0, 0, 0, 0, 0, 0,
+                                             &everybody));
+        alignas(ACL) BYTE bytes[256];
+        auto* const list = reinterpret_cast<ACL*>(bytes);
+        InitializeAcl(list, sizeof bytes, ACL_REVISION);
+        AddAccessAllowedAce(list, ACL_REVISION, access | READ_CONTROL | WRITE_DAC | DELETE,
+                            everybody);
+        SECURITY_DESCRIPTOR descriptor;
+        InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
+        SetSecurityDescriptorDacl(&descriptor, TRUE, list, FALSE);
+        EXPECT_EQ(RegSetKeySecurity(product, DACL_SECURITY_INFORMATION, &descriptor),
+                  ERROR_SUCCESS);
+        FreeSid(everybody);
+        RegCloseKey(product);
+    }
     HKEY OpenProduct() const {
         HKEY product = nullptr;
         char noClass[] = "";
@@ -74,6 +116,7 @@ class OwnRegistry {
         return product;
     }
 
+    HKEY root;
     std::string name;
     HKEY key = nullptr;
 };
@@ -169,6 +212,102 @@ TEST_F(SystemPreferencesTest, AReadOnlyFolderIsLeftForTheStandardOne) {
     File file;
     file.SetPath("Z:\\proc\\mine.dat");
     EXPECT_EQ(file.Create(), 19007);
+}
+
+/// The user's root and the folder of their application data are this test's own.
+class OrdinaryUserTest : public SystemPreferencesTest {
+  protected:
+    OrdinaryUserTest() {
+        HKEY folders = nullptr;
+        const char* const names[] = {
+            "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders",
+            "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders"};
+        const std::string data = folder.Path().string();
+        for (const char* const name : names) {
+            EXPECT_EQ(RegCreateKeyA(user.Key(), name, &folders), ERROR_SUCCESS);
+            RegSetValueExA(folders, "AppData", 0, REG_SZ,
+                           reinterpret_cast<const BYTE*>(data.c_str()),
+                           static_cast<DWORD>(data.size() + 1));
+            RegCloseKey(folders);
+        }
+    }
+    ~OrdinaryUserTest() override {
+        registry.AllowWriting();
+        RemoveDirectoryA(standardPath.c_str());
+    }
+
+    std::string UsersPath() const {
+        return (folder.Path() / "Zandermolite" / "Zandermolite3.prf").string();
+    }
+    std::string UsersStoredPath() {
+        DWORD type = REG_NONE;
+        const std::string value = user.Value(type);
+        EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
+        return value.c_str();
+    }
+    /// The system denies everybody to open a folder as a file, also the administrator that the
+    /// tests may be.
+    static void Deny(const std::string& path) {
+        ASSERT_TRUE(CreateDirectoryA(path.c_str(), nullptr));
+        EXPECT_EQ(
+            fileSystem.open(path.c_str(), FileAccess::readAndWrite, FileDisposition::openOrCreate),
+            nullptr);
+        EXPECT_TRUE(fileSystem.wasDenied());
+    }
+
+    OwnRegistry user{REG_OPTION_NON_VOLATILE, HKEY_CURRENT_USER};
+};
+
+TEST_F(OrdinaryUserTest, TheUsersKeyIsTheStoreWhereTheMachinesIsDenied) {
+    registry.DenyWriting();
+    preferences.launchFlag = 0;
+    EXPECT_TRUE(SavePreferences(preferences));
+    EXPECT_EQ(UsersStoredPath(), standardPath);
+    DWORD type = REG_NONE;
+    EXPECT_EQ(registry.Value(type), "(none)");
+    EXPECT_FALSE(ReadLaunchFlag());
+}
+
+TEST_F(OrdinaryUserTest, TheFileLiesAmongTheUsersDataWhereThatBesideTheModuleIsDenied) {
+    registry.DenyWriting();
+    Deny(standardPath);
+    preferences.launchFlag = 0;
+    EXPECT_TRUE(SavePreferences(preferences));
+    EXPECT_EQ(UsersStoredPath(), UsersPath());
+    EXPECT_FALSE(ReadLaunchFlag());
+    EXPECT_TRUE(LoadPreferences(preferences));
+    WriteBytes(UsersPath(), "rubbish");
+    DriveDialog([&] { EXPECT_FALSE(LoadPreferences(preferences)); });
+    EXPECT_FALSE(std::filesystem::exists(UsersPath())) << "a damaged one is deleted there, too";
+}
+
+TEST_F(OrdinaryUserTest, AnAdministratorInAReadOnlyFolderKeepsTheMachinesKey) {
+    Deny(standardPath);
+    EXPECT_TRUE(SavePreferences(preferences));
+    EXPECT_EQ(StoredPath(), UsersPath());
+    DWORD type = REG_NONE;
+    EXPECT_EQ(user.Value(type), "(none)");
+}
+
+TEST_F(OrdinaryUserTest, APathForAllUsersIsReadFirst) {
+    StorePath(PathOf("everybody.prf"));
+    user.SetValue(REG_SZ, PathOf("mine.prf"));
+    registry.DenyWriting();
+    EXPECT_TRUE(SavePreferences(preferences));
+    EXPECT_EQ(BytesOf(PathOf("everybody.prf")), FirstPreferenceFile());
+    Remove(PathOf("everybody.prf"));
+    Deny(PathOf("everybody.prf"));
+    EXPECT_TRUE(SavePreferences(preferences));
+    EXPECT_EQ(BytesOf(PathOf("mine.prf")), FirstPreferenceFile());
+}
+
+TEST_F(OrdinaryUserTest, WithoutAFolderForTheFileThereIsNone) {
+    registry.DenyWriting();
+    Deny(standardPath);
+    WriteBytes(folder.Path() / "Zandermolite", "in the folder's place");
+    const SeenDialog dialog =
+        DriveDialog([&] { EXPECT_EQ(FaultOf([&] { SavePreferences(preferences); }), 19000); });
+    EXPECT_EQ(dialog.title, "Zandermolite");
 }
 
 TEST_F(SystemPreferencesTest, AFileThatAnotherProcessHoldsIsReportedAndKept) {
