@@ -27,7 +27,9 @@ bool ReadArguments(int count, char** values) {
         const std::string argument = values[i];
         if (!TakePath(argument, "plugin", arguments.plugin) &&
             !TakePath(argument, "toolbox", arguments.toolbox) &&
-            !TakePath(argument, "family", arguments.family)) {
+            !TakePath(argument, "family", arguments.family) &&
+            !TakePath(argument, "threads", arguments.threads) &&
+            !TakePath(argument, "unwinder", arguments.unwinder)) {
             std::fprintf(stderr, "unknown argument %s\n", values[i]);
             return false;
         }

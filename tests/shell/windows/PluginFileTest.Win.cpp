@@ -265,6 +265,52 @@ TEST(UnloadingTest, ThreadsOfTheHostThatEndLeaveNothing) {
     EXPECT_TRUE(LeavesNothingBehind(10, [&plugin] { FailOnAThread(plugin); }));
 }
 
+/// What is in use on the heaps of the process.
+std::size_t BytesOnHeaps() {
+    HANDLE heaps[64];
+    const DWORD count = GetProcessHeaps(64, heaps);
+    std::size_t bytes = 0;
+    for (DWORD i = 0; i < count && i < 64; ++i) {
+        HeapLock(heaps[i]);
+        PROCESS_HEAP_ENTRY entry{};
+        while (HeapWalk(heaps[i], &entry)) {
+            bytes += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0 ? entry.cbData : 0;
+        }
+        HeapUnlock(heaps[i]);
+    }
+    return bytes;
+}
+
+TEST(UnloadingTest, NoMemoryIsLeftBehind) {
+    const auto loadAndFree = [] { const LoadedPlugin plugin; };
+    loadAndFree();
+    loadAndFree();
+    const std::size_t before = BytesOnHeaps();
+    constexpr int times = 8;
+    for (int i = 0; i < times; ++i) {
+        loadAndFree();
+    }
+    const std::size_t after = BytesOnHeaps();
+    EXPECT_LT(after, before + times * 256) << before;
+}
+
+#ifdef __i386__
+/// Of a host that was built with the compiler of the product and links to its shared library, with
+/// which the start-up code registers the product's unwind tables.
+TEST(SharedRuntimeTest, AFaultInAHostWithTheCompilersLibraryEndsNothing) {
+    const LoadedLibrary threads(Arguments().threads);
+    const LoadedLibrary unwinder(Arguments().unwinder);
+    ASSERT_NE(GetModuleHandleA("libgcc_s_dw2-1.dll"), nullptr);
+    const ScratchFolder folder;
+    const OwnPreferences preferences(folder.Path());
+    LoadRunAndFree();
+    SkipNewDialog();
+    for (int i = 0; i < 3; ++i) {
+        LoadFailAndFree();
+    }
+}
+#endif
+
 TEST(LevelsTest, WhatEachUseLeavesIsFound) {
     std::vector<HBRUSH> left;
     EXPECT_FALSE(

@@ -10,6 +10,9 @@ struct ProgramArguments {
     std::string toolbox;
     /// That library as the host brings it along; its file has another name than the library.
     std::string family;
+    /// The compiler's shared run-time libraries, in 32 bits.
+    std::string threads;
+    std::string unwinder;
 };
 
 const ProgramArguments& Arguments();

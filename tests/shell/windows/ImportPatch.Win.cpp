@@ -1,0 +1,141 @@
+#include "tests/shell/windows/ImportPatch.Win.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+std::atomic<int> calls = 0;
+int firstRefused = 0;
+bool isRefusedAfter = false;
+
+bool Refuses() {
+    const int call = ++calls;
+    return firstRefused != 0 && (isRefusedAfter ? call >= firstRefused : call == firstRefused);
+}
+
+/// A replacement that answers `failure` to refused calls.
+template <auto function, auto failure>
+struct Replacement;
+
+template <typename Result, typename... Arguments, Result(WINAPI* function)(Arguments...),
+          auto failure>
+struct Replacement<function, failure> {
+    static Result WINAPI Call(Arguments... arguments) {
+        if (Refuses()) {
+            SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+            return Result(failure);
+        }
+        return function(arguments...);
+    }
+};
+
+HANDLE WINAPI CreateFileOrNot(LPCSTR path, DWORD access, DWORD share,
+                              LPSECURITY_ATTRIBUTES security, DWORD disposition, DWORD flags,
+                              HANDLE like) {
+    if (Refuses()) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return INVALID_HANDLE_VALUE;
+    }
+    return CreateFileA(path, access, share, security, disposition, flags, like);
+}
+
+void* MallocOrNot(std::size_t size) {
+    return Refuses() ? nullptr : std::malloc(size);
+}
+
+void* CallocOrNot(std::size_t count, std::size_t size) {
+    return Refuses() ? nullptr : std::calloc(count, size);
+}
+
+void* ReallocOrNot(void* block, std::size_t size) {
+    return Refuses() ? nullptr : std::realloc(block, size);
+}
+
+struct Hook {
+    Refused kind;
+    const char* name;
+    void* replacement;
+};
+
+template <auto function, auto failure>
+Hook HookOf(Refused kind, const char* name) {
+    return {kind, name, reinterpret_cast<void*>(&Replacement<function, failure>::Call)};
+}
+
+const Hook hooks[] = {
+    HookOf<&CreatePen, nullptr>(Refused::drawing, "CreatePen"),
+    HookOf<&CreateSolidBrush, nullptr>(Refused::drawing, "CreateSolidBrush"),
+    HookOf<&CreateRectRgn, nullptr>(Refused::drawing, "CreateRectRgn"),
+    HookOf<&GetDC, nullptr>(Refused::drawing, "GetDC"),
+    HookOf<&CreateCompatibleDC, nullptr>(Refused::drawing, "CreateCompatibleDC"),
+    HookOf<&CreateCompatibleBitmap, nullptr>(Refused::drawing, "CreateCompatibleBitmap"),
+    {Refused::memory, "malloc", reinterpret_cast<void*>(&MallocOrNot)},
+    {Refused::memory, "calloc", reinterpret_cast<void*>(&CallocOrNot)},
+    {Refused::memory, "realloc", reinterpret_cast<void*>(&ReallocOrNot)},
+    {Refused::files, "CreateFileA", reinterpret_cast<void*>(&CreateFileOrNot)},
+    HookOf<&ReadFile, FALSE>(Refused::files, "ReadFile"),
+    HookOf<&WriteFile, FALSE>(Refused::files, "WriteFile"),
+    HookOf<&GetFileSizeEx, FALSE>(Refused::files, "GetFileSizeEx"),
+    HookOf<&RegCreateKeyExA, ERROR_NOT_ENOUGH_MEMORY>(Refused::registry, "RegCreateKeyExA"),
+    HookOf<&RegQueryValueExA, ERROR_NOT_ENOUGH_MEMORY>(Refused::registry, "RegQueryValueExA"),
+    HookOf<&RegSetValueExA, ERROR_NOT_ENOUGH_MEMORY>(Refused::registry, "RegSetValueExA"),
+};
+
+template <typename Part>
+Part* At(HMODULE module, std::size_t offset) {
+    return reinterpret_cast<Part*>(reinterpret_cast<char*>(module) + offset);
+}
+
+void Write(void** address, void* value) {
+    DWORD before = 0;
+    VirtualProtect(address, sizeof *address, PAGE_READWRITE, &before);
+    *address = value;
+    VirtualProtect(address, sizeof *address, before, &before);
+}
+
+}  // namespace
+
+ImportPatch::ImportPatch(HMODULE library, Refused kind, int first, bool andAllAfter)
+    : module(library) {
+    calls = 0;
+    firstRefused = first;
+    isRefusedAfter = andAllAfter;
+    for (const Hook& hook : hooks) {
+        if (hook.kind == kind) {
+            Exchange(hook.name, hook.replacement);
+        }
+    }
+}
+
+ImportPatch::~ImportPatch() {
+    firstRefused = 0;
+    for (const Place& place : places) {
+        Write(place.address, place.original);
+    }
+}
+
+int ImportPatch::Calls() {
+    return calls;
+}
+
+void ImportPatch::Exchange(const char* function, void* replacement) {
+    const auto* const start = At<IMAGE_DOS_HEADER>(module, 0);
+    const auto* const headers =
+        At<IMAGE_NT_HEADERS>(module, static_cast<std::size_t>(start->e_lfanew));
+    const auto* library = At<IMAGE_IMPORT_DESCRIPTOR>(
+        module, headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
+    for (; library->Name != 0; ++library) {
+        const auto* name = At<IMAGE_THUNK_DATA>(module, library->OriginalFirstThunk);
+        auto* bound = At<void*>(module, library->FirstThunk);
+        for (; name->u1.AddressOfData != 0; ++name, ++bound) {
+            const bool hasName = !IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal);
+            if (hasName && std::strcmp(At<char>(module, name->u1.AddressOfData + sizeof(WORD)),
+                                       function) == 0) {
+                places.push_back({bound, *bound});
+                Write(bound, replacement);
+            }
+        }
+    }
+}
