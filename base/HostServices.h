@@ -55,6 +55,11 @@ struct ViewTarget {
 std::int16_t DisplayPixels(const hostapi::PSPixelMap* map, const hostapi::VRect* rect,
                            std::int32_t row, std::int32_t column, const ViewTarget* target);
 
+/// The same for a window that is drawn again: without a device context nothing is drawn.
+std::int16_t DisplayPixelsIfDrawable(const hostapi::PSPixelMap* map, const hostapi::VRect* rect,
+                                     std::int32_t row, std::int32_t column,
+                                     const ViewTarget* target);
+
 /// Converts `count` colours between two image modes through the host, one call each. Both arrays
 /// are packed, one byte a component, with as many components as the mode has planes. Equal modes
 /// are a no-op that leaves `target` alone. Returns 0, the first other result of the host,

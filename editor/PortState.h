@@ -21,18 +21,18 @@ class SavedColors {
     Color24 background;
 };
 
-/// Clips all drawing to one rectangle for its lifetime.
+/// Clips all drawing to one rectangle for its lifetime. The clip before is one, too.
 class ClippedTo {
   public:
-    ClippedTo(DrawingPort& newPort, const hostapi::Rect& rect) : port(newPort) {
-        port.CopyClip(before);
-        port.SetClip(Region(rect));
+    ClippedTo(DrawingPort& newPort, const hostapi::Rect& rect)
+        : port(newPort), before(newPort.ClipBox()) {
+        port.SetClipRect(rect);
     }
     ClippedTo(const ClippedTo&) = delete;
     ClippedTo& operator=(const ClippedTo&) = delete;
-    ~ClippedTo() { port.SetClip(before); }
+    ~ClippedTo() { port.SetClipRect(before); }
 
   private:
     DrawingPort& port;
-    Region before;
+    hostapi::Rect before;
 };

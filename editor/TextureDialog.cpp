@@ -114,14 +114,16 @@ TextureDialog::~TextureDialog() {
     ShowClass::target = nullptr;
     CursorClass::target = nullptr;
     subDialog.reset();
-    if (!isMade) {
-        // A fault in a constructor: nobody has seen this editor.
+    if (!isMade || errorCell != 0) {
+        // A fault in a constructor: nobody has seen this editor. After one in the editor nothing is
+        // written any more.
         return;
     }
     try {
         SavePreferences(preferences);
-    } catch (std::int16_t) {
-        // Without a file: the user has been told, and the error cell is set.
+    } catch (...) {
+        // Without a file: the user has been told, and the error cell is set. Without memory: the
+        // file is as it was.
     }
 }
 

@@ -190,7 +190,8 @@ void TextureDialog::DrawPicture(const ViewGeometry& geometry, const TilePlace& p
     }
     const hostapi::PSPixelMap& map = asItIs ? *pic->pixelMap : scaledCopy.Map();
     const hostapi::VRect rect{0, 0, y.BlockSize(), x.BlockSize()};
-    DisplayPixels(&map, &rect, drawOriginV + place.y, drawOriginH + place.x, &Port().Target());
+    DisplayPixelsIfDrawable(&map, &rect, drawOriginV + place.y, drawOriginH + place.x,
+                            &Port().Target());
 }
 
 void TextureDialog::DrawSizeMarks(const ViewGeometry& geometry) {

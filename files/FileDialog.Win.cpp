@@ -4,6 +4,7 @@
 // Needs the header above.
 #include <commdlg.h>
 
+#include "base/Callback.Win.h"
 #include "base/WindowPlace.Win.h"
 
 namespace {
@@ -60,7 +61,7 @@ bool FinishName(HWND hook, FileDialog& dialog) {
     return false;
 }
 
-UINT_PTR CALLBACK OpenHook(HWND hook, UINT message, WPARAM, LPARAM lParam) {
+UINT_PTR FollowOpening(HWND hook, UINT message, LPARAM lParam) {
     if (message == WM_NOTIFY &&
         reinterpret_cast<const OFNOTIFYA*>(lParam)->hdr.code == CDN_INITDONE) {
         PlaceOverOwner(DialogOf(hook));
@@ -68,7 +69,7 @@ UINT_PTR CALLBACK OpenHook(HWND hook, UINT message, WPARAM, LPARAM lParam) {
     return 0;
 }
 
-UINT_PTR CALLBACK SaveHook(HWND hook, UINT message, WPARAM wParam, LPARAM lParam) {
+UINT_PTR FollowSaving(HWND hook, UINT message, LPARAM lParam) {
     if (message == WM_NOTIFY) {
         const auto& notice = *reinterpret_cast<const OFNOTIFYA*>(lParam);
         switch (notice.hdr.code) {
@@ -85,8 +86,37 @@ UINT_PTR CALLBACK SaveHook(HWND hook, UINT message, WPARAM wParam, LPARAM lParam
                 break;
         }
     }
-    return OpenHook(hook, message, wParam, lParam);
+    return FollowOpening(hook, message, lParam);
 }
+
+UINT_PTR CALLBACK OpenHook(HWND hook, UINT message, WPARAM, LPARAM lParam) {
+    return Guarded(UINT_PTR{0}, [&] { return FollowOpening(hook, message, lParam); });
+}
+
+/// A dialog whose name could not be finished stays open: 1 keeps it from closing.
+UINT_PTR CALLBACK SaveHook(HWND hook, UINT message, WPARAM, LPARAM lParam) {
+    return Guarded(
+        UINT_PTR{0}, [&] { return FollowSaving(hook, message, lParam); },
+        [hook](std::int16_t) { SetWindowLongPtrA(hook, DWLP_MSGRESULT, 1); });
+}
+
+/// The dialogs take the process along to the folder that the user looks at; it belongs to the host.
+class CurrentFolder {
+  public:
+    CurrentFolder() : length(GetCurrentDirectoryW(capacity, path)) {}
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+    ~CurrentFolder() {
+        if (length > 0 && length < capacity) {
+            SetCurrentDirectoryW(path);
+        }
+    }
+
+  private:
+    static constexpr DWORD capacity = 1024;
+    wchar_t path[capacity];
+    DWORD length;
+};
 
 }  // namespace
 
@@ -109,5 +139,6 @@ bool RunFileDialog(FileDialog& dialog) {
     request.lCustData = reinterpret_cast<LPARAM>(&dialog);
     request.lpfnHook = saves ? SaveHook : OpenHook;
     request.Flags = saves ? saveFlags : openFlags;
+    const CurrentFolder restored;
     return (saves ? GetSaveFileNameA(&request) : GetOpenFileNameA(&request)) != FALSE;
 }

@@ -30,7 +30,7 @@ std::int16_t AllocateHandleInstead() {
 HostBuffer::~HostBuffer() {
     try {
         Free();
-    } catch (std::int16_t) {
+    } catch (...) {
         // A host that takes blocks back no more: the user has been told, and the error cell is set.
     }
 }

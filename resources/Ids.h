@@ -47,6 +47,8 @@ enum AlertId : std::int16_t {
     alertNameTaken = 16108,
     alertTooLarge = 16109,
     alertDeletePreset = 16110,  ///< asks; ^0 is the name
+    alertHelpNotFound = 16120,  ///< ^0 is the page's path
+    alertEarlierFault = 16121,
 };
 
 /// Commands of the editor's menu bar.

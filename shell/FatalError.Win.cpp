@@ -8,6 +8,8 @@
 #include "base/HostServices.h"
 #include "base/Module.Win.h"
 #include "framework/alerts/Alert.Win.h"
+#include "framework/dialog/DialogState.h"
+#include "framework/dialog/DialogWindow.Win.h"
 
 namespace {
 
@@ -19,13 +21,28 @@ const char* BehindLastBackslash(const char* path) {
     return backslash != nullptr ? backslash + 1 : path;
 }
 
+/// The time that the user is told. The dialogs know of the fault already; a dialog that ended now
+/// would let the host's window take input under the box.
+class FaultSection {
+  public:
+    FaultSection() : before(dialogState.isTellingFault) { dialogState.isTellingFault = true; }
+    FaultSection(const FaultSection&) = delete;
+    FaultSection& operator=(const FaultSection&) = delete;
+    ~FaultSection() { dialogState.isTellingFault = before; }
+
+  private:
+    bool before;
+    const DialogSuspension suspension;
+};
+
 }  // namespace
 
 void ShowFatalError(std::int16_t id, const char* file, int line) {
     if (instanceHandle == nullptr) {
         return;
     }
-    const HWND parent = static_cast<HWND>(hostWindow);
+    const FaultSection section;
+    const HWND parent = DialogWindow::InFront();
     const std::string lineText = std::to_string(line);
     const char* const place = BehindLastBackslash(file);
     const AlertTexts plain{};

@@ -1,7 +1,9 @@
 #include "shell/Zandermolite.h"
 
 #include <algorithm>
+#include <new>
 
+#include "base/FatalError.h"
 #include "base/HostServices.h"
 #include "hostapi/Results.h"
 #include "resources/Ids.h"
@@ -10,10 +12,6 @@
 #include "shell/transfer/Transfer.h"
 
 namespace {
-
-void NoteHostWindow(const hostapi::FilterRecord& record) {
-    hostWindow = record.platformData != nullptr ? record.platformData->window : nullptr;
-}
 
 /// 1 to maximalTextureSide.
 short TextureSide(int selectionSide) {
@@ -67,12 +65,29 @@ int RunEditor(std::unique_ptr<EditorWindow> editor, OpeningWindow& opening,
     return ended;
 }
 
-}  // namespace
+/// OK and Cancel are the user's. Whatever else ended a window is a fault, and so is one that was
+/// raised meanwhile, whose id may look like either.
+void ThrowFault(int ended) {
+    if (errorCell != 0) {
+        throw errorCell;
+    }
+    if (ended != runApplied && ended != runCancelled) {
+        throw static_cast<std::int16_t>(ended);
+    }
+}
 
-std::int16_t RunTexture(FilterContext* context, std::unique_ptr<PaintClass>& picOut) {
-    picOut.reset();
-    NoteHostWindow(*context->record);
-    const hostapi::Rect& selection = context->record->filterRect;
+/// Whether the user left the opening window, if it was shown at all, by Cancel.
+bool IsCancelled(OpeningWindow& opening) {
+    if (!runWindows.readLaunchFlag()) {
+        return false;
+    }
+    const int ended = opening.Run();
+    ThrowFault(ended);
+    return ended == runCancelled;
+}
+
+std::int16_t RunWindowsInTurn(FilterContext* context, std::unique_ptr<PaintClass>& picOut) {
+    const hostapi::Rect selection = context->record->filterRect;
     const std::unique_ptr<OpeningWindow> opening =
         runWindows.makeOpening(TextureSide(selection.right - selection.left),
                                TextureSide(selection.bottom - selection.top));
@@ -80,7 +95,7 @@ std::int16_t RunTexture(FilterContext* context, std::unique_ptr<PaintClass>& pic
         return hostapi::memFullErr;
     }
     const Bracketed bracket(*opening);
-    if (runWindows.readLaunchFlag() && opening->Run() == runCancelled) {
+    if (IsCancelled(*opening)) {
         return hostapi::userCanceledErr;
     }
     std::unique_ptr<EditorWindow> editor = OpenEditor(context, *opening, picOut);
@@ -88,5 +103,23 @@ std::int16_t RunTexture(FilterContext* context, std::unique_ptr<PaintClass>& pic
         return hostapi::memFullErr;
     }
     const int ended = RunEditor(std::move(editor), *opening, picOut);
+    ThrowFault(ended);
     return ended == runCancelled ? hostapi::userCanceledErr : hostapi::noErr;
+}
+
+}  // namespace
+
+void NoteHostWindow(const hostapi::FilterRecord& record) {
+    hostWindow = record.platformData != nullptr ? record.platformData->window : nullptr;
+}
+
+std::int16_t RunTexture(FilterContext* context, std::unique_ptr<PaintClass>& picOut) {
+    picOut.reset();
+    NoteHostWindow(*context->record);
+    try {
+        return RunWindowsInTurn(context, picOut);
+    } catch (const std::bad_alloc&) {
+        // The windows themselves: inside them the user is told.
+        return hostapi::memFullErr;
+    }
 }

@@ -1,5 +1,6 @@
 #include "framework/alerts/Alert.Win.h"
 
+#include "base/Callback.Win.h"
 #include "base/FatalError.h"
 #include "base/LeadByte.Win.h"
 #include "base/Module.Win.h"
@@ -18,6 +19,7 @@ constexpr int iconPlace = 7;
 struct AlertRun {
     const AlertTexts& texts;
     AlertIcon icon;
+    bool wasOpened = false;
 };
 
 void FillTexts(HWND alert, const AlertTexts& texts) {
@@ -31,7 +33,8 @@ void FillTexts(HWND alert, const AlertTexts& texts) {
     }
 }
 
-void SetUp(HWND alert, const AlertRun& run) {
+void SetUp(HWND alert, AlertRun& run) {
+    run.wasOpened = true;
     char title[textCapacity];
     if (LoadStringA(instanceHandle, stringAlertTitle, title, sizeof title) > 0) {
         SetWindowTextA(alert, title);
@@ -41,7 +44,7 @@ void SetUp(HWND alert, const AlertRun& run) {
 }
 
 void DrawStockIcon(HWND alert, AlertIcon icon) {
-    PAINTSTRUCT paint;
+    PAINTSTRUCT paint{};
     const HDC context = BeginPaint(alert, &paint);
     RECT place{iconPlace, iconPlace, iconPlace, iconPlace};
     MapDialogRect(alert, &place);
@@ -50,11 +53,11 @@ void DrawStockIcon(HWND alert, AlertIcon icon) {
     EndPaint(alert, &paint);
 }
 
-INT_PTR CALLBACK AlertProcedure(HWND alert, UINT message, WPARAM wParam, LPARAM lParam) {
+INT_PTR TakeMessage(HWND alert, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_INITDIALOG:
             SetWindowLongPtrA(alert, DWLP_USER, lParam);
-            SetUp(alert, *reinterpret_cast<const AlertRun*>(lParam));
+            SetUp(alert, *reinterpret_cast<AlertRun*>(lParam));
             return TRUE;
         case WM_PAINT:
             DrawStockIcon(
@@ -73,6 +76,12 @@ INT_PTR CALLBACK AlertProcedure(HWND alert, UINT message, WPARAM wParam, LPARAM 
     }
 }
 
+/// Without memory for its texts an alert shows them as they are in the resource.
+INT_PTR CALLBACK AlertProcedure(HWND alert, UINT message, WPARAM wParam, LPARAM lParam) {
+    const INT_PTR unhandled = message == WM_INITDIALOG ? TRUE : FALSE;
+    return Guarded(unhandled, [&] { return TakeMessage(alert, message, wParam, lParam); });
+}
+
 }  // namespace
 
 int RunAlert(HWND parent, int id, const AlertTexts& texts, AlertIcon icon) {
@@ -80,11 +89,15 @@ int RunAlert(HWND parent, int id, const AlertTexts& texts, AlertIcon icon) {
     if (FindResourceA(instanceHandle, resource, MAKEINTRESOURCEA(5 /* RT_DIALOG */)) == nullptr) {
         return 0;
     }
-    const AlertRun run{texts, icon};
+    AlertRun run{texts, icon};
     const INT_PTR result =
         DialogBoxParamA(instanceHandle, resource, IsWindow(parent) ? parent : nullptr,
                         AlertProcedure, reinterpret_cast<LPARAM>(&run));
-    return result > 0 ? static_cast<int>(result) : 0;
+    if (result > 0) {
+        return static_cast<int>(result);
+    }
+    // The end of the program has ended the loop.
+    return run.wasOpened ? cancelControl : 0;
 }
 
 int Alert(HWND parent, std::int16_t id, const AlertTexts& texts) {

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include "base/Module.Win.h"
+#include "base/TryMake.h"
 #include "framework/controls/ControlSupport.Win.h"
 #include "framework/dialog/TabNames.h"
 #include "framework/drawing/InterfaceLib.Win.h"
@@ -104,7 +105,8 @@ void RegisterControlClasses() {
         Register(control);
     }
     RegisterBitmapButton();
-    themes = std::make_unique<ThemeLibrary>();
+    // Not by a throw, which would leave the classes behind: they are a matter of looks.
+    themes = TryMake<ThemeLibrary>();
 }
 
 void UnregisterControlClasses() {

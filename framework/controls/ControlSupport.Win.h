@@ -5,9 +5,9 @@
 
 #include <memory>
 
+#include "base/Callback.Win.h"
 #include "base/TryMake.h"
 #include "framework/controls/ControlClasses.Win.h"
-#include "framework/dialog/Callback.Win.h"
 #include "framework/drawing/GdiObject.Win.h"
 
 /// The record of a control, hung on its window by its class; null before creation, after the

@@ -6,9 +6,11 @@
 
 #include <cmath>
 
+#include "base/FatalError.h"
 #include "framework/controls/ScrollStep.h"
 #include "framework/dialog/DialogState.h"
 #include "framework/dialog/DialogWindow.Win.h"
+#include "framework/help/Help.Win.h"
 #include "resources/Ids.h"
 
 namespace {
@@ -47,12 +49,36 @@ int ThumbPlace(HWND control, int place) {
     return place;
 }
 
+/// Without its pages the dialog goes on.
+void OpenHelp(NorvantaDialog& dialog) {
+    try {
+        dialog.HelpCommand();
+    } catch (std::int16_t) {
+        if (errorCell != 0) {
+            throw;
+        }
+        Alert(&dialog, alertHelpNotFound, HelpPagePath().c_str());
+    }
+}
+
+/// The files of a drop, given back at the end.
+class DroppedFiles {
+  public:
+    explicit DroppedFiles(HDROP newDrop) : drop(newDrop) {}
+    DroppedFiles(const DroppedFiles&) = delete;
+    DroppedFiles& operator=(const DroppedFiles&) = delete;
+    ~DroppedFiles() { DragFinish(drop); }
+
+  private:
+    HDROP drop;
+};
+
 }  // namespace
 
 bool DialogWindow::TakeCommand(NorvantaDialog& dialog, WPARAM wParam, LPARAM lParam) {
     const int id = LOWORD(wParam);
     if (id == commandHelp) {
-        dialog.HelpCommand();
+        OpenHelp(dialog);
         return true;
     }
     const short item = static_cast<short>(id);
@@ -150,6 +176,7 @@ void DialogWindow::TakeActivation(NorvantaDialog& dialog, bool on) {
 }
 
 void DialogWindow::TakeDroppedFiles(NorvantaDialog& dialog, HDROP drop) {
+    const DroppedFiles finished(drop);
     constexpr UINT all = 0xFFFFFFFF;
     const UINT count = DragQueryFileA(drop, all, nullptr, 0);
     for (UINT i = 0; i < count && dialog.dropHandler != nullptr; ++i) {
@@ -158,5 +185,4 @@ void DialogWindow::TakeDroppedFiles(NorvantaDialog& dialog, HDROP drop) {
             dialog.dropHandler(dialog.dropContext, path);
         }
     }
-    DragFinish(drop);
 }

@@ -21,9 +21,11 @@ struct DialogState {
     bool hadClick = false;
     /// The dialog resource that is being opened: controls find their pictures by it.
     short openingResource = 0;
-    /// HWND: what dialogs without an owner open over: the window that was active when the first of
-    /// them was made, else the host's.
+    /// HWND: what dialogs without an owner open over: the host's window, or, where it gives none,
+    /// the window that was active when the first of them was made.
     void* rootWindow = nullptr;
+    /// The box of a fault is open. The dialogs below it rest, and close after it.
+    bool isTellingFault = false;
 };
 
 extern DialogState dialogState;

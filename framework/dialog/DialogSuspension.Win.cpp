@@ -31,8 +31,13 @@ DialogSuspension::~DialogSuspension() {
     const auto ifOpen = [](NorvantaDialog* dialog) {
         return dialog != nullptr && dialog->windowExists ? dialog : nullptr;
     };
-    dialogState.active = ifOpen(active);
-    dialogState.focused = ifOpen(focused);
+    // Without one before, that stays which has become active at the end of what was shown.
+    if (NorvantaDialog* const before = ifOpen(active)) {
+        dialogState.active = before;
+    }
+    if (NorvantaDialog* const before = ifOpen(focused)) {
+        dialogState.focused = before;
+    }
     for (NorvantaDialog* const dialog : hidden) {
         dialog->AppActivate(true);
     }

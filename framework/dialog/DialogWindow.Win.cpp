@@ -6,12 +6,17 @@
 #include <shellapi.h>
 #include <windowsx.h>
 
+#include "base/Callback.Win.h"
+#include "base/HostServices.h"
 #include "base/Module.Win.h"
 #include "base/Platform.h"
-#include "framework/dialog/Callback.Win.h"
 #include "framework/dialog/DialogState.h"
+#include "hostapi/Results.h"
+#include "resources/Ids.h"
 
 namespace {
+
+constexpr char sourceName[] = "DialogWindow.Win";
 
 /// For procedures of the system's messages, whose answer is not the result of the dialog procedure.
 INT_PTR Answer(HWND window, LONG_PTR value) {
@@ -58,6 +63,23 @@ NorvantaDialog* DialogAt(POINT place) {
     return window != nullptr ? DialogWindow::Of(GetAncestor(window, GA_ROOT)) : nullptr;
 }
 
+/// Messages by which the user asks for something. What the others bring, such as painting, comes
+/// again.
+bool IsAsked(UINT message) {
+    switch (message) {
+        case WM_COMMAND:
+        case WM_NOTIFY:
+        case WM_HSCROLL:
+        case WM_VSCROLL:
+        case WM_CLOSE:
+        case WM_DROPFILES:
+        case messageCancel:
+            return true;
+        default:
+            return false;
+    }
+}
+
 bool IsInClient(LPARAM hitTest) {
     return LOWORD(hitTest) == HTCLIENT;
 }
@@ -78,6 +100,16 @@ NorvantaDialog* DialogWindow::Of(HWND window) {
     return dialog;
 }
 
+HWND DialogWindow::InFront() {
+    for (const NorvantaDialog* dialog = dialogState.newest; dialog != nullptr;
+         dialog = dialog->next) {
+        if (dialog->windowExists && dialog->isShown) {
+            return Window(*dialog);
+        }
+    }
+    return static_cast<HWND>(hostWindow);
+}
+
 HWND DialogWindow::OwnerOf(const NorvantaDialog& dialog) {
     if (dialog.owner != nullptr && dialog.owner->windowExists) {
         return Window(*dialog.owner);
@@ -96,7 +128,11 @@ HWND DialogWindow::OwnerOf(const NorvantaDialog& dialog) {
 INT_PTR CALLBACK DialogWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
         NorvantaDialog& opening = *reinterpret_cast<NorvantaDialog*>(lParam);
-        return Guarded(false, [&] { return Open(window, opening); }) ? TRUE : FALSE;
+        return Guarded(
+                   false, [&] { return Open(window, opening); },
+                   [&](std::int16_t id) { GiveUp(opening, id); })
+                   ? TRUE
+                   : FALSE;
     }
     NorvantaDialog* const dialog = Of(window);
     if (dialog == nullptr) {
@@ -107,7 +143,13 @@ INT_PTR CALLBACK DialogWindow::Procedure(HWND window, UINT message, WPARAM wPara
         limits->ptMinTrackSize = {dialog->minimumSize.h, dialog->minimumSize.v};
         return TRUE;
     }
-    const bool handled = Guarded(true, [&] { return Handle(*dialog, message, wParam, lParam); });
+    const bool handled = Guarded(
+        true, [&] { return Handle(*dialog, message, wParam, lParam); },
+        [&](std::int16_t id) {
+            if (IsAsked(message)) {
+                Tell(dialog, id);
+            }
+        });
     if (handled && message == WM_SETCURSOR) {
         return Answer(window, TRUE);
     }
@@ -128,6 +170,21 @@ class OpeningSection {
   private:
     NorvantaDialog& dialog;
 };
+
+/// A dialog that could not be set up closes as by Cancel.
+void DialogWindow::GiveUp(NorvantaDialog& dialog, std::int16_t id) {
+    dialog.isOpening = false;
+    dialog.Close(cancelItem);
+    Tell(&dialog, id);
+}
+
+void DialogWindow::Tell(NorvantaDialog* dialog, std::int16_t id) {
+    if (id == hostapi::memFullErr) {
+        Alert(dialog, alertOutOfMemory);
+    } else {
+        platformServices.reportFault(id, sourceName, __LINE__);
+    }
+}
 
 /// Whether the system shall choose the first focus.
 bool DialogWindow::Open(HWND window, NorvantaDialog& dialog) {
@@ -180,8 +237,8 @@ LRESULT CALLBACK DialogWindow::Subclass(HWND window, UINT message, WPARAM wParam
 
 bool DialogWindow::Handle(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (errorCell != 0) {
-        // An exception from a message handler ends the dialog, and then the ones below it.
-        if (!dialog.isOpening) {
+        // A fault ends the dialog, and then the ones below it; not before it has been told.
+        if (!dialog.isOpening && !dialogState.isTellingFault) {
             dialog.Close(errorCell);
         }
         return false;

@@ -34,6 +34,8 @@ class DialogWindow {
     static NorvantaDialog* Of(HWND window);
     /// The window over which a dialog opens.
     static HWND OwnerOf(const NorvantaDialog& dialog);
+    /// That of the dialog that was shown last and is open; without one the host's, or null.
+    static HWND InFront();
     static HWND Window(const NorvantaDialog& dialog) { return static_cast<HWND>(dialog.Window()); }
 
     // Parts of NorvantaDialog::Setup.
@@ -42,12 +44,17 @@ class DialogWindow {
     static void NoteFirstSize(NorvantaDialog& dialog);
     // Parts of NorvantaDialog::Close.
     static void EndScrolling(NorvantaDialog& dialog);
+    // Part of NorvantaDialog::Run.
+    static void TakeQuit(NorvantaDialog& dialog);
     static void Forget(const NorvantaDialog& dialog);
 
   private:
     static void NoteClientRectangle(NorvantaDialog& dialog);
     static void NoteClientPlace(NorvantaDialog& dialog);
     static bool Open(HWND window, NorvantaDialog& dialog);
+    static void GiveUp(NorvantaDialog& dialog, std::int16_t id);
+    /// Tells the user of a throw that was no fault.
+    static void Tell(NorvantaDialog* dialog, std::int16_t id);
     static void FitToScreen(NorvantaDialog& dialog);
     static bool Handle(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam);
     static bool Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam);

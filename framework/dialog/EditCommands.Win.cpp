@@ -3,6 +3,7 @@
 
 #include "framework/dialog/DialogWindow.Win.h"
 #include "framework/dialog/NorvantaDialog.h"
+#include "framework/help/Help.Win.h"
 #include "resources/Ids.h"
 
 namespace {
@@ -69,4 +70,5 @@ void NorvantaDialog::UpdateMenus() {
     Port().EnableMenuItem(commandFieldClear, hasSelection);
     Port().EnableMenuItem(commandFieldPaste, isField && IsClipboardFormatAvailable(CF_TEXT));
     Port().EnableMenuItem(commandFieldSelectAll, isField);
+    Port().EnableMenuItem(commandHelp, isHelpThere(HelpPagePath().c_str()));
 }

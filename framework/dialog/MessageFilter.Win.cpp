@@ -1,7 +1,7 @@
 // The filter that sees the messages of dialogs before the system does: accelerators, focus, keys.
 #include <string>
 
-#include "framework/dialog/Callback.Win.h"
+#include "base/Callback.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "framework/dialog/DialogWindow.Win.h"
 
@@ -100,7 +100,9 @@ void DialogWindow::RemoveFilter() {
 LRESULT CALLBACK DialogWindow::Filter(int code, WPARAM wParam, LPARAM lParam) {
     if (code == MSGF_DIALOGBOX) {
         const MSG& message = *reinterpret_cast<const MSG*>(lParam);
-        if (Guarded(true, [&] { return FilterMessage(message); })) {
+        if (Guarded(
+                true, [&] { return FilterMessage(message); },
+                [](std::int16_t id) { Tell(dialogState.active, id); })) {
             return TRUE;
         }
     }

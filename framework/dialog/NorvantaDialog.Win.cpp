@@ -54,9 +54,9 @@ NorvantaDialog::NorvantaDialog(short newResourceId, NorvantaDialog* newOwner, Ki
       defaultItem(newKind == Kind::modal ? okItem : short{0}),
       cancellingItem(newKind == Kind::modal ? cancelItem : short{0}) {
     if (next == nullptr) {
-        const HWND active = GetActiveWindow();
-        // None is active when the user has gone to another program.
-        dialogState.rootWindow = active != nullptr ? active : hostWindow;
+        // The host's own, so that none of its windows takes input meanwhile; another one may be
+        // active, or none when the user has gone to another program.
+        dialogState.rootWindow = hostWindow != nullptr ? hostWindow : GetActiveWindow();
         RegisterControlClasses();
         DialogWindow::InstallFilter();
     }
@@ -99,10 +99,26 @@ int NorvantaDialog::Run() {
     const INT_PTR answer =
         DialogBoxParamA(instanceHandle, ResourceName(resourceId), DialogWindow::OwnerOf(*this),
                         DialogWindow::Procedure, reinterpret_cast<LPARAM>(this));
-    if (answer == -1 || !isClosing) {
+    if (answer == -1 || (!isClosing && !windowExists)) {
         FatalError(faultResourceMissing, sourceName, __LINE__);
     }
+    if (!isClosing) {
+        // The program is to end: the system has left the loop, and has put its message back for the
+        // loops around this one.
+        DialogWindow::TakeQuit(*this);
+    }
     return result;
+}
+
+/// The window is gone already.
+void DialogWindow::TakeQuit(NorvantaDialog& dialog) {
+    EndScrolling(dialog);
+    dialog.isClosing = true;
+    dialog.result = cancelItem;
+    dialog.timer = 0;
+    dialog.windowExists = false;
+    dialog.isShown = false;
+    Forget(dialog);
 }
 
 void NorvantaDialog::Setup() {
@@ -270,7 +286,7 @@ void NorvantaDialog::SetActive(bool on) {
 
 void NorvantaDialog::PaintMessage() {
     const HWND window = DialogWindow::Window(*this);
-    Region update;
+    Region& update = port->PaintRegion();
     GetUpdateRgn(window, static_cast<HRGN>(update.Handle()), FALSE);
     PAINTSTRUCT paint;
     BeginPaint(window, &paint);

@@ -130,11 +130,10 @@ struct DrawingPort::Resources {
         Made(CreateRectRgn(everything.left, everything.top, everything.right, everything.bottom),
              __LINE__);
     GdiObject effectiveClip = Made(CreateRectRgn(0, 0, 0, 0), __LINE__);
-    /// Null for none.
-    GdiObject extraClip;
-    GdiObject pen;
-    GdiObject foregroundBrush;
-    GdiObject backgroundBrush;
+    /// Meets the clip while `isExtraClipped`.
+    GdiObject extraClip = Made(CreateRectRgn(0, 0, 0, 0), __LINE__);
+    bool isExtraClipped = false;
+    Region paint;
     GdiObject picture;
     short pictureId = 0;
     HICON icon = nullptr;
@@ -172,13 +171,23 @@ HICON DrawingPort::Resources::Icon(short id) {
 }
 
 /// A device context of the port's window, clipped and with the port's pen; given back at the end.
+/// Where the system has none to give nothing is drawn: the next paint can.
+///
+/// The pen and the brushes are the context's own, whose colours can be set: a colour costs no
+/// object of the system, of which a process may be out. Only a wide pen is made, and is thin
+/// without.
 class PortContext {
   public:
-    explicit PortContext(const DrawingPort& port) : context(static_cast<HWND>(port.target.window)) {
+    explicit PortContext(const DrawingPort& port)
+        : context(static_cast<HWND>(port.target.window)),
+          widePen(port.penWidth > 1 ? CreatePen(port.penStyle, port.penWidth, port.foreground)
+                                    : nullptr) {
         const DrawingPort::Resources& resources = *port.resources;
         SelectClipRgn(Get(), As<HRGN>(resources.effectiveClip));
-        SelectObject(Get(), resources.pen.get());
-        SelectObject(Get(), resources.foregroundBrush.get());
+        SelectObject(Get(), widePen != nullptr ? widePen.get() : GetStockObject(DC_PEN));
+        SetDCPenColor(Get(), port.foreground);
+        SelectObject(Get(), GetStockObject(DC_BRUSH));
+        SetDCBrushColor(Get(), port.foreground);
         SelectObject(Get(), resources.font);
         SetROP2(Get(), static_cast<int>(port.penMode));
         SetTextColor(Get(), port.foreground);
@@ -187,7 +196,7 @@ class PortContext {
     PortContext(const PortContext&) = delete;
     PortContext& operator=(const PortContext&) = delete;
     ~PortContext() {
-        // The port's own objects may go before the context is used again.
+        // A window's own context keeps what is selected, and the pen goes.
         SelectObject(Get(), GetStockObject(BLACK_PEN));
         SelectObject(Get(), GetStockObject(WHITE_BRUSH));
         SelectObject(Get(), GetStockObject(SYSTEM_FONT));
@@ -196,6 +205,7 @@ class PortContext {
 
   private:
     WindowContext context;
+    GdiObject widePen;
 };
 
 DrawingPort::DrawingPort(void* window)
@@ -207,21 +217,15 @@ DrawingPort::DrawingPort(void* window)
       penWidth(1),
       penMode(PenMode::copy) {
     target.clipRegion = resources->clip.get();
-    SetForeground(foreground);
-    SetBackground(background);
     RemakeClip();
 }
 
 DrawingPort::~DrawingPort() = default;
 
-void DrawingPort::RemakePen() {
-    resources->pen = Made(CreatePen(penStyle, penWidth, foreground), __LINE__);
-}
-
 void DrawingPort::RemakeClip() {
     const HRGN effective = As<HRGN>(resources->effectiveClip);
     const HRGN clip = As<HRGN>(resources->clip);
-    if (resources->extraClip != nullptr) {
+    if (resources->isExtraClipped) {
         CombineRgn(effective, clip, As<HRGN>(resources->extraClip), RGN_AND);
     } else {
         CombineRgn(effective, clip, nullptr, RGN_COPY);
@@ -236,23 +240,18 @@ void DrawingPort::ResetPen() {
     penStyle = PS_SOLID;
     penWidth = 1;
     penMode = PenMode::copy;
-    RemakePen();
 }
 
 void DrawingPort::SetPenWidth(short width) {
     penWidth = width > 1 ? width : short{1};
-    RemakePen();
 }
 
 void DrawingPort::SetForeground(Color24 color) {
     foreground = color;
-    RemakePen();
-    resources->foregroundBrush = Made(CreateSolidBrush(color), __LINE__);
 }
 
 void DrawingPort::SetBackground(Color24 color) {
     background = color;
-    resources->backgroundBrush = Made(CreateSolidBrush(color), __LINE__);
 }
 
 void DrawingPort::SetSystemColor(short number) {
@@ -280,7 +279,8 @@ void DrawingPort::DrawLine(hostapi::Point from, hostapi::Point to) {
 void DrawingPort::FillRect(const hostapi::Rect& rect) {
     const PortContext context(*this);
     const RECT system = ToSystem(rect);
-    ::FillRect(context.Get(), &system, As<HBRUSH>(resources->backgroundBrush));
+    SetDCBrushColor(context.Get(), background);
+    ::FillRect(context.Get(), &system, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }
 
 void DrawingPort::PaintRect(const hostapi::Rect& rect) {
@@ -289,7 +289,7 @@ void DrawingPort::PaintRect(const hostapi::Rect& rect) {
     if (penMode == PenMode::exclusiveOr) {
         InvertRect(context.Get(), &system);
     } else {
-        ::FillRect(context.Get(), &system, As<HBRUSH>(resources->foregroundBrush));
+        ::FillRect(context.Get(), &system, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
     }
 }
 
@@ -331,15 +331,24 @@ void DrawingPort::CopyClip(Region& region) const {
     CombineRgn(static_cast<HRGN>(region.Handle()), As<HRGN>(resources->clip), nullptr, RGN_COPY);
 }
 
+hostapi::Rect DrawingPort::ClipBox() const {
+    RECT box{};
+    GetRgnBox(As<HRGN>(resources->clip), &box);
+    return RectFromSystem(box);
+}
+
+Region& DrawingPort::PaintRegion() {
+    return resources->paint;
+}
+
 void DrawingPort::SetClipRect(const hostapi::Rect& rect) {
     SetRectRgn(As<HRGN>(resources->clip), rect.left, rect.top, rect.right, rect.bottom);
     RemakeClip();
 }
 
 void DrawingPort::SetExtraClip(const Region* region) {
-    resources->extraClip.reset();
+    resources->isExtraClipped = region != nullptr;
     if (region != nullptr) {
-        resources->extraClip = Made(CreateRectRgn(0, 0, 0, 0), __LINE__);
         CombineRgn(As<HRGN>(resources->extraClip), static_cast<HRGN>(region->Handle()), nullptr,
                    RGN_COPY);
     }

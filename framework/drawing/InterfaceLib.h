@@ -108,7 +108,8 @@ enum TextFlag : unsigned {
 
 class DrawingPort {
   public:
-    /// `window` is an HWND. FatalError -108 when the system gives no pen, brush or region.
+    /// `window` is an HWND. FatalError -108 when the system gives no region. After that no drawing
+    /// fails: what the system has no object for is left out, and the next paint draws it.
     explicit DrawingPort(void* window);
     DrawingPort(const DrawingPort&) = delete;
     DrawingPort& operator=(const DrawingPort&) = delete;
@@ -151,9 +152,14 @@ class DrawingPort {
     /// Drawing is clipped to the clip region and, if there is one, to the extra clip as well.
     void SetClip(const Region& region);
     void CopyClip(Region& region) const;
+    /// The rectangle around the clip region.
+    hostapi::Rect ClipBox() const;
     void SetClipRect(const hostapi::Rect& rect);
     /// Null takes it away.
     void SetExtraClip(const Region* region);
+    /// For the part of the window that a paint is about: it has its region from the port, so that a
+    /// paint needs none of the system.
+    Region& PaintRegion();
 
     /// The bitmap resource, scaled to the rectangle. 0, or faultResourceMissing with nothing drawn.
     /// The last picture stays loaded.
@@ -175,7 +181,6 @@ class DrawingPort {
   private:
     struct Resources;
 
-    void RemakePen();
     void RemakeClip();
 
     ViewTarget target;

@@ -24,8 +24,7 @@ void LoadName(StringId id, char (&text)[textCapacity]) {
     }
 }
 
-hostapi::LookupService FindLookup(const char* library) {
-    const HMODULE module = FindLoadedModule(library);
+hostapi::LookupService FindLookup(HMODULE module) {
     if (module == nullptr) {
         return nullptr;
     }
@@ -41,7 +40,8 @@ void ShowAbout() {
     LoadName(stringProductKey, names.productKey);
     LoadName(stringFamilyKey, names.familyKey);
     LoadName(stringSharedLibrary, names.library);
-    const hostapi::LookupService lookup = FindLookup(names.library);
+    const HeldModule library = FindLoadedModule(names.library);
+    const hostapi::LookupService lookup = FindLookup(library.get());
     void* service = nullptr;
     if (lookup == nullptr || lookup(hostapi::aboutServiceTag, &service) == 0 ||
         service == nullptr) {

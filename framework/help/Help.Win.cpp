@@ -24,19 +24,36 @@ std::intptr_t OpenWithSystem(const char* address) {
         ShellExecuteA(nullptr, "open", address, nullptr, nullptr, SW_SHOWNORMAL));
 }
 
+bool IsFile(const char* path) {
+    const DWORD attributes = GetFileAttributesA(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+/// Empty where the system does not tell the module's path, or the text is missing.
+std::string PageAddress() {
+    char pages[textBufferSize];
+    char module[MAX_PATH];
+    const bool hasText = LoadIndexedString(pages, stringHelpPage, 0) == 0;
+    const DWORD length = GetModuleFileNameA(instanceHandle, module, MAX_PATH);
+    return hasText && length > 0 && length < MAX_PATH ? HelpAddress(module, pages, IsLeadByte) : "";
+}
+
 }  // namespace
 
 AddressOpener openAddress = OpenWithSystem;
+FileTest isHelpThere = IsFile;
+
+std::string HelpPagePath() {
+    const std::string address = PageAddress();
+    return address.empty() ? "" : address.substr(sizeof helpScheme - 1);
+}
 
 void NorvantaDialog::HelpCommand() {
-    char pages[textBufferSize];
-    FatalError(LoadIndexedString(pages, stringHelpPage, 0), sourceName, __LINE__);
-    char module[MAX_PATH];
-    const DWORD length = GetModuleFileNameA(instanceHandle, module, MAX_PATH);
-    if (length == 0 || length == MAX_PATH) {
+    const std::string address = PageAddress();
+    if (address.empty()) {
         FatalError(faultResourceMissing, sourceName, __LINE__);
     }
-    const std::intptr_t answer = openAddress(HelpAddress(module, pages, IsLeadByte).c_str());
+    const std::intptr_t answer = openAddress(address.c_str());
     if (answer <= lastFailure) {
         throw static_cast<std::int16_t>(answer != 0 ? answer : std::intptr_t{hostapi::memFullErr});
     }

@@ -2,7 +2,7 @@
 
 std::string HelpAddress(const std::string& module, const std::string& pages,
                         bool (*isLeadByte)(unsigned char)) {
-    const std::string path = "file://" + module;
+    const std::string path = helpScheme + module;
     // The pages bring the backslash before them along, if they have one.
     const std::size_t behindBackslash = !pages.empty() && pages[0] == '\\' ? 0 : 1;
     std::size_t end = 0;

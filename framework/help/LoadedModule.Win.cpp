@@ -8,6 +8,12 @@
 
 namespace {
 
+/// Null if it is not loaded.
+HeldModule Hold(DWORD flags, const char* nameOrAddress) {
+    HMODULE module = nullptr;
+    return HeldModule(GetModuleHandleExA(flags, nameOrAddress, &module) ? module : nullptr);
+}
+
 /// The modules of this process at one moment.
 class ModuleList {
   public:
@@ -20,15 +26,18 @@ class ModuleList {
         }
     }
 
-    /// The first one for which `isWanted` holds; null if there is none.
+    /// The first one for which `isWanted` holds; null if there is none. Each is kept loaded while
+    /// it is looked at: another thread may have freed it since.
     template <typename Condition>
-    HMODULE Find(Condition isWanted) const {
+    HeldModule Find(Condition isWanted) const {
         MODULEENTRY32 entry{};
         entry.dwSize = sizeof entry;
         for (BOOL more = Module32First(snapshot, &entry); more;
              more = Module32Next(snapshot, &entry)) {
-            if (isWanted(entry.hModule)) {
-                return entry.hModule;
+            HeldModule module = Hold(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                                     reinterpret_cast<const char*>(entry.modBaseAddr));
+            if (module != nullptr && isWanted(module.get())) {
+                return module;
             }
         }
         return nullptr;
@@ -57,8 +66,8 @@ const char* LinkedName(HMODULE module) {
 
 }  // namespace
 
-HMODULE FindLoadedModule(const char* name) {
-    if (const HMODULE module = GetModuleHandleA(name)) {
+HeldModule FindLoadedModule(const char* name) {
+    if (HeldModule module = Hold(0, name)) {
         return module;
     }
     const std::string wanted = std::string(name) + ".dll";

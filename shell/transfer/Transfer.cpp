@@ -52,6 +52,14 @@ Span DeliveredSpan(const Rect& asked, const Rect& delivered, std::int32_t rowByt
     return {left - asked.left, count};
 }
 
+/// Whether a row has room for more than 8 bits a channel. Hosts may pad rows; of a row that is
+/// longer than any padding, twice the length is none.
+bool IsTooLong(std::int32_t rowBytes, int width, int planes) {
+    constexpr std::int64_t greatestPadding = 64;
+    const std::int64_t length = std::int64_t{width} * planes;
+    return length > greatestPadding && std::abs(std::int64_t{rowBytes}) >= 2 * length;
+}
+
 /// Fetches the next row of a loop over the selection, and stores the one before. False when the
 /// loop must end; the context's result then says why.
 bool AdvanceTo(FilterContext* context, const Rect& selection, std::int16_t y, bool withMask) {
@@ -145,6 +153,34 @@ std::unique_ptr<PaintClass> ReadSelection(FilterContext* context) {
     }
     ReadRows(context, *pic);
     return pic;
+}
+
+bool HasColors(const FilterRecord& record) {
+    return record.imageMode == hostapi::imageModeRGB && record.planes >= colorPlanes;
+}
+
+std::int16_t TryFirstRow(FilterContext* context) {
+    FilterRecord* const record = context->record;
+    const Rect selection = record->filterRect;
+    if (record->advanceState == nullptr || IsEmpty(selection)) {
+        return hostapi::noErr;
+    }
+    const Rect in = record->inRect;
+    const Rect out = record->outRect;
+    const Rect mask = record->maskRect;
+    RequestAllPlanes(record);
+    record->inRect = RowAt(selection, selection.top);
+    record->outRect = {};
+    record->maskRect = {};
+    std::int16_t result = AdvanceState();
+    if (result == hostapi::noErr &&
+        IsTooLong(record->inRowBytes, Width(record->inRect), record->planes)) {
+        result = hostapi::filterBadParameters;
+    }
+    record->inRect = in;
+    record->outRect = out;
+    record->maskRect = mask;
+    return result;
 }
 
 TileInfo TileOf(const PicClass& pic) {
@@ -258,7 +294,8 @@ bool WriteDeliveredRow(const FilterRecord& record, const Rect& asked, int row,
     if (span.count == 0) {
         return true;
     }
-    if (record.outData == nullptr) {
+    if (record.outData == nullptr ||
+        IsTooLong(record.outRowBytes, Width(record.outRect), record.planes)) {
         return false;
     }
     writer.Write(span.skipped, row, record.outData, span.count);

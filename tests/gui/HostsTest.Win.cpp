@@ -1,4 +1,6 @@
 // Hosts that lack something, other pictures, faults in the middle.
+#include <filesystem>
+
 #include "base/FatalError.h"
 #include "paint/EffectRun.h"
 #include "resources/Ids.h"
@@ -111,6 +113,22 @@ TEST_F(HostsTest, WithoutMemoryForALargerTextureTheEditorSaysSo) {
     EXPECT_EQ(Applied()->grX, 150);
 }
 
+/// The host's window, which no dialog of the program stands over any more.
+class ShownHost {
+  public:
+    ShownHost()
+        : window(CreateWindowA("Static", "host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
+                               nullptr, nullptr, nullptr, nullptr)) {}
+    ShownHost(const ShownHost&) = delete;
+    ShownHost& operator=(const ShownHost&) = delete;
+    ~ShownHost() { DestroyWindow(window); }
+
+    HWND Window() const { return window; }
+
+  private:
+    HWND window;
+};
+
 TEST_F(HostsTest, AnErrorThatIsPendingClosesAllAndIsNotToldAgain) {
     NoteFaults();
     SkipNewDialog();
@@ -145,26 +163,91 @@ TEST_F(HostsTest, AFaultBelowADialogClosesAllAndIsToldOnce) {
     ASSERT_EQ(Log().faults.size(), 1u);
     EXPECT_EQ(Log().faults[0].id, 17500);
     EXPECT_EQ(Log().faults[0].file, "clock");
-    // Nobody pressed Cancel, so what there is goes to the host.
-    EXPECT_TRUE(report.Succeeded());
-    ExpectFilledWithApplied();
+    // The texture is half made.
+    EXPECT_EQ(report.result, 0);
+    EXPECT_TRUE(picture.pixels == before.pixels);
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "Zandermolite.tmp"));
 }
 
-/// The host's window, which no dialog of the program stands over any more.
-class ShownHost {
-  public:
-    ShownHost()
-        : window(CreateWindowA("Static", "host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
-                               nullptr, nullptr, nullptr, nullptr)) {}
-    ShownHost(const ShownHost&) = delete;
-    ShownHost& operator=(const ShownHost&) = delete;
-    ~ShownHost() { DestroyWindow(window); }
+TEST_F(HostsTest, AfterAFaultNothingIsSaved) {
+    NoteFaults();
+    SkipNewDialog();
+    const std::string settingsBefore = BytesOf(folder.Path() / "Zandermolite3.prf");
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        // Would be kept: from now on the New dialog.
+        editor.Choose(commandNewAtLaunch);
+        errorCell = 20008;
+        editor.WaitUntilClosed();
+    });
+    EXPECT_EQ(BytesOf(folder.Path() / "Zandermolite3.prf"), settingsBefore);
+    EXPECT_TRUE(picture.pixels == before.pixels);
+}
 
-    HWND Window() const { return window; }
+TEST_F(HostsTest, AfterAFaultTheNextRunSaysSoInOneBox) {
+    NoteFaults();
+    SkipNewDialog();
+    errorCell = 20008;
+    const host::RunReport report = Run([&](const GuiDriver& gui) {
+        const DrivenDialog alert = gui.WaitForTitle("Zandermolite");
+        EXPECT_EQ(alert.Text(3),
+                  "An earlier error has ended Zandermolite. It cannot be used again before this "
+                  "program has been restarted.");
+        alert.PressToOpen(okItem);
+        alert.WaitUntilClosed();
+    });
+    EXPECT_EQ(report.result, 0);
+    EXPECT_TRUE(picture.pixels == before.pixels);
+    EXPECT_TRUE(Log().faults.empty());
+}
 
-  private:
-    HWND window;
-};
+TEST_F(HostsTest, TheStopBoxKeepsTheHostDisabled) {
+    const ShownHost host;
+    settings.hooks.window = host.Window();
+    SkipNewDialog();
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        editor.PressToOpen(Items::lines);
+        const DrivenDialog lines = gui.WaitFor(linesDialog);
+        platformServices.clockSeconds = []() -> std::uint32_t {
+            FatalError(17500, "clock", 7);
+            return 0;
+        };
+        lines.PressToOpen(ApplyItems::apply);
+        const DrivenDialog box = gui.WaitForAlert(editor);
+        // The timers of the dialogs below go on.
+        gui.WaitUntilIdle();
+        EXPECT_TRUE(box.IsOpen());
+        EXPECT_TRUE(lines.IsOpen());
+        EXPECT_TRUE(editor.IsOpen());
+        EXPECT_FALSE(IsWindowEnabled(host.Window()));
+        EXPECT_FALSE(IsWindowEnabled(editor.Window()));
+        EXPECT_FALSE(IsWindowEnabled(lines.Window()));
+        box.PressToOpen(okItem);
+        editor.WaitUntilClosed();
+    });
+    EXPECT_TRUE(IsWindowEnabled(host.Window()));
+    EXPECT_TRUE(picture.pixels == before.pixels);
+}
+
+TEST_F(HostsTest, TheEndOfTheProgramIsACancel) {
+    SkipNewDialog();
+    const DWORD thread = GetCurrentThreadId();
+    const host::RunReport report = Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        editor.PressToOpen(Items::lines);
+        const DrivenDialog lines = gui.WaitFor(linesDialog);
+        lines.Press(ApplyItems::apply);
+        PostThreadMessageA(thread, WM_QUIT, 7, 0);
+        editor.WaitUntilClosed();
+    });
+    EXPECT_EQ(report.result, -128);
+    EXPECT_TRUE(picture.pixels == before.pixels);
+    EXPECT_EQ(errorCell, 0);
+    MSG quit{};
+    EXPECT_TRUE(PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) << "is the host's";
+    EXPECT_EQ(quit.wParam, 7u);
+}
 
 TEST_F(HostsTest, ADamagedPreferenceFileIsToldOverTheHost) {
     const ShownHost host;

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "files/Preferences.h"
+#include "framework/help/Help.Win.h"
 #include "resources/Ids.h"
 #include "tests/gui/PluginRun.Win.h"
 #include "tests/support/Pictures.h"
@@ -109,6 +110,22 @@ TEST_F(MenuTest, AnEntryIsEnabledWhenItsButtonIs) {
             EXPECT_EQ(editor.IsMenuEnabled(command), editor.IsEnabled(item)) << text;
         }
     });
+}
+
+TEST_F(MenuTest, HelpIsThereWhereItsPagesAre) {
+    const FileTest before = isHelpThere;
+    static bool isThere;
+    isHelpThere = [](const char*) { return isThere; };
+    RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
+        for (const bool answer : {true, false}) {
+            isThere = answer;
+            // Opening a menu brings its entries up to date.
+            SendMessageA(editor.Window(), WM_INITMENUPOPUP,
+                         reinterpret_cast<WPARAM>(GetSubMenu(GetMenu(editor.Window()), 0)), 0);
+            EXPECT_EQ(editor.IsMenuEnabled(commandHelp), answer);
+        }
+    });
+    isHelpThere = before;
 }
 
 TEST_F(MenuTest, TheOtherEntriesOfTheMenuDoWhatTheySay) {

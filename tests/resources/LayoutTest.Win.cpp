@@ -300,7 +300,7 @@ TEST_P(Layout, ALongPathFitsAFileAlert) {
     std::wstring path =
         L"C:\\Documents and Settings\\Somebody\\My Documents\\My Pictures\\Textures";
     path += L"\\Stone and Marble\\a texture with quite a long name.jpg";
-    for (int id : {16110, 19005, 19006, 19007, 19008, 19009, 19010, 19011}) {
+    for (int id : {16110, 16120, 19005, 19006, 19007, 19008, 19009, 19010, 19011}) {
         const OpenedDialog& dialog = Opened(id, GetParam());
         const Control text = dialog.Item(3);
         std::wstring whole = text.text;

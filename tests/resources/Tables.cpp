@@ -56,6 +56,10 @@ const std::vector<ExpectedText> expectedAlerts{
      L"The bitmap inside the choosen file is bigger than 512 x 512 pixels. Zandermolite cannot "
      L"open it."},
     {16110, L"Are you sure you want to delete the preset named <^0>?"},
+    {16120, L"The help pages could not be opened. They should be beside the plug-in: ^0"},
+    {16121,
+     L"An earlier error has ended Zandermolite. It cannot be used again before this program has "
+     L"been restarted."},
     {17003, L"The preference file appears to be corrupt. The preferences will be discarded."},
     {17004, L"The setting ^0 appears to be corrupt. The setting will be discarded."},
     {18016,

@@ -1,4 +1,5 @@
 // Faults, and whatever else is thrown, end in the switch over the selectors.
+#include <algorithm>
 #include <cstring>
 #include <new>
 #include <stdexcept>
@@ -31,7 +32,8 @@ TEST_P(ThrownTest, EndsHereWhateverItIs) {
     const HostImage before = rowHost.image;
     int call = 0;
     rowHost.onAdvance = [&call] {
-        if (call++ == 5) {
+        // The first is the trial.
+        if (call++ == 6) {
             GetParam()();
         }
     };
@@ -91,6 +93,160 @@ TEST_F(SelectorsTest, AFailedAssertionIsReportedOnce) {
     EXPECT_EQ(Log().faults[0].file, "PicClass / Zeile 291 !(locked)");
     EXPECT_EQ(Log().faults[0].line, -1);
     EXPECT_EQ(errorCell, 2);
+}
+
+TEST_F(SelectorsTest, AfterAFaultEveryStartEndsLikeIt) {
+    Parameters();
+    const HostImage before = rowHost.image;
+    Windows().edit = [](std::unique_ptr<PaintClass>&) { errorCell = 20008; };
+    EXPECT_EQ(Start(), 0);
+    EXPECT_EQ(Log().beeps, 1);
+    EXPECT_TRUE(Log().alerts.empty()) << "the fault itself was told";
+    EXPECT_EQ(Block().ran, 0);
+    for (int later = 0; later < 2; ++later) {
+        Log().alerts.clear();
+        Log().beeps = 0;
+        int window = 0;
+        hostapi::PlatformData platformData{&window};
+        record.platformData = &platformData;
+        SetRectangles();
+        EXPECT_EQ(Start(), 0);
+        ExpectEmptyRectangles();
+        ASSERT_EQ(Log().alerts.size(), 1u);
+        EXPECT_EQ(Log().alerts[0].id, 16121);
+        EXPECT_EQ(hostWindow, &window) << "the box is over this call's window";
+        EXPECT_EQ(Log().beeps, 1);
+        record.platformData = nullptr;
+    }
+    rowHost.Finish();
+    EXPECT_EQ(rowHost.image, before);
+    EXPECT_FALSE(std::filesystem::exists(File()));
+    EXPECT_EQ(errorCell, 20008);
+}
+
+/// How the windows of a run end that no user has ended.
+struct FaultyEnd {
+    int opening;
+    int editor;
+    std::int16_t cell;
+};
+
+class FaultyEndTest : public SelectorsTest, public testing::WithParamInterface<FaultyEnd> {};
+
+TEST_P(FaultyEndTest, WritesNothing) {
+    Parameters();
+    const HostImage before = rowHost.image;
+    Windows().launchFlag = true;
+    Windows().openingEnds = GetParam().opening;
+    Windows().editorEnds = GetParam().editor;
+    Windows().edit = [](std::unique_ptr<PaintClass>&) { errorCell = GetParam().cell; };
+    SetRectangles();
+    EXPECT_EQ(Start(), 0);
+    EXPECT_EQ(Log().beeps, 1);
+    ExpectEmptyRectangles();
+    EXPECT_EQ(Block().ran, 0);
+    EXPECT_EQ(Block().haveLastTexture, 0);
+    EXPECT_FALSE(std::filesystem::exists(File()));
+    EXPECT_EQ(memory.LiveBuffers(), 0u);
+    rowHost.Finish();
+    EXPECT_EQ(rowHost.image, before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Ends, FaultyEndTest,
+                         testing::Values(FaultyEnd{20008, 1, 0}, FaultyEnd{-108, 1, 0},
+                                         FaultyEnd{1, 20008, 0}, FaultyEnd{1, 31, 0},
+                                         FaultyEnd{1, 0, 0}, FaultyEnd{1, 1, 17500},
+                                         // An assertion's id is that of Cancel.
+                                         FaultyEnd{1, 2, 2}, FaultyEnd{1, 2, -108}));
+
+TEST_F(SelectorsTest, AFaultInTheNewDialogEndsTheRunThere) {
+    Parameters();
+    Windows().launchFlag = true;
+    Windows().openingEnds = 20008;
+    EXPECT_EQ(Start(), 0);
+    EXPECT_EQ(std::count(Windows().events.begin(), Windows().events.end(), "editor runs"), 0);
+}
+
+TEST_F(SelectorsTest, CancelLeavesTheRectanglesAsTheyWere) {
+    Parameters();
+    Windows().contents = SizeItems::selection;
+    Windows().editorEnds = runCancelled;
+    SetRectangles();
+    EXPECT_EQ(Start(), -128);
+    EXPECT_TRUE(AreEqual(record.inRect, someRect));
+    EXPECT_TRUE(AreEqual(record.outRect, someRect));
+    EXPECT_TRUE(AreEqual(record.maskRect, someRect));
+}
+
+TEST_F(SelectorsTest, APictureThatCannotBeFilledIsRefusedBeforeAnyWindow) {
+    Parameters();
+    for (const int mode : {0, 1, 2, 4, 7, 9, 11}) {
+        record.imageMode = static_cast<std::int16_t>(mode);
+        SetRectangles();
+        EXPECT_EQ(Start(), -30100) << mode;
+        ExpectEmptyRectangles();
+    }
+    record.imageMode = hostapi::imageModeRGB;
+    record.planes = 2;
+    EXPECT_EQ(Start(), -30100);
+    record.planes = 3;
+    static decltype(record.advanceState) hostsAdvance;
+    hostsAdvance = record.advanceState;
+    record.advanceState = []() -> std::int16_t {
+        const std::int16_t result = hostsAdvance();
+        // As for 16 bits a channel.
+        filterRecord->inRowBytes *= 2;
+        return result;
+    };
+    SetRectangles();
+    EXPECT_EQ(Start(), -30100);
+    record.advanceState = hostsAdvance;
+    ExpectEmptyRectangles();
+    EXPECT_TRUE(Windows().events.empty());
+    // A repeat finds the same.
+    ASSERT_TRUE(SaveLastTexture(&static_cast<const PicClass&>(PaintClass(8, 8))));
+    Block().ran = 1;
+    record.imageMode = hostapi::imageModeGrey;
+    EXPECT_EQ(Start(), -30100);
+    EXPECT_EQ(Log().beeps, 0);
+}
+
+TEST_F(SelectorsTest, AHostThatGivesNoFirstRowIsBelievedBeforeAnyWindow) {
+    Parameters();
+    rowHost.failAdvance[0] = -77;
+    EXPECT_EQ(Start(), -77);
+    EXPECT_TRUE(Windows().events.empty());
+    EXPECT_EQ(Block().ran, 0);
+}
+
+TEST_F(SelectorsTest, AStartWithinAStartIsRefused) {
+    Parameters();
+    const HostImage before = rowHost.image;
+    hostapi::FilterRecord inner = record;
+    std::int16_t innerStart = unwritten;
+    std::int16_t innerPrepare = unwritten;
+    Windows().edit = [&](std::unique_ptr<PaintClass>&) {
+        inner.bufferSpace = 0;
+        const hostapi::FilterRecord asBefore = inner;
+        DispatchSelector(3, &inner, &innerStart);
+        EXPECT_EQ(std::memcmp(&asBefore, &inner, sizeof inner), 0);
+        EXPECT_EQ(filterRecord, &record);
+        DispatchSelector(2, &inner, &innerPrepare);
+        EXPECT_EQ(filterRecord, &record) << "the outer run goes on with its own";
+    };
+    EXPECT_EQ(Start(), 0);
+    EXPECT_EQ(innerStart, -128);
+    EXPECT_EQ(innerPrepare, 0);
+    EXPECT_EQ(inner.bufferSpace, 65535);
+    ExpectTiledImage(before, 30);
+    EXPECT_EQ(Start(), 0) << "and the next one is a run again";
+}
+
+TEST_F(SelectorsTest, WithoutMemoryForAWindowTheHostIsToldSo) {
+    Parameters();
+    Windows().edit = [](std::unique_ptr<PaintClass>&) { throw std::bad_alloc(); };
+    EXPECT_EQ(Start(), -108);
+    EXPECT_EQ(Log().beeps, 0);
 }
 
 TEST_F(SelectorsTest, AHostThatTakesNoBlocksBackEndsNothing) {

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "base/FatalError.h"
 #include "base/HostServices.h"
 
 namespace {
@@ -50,6 +51,7 @@ CoreTest::CoreTest(const host::MemorySettings& settings) : memory(settings) {
     record.bufferProcs = memory.Buffers();
     record.handleProcs = memory.Handles();
     filterRecord = &record;
+    errorCell = 0;
 }
 
 CoreTest::~CoreTest() {
@@ -57,4 +59,5 @@ CoreTest::~CoreTest() {
     memory.CheckAtEnd();
     EXPECT_EQ(memory.FoundFaults().Lines(), std::vector<std::string>{});
     filterRecord = nullptr;
+    errorCell = 0;
 }

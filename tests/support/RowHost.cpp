@@ -71,6 +71,7 @@ RowHost::~RowHost() {
 void RowHost::Attach(hostapi::FilterRecord& newRecord) {
     serving = this;
     record = &newRecord;
+    record->imageMode = hostapi::imageModeRGB;
     record->planes = static_cast<std::int16_t>(image.planes);
     record->filterRect = image.bounds;
     record->abortProc = Callbacks::Abort;

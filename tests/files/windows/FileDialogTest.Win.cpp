@@ -22,7 +22,10 @@ class SystemFileDialogTest : public CoreTest {
         file.SetPath(PathOf("Untitled"));
     }
     ~SystemFileDialogTest() override {
-        // The dialogs leave the process in the folder of the choice.
+        // The dialogs go to the folder of the choice, and the process with them.
+        char after[MAX_PATH] = "";
+        GetCurrentDirectoryA(sizeof after, after);
+        EXPECT_STREQ(after, currentDirectory) << "is the host's";
         SetCurrentDirectoryA(currentDirectory);
         if (window != nullptr) {
             DestroyWindow(window);

@@ -120,24 +120,87 @@ TEST_F(DialogLifeTest, AnErrorInIdleClosesTheDialogWithItsId) {
     EXPECT_EQ(errorCell, 20002);
 }
 
-TEST_F(DialogLifeTest, AnythingThrownInAHitClosesTheDialog) {
-    struct Case {
-        std::function<void()> fail;
-        int id;
-    };
-    for (const Case& thrown :
-         {Case{[] { FatalError(20005, "Test", 1); }, 20005},
-          Case{[] { throw std::int16_t{-108}; }, -108}, Case{[] { throw std::bad_alloc(); }, -108},
-          Case{[] { throw 1.5; }, 20008}}) {
+TEST_F(DialogLifeTest, AFaultInAHitClosesTheDialog) {
+    for (const std::int16_t id : {std::int16_t{20005}, std::int16_t{-108}, std::int16_t{2}}) {
         errorCell = 0;
         TestDialog dialog(small);
         dialog.atHit = [&](short) {
-            thrown.fail();
+            FatalError(id, "Test", 1);
             return short{0};
         };
         EXPECT_EQ(RunWithScript(dialog, [](Script& script) { script.Click(script.Middle(1)); }),
-                  thrown.id);
+                  id);
     }
+}
+
+TEST_F(DialogLifeTest, WhateverElseIsThrownInAHitIsToldAndTheDialogStays) {
+    struct Case {
+        std::function<void()> fail;
+        int told;
+    };
+    for (const Case& thrown :
+         {Case{[] { throw std::int16_t{31}; }, 31}, Case{[] { throw 1.5; }, 20008}}) {
+        Log().faults.clear();
+        TestDialog dialog(small);
+        std::atomic<int> hits = 0;
+        dialog.atHit = [&](short item) {
+            if (hits++ == 0) {
+                thrown.fail();
+            }
+            return item;
+        };
+        EXPECT_EQ(RunWithScript(dialog,
+                                [&](Script& script) {
+                                    script.Click(script.Middle(1));
+                                    script.WaitUntil("the throw", [&] { return hits == 1; });
+                                    script.Settle();
+                                    script.Click(script.Middle(1));
+                                }),
+                  1);
+        ASSERT_EQ(Log().faults.size(), 1u);
+        EXPECT_EQ(Log().faults[0].id, thrown.told);
+        EXPECT_EQ(errorCell, 0);
+    }
+}
+
+TEST_F(DialogLifeTest, ALackOfMemoryInAHitIsAnAlert) {
+    for (const bool isId : {false, true}) {
+        TestDialog dialog(small);
+        int hits = 0;
+        dialog.atHit = [&](short item) {
+            if (hits++ > 0) {
+                return item;
+            }
+            if (isId) {
+                throw std::int16_t{-108};
+            }
+            throw std::bad_alloc();
+        };
+        EXPECT_EQ(RunWithScript(dialog,
+                                [&](Script& script) {
+                                    script.Click(script.Middle(1));
+                                    EXPECT_EQ(script.EndAlert(1),
+                                              "The operation could not be completed, because of a "
+                                              "shortage of memory.");
+                                    script.Click(script.Middle(1));
+                                }),
+                  1);
+        EXPECT_EQ(errorCell, 0);
+    }
+}
+
+TEST_F(DialogLifeTest, WhatIsThrownInIdleOrPaintIsNotTold) {
+    TestDialog dialog(small);
+    int idles = 0;
+    dialog.atIdle = [&] {
+        if (++idles < 5) {
+            throw std::bad_alloc();
+        }
+        dialog.Close(7);
+    };
+    EXPECT_EQ(dialog.Run(), 7);
+    EXPECT_TRUE(Log().faults.empty());
+    EXPECT_EQ(errorCell, 0);
 }
 
 TEST_F(DialogLifeTest, AnErrorBeforeClosesEveryDialogThatOpens) {

@@ -56,19 +56,34 @@ TEST_F(HelpTest, WhatTheSystemRefusesIsThrown) {
     EXPECT_EQ(FaultOf([&] { dialog.HelpCommand(); }), 0);
 }
 
-TEST_F(HelpTest, WhatTheSystemRefusesClosesTheDialogsFromThenOn) {
-    openAnswer = 2;
-    TestDialog dialog(resizable);
-    EXPECT_EQ(RunWithScript(dialog,
-                            [](Script& script) {
-                                PostMessageA(script.Dialog(), WM_COMMAND, 20000, 0);
-                                script.WaitUntil("the end",
-                                                 [&] { return !IsWindow(script.Dialog()); });
-                            }),
-              2);
-    // Nothing takes a pending error back.
-    TestDialog next(allItems);
-    EXPECT_EQ(next.Run(), 2);
+TEST_F(HelpTest, WhatTheSystemRefusesIsToldAndTheDialogStays) {
+    for (const std::intptr_t answer : {2, 31, 0}) {
+        openAnswer = answer;
+        TestDialog dialog(resizable);
+        EXPECT_EQ(RunWithScript(dialog,
+                                [](Script& script) {
+                                    PostMessageA(script.Dialog(), WM_COMMAND, 20000, 0);
+                                    EXPECT_EQ(script.EndAlert(1),
+                                              "The help pages could not be opened. They should be "
+                                              "beside the plug-in: " +
+                                                  HelpPagePath());
+                                    script.Click(script.Middle(1));
+                                }),
+                  1);
+        EXPECT_EQ(errorCell, 0);
+    }
+}
+
+TEST_F(HelpTest, APageIsThereIfItIsAFile) {
+    const std::string page = HelpPagePath();
+    EXPECT_FALSE(isHelpThere(page.c_str()));
+    const std::string folder = page.substr(0, page.rfind('\\'));
+    ASSERT_TRUE(CreateDirectoryA(folder.c_str(), nullptr));
+    EXPECT_FALSE(isHelpThere(folder.c_str()));
+    CloseHandle(CreateFileA(page.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
+    EXPECT_TRUE(isHelpThere(page.c_str()));
+    DeleteFileA(page.c_str());
+    RemoveDirectoryA(folder.c_str());
 }
 
 TEST_F(HelpTest, ADialogThatIsNoLongerActiveShowsNoHelp) {

@@ -146,8 +146,14 @@ TEST_F(MessagesTest, AnErrorInADragEndsTheDrag) {
         errorCell = 0;
         TestDialog dialog(allItems);
         dialog.atSetup = [&] { dialog.SetRange(scrollBar, 0, 9); };
-        dialog.atScroll = [](short, int) -> bool { throw std::int16_t{20002}; };
-        dialog.atHit = [](short) -> short { throw std::int16_t{20002}; };
+        dialog.atScroll = [](short, int) -> bool {
+            FatalError(20002, "Test", 1);
+            return false;
+        };
+        dialog.atHit = [](short) -> short {
+            FatalError(20002, "Test", 1);
+            return 0;
+        };
         const int result = RunWithScript(dialog, [&](Script& script) {
             RECT rect{};
             GetWindowRect(script.Item(item), &rect);

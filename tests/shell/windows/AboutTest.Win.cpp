@@ -57,11 +57,11 @@ class FamilyLibraryTest : public AboutTest {
 
 TEST_F(FamilyLibraryTest, IsFoundByItsOwnName) {
     EXPECT_EQ(GetModuleHandleA("Quorlinbench"), nullptr) << "no file has the name";
-    EXPECT_EQ(FindLoadedModule("Quorlinbench"), family.Module());
-    EXPECT_EQ(FindLoadedModule("quorlinBENCH"), family.Module());
-    EXPECT_EQ(FindLoadedModule("Hadrowen"), family.Module());
-    EXPECT_EQ(FindLoadedModule("Quorlin"), nullptr);
-    EXPECT_EQ(FindLoadedModule("kernel32"), GetModuleHandleA("kernel32"));
+    EXPECT_EQ(FindLoadedModule("Quorlinbench").get(), family.Module());
+    EXPECT_EQ(FindLoadedModule("quorlinBENCH").get(), family.Module());
+    EXPECT_EQ(FindLoadedModule("Hadrowen").get(), family.Module());
+    EXPECT_EQ(FindLoadedModule("Quorlin").get(), nullptr);
+    EXPECT_EQ(FindLoadedModule("kernel32").get(), GetModuleHandleA("kernel32"));
 }
 
 TEST_F(FamilyLibraryTest, ShowsTheAboutBox) {

@@ -15,7 +15,7 @@ bool Refuses() {
     return firstRefused != 0 && (isRefusedAfter ? call >= firstRefused : call == firstRefused);
 }
 
-/// A replacement that answers `failure` to refused calls.
+/// A replacement that returns `failure` for refused calls.
 template <auto function, auto failure>
 struct Replacement;
 

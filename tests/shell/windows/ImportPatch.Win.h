@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// What of the system a library is refused.
+/// The kinds of functions that a library is refused.
 enum class Refused { drawing, memory, files, registry };
 
 /// In the order of Refused.

@@ -265,7 +265,7 @@ TEST(UnloadingTest, ThreadsOfTheHostThatEndLeaveNothing) {
     EXPECT_TRUE(LeavesNothingBehind(10, [&plugin] { FailOnAThread(plugin); }));
 }
 
-/// What is in use on the heaps of the process.
+/// The bytes in use on the heaps of the process.
 std::size_t BytesOnHeaps() {
     HANDLE heaps[64];
     const DWORD count = GetProcessHeaps(64, heaps);
@@ -295,8 +295,8 @@ TEST(UnloadingTest, NoMemoryIsLeftBehind) {
 }
 
 #ifdef __i386__
-/// Of a host that was built with the compiler of the product and links to its shared library, with
-/// which the start-up code registers the product's unwind tables.
+/// Hosts that were built with the compiler of the product may link to its shared library, with
+/// which the start-up code then registers the product's unwind tables.
 TEST(SharedRuntimeTest, AFaultInAHostWithTheCompilersLibraryEndsNothing) {
     const LoadedLibrary threads(Arguments().threads);
     const LoadedLibrary unwinder(Arguments().unwinder);
