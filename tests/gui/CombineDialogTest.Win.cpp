@@ -26,24 +26,10 @@ class CombineDialogTest : public DialogRunTest {
     void Put(const std::string& name) const {
         const std::unique_ptr<PaintClass> pattern = Blank();
         RunLines(*pattern, {});
-        ImageInfo layout;
-        layout.mode = 3;
-        layout.planes = 3;
-        layout.colBytes = 3;
-        layout.rowBytes = 3 * width;
-        layout.right = width;
-        layout.bottom = height;
-        std::vector<std::uint8_t> colors;
-        for (const Pixel color : ColorsOf(*pattern)) {
-            for (const int shift : {0, 8, 16}) {
-                colors.push_back(static_cast<std::uint8_t>(color >> shift));
-            }
-        }
         ImageFile file;
         file.callback = [](File&, std::int16_t, std::int16_t) { return textureQuality; };
         file.SetPath(PathOf(name).string());
-        EXPECT_EQ(file.SetImageLayout(&layout), 0);
-        EXPECT_EQ(file.WriteImagePixels(colors.data()), 0);
+        EXPECT_EQ(WriteTexture(file, *pattern), 0);
     }
     std::unique_ptr<PaintClass> TextureIn(const std::string& name) const {
         ImageFile file;

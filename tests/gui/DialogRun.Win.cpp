@@ -116,3 +116,22 @@ void DialogRunTest::ExpectApplied(const PaintClass& expected) const {
     EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(expected));
     ExpectFilledWithApplied();
 }
+
+std::int16_t WriteTexture(ImageFile& file, const PaintClass& texture) {
+    constexpr std::int16_t planes = 3;
+    std::vector<std::uint8_t> colors;
+    for (const Pixel color : ColorsOf(texture)) {
+        for (const int shift : {0, 8, 16}) {
+            colors.push_back(static_cast<std::uint8_t>(color >> shift));
+        }
+    }
+    ImageInfo layout;
+    layout.mode = hostapi::imageModeRGB;
+    layout.planes = planes;
+    layout.colBytes = planes;
+    layout.rowBytes = planes * texture.grX;
+    layout.right = texture.grX;
+    layout.bottom = texture.grY;
+    const std::int16_t status = file.SetImageLayout(&layout);
+    return status != 0 ? status : file.WriteImagePixels(colors.data());
+}

@@ -1,6 +1,7 @@
 // Runs of the plug-in for tests of the dialogs over the editor.
 #pragma once
 
+#include "files/ImageFile.h"
 #include "files/Preferences.h"
 #include "resources/Ids.h"
 #include "tests/gui/DialogWork.Win.h"
@@ -47,6 +48,11 @@ class DialogRunTest : public PluginRunTest {
     std::vector<Pixel> ShownMiddle(const DrivenDialog& editor) const;
     host::RunReport RunWith(bool fromSelection, const EditorUser& user);
 };
+
+/// Writes a texture's colours to the file, which has a name. The quality is the callback's, or the
+/// user's without one.
+/// @return the status
+std::int16_t WriteTexture(ImageFile& file, const PaintClass& texture);
 
 /// Adds a preset to a list.
 template <typename Params>

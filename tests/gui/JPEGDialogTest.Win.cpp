@@ -1,8 +1,6 @@
 // The quality of a JPEG that has no callback. Saving a texture never opens this window.
 #include "dialogs/JPEGDialog.h"
-#include "resources/Ids.h"
-#include "tests/gui/DialogWork.Win.h"
-#include "tests/gui/PluginRun.Win.h"
+#include "tests/gui/DialogRun.Win.h"
 
 namespace {
 
@@ -25,7 +23,7 @@ std::int16_t TalkAboutQuality(File&, std::int16_t operation, std::int16_t value)
     return value;
 }
 
-class JPEGDialogTest : public PluginRunTest {
+class JPEGDialogTest : public DialogRunTest {
   protected:
     JPEGDialogTest() {
         talk = {};
@@ -134,6 +132,44 @@ TEST_F(JPEGDialogTest, EscapeIsACancelledSave) {
                   dialog.WaitUntilClosed();
               }),
               fileCancelled);
+}
+
+class JPEGWriteTest : public DialogRunTest {
+  protected:
+    std::filesystem::path PathOf(const char* name) const { return folder.Path() / name; }
+    /// Writes noise to a file without a callback while the user works in the dialog.
+    std::int16_t WriteWith(const char* name,
+                           const std::function<void(const DrivenDialog& dialog)>& user) const {
+        ImageFile file;
+        file.SetPath(PathOf(name).string());
+        const std::unique_ptr<PaintClass> noise = Noise();
+        std::int16_t status = -1;
+        RunWithUser([&] { status = WriteTexture(file, *noise); },
+                    [&](const GuiDriver& gui) { user(gui.WaitFor(jpegDialog)); });
+        return status;
+    }
+};
+
+TEST_F(JPEGWriteTest, OkWritesWithTheChosenQuality) {
+    EXPECT_EQ(WriteWith("asked.jpg",
+                        [](const DrivenDialog& dialog) {
+                            dialog.SetText(Items::quality, "60");
+                            CloseWith(dialog, okItem);
+                        }),
+              0);
+    ImageFile told;
+    told.SetPath(PathOf("told.jpg").string());
+    told.callback = [](File&, std::int16_t, std::int16_t) { return std::int16_t{60}; };
+    EXPECT_EQ(WriteTexture(told, *Noise()), 0);
+    EXPECT_FALSE(BytesOf(PathOf("told.jpg")).empty());
+    EXPECT_EQ(BytesOf(PathOf("asked.jpg")), BytesOf(PathOf("told.jpg")));
+}
+
+TEST_F(JPEGWriteTest, CancelTouchesNoFile) {
+    EXPECT_EQ(
+        WriteWith("asked.jpg", [](const DrivenDialog& dialog) { CloseWith(dialog, cancelItem); }),
+        fileCancelled);
+    EXPECT_FALSE(std::filesystem::exists(PathOf("asked.jpg")));
 }
 
 }  // namespace

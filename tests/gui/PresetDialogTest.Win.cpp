@@ -312,6 +312,10 @@ TEST_F(PresetDialogTest, LeavingTheMenuKeepsTunedValuesAndTheResult) {
         OpenMenu(lines);
         MoveMouse(PlaceInMenu(4));
         ExpectValues(lines, soft);
+        MoveMouse(PlaceInMenu(1));
+        ExpectValues(lines, tuned);
+        MoveMouse(PlaceInMenu(4));
+        ExpectValues(lines, soft);
         ExpectShown(editor, *applied);
         gui.Chord({VK_ESCAPE});
         WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
