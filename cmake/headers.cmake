@@ -4,8 +4,8 @@
 # compile ten sources. Headers of the project are not in them: a change of one compiles what includes
 # it, nothing else.
 #
-# The fuzz build, with Clang, compiles the neutral sources of the product without them: there one that
-# forgets to name a header of the system does not compile.
+# The sanitizer build, by Clang, compiles the neutral sources of the product without them: there one
+# that forgets to name a header of the system does not compile.
 
 # add_shared_headers(NAME HEADERS... [OPTIONS LIBRARY...])
 # The target that makes the precompiled header, with the flags of those that will share it: the

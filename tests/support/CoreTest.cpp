@@ -5,6 +5,13 @@
 #include "base/FatalError.h"
 #include "base/HostServices.h"
 
+#ifdef __SANITIZE_ADDRESS__
+/// A request that no memory can serve returns null, as it does without the sanitizer.
+extern "C" const char* __asan_default_options() {
+    return "allocator_may_return_null=1";
+}
+#endif
+
 namespace {
 
 PlatformLog called;
