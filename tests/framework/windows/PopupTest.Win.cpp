@@ -181,9 +181,17 @@ TEST_F(PopupTest, SeparatorsStayThoseWhenEntriesAreAdded) {
         script.Keys({{VK_DOWN}});
         EXPECT_EQ(Value(popup), 5) << "a separator and a disabled entry lie between";
         OpenMenu(script, popup);
-        const UINT state = GetMenuState(script.OpenMenu(), 2, MF_BYPOSITION);
+        const HMENU menu = script.OpenMenu();
+        const UINT state = GetMenuState(menu, 2, MF_BYPOSITION);
         EXPECT_NE(state & MF_SEPARATOR, 0u);
         CloseMenu(script, VK_ESCAPE);
+        // Some systems make a separator of any entry without a text; the radio mark shows for all.
+        Send(script, popup, CB_INSERTSTRING, 100, reinterpret_cast<LPARAM>("one more"));
+        MENUITEMINFOA info{};
+        info.cbSize = sizeof info;
+        info.fMask = MIIM_FTYPE;
+        EXPECT_TRUE(GetMenuItemInfoA(menu, 4, TRUE, &info));
+        EXPECT_NE(info.fType & MFT_RADIOCHECK, 0u);
     });
 }
 
