@@ -55,6 +55,7 @@ enum ImageMode : std::int16_t {
     imageModeHSL = 5,
     imageModeHSB = 6,
     imageModeLab = 9,
+    imageModeRGB48 = 11,  // 16 bits a channel
 };
 
 enum ColorServicesSelector : std::int16_t {

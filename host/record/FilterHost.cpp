@@ -45,6 +45,8 @@ MemorySettings MemorySettingsOf(const HostSettings& settings) {
     MemorySettings memory;
     memory.budget = settings.memoryBudget;
     memory.constantSpace = settings.traits.Has(Trait::constantSpace);
+    memory.spaceInKilobytes = settings.traits.Has(Trait::spaceInKilobytes);
+    memory.negativeSpace = settings.traits.Has(Trait::negativeSpace);
     memory.emptyVersions = settings.traits.Has(Trait::emptySuites);
     memory.dumbHandles = settings.traits.Has(Trait::dumbHandles);
     memory.failAllocation = settings.failAllocation;
@@ -187,6 +189,10 @@ void FilterHost::Begin(const Picture& picture, const Selection& selection) {
         memory.DisposeKept(record->parameters);
         *record = {};
     }
+    if (settings.traits.Has(Trait::loseParameters)) {
+        memory.DisposeKept(record->parameters);
+        record->parameters = nullptr;
+    }
     if (settings.traits.Has(Trait::moveParameters)) {
         record->parameters = memory.Renew(record->parameters);
     }
@@ -195,6 +201,7 @@ void FilterHost::Begin(const Picture& picture, const Selection& selection) {
     exchangeSettings.origin = Origin();
     exchangeSettings.shrinkRectangles = settings.traits.Has(Trait::shrinkRectangles);
     exchangeSettings.shrinkSilently = settings.traits.Has(Trait::shrinkSilently);
+    exchangeSettings.lastChunkOnly = settings.traits.Has(Trait::lastChunkOnly);
     exchangeSettings.handOverMask =
         selection.HasMask() && !settings.traits.Has(Trait::withholdMask);
     exchangeSettings.protectTransparency = Layer(picture) == LayerKind::protectedTransparency;
@@ -233,7 +240,8 @@ void FilterHost::FillImageFields(const Picture& picture, const Selection& select
     PutColor(record->foreColor, settings.foreground);
     record->isFloating = Layer(picture) == LayerKind::floating ? 1 : 0;
     record->autoMask = settings.traits.Has(Trait::noAutoMask) ? 0 : 1;
-    record->imageMode = hostapi::imageModeRGB;
+    record->imageMode =
+        settings.traits.Has(Trait::sixteenBits) ? hostapi::imageModeRGB48 : hostapi::imageModeRGB;
     record->imageHRes = ToFixed(picture.horizontalResolution);
     record->imageVRes = ToFixed(picture.verticalResolution);
     std::transform(std::begin(monitorSetup), std::end(monitorSetup), record->monitor, ToFixed);
@@ -260,7 +268,7 @@ void FilterHost::FillPlaneFields(const Picture& picture) {
     }
     record->inColumnBytes = record->outColumnBytes = picture.planes;
     record->inPlaneBytes = record->outPlaneBytes = 1;
-    record->depth = 8;
+    record->depth = settings.traits.Has(Trait::sixteenBits) ? 16 : 8;
 }
 
 void FilterHost::FillServices() {
@@ -275,9 +283,7 @@ void FilterHost::FillServices() {
     record->platformData = isThere(Service::platformData) ? &platformData : nullptr;
     record->bufferProcs = memory.Buffers();
     record->handleProcs = memory.Handles();
-    constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
-    record->maxSpace =
-        static_cast<std::int32_t>(std::clamp<std::int64_t>(memory.FreeBytes(), 0, most));
+    record->maxSpace = memory.ToldSpace();
     record->bufferSpace = 0;
 }
 
@@ -303,7 +309,8 @@ RunReport FilterHost::Run(EntryPoint entry, Picture& picture, const Selection& s
     }
     Picture changed = End();
     Complete(report);
-    if (report.Succeeded()) {
+    const bool takesAnything = report.completed && settings.traits.Has(Trait::ignoreResults);
+    if (report.Succeeded() || takesAnything) {
         picture = std::move(changed);
     }
     return report;
@@ -374,6 +381,8 @@ void FilterHost::Continue(EntryPoint entry, RunReport& report) {
             report.completed = false;
             return;
         }
+        // A selector's output is stored when it has returned.
+        exchange->Store();
         const std::int16_t delivered = exchange->Advance(*record);
         if (delivered != 0) {
             report.result = delivered;

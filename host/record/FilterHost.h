@@ -71,7 +71,8 @@ class FilterHost {
     /// How input is matted in each filter case; all Straight at first.
     void SetMattes(const std::array<Matte, 7>& mattes);
 
-    /// One execution. `picture` changes only if the report says Succeeded(). Throws SelectionError
+    /// One execution. `picture` changes only if the report says Succeeded(), or with the trait
+    /// ignoreResults. Throws SelectionError
     /// if the selection isn't inside the picture (a trait that shrinks rectangles allows that), and
     /// std::bad_alloc.
     RunReport Run(EntryPoint entry, Picture& picture, const Selection& selection,

@@ -32,6 +32,12 @@ constexpr std::array<TraitText, traitCount> traitTexts = {{
     {"ignore-matte", "the input is not matted, whatever the filter asks for"},
     {"move-parameters", "parameters comes back as another handle with the same contents"},
     {"dumb-handles", "a handle's size is always 0, and resizing does nothing"},
+    {"lose-parameters", "parameters is null at the start of each execution"},
+    {"last-chunk-only", "advanceState stores nothing; only the last output is stored"},
+    {"space-in-kilobytes", "spaceProc and maxSpace count kilobytes"},
+    {"negative-space", "spaceProc and maxSpace are negative, as 2 GB or more are in 32 bits"},
+    {"ignore-results", "the picture takes over what was written, whatever the result"},
+    {"sixteen-bits", "imageMode is 11 and depth 16: 16 bits a channel; rows stay 8-bit"},
 }};
 static_assert(traitTexts.back().name != nullptr, "a trait has no text");
 

@@ -35,8 +35,16 @@ enum class Trait {
     ignoreMatte,           ///< Input is not matted, whatever the filter case asks for.
     moveParameters,        ///< `parameters` comes back as another handle, with the same contents.
     dumbHandles,           ///< A handle's size is always 0, and resizing does nothing.
+    loseParameters,        ///< `parameters` is null at the start of each execution.
+    lastChunkOnly,         ///< advanceState drops what was written before it: only the last outData
+                           ///< is stored.
+    spaceInKilobytes,      ///< spaceProc and maxSpace count kilobytes.
+    negativeSpace,         ///< spaceProc and maxSpace are negative, as 2 GB or more are in 32 bits.
+    ignoreResults,         ///< The picture takes over what was written, whatever the result.
+    sixteenBits,           ///< imageMode is imageModeRGB48, depth 16. Rows stay 8-bit: a filter is
+                           ///< expected to refuse.
 };
-constexpr std::size_t traitCount = static_cast<std::size_t>(Trait::dumbHandles) + 1;
+constexpr std::size_t traitCount = static_cast<std::size_t>(Trait::sixteenBits) + 1;
 
 /// "zero-record", "empty-suites" and so on.
 const char* TraitName(Trait trait);

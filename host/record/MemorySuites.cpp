@@ -198,12 +198,18 @@ void MemorySuites::FreeBuffer(hostapi::BufferID id) {
     buffers.erase(id);
 }
 
-std::int32_t MemorySuites::ReportedSpace() {
+std::int32_t MemorySuites::ToldSpace() const {
     constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
-    if (settings.constantSpace) {
-        return static_cast<std::int32_t>(most);
+    if (settings.negativeSpace) {
+        // 3 GB, in the 32 bits that there are for it.
+        return static_cast<std::int32_t>(std::uint32_t{3} << 30);
     }
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(FreeBytes(), 0, most));
+    const std::int64_t free = settings.spaceInKilobytes ? FreeBytes() / 1024 : FreeBytes();
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(free, 0, most));
+}
+
+std::int32_t MemorySuites::ReportedSpace() {
+    return settings.constantSpace ? std::numeric_limits<std::int32_t>::max() : ToldSpace();
 }
 
 hostapi::Handle MemorySuites::NewHandle(std::int32_t size) {

@@ -20,6 +20,10 @@ struct MemorySettings {
     std::int64_t budget = std::int64_t{256} << 20;
     /// spaceProc returns 0x7FFFFFFF whatever is taken.
     bool constantSpace = false;
+    /// ToldSpace() counts kilobytes.
+    bool spaceInKilobytes = false;
+    /// ToldSpace() is negative.
+    bool negativeSpace = false;
     /// Versions and counts of the suites are 0.
     bool emptyVersions = false;
     /// getSizeProc returns 0, setSizeProc 0 without doing anything.
@@ -57,6 +61,8 @@ class MemorySuites {
     hostapi::HandleProcs* Handles();
 
     std::int64_t FreeBytes() const;
+    /// The free bytes as the filter is told of them.
+    std::int32_t ToldSpace() const;
     std::size_t LiveBuffers() const { return buffers.size(); }
     std::size_t LiveHandles() const { return handles.size(); }
     /// Allocations asked for since construction, the failed ones included.

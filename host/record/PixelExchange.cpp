@@ -92,6 +92,9 @@ PixelExchange::PixelExchange(const Picture& picture, const Selection& newSelecti
       quarantine(quarantineBytes) {}
 
 std::int16_t PixelExchange::Advance(hostapi::FilterRecord& record) {
+    if (settings.lastChunkOnly) {
+        TakeBack(output);
+    }
     Store();
     record.inData = record.outData = record.maskData = nullptr;
     record.inRowBytes = record.outRowBytes = record.maskRowBytes = 0;

@@ -22,6 +22,8 @@ struct ExchangeSettings {
     bool shrinkRectangles = false;
     /// ...and the record isn't told.
     bool shrinkSilently = false;
+    /// Advance() drops what was written to the last outData; Store() alone stores.
+    bool lastChunkOnly = false;
     /// The selection's mask goes to the filter.
     bool handOverMask = false;
     /// The fourth plane stays as it is, whatever the filter writes.

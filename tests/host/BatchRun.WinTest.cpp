@@ -244,10 +244,12 @@ TEST_F(BatchRunTest, StarvingReachesTheFilter) {
 
 TEST_F(BatchRunTest, EveryTraitLeavesAGoodFilterGood) {
     for (const char* trait :
-         {"zero-record", "empty-suites", "constant-space", "display-ignores-origin",
-          "refuse-conversion", "shrink-rectangles", "shrink-silently", "fpu-27f", "fpu-37f",
-          "misalign-stack", "free-library", "no-automask", "withhold-mask", "rubbish-tail",
-          "negative-origin", "ignore-matte", "move-parameters", "dumb-handles"}) {
+         {"zero-record",       "empty-suites",      "constant-space",  "display-ignores-origin",
+          "refuse-conversion", "shrink-rectangles", "shrink-silently", "fpu-27f",
+          "fpu-37f",           "misalign-stack",    "free-library",    "no-automask",
+          "withhold-mask",     "rubbish-tail",      "negative-origin", "ignore-matte",
+          "move-parameters",   "dumb-handles",      "lose-parameters", "space-in-kilobytes",
+          "negative-space",    "ignore-results",    "sixteen-bits"}) {
         const Output output = Run("Invert", {"--trait", trait, "--times", "3"});
         EXPECT_EQ(output.status, 0) << trait << ": " << output.error;
         EXPECT_EQ(Written(7, 7), 155) << trait;

@@ -63,6 +63,9 @@ TEST(FilterHostTest, TheSelectorsComeInOrder) {
 TEST(FilterHostTest, EveryTraitLeavesAGoodFilterGood) {
     const Picture before = Noise(12, 10, 4);
     for (Trait trait : AllTraits()) {
+        if (trait == Trait::lastChunkOnly) {
+            continue;
+        }
         SCOPED_TRACE(TraitName(trait));
         Picture picture = before;
         FilterHost host(With({trait}));
@@ -82,6 +85,68 @@ TEST(FilterHostTest, AResultOtherThanZeroLeavesThePicture) {
     EXPECT_EQ(report.calls.back(), (SelectorCall{3, hostapi::filterBadParameters}));
     EXPECT_FALSE(report.Succeeded());
     EXPECT_EQ(picture, before);
+}
+
+TEST(FilterHostTest, AResultMayBeIgnored) {
+    const Picture before = Noise(12, 10, 3);
+    Picture picture = before;
+    FilterHost host(With({Trait::ignoreResults}));
+    const RunReport report = host.Run(testfilters::Refuse, picture, SelectRectangle(part));
+    EXPECT_EQ(report.result, hostapi::filterBadParameters);
+    EXPECT_FALSE(report.Succeeded());
+    EXPECT_NE(picture, before) << "it takes over what the filter wrote before it refused";
+    host.Run(testfilters::LeaveMaskRect, picture, SelectRectangle(part));
+    const Picture unended = picture;
+    EXPECT_FALSE(host.Run(testfilters::LeaveMaskRect, picture, SelectRectangle(part)).completed);
+    EXPECT_EQ(picture, unended);
+}
+
+TEST(FilterHostTest, OnlyTheLastChunkMayBeStored) {
+    const Picture before = Noise(12, 10, 3);
+    Picture picture = before;
+    FilterHost host(With({Trait::lastChunkOnly}));
+    EXPECT_TRUE(host.Run(testfilters::Invert, picture, SelectRectangle(part)).Succeeded());
+    hostapi::VRect lastRow = part;
+    lastRow.top = part.bottom - 1;
+    EXPECT_EQ(picture, InvertedInside(before, lastRow));
+    picture = before;
+    host.Run(testfilters::InvertByContinuing, picture, SelectRectangle(part));
+    EXPECT_EQ(picture, InvertedInside(before, part)) << "each selector's last chunk";
+}
+
+TEST(FilterHostTest, ParametersMayBeLostEachTime) {
+    Picture picture = MakePicture(4, 4, 3, 0);
+    FilterHost host(With({Trait::loseParameters}));
+    for (int run = 0; run < 3; ++run) {
+        const RunReport report = host.Run(testfilters::Count, picture, SelectNothing(picture));
+        EXPECT_EQ(report.faults, Lines{});
+        EXPECT_EQ(host.Memory().LiveHandles(), 1U);
+    }
+    EXPECT_EQ(picture, MakePicture(4, 4, 3, 3));
+}
+
+TEST(FilterHostTest, FreeSpaceMayBeToldInOtherWays) {
+    const auto expectSpace = [](std::initializer_list<Trait> traits, std::int32_t expected) {
+        const Picture picture = Noise(4, 4, 3);
+        FilterHost host(With(traits));
+        host.Begin(picture, SelectNothing(picture));
+        EXPECT_EQ(host.Record().maxSpace, expected);
+        EXPECT_EQ(host.Record().bufferProcs->spaceProc(), expected);
+        host.End();
+    };
+    expectSpace({}, 256 << 20);
+    expectSpace({Trait::spaceInKilobytes}, 256 << 10);
+    expectSpace({Trait::negativeSpace}, -(1 << 30));
+}
+
+TEST(FilterHostTest, APictureMayClaimSixteenBits) {
+    const Picture picture = Noise(4, 4, 3);
+    Look({}, picture, SelectNothing(picture));
+    EXPECT_EQ(seen.imageMode, 3);
+    EXPECT_EQ(seen.depth, 8);
+    Look(With({Trait::sixteenBits}), picture, SelectNothing(picture));
+    EXPECT_EQ(seen.imageMode, 11);
+    EXPECT_EQ(seen.depth, 16);
 }
 
 TEST(FilterHostTest, BadFiltersAreFound) {

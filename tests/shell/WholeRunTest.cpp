@@ -8,6 +8,7 @@
 #include "shell/Zandermolite.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/ServedTraits.h"
 #include "tests/support/Transfers.h"
 
 namespace {
@@ -73,7 +74,7 @@ class TraitTest : public WholeRunTest, public testing::WithParamInterface<Habit>
 
 std::vector<Habit> AllHabits() {
     std::vector<Habit> habits;
-    for (const host::Trait trait : host::AllTraits()) {
+    for (const host::Trait trait : ServedTraits()) {
         for (const int planes : {3, 4}) {
             habits.push_back({trait, planes});
         }
@@ -145,7 +146,7 @@ TEST_F(WholeRunTest, AHostThatShrinksOpenlyMayDoItOnAllSides) {
 
 TEST_F(WholeRunTest, AllHabitsAtOnce) {
     host::HostSettings settings;
-    for (const host::Trait trait : host::AllTraits()) {
+    for (const host::Trait trait : ServedTraits()) {
         settings.traits.Insert(trait);
     }
     host::FilterHost filterHost(settings);
@@ -154,6 +155,93 @@ TEST_F(WholeRunTest, AllHabitsAtOnce) {
     constexpr VRect bounds{3, 4, 33, 44};
     ExpectSuccess(filterHost.Run(Entry, picture, host::SelectRectangle(bounds)), 30);
     EXPECT_EQ(picture.pixels, Expected(before, bounds).pixels);
+}
+
+TEST_F(WholeRunTest, AHostThatStoresTheLastChunkAloneGetsTheLastRow) {
+    host::HostSettings settings;
+    settings.traits = {host::Trait::lastChunkOnly};
+    host::FilterHost filterHost(settings);
+    const host::Picture before = NoisePicture(50, 40, 3);
+    host::Picture picture = before;
+    constexpr VRect bounds{3, 4, 33, 44};
+    EXPECT_TRUE(filterHost.Run(Entry, picture, host::SelectRectangle(bounds)).Succeeded());
+    const host::Picture whole = Expected(before, bounds);
+    host::Picture expected = before;
+    std::copy(whole.Pixel(4, 32), whole.Pixel(44, 32), expected.Pixel(4, 32));
+    EXPECT_EQ(picture.pixels, expected.pixels);
+}
+
+TEST_F(WholeRunTest, AHostThatCountsKilobytesHasRoomForSmallTilesAlone) {
+    host::HostSettings settings;
+    settings.traits = {host::Trait::spaceInKilobytes};
+    host::FilterHost filterHost(settings);
+    const host::Picture before = NoisePicture(600, 530, 3);
+    host::Picture picture = before;
+    constexpr VRect small{3, 4, 33, 44};
+    EXPECT_TRUE(filterHost.Run(Entry, picture, host::SelectRectangle(small)).Succeeded());
+    EXPECT_EQ(picture.pixels, Expected(before, small).pixels);
+    picture = before;
+    host::FilterHost fresh(settings);
+    const host::RunReport report =
+        fresh.Run(Entry, picture, host::SelectRectangle({0, 0, 512, 512}));
+    EXPECT_EQ(report.result, hostapi::memFullErr);
+    EXPECT_EQ(report.faults, std::vector<std::string>{});
+    EXPECT_EQ(picture, before);
+}
+
+TEST_F(WholeRunTest, AHostWithNegativeSpaceHasNoMemory) {
+    host::HostSettings settings;
+    settings.traits = {host::Trait::negativeSpace};
+    for (const bool ignoresResults : {false, true}) {
+        if (ignoresResults) {
+            settings.traits.Insert(host::Trait::ignoreResults);
+        }
+        host::FilterHost filterHost(settings);
+        const host::Picture before = NoisePicture(50, 40, 3);
+        host::Picture picture = before;
+        const host::RunReport report =
+            filterHost.Run(Entry, picture, host::SelectRectangle({3, 4, 33, 44}));
+        EXPECT_EQ(report.result, hostapi::memFullErr);
+        EXPECT_EQ(report.faults, std::vector<std::string>{});
+        EXPECT_EQ(picture, before);
+    }
+}
+
+TEST_F(WholeRunTest, APictureOf16BitsIsRefusedBeforeAnyWindow) {
+    host::HostSettings settings;
+    settings.traits = {host::Trait::sixteenBits};
+    host::FilterHost filterHost(settings);
+    const host::Picture before = NoisePicture(50, 40, 3);
+    host::Picture picture = before;
+    const host::RunReport report =
+        filterHost.Run(Entry, picture, host::SelectRectangle({3, 4, 33, 44}));
+    EXPECT_EQ(report.calls, (std::vector<host::SelectorCall>{{1, 0}, {2, 0}, {3, -30100}}));
+    EXPECT_EQ(report.faults, std::vector<std::string>{});
+    EXPECT_TRUE(Windows().events.empty());
+    EXPECT_EQ(picture, before);
+}
+
+TEST_F(WholeRunTest, AResultThatIsIgnoredLeavesTheRowsBeforeIt) {
+    host::HostSettings settings;
+    settings.traits = {host::Trait::ignoreResults};
+    settings.abortAfterRow = 10;
+    host::FilterHost filterHost(settings);
+    const host::Picture before = NoisePicture(60, 50, 3);
+    host::Picture picture = before;
+    constexpr VRect bounds{5, 5, 35, 30};
+    EXPECT_EQ(filterHost.Run(Entry, picture, host::SelectRectangle(bounds)).result, -128);
+    const host::Picture whole = Expected(before, bounds);
+    const auto rowsThatAre = [&picture](const host::Picture& other, int first, int end) {
+        int rows = 0;
+        for (int y = first; y < end; ++y) {
+            const bool same =
+                std::equal(picture.Pixel(0, y), picture.Pixel(0, y) + 60 * 3, other.Pixel(0, y));
+            rows += same ? 1 : 0;
+        }
+        return rows;
+    };
+    EXPECT_GE(rowsThatAre(whole, 5, 14), 9);
+    EXPECT_EQ(rowsThatAre(before, 15, 50), 35);
 }
 
 TEST_F(WholeRunTest, TheMaskIsTheHostsBusiness) {
