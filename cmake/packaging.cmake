@@ -1,5 +1,5 @@
-# What a user gets. `cmake --install build/<preset> --prefix DIR` installs one build; the target
-# `package` makes one zip with both Windows builds.
+# What a user gets. `cmake --install build/<preset> --prefix DIR` installs one build; of both Windows
+# builds the target `package` makes one zip, the target `installer` an installer of the plug-in.
 if(WIN32)
   if(CMAKE_SIZEOF_VOID_P EQUAL 8)
     set(destination win64)
@@ -36,4 +36,17 @@ if(WIN32)
     "${PROJECT_SOURCE_DIR}/build/win32;Zandermolite;ALL;/"
     "${PROJECT_SOURCE_DIR}/build/win64;Zandermolite;ALL;/")
   include(CPack)
+
+  # makensis reads the plug-ins of both builds, so the other one's is brought up to date too.
+  if(destination STREQUAL win32)
+    set(other win64)
+  else()
+    set(other win32)
+  endif()
+  add_custom_target(installer
+    COMMAND ${CMAKE_COMMAND} -DPRESETS=${other} -DBUILD_TARGET=plugin
+      -P ${PROJECT_SOURCE_DIR}/cmake/build-for-package.cmake
+    COMMAND ${CMAKE_COMMAND} -DVERSION=${PROJECT_VERSION}
+      -P ${PROJECT_SOURCE_DIR}/cmake/installer.cmake
+    DEPENDS plugin USES_TERMINAL VERBATIM)
 endif()

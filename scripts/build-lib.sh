@@ -20,6 +20,11 @@ build_preset() {
   fi
 }
 
+# As CMakeLists.txt has it.
+project_version() {
+  sed -n 's/^project(.*VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt
+}
+
 # Adds up the files that the test programs left, and prints the closing line.
 # count_results PRESETS FAILED_PRESETS
 count_results() {

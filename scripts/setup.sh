@@ -5,7 +5,7 @@ packages='build-essential cmake ninja-build g++-mingw-w64-i686 g++-mingw-w64-x86
   googletest libbenchmark-dev libcli11-dev libstb-dev nlohmann-json3-dev libmpfr-dev
   zlib1g-dev libz-mingw-w64-dev libpng-dev libjpeg62-turbo-dev libjpeg-turbo-progs
   wine wine32:i386 wine64 fonts-wine xvfb xauth x11-utils xdotool imagemagick
-  clang-format-14 clang-tidy-14 clang-14 libclang-rt-14-dev zip unzip'
+  clang-format-14 clang-tidy-14 clang-14 libclang-rt-14-dev zip unzip nsis'
 todo=$(for p in $packages; do
   dpkg-query -W -f='${Status}\n' "$p" 2>/dev/null | grep -q '^install ok installed$' || echo "$p"; done)
 [ -n "$todo" ] || exit 0
