@@ -24,6 +24,11 @@ if(WIN32)
   # keeps, and would count on the registers that this copy leaves alone. Tests, which are not
   # optimised, may bring the one that is kept.
   target_compile_options(project_options INTERFACE -fno-ipa-ra)
+  # Functions with arrays look after their return address. The other half is our own: the compiler's
+  # loads libraries while the system loads ours.
+  target_compile_options(project_options INTERFACE -fstack-protector-strong)
+  add_library(stackguard STATIC ${PROJECT_SOURCE_DIR}/shell/StackGuard.Win.cpp)
+  target_link_libraries(project_options INTERFACE stackguard)
   target_compile_definitions(project_options INTERFACE
     WIN32_LEAN_AND_MEAN NOMINMAX WINVER=0x0501 _WIN32_WINNT=0x0501 __USE_MINGW_ANSI_STDIO=1)
   # The same file from the same source; addresses randomised, data not executable.

@@ -7,10 +7,18 @@ set -eu
 here=$(cd "$(dirname "$0")" && pwd); mkdir -p "$1"; dir=$(cd "$1" && pwd)
 triples='i686-w64-mingw32 x86_64-w64-mingw32'
 
-# complete LIBRARY
+# options TRIPLE: -fexceptions gives the libraries' own frames unwind tables whatever the compiler's
+# default is: our error handlers throw through them.
+options() {
+  case $1 in i686*) sse='-msse2 -mfpmath=sse' ;; *) sse= ;; esac
+  echo "-fexceptions -fstack-protector-strong $sse"
+}
+
+# complete LIBRARY: there, and built with these options.
 complete() {
   for triple in $triples; do
     [ -e "$dir/$triple/lib/$1.a" ] || return 1
+    [ "$(cat "$dir/$triple/lib/$1.options" 2> /dev/null)" = "$(options "$triple")" ] || return 1
   done
 }
 complete libjpeg && complete libpng && exit 0
@@ -37,11 +45,9 @@ own_apt() {
     -o Dir::State::lists="$work/lists" -o Dir::Cache="$work/cache" -o APT::Sandbox::User= "$@"
 }
 
-# flags TRIPLE: -fexceptions gives the libraries' own frames unwind tables whatever the compiler's
-# default is: our error handlers throw through them.
+# flags TRIPLE
 flags() {
-  case $1 in i686*) sse='-msse2 -mfpmath=sse' ;; *) sse= ;; esac
-  echo "-fexceptions -ffile-prefix-map=$work/= $sse"
+  echo "$(options "$1") -ffile-prefix-map=$work/="
 }
 
 # Each library's own: build_NAME TRIPLE leaves NAME.a in $work/TRIPLE, headers_NAME TRIPLE names the
@@ -72,13 +78,14 @@ headers_libpng() {
   echo "$source/png.h $source/pngconf.h $work/$1/pnglibconf.h"
 }
 
-# install_into TRIPLE NAME: the library last; it is what tells that all of it is there.
+# install_into TRIPLE NAME: the library, then its options, which tell that all of it is there.
 install_into() {
   mkdir -p "$dir/$1/include" "$dir/$1/lib"
   # shellcheck disable=SC2046
   cp $(headers_"$2" "$1") "$dir/$1/include/"
   cp "$work/$1/$2.a" "$dir/$1/lib/$2.part"
   mv "$dir/$1/lib/$2.part" "$dir/$1/lib/$2.a"
+  options "$1" > "$dir/$1/lib/$2.options"
 }
 
 # fetch PACKAGE: the newest version that can be had; a mirror may list one whose files it lacks.

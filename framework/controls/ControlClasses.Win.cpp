@@ -5,6 +5,7 @@
 #include "base/Module.Win.h"
 #include "base/TryMake.h"
 #include "framework/controls/ControlSupport.Win.h"
+#include "framework/controls/SystemLibrary.Win.h"
 #include "framework/dialog/TabNames.h"
 #include "framework/drawing/InterfaceLib.Win.h"
 
@@ -53,7 +54,7 @@ constexpr UINT setDontClick = 0x00F8;
 /// The system's theme library; not there on every system.
 class ThemeLibrary {
   public:
-    ThemeLibrary() : library(LoadLibraryA("uxtheme.dll")) {
+    ThemeLibrary() : library(LoadSystemLibrary(L"uxtheme.dll")) {
         if (library != nullptr) {
             setTheme = reinterpret_cast<SetTheme>(
                 reinterpret_cast<void*>(GetProcAddress(library, "SetWindowTheme")));

@@ -153,6 +153,8 @@ TEST_F(PluginFileTest, TellsItsVersion) {
     EXPECT_EQ(VersionText(version, "ProductVersion"), "3.0.0");
     EXPECT_EQ(VersionText(version, "ProductName"), "Zandermolite");
     EXPECT_EQ(VersionText(version, "OriginalFilename"), "Zandermolite.8bf");
+    EXPECT_EQ(VersionText(version, "FileDescription"),
+              std::string("Seamlessly tiling textures ") + (is64Bit ? "(64-bit)" : "(32-bit)"));
 }
 
 TEST(LevelsTest, TheCountSeesEachKind) {
