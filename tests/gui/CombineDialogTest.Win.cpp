@@ -4,6 +4,7 @@
 #include "fixtures/InputDesktop.Win.h"
 #include "paint/EffectRun.h"
 #include "tests/gui/DialogRun.Win.h"
+#include "tests/gui/RecipeRun.Win.h"
 
 namespace {
 
@@ -140,6 +141,34 @@ TEST_F(CombineDialogTest, EveryControlTakesTheResultBack) {
         CloseWith(combine, okItem);
     });
     ExpectApplied(*Combined("lines.jpg", 99, 3));
+}
+
+TEST_F(CombineDialogTest, TheThreeModesMakeWhatARecipeMakes) {
+    Put("lines.jpg");
+    const std::vector<int> amounts{37, 90, 64};
+    std::vector<Pixel> expected;
+    {
+        RecipeRun recipe([&] { return Noise(); }, folder.Path());
+        for (int mode = 1; mode <= 3; ++mode) {
+            recipe.Run("combine file=lines.jpg mode=" + std::to_string(mode) +
+                       " amount=" + std::to_string(amounts.at(static_cast<std::size_t>(mode) - 1)));
+        }
+        expected = recipe.Colors();
+    }
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        for (int mode = 1; mode <= 3; ++mode) {
+            const DrivenDialog combine = OpenCombine(gui, editor);
+            if (mode == 1) {
+                Choose(gui, combine, "lines.jpg");
+            }
+            ChooseEntry(gui, combine, Items::mode, mode);
+            TypeInto(gui, combine, Items::amount,
+                     std::to_string(amounts.at(static_cast<std::size_t>(mode) - 1)));
+            CloseWith(combine, okItem);
+        }
+    });
+    EXPECT_EQ(ColorsOf(*Applied()), expected);
+    ExpectFilledWithApplied();
 }
 
 TEST_F(CombineDialogTest, AMenuLeftWithoutAChoiceKeepsModeAndResult) {

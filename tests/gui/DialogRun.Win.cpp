@@ -56,6 +56,21 @@ std::unique_ptr<PaintClass> DialogRunTest::Noise() const {
     return texture;
 }
 
+void DialogRunTest::TakeStampSource(const GuiDriver& gui, const DrivenDialog& editor,
+                                    ItemPlace place) {
+    gui.HoldKey(VK_MENU);
+    editor.Point(TextureItems::drawingArea, place);
+    WaitUntil("the cursor of the source",
+              [] { return GuiDriver::CursorId() == cursorStampSource; });
+    editor.Drag(TextureItems::drawingArea, {place}, [&] { editor.Settle(); });
+    ReleaseAlt(gui);
+}
+
+void DialogRunTest::ReleaseAlt(const GuiDriver& gui) {
+    gui.Chord({VK_CONTROL});
+    gui.ReleaseKey(VK_MENU);
+}
+
 void DialogRunTest::DragStamp(const GuiDriver& gui, const DrivenDialog& editor,
                               const std::vector<ItemPlace>& places,
                               const std::function<void()>& beforeLast) {

@@ -34,12 +34,19 @@ class DialogRunTest : public PluginRunTest {
     void ExpectShown(const DrivenDialog& editor, const PaintClass& texture) const;
     void ExpectApplied(const PaintClass& expected) const;
 
+    /// Takes a place of the drawing area as the source of the Rubber Stamp, which is chosen.
+    static void TakeStampSource(const GuiDriver& gui, const DrivenDialog& editor, ItemPlace place);
+    /// Alt pressed and released without another key would go to the menu.
+    static void ReleaseAlt(const GuiDriver& gui);
     /// Drags the Rubber Stamp from place to place. It waits for a movement without a look at the
     /// button, so the mouse moves once more after the release. `beforeLast` runs before the last
     /// place is reached.
     static void DragStamp(const GuiDriver& gui, const DrivenDialog& editor,
                           const std::vector<ItemPlace>& places,
                           const std::function<void()>& beforeLast = {});
+
+    /// The cursor while a source is taken.
+    static constexpr int cursorStampSource = 16012;
 
     /// The contents of the settings file when a run begins.
     Preferences stored;

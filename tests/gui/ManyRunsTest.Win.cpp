@@ -1,10 +1,12 @@
 // That runs of the editor, one after the other in one process, leave nothing behind: objects of the
 // system, memory of the process, buffers of the host.
 //
-// MANY_RUNS in the environment says how many runs make a series; a thousand take some minutes.
+// MANY_RUNS in the environment says how many runs make a series, rounded up to whole rounds through
+// all dialogs; a thousand take some minutes.
 #include <cstdio>
 #include <cstdlib>
 
+#include "editor/Operations.h"
 #include "resources/Ids.h"
 #include "tests/gui/DialogWork.Win.h"
 #include "tests/gui/PluginRun.Win.h"
@@ -47,30 +49,34 @@ Figures TakeFigures() {
     return figures;
 }
 
-int RunsInASeries() {
-    constexpr int usual = 10;
+/// Each round has a run for each dialog.
+int RoundsInASeries() {
     const char* const wanted = std::getenv("MANY_RUNS");
-    return wanted != nullptr ? std::atoi(wanted) : usual;
+    const int runs = wanted != nullptr ? std::atoi(wanted) : 1;
+    const int dialogs = static_cast<int>(AllOperations().size());
+    return (runs + dialogs - 1) / dialogs;
 }
 
 class ManyRunsTest : public PluginRunTest {
   protected:
-    /// Opens the editor, applies Lines in its dialog, fills the selection.
-    void RunLines() {
+    /// Opens the editor, applies the operation in its dialog, fills the selection.
+    void RunOperation(const Operation& operation) {
         picture = before;
-        Run([](const GuiDriver& gui) {
+        Run([&](const GuiDriver& gui) {
             const DrivenDialog editor = gui.WaitFor(textureDialog);
-            editor.PressToOpen(TextureItems::lines);
-            const DrivenDialog lines = gui.WaitFor(linesDialog);
-            lines.Press(ApplyItems::apply);
-            CloseWith(lines, okItem);
+            editor.PressToOpen(operation.item);
+            const DrivenDialog dialog = gui.WaitFor(operation.id);
+            dialog.Press(ApplyItems::apply);
+            CloseWith(dialog, okItem);
             CloseWith(editor, TextureItems::apply);
         });
     }
     /// The change that a series made to the figures at its beginning.
-    Figures RunSeries(int runs) {
-        for (int i = 0; i < runs && !HasFailure(); ++i) {
-            RunLines();
+    Figures RunSeries(int rounds) {
+        for (int i = 0; i < rounds && !HasFailure(); ++i) {
+            for (const Operation& operation : AllOperations()) {
+                RunOperation(operation);
+            }
         }
         return TakeFigures();
     }
@@ -80,15 +86,16 @@ class ManyRunsTest : public PluginRunTest {
 ///
 /// The system keeps some objects of first uses, so a series may find more than the one before; but
 /// what each run leaves would make every series end above its beginning.
-TEST_F(ManyRunsTest, OpenLinesApplyLeavesNothingBehind) {
+TEST_F(ManyRunsTest, EachDialogInTurnLeavesNothingBehind) {
     SkipNewDialog();
-    RunSeries(10);
-    const int runs = RunsInASeries();
+    RunSeries(1);
+    const int rounds = RoundsInASeries();
+    const std::size_t runs = static_cast<std::size_t>(rounds) * AllOperations().size();
     Figures first = TakeFigures();
     constexpr int seriesAllowed = 3;
     for (int series = 0; series < seriesAllowed; ++series) {
-        const Figures last = RunSeries(runs);
-        std::printf("%d runs: from %s\n      to %s\n", runs, testing::PrintToString(first).c_str(),
+        const Figures last = RunSeries(rounds);
+        std::printf("%zu runs: from %s\n      to %s\n", runs, testing::PrintToString(first).c_str(),
                     testing::PrintToString(last).c_str());
         if (last == first || HasFailure()) {
             return;

@@ -1,12 +1,22 @@
 // The dialogs of all operations, over the catalogue: a record that was stored
-// goes through the controls and comes out the same, and makes the pixels that the operation makes
-// of it alone.
+// goes through the controls and comes out the same, one that is set in the controls is the one that
+// runs, and both make the pixels that a recipe makes of them.
+//
+// RANDOM_RECORDS in the environment says how many random records of each operation are set in the
+// controls.
+#include <cmath>
+#include <cstdlib>
+#include <numeric>
 #include <random>
 #include <string_view>
 
 #include "editor/Operations.h"
 #include "paint/Catalog.h"
+#include "paint/math/Random.h"
+#include "tests/gui/ControlTables.Win.h"
 #include "tests/gui/DialogRun.Win.h"
+#include "tests/gui/RecipeRun.Win.h"
+#include "tests/gui/ShownView.Win.h"
 
 namespace {
 
@@ -25,34 +35,36 @@ class OperationDialogsTest : public DialogRunTest {
         return gui.WaitFor(row.id);
     }
 
-    /// Fills the stored record of each operation with values that its dialog gives.
-    void StoreRandomRecords(unsigned seed) {
+    /// Fills the record of each operation with values that its dialog gives.
+    static void FillWithRandomRecords(Preferences& preferences, unsigned seed) {
         std::mt19937 generator(seed);
         for (const CatalogRow& row : RowsWithDialogs()) {
             for (const Field& field : row.fields) {
-                Store(field, LastUsedRecord(stored, row.id), generator);
+                Fill(field, LastUsedRecord(preferences, row.id), generator);
             }
         }
-        // Forms that go on from the generator's state differ from run to run.
-        for (std::int16_t* const form : {&stored.waves.formX, &stored.waves.formY}) {
-            *form = *form == waveRandom ? std::int16_t{waveSine} : *form;
-        }
         // Values that the dialogs do not offer.
-        stored.waves.interpolate = 1;
-        stored.lines.colorMode =
-            stored.lines.colorMode == linesAverage ? linesAverage : linesRandom;
-        stored.shapes.stacking = stored.shapes.stacking == shapesStacked ? 1 : 0;
-        stored.dividers.foreground = stored.foreground;
-        stored.dividers.background = stored.background;
+        preferences.waves.interpolate = 1;
+        preferences.lines.colorMode =
+            preferences.lines.colorMode == linesAverage ? linesAverage : linesRandom;
+        preferences.shapes.stacking = preferences.shapes.stacking == shapesStacked ? 1 : 0;
+        preferences.dividers.foreground = preferences.foreground;
+        preferences.dividers.background = preferences.background;
     }
 
-    /// The operation's own step with the stored record.
-    void RunAlone(const CatalogRow& row, PaintClass& texture) const {
-        row.run(texture, LastUsedRecord(stored, row.id));
+    /// The line of a recipe that runs the operation with the record in the preferences.
+    static std::string LineOf(const CatalogRow& row, Preferences& preferences) {
+        return RecipeLine(row, LastUsedRecord(preferences, row.id));
+    }
+
+    /// The command that runs the operation once more.
+    static int RepeatOf(const CatalogRow& row) {
+        return row.kind == OperationKind::effect ? TextureItems::repeatEffect
+                                                 : TextureItems::repeatFilter;
     }
 
   private:
-    static void Store(const Field& field, void* record, std::mt19937& generator) {
+    static void Fill(const Field& field, void* record, std::mt19937& generator) {
         const auto below = [&](std::size_t count) { return generator() % count; };
         if (field.type == FieldType::color) {
             const auto component = [&] { return static_cast<std::uint16_t>(below(0x10000)); };
@@ -74,24 +86,251 @@ class RandomRecordsTest : public OperationDialogsTest,
 
 // OK runs the stored record, and the repeat runs it once more.
 TEST_P(RandomRecordsTest, GoThroughTheControlsAndMakeTheirPixels) {
-    StoreRandomRecords(GetParam());
-    const std::unique_ptr<PaintClass> expected = Noise();
-    expected->SetColors(&stored.foreground, &stored.background);
+    FillWithRandomRecords(stored, GetParam());
+    std::vector<Pixel> expected;
+    {
+        RecipeRun recipe([&] { return Noise(); });
+        for (const CatalogRow& row : RowsWithDialogs()) {
+            recipe.Run(LineOf(row, stored));
+            recipe.Run(LineOf(row, stored));
+        }
+        expected = recipe.Colors();
+    }
+    SetSeed(RecipeRun::seed);
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         for (const CatalogRow& row : RowsWithDialogs()) {
             CloseWith(Open(gui, editor, row), okItem);
-            const int repeat = row.kind == OperationKind::effect ? TextureItems::repeatEffect
-                                                                 : TextureItems::repeatFilter;
-            WaitUntil("the repeat", [&] { return editor.IsEnabled(repeat); });
-            editor.Press(repeat);
-            RunAlone(row, *expected);
-            RunAlone(row, *expected);
+            WaitUntil("the repeat", [&] { return editor.IsEnabled(RepeatOf(row)); });
+            editor.Press(RepeatOf(row));
         }
     });
-    ExpectApplied(*expected);
+    EXPECT_EQ(ColorsOf(*Applied()), expected);
+    ExpectFilledWithApplied();
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RandomRecordsTest, testing::Values(1u, 2u, 3u));
+
+// --- Records that are set in the controls ---
+
+/// 1, 2 and so on, as many as RANDOM_RECORDS says.
+std::vector<unsigned> SeedsOfRecords() {
+    const char* const wanted = std::getenv("RANDOM_RECORDS");
+    std::vector<unsigned> seeds(wanted != nullptr ? std::strtoul(wanted, nullptr, 10) : 1);
+    std::iota(seeds.begin(), seeds.end(), 1u);
+    return seeds;
+}
+
+class SetRecordsTest : public OperationDialogsTest, public testing::WithParamInterface<unsigned> {
+  protected:
+    /// The texture after a run from the dialog, and after one by the repeat.
+    struct TwoRuns {
+        std::vector<Pixel> byDialog;
+        std::vector<Pixel> byRepeat;
+    };
+
+    SetRecordsTest() {
+        constexpr unsigned others = 1000;
+        FillWithRandomRecords(stored, GetParam() + others);
+        FillWithRandomRecords(wanted, GetParam());
+        KeepToControls();
+    }
+
+    /// What the operations make of the noise, each of the noise itself.
+    std::vector<TwoRuns> RunsOfRecipes() {
+        RecipeRun recipe([&] { return Noise(); });
+        const auto runOnce = [&](const CatalogRow& row) {
+            recipe.Run(LineOf(row, wanted));
+            std::vector<Pixel> colors = recipe.Colors();
+            recipe.Run("undo");
+            return colors;
+        };
+        std::vector<TwoRuns> runs;
+        for (const CatalogRow& row : RowsWithDialogs()) {
+            std::vector<Pixel> byDialog = runOnce(row);
+            runs.push_back({std::move(byDialog), runOnce(row)});
+        }
+        return runs;
+    }
+
+    /// Sets all controls that are not disabled to the wanted record, with the mouse and the keys.
+    void SetControls(const GuiDriver& gui, const DrivenDialog& dialog, const CatalogRow& row) {
+        const void* const record = LastUsedRecord(wanted, row.id);
+        // A colour chooses a radio button, and buttons and popups enable numbers.
+        for (const SwatchRow& swatch : RowsOf(swatchRows, row.id)) {
+            SetSwatch(gui, dialog, swatch, ReadColor(FieldNamed(row, swatch.field), record));
+        }
+        const auto numberOf = [&](std::string_view field) {
+            return ReadNumber(FieldNamed(row, field), record);
+        };
+        for (const BoxRow& box : RowsOf(boxRows, row.id)) {
+            SetBox(dialog, box, static_cast<int>(numberOf(box.field)));
+        }
+        for (const RadioRow& radio : RowsOf(radioRows, row.id)) {
+            if (radio.value == numberOf(radio.field)) {
+                ClickRadio(dialog, radio);
+            }
+        }
+        // Disabled by a radio button that was chosen only now, or enabled by it.
+        for (const BoxRow& box : RowsOf(boxRows, row.id)) {
+            SetBox(dialog, box, static_cast<int>(numberOf(box.field)));
+        }
+        for (const PopupRow& popup : RowsOf(popupRows, row.id)) {
+            ChooseEntry(gui, dialog, popup.item, static_cast<int>(numberOf(popup.field)));
+        }
+        for (const NumberRow& number : RowsOf(numberRows, row.id)) {
+            SetNumber(gui, dialog, number, row, numberOf(number.field));
+        }
+    }
+
+    /// Waits until the drawing area shows the texture in all of its middle tile. No size marks are
+    /// there, and nothing covers it.
+    void ExpectTile(const DrivenDialog& editor, const std::vector<Pixel>& expected,
+                    const std::string& what) const {
+        WaitUntil("the tile after " + what, [&] { return ShownTile(editor) == expected; });
+    }
+
+    void ExpectWantedRecords() {
+        Preferences after;
+        ASSERT_TRUE(LoadPreferences(after));
+        for (const CatalogRow& row : RowsWithDialogs()) {
+            EXPECT_EQ(LineOf(row, after), LineOf(row, wanted));
+        }
+    }
+
+    Preferences wanted;
+
+  private:
+    /// Holds the wanted records to what controls can be set to.
+    void KeepToControls() {
+        // The system's dialog gives colours of a byte.
+        for (RGBColor16* const color :
+             {&wanted.lines.color, &wanted.shapes.color, &wanted.addColor.color}) {
+            *color = {static_cast<std::uint16_t>(color->red & 0xFF00),
+                      static_cast<std::uint16_t>(color->green & 0xFF00),
+                      static_cast<std::uint16_t>(color->blue & 0xFF00)};
+        }
+        KeepToDivisors(wanted.mosaic.horizontal, width);
+        KeepToDivisors(wanted.mosaic.vertical, height);
+        if (wanted.dividers.randomColors != 0) {
+            wanted.dividers.transparent = 1;
+        }
+        // Disabled controls stay as they were.
+        if (wanted.blur.motion == 0) {
+            wanted.blur.direction = stored.blur.direction;
+        }
+        if (wanted.waves.formX == waveNone) {
+            wanted.waves.heightX = stored.waves.heightX;
+            wanted.waves.countX = stored.waves.countX;
+        }
+        if (wanted.waves.formY == waveNone) {
+            wanted.waves.heightY = stored.waves.heightY;
+            wanted.waves.countY = stored.waves.countY;
+        }
+    }
+    /// The entries of Mosaic that can be chosen are those whose label, one less than the value,
+    /// divides the side.
+    static void KeepToDivisors(std::int16_t& value, int side) {
+        while (value != 1 && side % (value - 1) != 0) {
+            --value;
+        }
+        value = value == 2 ? std::int16_t{1} : value;
+    }
+
+    static void SetSwatch(const GuiDriver& gui, const DrivenDialog& dialog, const SwatchRow& swatch,
+                          const RGBColor16& color) {
+        dialog.ClickMiddle(swatch.item);
+        const DrivenDialog colors = gui.WaitForTitle("Color");
+        constexpr int firstComponent = 0x2C2;
+        const std::uint16_t components[]{color.red, color.green, color.blue};
+        for (int i = 0; i < 3; ++i) {
+            colors.SetText(firstComponent + i, std::to_string(components[i] >> 8));
+        }
+        CloseWith(colors, IDOK);
+        dialog.Settle();
+    }
+    static void ClickRadio(const DrivenDialog& dialog, const RadioRow& radio) {
+        if (dialog.IsEnabled(radio.item)) {
+            dialog.Click(radio.item, {6, 8});
+            WaitUntil("the button", [&] { return dialog.Value(radio.item) != 0; });
+        }
+    }
+    static void SetBox(const DrivenDialog& dialog, const BoxRow& box, int value) {
+        if (dialog.IsEnabled(box.item) && dialog.Value(box.item) != value) {
+            dialog.Click(box.item, {6, 8});
+            WaitUntil("the box", [&] { return dialog.Value(box.item) == value; });
+        }
+    }
+    /// Half of the numbers that have a field and a slider are set by the slider.
+    static void SetNumber(const GuiDriver& gui, const DrivenDialog& dialog, const NumberRow& number,
+                          const CatalogRow& row, double value) {
+        const int shown = static_cast<int>(std::lround(value * number.factor)) + number.offset;
+        const bool byField = number.slider == 0 || (number.item != 0 && shown % 2 == 0);
+        if (!dialog.IsEnabled(byField ? number.item : number.slider)) {
+            return;
+        }
+        if (byField) {
+            TypeInto(gui, dialog, number.item, std::to_string(shown));
+            return;
+        }
+        const Limits limits = ShownLimits(number, FieldNamed(row, number.field));
+        SetSlider(gui, dialog, number.slider, {limits.low, limits.high}, shown);
+    }
+    /// To its place with the mouse. Where a pixel stands for some values, the rest of the way goes
+    /// with the arrow keys.
+    static void SetSlider(const GuiDriver& gui, const DrivenDialog& dialog, int item,
+                          SliderLimits limits, int value) {
+        dialog.Click(item, PlaceOnSlider(dialog, item, limits, value));
+        dialog.Settle();
+        TabTo(gui, dialog, item);
+        while (dialog.Value(item) != value) {
+            const int before = dialog.Value(item);
+            gui.Chord({static_cast<WORD>(before < value ? VK_RIGHT : VK_LEFT)});
+            WaitUntil("another value", [&] { return dialog.Value(item) != before; });
+        }
+        dialog.Settle();
+    }
+
+    std::vector<Pixel> ShownTile(const DrivenDialog& editor) const {
+        const ShownView view(editor);
+        const ItemPlace first = PlaceOfPixel(editor, width, height);
+        std::vector<Pixel> colors;
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                colors.push_back(view.At({first.x + x, first.y + y}));
+            }
+        }
+        return colors;
+    }
+};
+
+// The dialog, the repeat and a recipe make the same of the same texture.
+TEST_P(SetRecordsTest, MakeTheSamePixelsThreeWays) {
+    const std::vector<TwoRuns> expected = RunsOfRecipes();
+    SetSeed(RecipeRun::seed);
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        gui.Type("m");
+        auto runs = expected.begin();
+        for (const CatalogRow& row : RowsWithDialogs()) {
+            const DrivenDialog dialog =
+                OpenDialog(gui, editor, OperationWithId(row.id)->item, row.id);
+            SetControls(gui, dialog, row);
+            dialog.Press(ApplyItems::apply);
+            CloseWith(dialog, okItem);
+            ExpectTile(editor, runs->byDialog, row.name);
+            editor.Choose(commandUndo);
+            editor.Press(RepeatOf(row));
+            ExpectTile(editor, runs->byRepeat, std::string("the repeat of ") + row.name);
+            editor.Choose(commandUndo);
+            ++runs;
+        }
+    });
+    ExpectApplied(*Noise());
+    ExpectWantedRecords();
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, SetRecordsTest, testing::ValuesIn(SeedsOfRecords()));
+
+// --- Laws of all dialogs ---
 
 TEST_F(OperationDialogsTest, CancelTakesAllAppliesBack) {
     const std::unique_ptr<PaintClass> noise = Noise();

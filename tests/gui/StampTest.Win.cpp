@@ -11,7 +11,6 @@ using Items = TextureItems;
 using Path = std::vector<ItemPlace>;
 
 constexpr int cursorStamp = 16006;
-constexpr int cursorSource = 16012;
 
 hostapi::Point TexturePoint(ItemPlace inTile) {
     return {static_cast<short>(DialogRunTest::height + inTile.y),
@@ -40,18 +39,7 @@ class StampTest : public DialogRunTest {
 
     void TakeSource(const GuiDriver& gui, const DrivenDialog& editor, ItemPlace inTile,
                     double zoom = 1.0) const {
-        const ItemPlace place = InBaseTile(editor, inTile, zoom);
-        gui.HoldKey(VK_MENU);
-        editor.Point(Items::drawingArea, place);
-        WaitUntil("the cursor of the source", [] { return GuiDriver::CursorId() == cursorSource; });
-        editor.Drag(Items::drawingArea, {place}, [&] { editor.Settle(); });
-        ReleaseAlt(gui);
-    }
-
-    /// Alt pressed and released without another key would go to the menu.
-    static void ReleaseAlt(const GuiDriver& gui) {
-        gui.Chord({VK_CONTROL});
-        gui.ReleaseKey(VK_MENU);
+        TakeStampSource(gui, editor, InBaseTile(editor, inTile, zoom));
     }
 
     void DragAlong(const GuiDriver& gui, const DrivenDialog& editor, const Path& path,
@@ -122,7 +110,7 @@ TEST_F(StampTest, AltDuringAStrokeTakesANewSource) {
         TakeSource(gui, editor, {20, 30});
         DragAlong(gui, editor, {{90, 50}, {100, 55}, {110, 55}}, 1.0, [&] {
             gui.HoldKey(VK_MENU);
-            WaitUntil("the new source", [] { return GuiDriver::CursorId() == cursorSource; });
+            WaitUntil("the new source", [] { return GuiDriver::CursorId() == cursorStampSource; });
             ReleaseAlt(gui);
             WaitUntil("Alt to be up", [] { return (GetAsyncKeyState(VK_MENU) & 0x8000) == 0; });
             editor.Settle();
@@ -235,7 +223,7 @@ TEST_F(StampTest, ItsCursorIsThatOfTheSourceWhileAltIsDown) {
         editor.Point(Items::drawingArea, InBaseTile(editor, {60, 40}));
         WaitUntil("the stamp's cursor", [] { return GuiDriver::CursorId() == cursorStamp; });
         gui.HoldKey(VK_MENU);
-        WaitUntil("the source's cursor", [] { return GuiDriver::CursorId() == cursorSource; });
+        WaitUntil("the source's cursor", [] { return GuiDriver::CursorId() == cursorStampSource; });
         ReleaseAlt(gui);
         WaitUntil("the stamp's again", [] { return GuiDriver::CursorId() == cursorStamp; });
     });

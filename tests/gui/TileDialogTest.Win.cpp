@@ -1,6 +1,7 @@
 // Tile: the texture is replaced by copies of itself, and there is no way back.
 #include "paint/EffectRun.h"
 #include "tests/gui/DialogRun.Win.h"
+#include "tests/gui/RecipeRun.Win.h"
 
 namespace {
 
@@ -37,6 +38,33 @@ TEST_F(TileDialogTest, TakesTheTwoCounts) {
         CloseWith(tile, okItem);
     });
     ExpectApplied(*RunTile(*Noise(), 3, 1));
+}
+
+TEST_F(TileDialogTest, MakesWhatARecipeMakes) {
+    const std::vector<std::pair<int, int>> counts{{3, 2}, {1, 4}};
+    std::vector<Pixel> expected;
+    {
+        RecipeRun recipe([&] { return Noise(); });
+        for (const auto& [across, down] : counts) {
+            recipe.Run("tile horizontal=" + std::to_string(across) +
+                       " vertical=" + std::to_string(down));
+        }
+        // Something that the repeats do not bring.
+        recipe.Run("skew");
+        expected = recipe.Colors();
+    }
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        for (const auto& [across, down] : counts) {
+            const DrivenDialog tile = OpenTile(gui, editor);
+            TypeInto(gui, tile, Items::horizontal, std::to_string(across));
+            TypeInto(gui, tile, Items::vertical, std::to_string(down));
+            CloseWith(tile, okItem);
+        }
+        editor.PressToOpen(Texture::skew);
+        CloseWith(gui.WaitFor(skewDialog), okItem);
+    });
+    EXPECT_EQ(ColorsOf(*Applied()), expected);
+    ExpectFilledWithApplied();
 }
 
 TEST_F(TileDialogTest, UndoLeadsBackToTheTiledTexture) {
