@@ -105,8 +105,9 @@ host::RunReport PluginRunTest::RunIn(host::FilterHost& filterHost,
     displays = 0;
     resolutionOfRun = claimedResolution;
     host::RunReport report;
-    RunWithUser([&] { report = filterHost.Run(Entry, picture, host::SelectRectangle(selection)); },
-                user);
+    const host::Selection selected =
+        feather ? host::SelectEllipse(selection, *feather) : host::SelectRectangle(selection);
+    RunWithUser([&] { report = filterHost.Run(Entry, picture, selected); }, user);
     EXPECT_EQ(report.faults, std::vector<std::string>{});
     filterRecord = &record;
     return report;

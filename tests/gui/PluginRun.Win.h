@@ -60,6 +60,8 @@ class PluginRunTest : public CoreTest {
     host::Picture before;
     host::Picture picture;
     hostapi::VRect selection{10, 20, 110, 170};
+    /// The soft edge in pixels of an ellipse in the selection, which is selected in its place.
+    std::optional<double> feather;
     /// Dots an inch, in place of the host's.
     std::optional<int> claimedResolution;
 };
