@@ -47,6 +47,7 @@ class DialogWindow {
     // Part of NorvantaDialog::Run.
     static void TakeQuit(NorvantaDialog& dialog);
     static void Forget(const NorvantaDialog& dialog);
+    static void FreePictures(const NorvantaDialog& dialog);
 
   private:
     static void NoteClientRectangle(NorvantaDialog& dialog);

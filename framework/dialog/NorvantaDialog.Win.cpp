@@ -157,7 +157,9 @@ void NorvantaDialog::Close(int newResult) {
     DialogWindow::Forget(*this);
     if (kind == Kind::modal) {
         EndDialog(window, newResult);
+        DialogWindow::FreePictures(*this);
     } else {
+        DialogWindow::FreePictures(*this);
         DestroyWindow(window);
     }
     isShown = false;
@@ -179,6 +181,19 @@ void DialogWindow::EndScrolling(NorvantaDialog& dialog) {
             --dialogState.dragDepth;
         }
         record.isTracking = false;
+    }
+}
+
+/// Frees the bitmaps that static controls have loaded for the dialog's resource. Not every system
+/// frees them when the controls go.
+void DialogWindow::FreePictures(const NorvantaDialog& dialog) {
+    for (const ItemRecord& record : dialog.items) {
+        const HWND control = static_cast<HWND>(record.control);
+        const LONG style = GetWindowLongA(control, GWL_STYLE);
+        if (record.kind == itemText && (style & SS_TYPEMASK) == SS_BITMAP) {
+            DeleteObject(
+                reinterpret_cast<HGDIOBJ>(SendMessageA(control, STM_SETIMAGE, IMAGE_BITMAP, 0)));
+        }
     }
 }
 

@@ -135,7 +135,7 @@ class SetRecordsTest : public OperationDialogsTest, public testing::WithParamInt
         KeepToControls();
     }
 
-    /// What the operations make of the noise, each of the noise itself.
+    /// The results of the operations on the noise, each on the noise itself.
     std::vector<TwoRuns> RunsOfRecipes() {
         RecipeRun recipe([&] { return Noise(); });
         const auto runOnce = [&](const CatalogRow& row) {
