@@ -59,12 +59,13 @@ function(compile_as_test target)
 endfunction()
 
 # add_project_test(NAME SOURCES... LIBRARIES... [TIMEOUT seconds] [SHARDS n] [ALONE filter] [COST seconds]
-#                  [SEPARATE])
+#                  [SEPARATE] [NO_DISPLAY])
 # One program, one ctest entry, or n that share its tests between them; those that `filter` names run
 # while no other program does. What ran is counted from the files that the entries leave in results/.
-# The costliest begin first, so that none is left to run alone.
+# The costliest begin first, so that none is left to run alone. NO_DISPLAY keeps a program that sends
+# input to a desktop in memory: on a display, all programs would share its one pointer.
 function(add_project_test name)
-  cmake_parse_arguments(T "SEPARATE" "TIMEOUT;SHARDS;ALONE;COST" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
+  cmake_parse_arguments(T "SEPARATE;NO_DISPLAY" "TIMEOUT;SHARDS;ALONE;COST" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
   if(NOT T_TIMEOUT)
     set(T_TIMEOUT 300)
   endif()
@@ -93,7 +94,7 @@ function(add_project_test name)
   math(EXPR last "${T_SHARDS} - 1")
   foreach(shard RANGE ${last})
     add_test_entry(${name} ${name}-${shard})
-    set_tests_properties(${name}-${shard} PROPERTIES
+    set_property(TEST ${name}-${shard} APPEND PROPERTY
       ENVIRONMENT "GTEST_TOTAL_SHARDS=${T_SHARDS};GTEST_SHARD_INDEX=${shard}")
   endforeach()
 endfunction()
@@ -104,4 +105,7 @@ macro(add_test_entry program entry)
     COMMAND ${program} --gtest_brief=1 --gtest_output=xml:${results}/${entry}.xml ${T_ARGUMENTS} ${ARGN}
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
   set_tests_properties(${entry} PROPERTIES TIMEOUT ${T_TIMEOUT} COST ${T_COST})
+  if(T_NO_DISPLAY)
+    set_property(TEST ${entry} PROPERTY ENVIRONMENT "DISPLAY=")
+  endif()
 endmacro()
