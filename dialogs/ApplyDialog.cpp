@@ -123,8 +123,9 @@ void ApplyDialog::Apply() {
         father->RevertToUndo();
     }
     StoreValues();
-    father->RunOperation(ResourceId());
+    // Before the run: one that ends halfway leaves something to take back.
     SetApplied();
+    father->RunOperation(ResourceId());
 }
 
 /// Returns whether there is a preset at this place.

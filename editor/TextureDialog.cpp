@@ -227,8 +227,9 @@ short TextureDialog::ItemHit(short item) {
 
 // A command that has a button runs through the button's handler.
 void TextureDialog::MenuCommand(short id) {
-    const auto command = std::find_if(std::begin(commands), std::end(commands),
-                                      [id](const Command& row) { return row.menu == id; });
+    const auto command =
+        std::find_if(std::begin(commands), std::end(commands),
+                     [id](const Command& row) { return id != 0 && row.menu == id; });
     if (id == commandRepeatEffect && lastEffect == 0) {
         return;
     }

@@ -92,7 +92,6 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     void AdoptTexture(std::unique_ptr<PaintClass> newPic);
 
     // Set-up and readouts.
-    void SetUpResizing();
     void SetUpMenu();
     void PlaceBesideView();
     void ShowReadouts();

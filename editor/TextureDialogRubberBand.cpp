@@ -170,8 +170,9 @@ void TextureDialog::ShowStampCross(hostapi::Point brush) {
 void TextureDialog::DrawStampCross() {
     const short h = pic->stampCrossH;
     const short v = pic->stampCrossV;
+    // An inverting line ends before its last point.
     MoveTo(Sum(h, -crossArm), v);
-    LineTo(Sum(h, crossArm), v);
+    LineTo(Sum(h, crossArm + 1), v);
     MoveTo(h, Sum(v, -crossArm));
-    LineTo(h, Sum(v, crossArm));
+    LineTo(h, Sum(v, crossArm + 1));
 }

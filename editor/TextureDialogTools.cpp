@@ -73,6 +73,10 @@ void TextureDialog::OpenStampSettings() {
                        {pic->stampSize, pic->stampOffsetH, pic->stampOffsetV});
     if (dialog.Run() == okItem) {
         const StampSettings settings = dialog.Settings();
+        if (settings.offsetH != pic->stampOffsetH || settings.offsetV != pic->stampOffsetV) {
+            // A typed offset takes the place of a source that is pending.
+            pic->stampSourcePending = false;
+        }
         pic->stampSize = settings.size;
         pic->stampOffsetH = settings.offsetH;
         pic->stampOffsetV = settings.offsetV;

@@ -93,11 +93,20 @@ UINT_PTR CALLBACK OpenHook(HWND hook, UINT message, WPARAM, LPARAM lParam) {
     return Guarded(UINT_PTR{0}, [&] { return FollowOpening(hook, message, lParam); });
 }
 
-/// A dialog whose name could not be finished stays open: 1 keeps it from closing.
+/// A dialog whose name could not be finished stays open: the hook's own 1 and that of the message
+/// keep it from closing.
 UINT_PTR CALLBACK SaveHook(HWND hook, UINT message, WPARAM, LPARAM lParam) {
-    return Guarded(
-        UINT_PTR{0}, [&] { return FollowSaving(hook, message, lParam); },
-        [hook](std::int16_t) { SetWindowLongPtrA(hook, DWLP_MSGRESULT, 1); });
+    constexpr UINT_PTR refused = 2;
+    const UINT_PTR handled = Guarded(refused, [&] { return FollowSaving(hook, message, lParam); });
+    const bool isConfirming =
+        message == WM_NOTIFY && reinterpret_cast<const OFNOTIFYA*>(lParam)->hdr.code == CDN_FILEOK;
+    if (handled != refused) {
+        return handled;
+    }
+    if (isConfirming) {
+        SetWindowLongPtrA(hook, DWLP_MSGRESULT, 1);
+    }
+    return isConfirming ? TRUE : FALSE;
 }
 
 /// The dialogs take the process along to the folder that the user looks at; it belongs to the host.

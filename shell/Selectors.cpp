@@ -184,6 +184,11 @@ class StartSection {
     }
 
     bool IsRefused() const { return isInner && isStart; }
+    /// The editor below the About box goes on to draw through the start's record; that of About is
+    /// shorter.
+    bool KeepsRecord(std::int16_t selector) const {
+        return isInner && selector == hostapi::filterSelectorAbout;
+    }
 
   private:
     bool isStart;
@@ -211,7 +216,9 @@ void DispatchSelector(std::int16_t selector, hostapi::FilterRecord* record, std:
         filterRecord = record;
         context.result = hostapi::filterBadParameters;
     } else {
-        filterRecord = record;
+        if (!section.KeepsRecord(selector)) {
+            filterRecord = record;
+        }
         try {
             handlers[selector](&context);
         } catch (...) {

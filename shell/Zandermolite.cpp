@@ -120,6 +120,9 @@ std::int16_t RunTexture(FilterContext* context, std::unique_ptr<PaintClass>& pic
         return RunWindowsInTurn(context, picOut);
     } catch (const std::bad_alloc&) {
         // The windows themselves: inside them the user is told.
+        if (errorCell != 0) {
+            throw errorCell;
+        }
         return hostapi::memFullErr;
     }
 }

@@ -14,6 +14,12 @@ constexpr int tabCharacter = 9;
 constexpr int returnCharacter = 13;
 constexpr int escapeCharacter = 27;
 
+/// Other keys make the same characters: Ctrl+[ and Ctrl+Shift+C must not cost anybody a texture.
+bool MeansCancel(int character, int modifiers) {
+    const int held = modifiers & (modifierControl | modifierShift | modifierAlt);
+    return character == escapeCharacter ? (held & modifierControl) == 0 : held == modifierControl;
+}
+
 /// The character that stands for a message, or -1. Arrows and Escape have none of their own here:
 /// the system would use their keys up before.
 int CharacterOf(const MSG& message) {
@@ -213,7 +219,9 @@ bool DialogWindow::FilterSystemKey(NorvantaDialog& dialog, int character) {
             return true;
         case escapeCharacter:
         case interruptCharacter:
-            PostMessageA(Window(dialog), messageCancel, 0, 0);
+            if (MeansCancel(character, GetMessageModifiers())) {
+                PostMessageA(Window(dialog), messageCancel, 0, 0);
+            }
             return true;
         case returnCharacter:
             // The key itself has reached the default button.

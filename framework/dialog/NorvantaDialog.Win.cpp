@@ -303,7 +303,7 @@ void NorvantaDialog::PaintMessage() {
     const HWND window = DialogWindow::Window(*this);
     Region& update = port->PaintRegion();
     GetUpdateRgn(window, static_cast<HRGN>(update.Handle()), FALSE);
-    PAINTSTRUCT paint;
+    PAINTSTRUCT paint{};
     BeginPaint(window, &paint);
     port->SetExtraClip(&update);
     // Removes the clip and ends the paint on every path, a throw from drawing included.

@@ -52,12 +52,18 @@ Span DeliveredSpan(const Rect& asked, const Rect& delivered, std::int32_t rowByt
     return {left - asked.left, count};
 }
 
-/// Whether a row has room for more than 8 bits a channel. Hosts may pad rows; of a row that is
-/// longer than any padding, twice the length is none.
-bool IsTooLong(std::int32_t rowBytes, int width, int planes) {
+/// Whether a row is as long as one of 16 or 32 bits a channel, padded or not. A shorter selection's
+/// rows may also be as far apart as those of the image they lie in, which says nothing.
+bool IsTooLong(const FilterRecord& record, std::int32_t rowBytes, const Rect& delivered) {
     constexpr std::int64_t greatestPadding = 64;
-    const std::int64_t length = std::int64_t{width} * planes;
-    return length > greatestPadding && std::abs(std::int64_t{rowBytes}) >= 2 * length;
+    const std::int64_t length = std::int64_t{Width(delivered)} * record.planes;
+    const std::int64_t distance = std::abs(std::int64_t{rowBytes});
+    const auto isPadded = [distance](std::int64_t row) {
+        return distance >= row && distance < row + greatestPadding;
+    };
+    const std::int64_t imageLength = std::int64_t{record.imageSize.h} * record.planes;
+    return length > greatestPadding && !isPadded(imageLength) &&
+           (isPadded(2 * length) || isPadded(4 * length));
 }
 
 /// Fetches the next row of a loop over the selection, and stores the one before. False when the
@@ -117,9 +123,8 @@ bool CopyDeliveredRow(const FilterRecord& record, const Rect& asked, unsigned ch
     return true;
 }
 
-void ReadRows(FilterContext* context, const PaintClass& pic) {
+void ReadRows(FilterContext* context, const Rect& selection, const PaintClass& pic) {
     FilterRecord* const record = context->record;
-    const Rect selection = record->filterRect;
     RequestAllPlanes(record);
     for (std::int16_t y = selection.top; y < selection.bottom; ++y) {
         const int r = y - selection.top;
@@ -138,7 +143,8 @@ void ReadRows(FilterContext* context, const PaintClass& pic) {
 }  // namespace
 
 std::unique_ptr<PaintClass> ReadSelection(FilterContext* context) {
-    const Rect& selection = context->record->filterRect;
+    // A copy: making the raster calls the host, whose record it is.
+    const Rect selection = context->record->filterRect;
     if (IsEmpty(selection) || Width(selection) > INT16_MAX || Height(selection) > INT16_MAX) {
         return nullptr;
     }
@@ -151,7 +157,7 @@ std::unique_ptr<PaintClass> ReadSelection(FilterContext* context) {
         context->result = hostapi::filterBadParameters;
         return pic;
     }
-    ReadRows(context, *pic);
+    ReadRows(context, selection, *pic);
     return pic;
 }
 
@@ -159,28 +165,36 @@ bool HasColors(const FilterRecord& record) {
     return record.imageMode == hostapi::imageModeRGB && record.planes >= colorPlanes;
 }
 
+namespace {
+
+void RestoreRequest(const FilterRecord& before, FilterRecord* record) {
+    record->inRect = before.inRect;
+    record->inLoPlane = before.inLoPlane;
+    record->inHiPlane = before.inHiPlane;
+    record->outRect = before.outRect;
+    record->outLoPlane = before.outLoPlane;
+    record->outHiPlane = before.outHiPlane;
+    record->maskRect = before.maskRect;
+}
+
+}  // namespace
+
 std::int16_t TryFirstRow(FilterContext* context) {
     FilterRecord* const record = context->record;
     const Rect selection = record->filterRect;
     if (record->advanceState == nullptr || IsEmpty(selection)) {
         return hostapi::noErr;
     }
-    const Rect in = record->inRect;
-    const Rect out = record->outRect;
-    const Rect mask = record->maskRect;
+    const FilterRecord before = *record;
     RequestAllPlanes(record);
     record->inRect = RowAt(selection, selection.top);
     record->outRect = {};
     record->maskRect = {};
-    std::int16_t result = AdvanceState();
-    if (result == hostapi::noErr &&
-        IsTooLong(record->inRowBytes, Width(record->inRect), record->planes)) {
-        result = hostapi::filterBadParameters;
-    }
-    record->inRect = in;
-    record->outRect = out;
-    record->maskRect = mask;
-    return result;
+    // Errors of reading are nobody's concern yet: a texture can also be begun blank.
+    const bool isTooLong =
+        AdvanceState() == hostapi::noErr && IsTooLong(*record, record->inRowBytes, record->inRect);
+    RestoreRequest(before, record);
+    return isTooLong ? hostapi::filterBadParameters : hostapi::noErr;
 }
 
 TileInfo TileOf(const PicClass& pic) {
@@ -294,8 +308,7 @@ bool WriteDeliveredRow(const FilterRecord& record, const Rect& asked, int row,
     if (span.count == 0) {
         return true;
     }
-    if (record.outData == nullptr ||
-        IsTooLong(record.outRowBytes, Width(record.outRect), record.planes)) {
+    if (record.outData == nullptr || IsTooLong(record, record.outRowBytes, record.outRect)) {
         return false;
     }
     writer.Write(span.skipped, row, record.outData, span.count);

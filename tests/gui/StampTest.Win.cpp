@@ -59,7 +59,7 @@ class StampTest : public DialogRunTest {
             const auto isBlack = [&](int h, int v) {
                 return (view.At({centre.x + h, centre.y + v}) & 0x00FFFFFF) == 0;
             };
-            return isBlack(-4, 0) && isBlack(4, 0) && isBlack(0, -4) && isBlack(0, 4) &&
+            return isBlack(-5, 0) && isBlack(5, 0) && isBlack(0, -5) && isBlack(0, 5) &&
                    !isBlack(-6, 0) && !isBlack(6, 0) && !isBlack(0, -6) && !isBlack(0, 6) &&
                    !isBlack(3, 3);
         });
@@ -184,6 +184,24 @@ TEST_F(StampTest, WithoutASourceItSaysSo) {
     });
     const std::unique_ptr<PaintClass> expected = Noise();
     Aim(*expected, {20, 30}, {100, 55});
+    PaintStamp(*expected, {{90, 50}, {100, 55}});
+    ExpectApplied(*expected);
+}
+
+TEST_F(StampTest, AnOffsetThatIsTypedIsNoSource) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        ChooseTool(gui, editor, 's', 6);
+        TakeSource(gui, editor, {20, 30});
+        editor.ChooseToOpen(commandStampSettings);
+        const DrivenDialog settings = gui.WaitFor(cloneDialog);
+        settings.SetText(CloneItems::horizontalOffset, "-25");
+        settings.SetText(CloneItems::verticalOffset, "-8");
+        CloseWith(settings, okItem);
+        DragAlong(gui, editor, {{90, 50}, {100, 55}});
+    });
+    const std::unique_ptr<PaintClass> expected = Noise();
+    expected->stampOffsetH = -25;
+    expected->stampOffsetV = 8;
     PaintStamp(*expected, {{90, 50}, {100, 55}});
     ExpectApplied(*expected);
 }

@@ -211,12 +211,62 @@ TEST_F(SelectorsTest, APictureThatCannotBeFilledIsRefusedBeforeAnyWindow) {
     EXPECT_EQ(Log().beeps, 0);
 }
 
-TEST_F(SelectorsTest, AHostThatGivesNoFirstRowIsBelievedBeforeAnyWindow) {
+TEST_F(SelectorsTest, AHostThatGivesNoFirstRowOpensTheWindowsAllTheSame) {
     Parameters();
     rowHost.failAdvance[0] = -77;
-    EXPECT_EQ(Start(), -77);
-    EXPECT_TRUE(Windows().events.empty());
-    EXPECT_EQ(Block().ran, 0);
+    EXPECT_EQ(Start(), 0);
+    EXPECT_EQ(Block().ran, 1);
+}
+
+TEST_F(SelectorsTest, RowsAsFarApartAsTheImagesAreNotTooLong) {
+    Parameters();
+    // The selection is half as wide as the image.
+    record.imageSize.h = static_cast<std::int16_t>(2 * hostapi::Width(record.filterRect));
+    static decltype(record.advanceState) hostsAdvance;
+    hostsAdvance = record.advanceState;
+    record.advanceState = []() -> std::int16_t {
+        const std::int16_t result = hostsAdvance();
+        filterRecord->inRowBytes = filterRecord->imageSize.h * filterRecord->planes;
+        filterRecord->outRowBytes = filterRecord->inRowBytes;
+        return result;
+    };
+    EXPECT_EQ(Start(), 0);
+    record.advanceState = hostsAdvance;
+}
+
+TEST_F(SelectorsTest, TheTrialOfTheFirstRowLeavesTheRequestAsItWas) {
+    Parameters();
+    SetRectangles();
+    record.inLoPlane = 5;
+    record.inHiPlane = 6;
+    record.outLoPlane = 7;
+    record.outHiPlane = 8;
+    const hostapi::FilterRecord asBefore = record;
+    Windows().edit = [&](std::unique_ptr<PaintClass>&) {
+        EXPECT_EQ(std::memcmp(&record.inRect, &asBefore.inRect, sizeof record.inRect), 0);
+        EXPECT_EQ(std::memcmp(&record.outRect, &asBefore.outRect, sizeof record.outRect), 0);
+        EXPECT_EQ(std::memcmp(&record.maskRect, &asBefore.maskRect, sizeof record.maskRect), 0);
+        EXPECT_EQ(record.inLoPlane, 5);
+        EXPECT_EQ(record.inHiPlane, 6);
+        EXPECT_EQ(record.outLoPlane, 7);
+        EXPECT_EQ(record.outHiPlane, 8);
+    };
+    EXPECT_EQ(Start(), 0);
+}
+
+TEST_F(SelectorsTest, AnAboutWithinAStartLeavesTheRecordToTheEditor) {
+    Parameters();
+    static hostapi::FilterRecord* seen;
+    seen = nullptr;
+    const auto outside = platformServices.showAbout;
+    platformServices.showAbout = [] { seen = filterRecord; };
+    hostapi::FilterRecord about{};
+    std::int16_t result = unwritten;
+    Windows().edit = [&](std::unique_ptr<PaintClass>&) { DispatchSelector(0, &about, &result); };
+    EXPECT_EQ(Start(), 0);
+    platformServices.showAbout = outside;
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(seen, &record);
 }
 
 TEST_F(SelectorsTest, AStartWithinAStartIsRefused) {

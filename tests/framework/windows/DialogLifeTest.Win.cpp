@@ -79,6 +79,23 @@ TEST_F(DialogLifeTest, EscapeWithoutACancelItemDoesNothing) {
     EXPECT_EQ(dialog.log.Count("hit 2"), 0);
 }
 
+// They make the characters of Escape and Ctrl+C.
+TEST_F(DialogLifeTest, OtherKeysOfTheSameCharactersCancelNothing) {
+    TestDialog dialog(small);
+    EXPECT_EQ(RunWithScript(dialog,
+                            [&](Script& script) {
+                                script.Keys({{VK_CONTROL, VK_OEM_4}, {VK_CONTROL, VK_SHIFT, 'C'}});
+                                script.Click(script.Middle(1));
+                            }),
+              1);
+    EXPECT_EQ(dialog.log.Count("hit 2"), 0);
+}
+
+TEST_F(DialogLifeTest, ControlAndCIsCancel) {
+    TestDialog dialog(small);
+    EXPECT_EQ(RunWithScript(dialog, [&](Script& script) { script.Keys({{VK_CONTROL, 'C'}}); }), 2);
+}
+
 TEST_F(DialogLifeTest, AMissingResourceIsAFault) {
     TestDialog dialog(499);
     EXPECT_EQ(FaultOf([&] { dialog.Run(); }), 20001);

@@ -106,6 +106,9 @@ std::string NameOf(const Point& point) {
 
 /// The settings as a whole file, or none.
 bool IsWholePreferenceFile(const std::string& bytes) {
+    if (bytes.empty()) {
+        return true;
+    }
     std::size_t at = 0;
     Preferences read;
     try {
