@@ -62,8 +62,9 @@ inline int CountChanged(const Picture& before, const Picture& after, const hosta
     int changed = 0;
     for (int y = 0; y < before.height; ++y) {
         for (int x = 0; x < before.width; ++x) {
-            if (hostapi::Contains(rect, x, y) == isInside && !IsSamePixel(before, after, x, y))
+            if (hostapi::Contains(rect, x, y) == isInside && !IsSamePixel(before, after, x, y)) {
                 ++changed;
+            }
         }
     }
     return changed;
