@@ -179,8 +179,7 @@ TEST_F(CombineDialogTest, AMenuLeftWithoutAChoiceKeepsModeAndResult) {
         combine.Press(ApplyItems::apply);
         ExpectShown(editor, *Combined("lines.jpg", 50, 1));
         OpenMenuOf(combine, Items::mode);
-        MoveMouse(PlaceInMenu(3));
-        WaitUntil("the third mode", [&] { return combine.Value(Items::mode) == 3; });
+        PointAtEntry(combine, Items::mode, 3);
         gui.Chord({VK_ESCAPE});
         WaitUntil("the menu to close", [&] { return !HasOpenMenu(combine); });
         WaitUntil("the mode before", [&] { return combine.Value(Items::mode) == 1; });

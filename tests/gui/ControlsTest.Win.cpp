@@ -799,13 +799,10 @@ TEST_P(EveryEffectTest, AMenuLeftWithoutAChoiceLeavesTheValuesAndTheResult) {
         const int before = father.reverts;
         const host::Picture tuned = dialog.Grab();
         OpenMenuOf(dialog, ApplyItems::presets);
-        MoveMouse(PlaceInMenu(3));
-        WaitUntil("the preset", [&] { return dialog.Value(ApplyItems::presets) == 3; });
+        PointAtEntry(dialog, ApplyItems::presets, 3);
         EXPECT_NE(dialog.Grab().pixels, tuned.pixels) << "its values are shown";
-        MoveMouse(PlaceInMenu(4));
-        WaitUntil("the next", [&] { return dialog.Value(ApplyItems::presets) == 4; });
-        MoveMouse(PlaceInMenu(3));
-        WaitUntil("back", [&] { return dialog.Value(ApplyItems::presets) == 3; });
+        PointAtEntry(dialog, ApplyItems::presets, 4);
+        PointAtEntry(dialog, ApplyItems::presets, 3);
         gui.Chord({VK_ESCAPE});
         WaitUntil("the menu to close", [&] { return !HasOpenMenu(dialog); });
         dialog.Settle();
@@ -824,10 +821,8 @@ TEST_P(EveryEffectTest, LastUsedChosenInTheMenuKeepsTheValues) {
     Fill(End::high);
     Open([&](const GuiDriver& gui, const DrivenDialog& dialog) {
         OpenMenuOf(dialog, ApplyItems::presets);
-        MoveMouse(PlaceInMenu(3));
-        WaitUntil("the preset", [&] { return dialog.Value(ApplyItems::presets) == 3; });
-        MoveMouse(PlaceInMenu(1));
-        WaitUntil("Last Used", [&] { return dialog.Value(ApplyItems::presets) == 1; });
+        PointAtEntry(dialog, ApplyItems::presets, 3);
+        PointAtEntry(dialog, ApplyItems::presets, 1);
         gui.PressMouse();
         gui.ReleaseMouse();
         WaitUntil("the menu to close", [&] { return !HasOpenMenu(dialog); });

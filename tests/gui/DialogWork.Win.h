@@ -22,6 +22,8 @@ void ChooseEntry(const GuiDriver& gui, const DrivenDialog& dialog, int item, int
 void ChooseEntryByMouse(const GuiDriver& gui, const DrivenDialog& dialog, int item, int place);
 /// Where an entry of the menu that is open is on the screen.
 POINT PlaceInMenu(int place);
+/// Moves the pointer over an entry of a live popup whose menu is open, until it shows the entry.
+void PointAtEntry(const DrivenDialog& dialog, int item, int place);
 /// Opens a popup's menu with the mouse.
 void OpenMenuOf(const DrivenDialog& dialog, int item);
 bool HasOpenMenu(const DrivenDialog& dialog);

@@ -225,9 +225,9 @@ TEST_F(PresetDialogTest, ThePointerPassesOverTheNames) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
         OpenMenu(lines);
-        MoveMouse(PlaceInMenu(3));
+        PointAtEntry(lines, Items::presets, 3);
         ExpectValues(lines, crisp);
-        MoveMouse(PlaceInMenu(4));
+        PointAtEntry(lines, Items::presets, 4);
         ExpectValues(lines, soft);
         gui.PressMouse();
         gui.ReleaseMouse();
@@ -310,11 +310,11 @@ TEST_F(PresetDialogTest, LeavingTheMenuKeepsTunedValuesAndTheResult) {
         lines.Press(Items::apply);
         ExpectShown(editor, *applied);
         OpenMenu(lines);
-        MoveMouse(PlaceInMenu(4));
+        PointAtEntry(lines, Items::presets, 4);
         ExpectValues(lines, soft);
-        MoveMouse(PlaceInMenu(1));
+        PointAtEntry(lines, Items::presets, 1);
         ExpectValues(lines, tuned);
-        MoveMouse(PlaceInMenu(4));
+        PointAtEntry(lines, Items::presets, 4);
         ExpectValues(lines, soft);
         ExpectShown(editor, *applied);
         gui.Chord({VK_ESCAPE});
