@@ -106,7 +106,8 @@ void RegisterControlClasses() {
         Register(control);
     }
     RegisterBitmapButton();
-    // Not by a throw, which would leave the classes behind: they are a matter of looks.
+    // TryMake returns null without memory: themes change only the look, and a throw from here would
+    // leave the classes registered.
     themes = TryMake<ThemeLibrary>();
 }
 

@@ -34,7 +34,7 @@ class DialogWindow {
     static NorvantaDialog* Of(HWND window);
     /// The window over which a dialog opens.
     static HWND OwnerOf(const NorvantaDialog& dialog);
-    /// That of the dialog that was shown last and is open; without one the host's, or null.
+    /// The window of the newest open dialog; without one the host's window, or null.
     static HWND InFront();
     static HWND Window(const NorvantaDialog& dialog) { return static_cast<HWND>(dialog.Window()); }
 

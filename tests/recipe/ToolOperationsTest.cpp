@@ -38,7 +38,7 @@ class ToolOperationsTest : public testing::Test {
         return ColorsOf(session.Texture());
     }
 
-    /// That texture after the core's own operation.
+    /// The pixels of the start texture after `operation` has run in the core, without a recipe.
     template <class Operation>
     std::vector<Pixel> Expected(Operation operation) {
         RunText(session, start);

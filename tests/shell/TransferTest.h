@@ -12,7 +12,7 @@ class TransferTest : public CoreTest {
   protected:
     FilterContext context{0, &record};
 
-    /// Rectangles that a transfer must not leave behind.
+    /// Fills the record's three rectangles, which a transfer has to empty.
     void SetRectangles() {
         record.inRect = anyRect;
         record.outRect = anyRect;
