@@ -131,7 +131,7 @@ class File {
     FileType type = noFileType;
     /// Zero-terminated. Its first byte 0 means that no file is named.
     char path[filePathCapacity] = {};
-    /// The dialog over which the file dialogs stand.
+    /// The dialog over which a file dialog of this file stands; null while none is open.
     void* owner = nullptr;
 
   private:

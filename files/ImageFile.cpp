@@ -41,17 +41,23 @@ const FileType* GivenOrSupported(const FileType* types) {
     return types != nullptr ? types : supportedImageTypes;
 }
 
-/// The dialogs' floating windows are out of the way for the lifetime of the object.
-class DialogsSuspended {
+/// For its lifetime the file has the dialog as its owner, and the dialogs' floating windows are out
+/// of the way. The file may outlive the dialog.
+class FileDialogOver {
   public:
-    explicit DialogsSuspended(FileDialogOwner& dialogOwner) : owner(dialogOwner) {
+    FileDialogOver(File& newFile, FileDialogOwner& newOwner) : file(newFile), owner(newOwner) {
         owner.SuspendDialogs();
+        file.owner = &owner;
     }
-    DialogsSuspended(const DialogsSuspended&) = delete;
-    DialogsSuspended& operator=(const DialogsSuspended&) = delete;
-    ~DialogsSuspended() { owner.ResumeDialogs(); }
+    FileDialogOver(const FileDialogOver&) = delete;
+    FileDialogOver& operator=(const FileDialogOver&) = delete;
+    ~FileDialogOver() {
+        file.owner = nullptr;
+        owner.ResumeDialogs();
+    }
 
   private:
+    File& file;
     FileDialogOwner& owner;
 };
 
@@ -71,15 +77,13 @@ std::int16_t ImageFile::ChooseImageToSave(void* ownerWindow, const FileType* typ
 
 std::int16_t ImageFile::ChooseImageToOpen(FileDialogOwner& dialog, const FileType* types,
                                           std::int16_t dialogId) {
-    owner = &dialog;
-    const DialogsSuspended suspended(dialog);
+    const FileDialogOver over(*this, dialog);
     return ChooseImageToOpen(dialog.Window(), types, dialogId);
 }
 
 std::int16_t ImageFile::ChooseImageToSave(FileDialogOwner& dialog, const FileType* types,
                                           std::int16_t dialogId) {
-    owner = &dialog;
-    const DialogsSuspended suspended(dialog);
+    const FileDialogOver over(*this, dialog);
     return ChooseImageToSave(dialog.Window(), types, dialogId);
 }
 

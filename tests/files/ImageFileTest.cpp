@@ -18,6 +18,8 @@ struct {
     const char* answer;
     int suspended;
     int suspendedInside;
+    const File* file;
+    const void* ownerInside;
 } dialog;
 
 bool RunDialog(FileDialog& asked) {
@@ -25,6 +27,7 @@ bool RunDialog(FileDialog& asked) {
     dialog.window = asked.ownerWindow;
     dialog.filter = asked.filter.c_str();
     dialog.suspendedInside = dialog.suspended;
+    dialog.ownerInside = dialog.file->owner;
     if (dialog.answer == nullptr) {
         return false;
     }
@@ -42,6 +45,7 @@ class ImageFileTest : public ImageTest {
   protected:
     ImageFileTest() {
         dialog = {};
+        dialog.file = &file;
         platformServices.runFileDialog = RunDialog;
     }
 
@@ -188,13 +192,14 @@ TEST_F(ImageFileTest, OverADialogTheFloatingWindowsAreOutOfTheWay) {
     EXPECT_EQ(dialog.suspendedInside, 1);
     EXPECT_EQ(dialog.suspended, 0);
     EXPECT_EQ(dialog.window, &owner);
-    EXPECT_EQ(file.owner, static_cast<FileDialogOwner*>(&owner));
-    file.owner = nullptr;
+    EXPECT_EQ(dialog.ownerInside, static_cast<FileDialogOwner*>(&owner));
+    EXPECT_EQ(file.owner, nullptr) << "the file may outlive the dialog";
     dialog.answer = nullptr;
     EXPECT_EQ(file.ChooseImageToSave(owner, nullptr, 1), 32512);
     EXPECT_EQ(dialog.suspendedInside, 1);
     EXPECT_EQ(dialog.suspended, 0);
-    EXPECT_EQ(file.owner, static_cast<FileDialogOwner*>(&owner));
+    EXPECT_EQ(dialog.ownerInside, static_cast<FileDialogOwner*>(&owner));
+    EXPECT_EQ(file.owner, nullptr);
 }
 
 }  // namespace
