@@ -66,13 +66,13 @@ void TextureDialog::EditTexture() {
     }
 }
 
+// The undo store comes with the new texture.
 void TextureDialog::ReplaceBy(std::unique_ptr<PaintClass> made) {
     if (made == nullptr) {
         Alert(this, alertOutOfMemory);
         return;
     }
     ReplaceTexture(std::move(made));
-    TakeUndoSnapshot();
 }
 
 void TextureDialog::ReplaceTexture(std::unique_ptr<PaintClass> newPic) {
