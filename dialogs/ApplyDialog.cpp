@@ -70,12 +70,8 @@ void ApplyDialog::HitPresetItem(short item) {
     }
 }
 
-bool ApplyDialog::ScrollChanged(short item, int value) {
+bool ApplyDialog::ScrollChanged(short, int) {
     MarkChanged(true);
-    if (presets != nullptr && item == Items::presets) {
-        SelectPreset(static_cast<short>(value));
-        ItemHit(Items::presets);
-    }
     return true;
 }
 

@@ -50,7 +50,7 @@ class ApplyDialog : public SmallPSDialog {
     void Setup() override;
     /// Items 1 to 6, which are the same in all dialogs.
     short ItemHit(short item) override;
-    /// Marks the values as changed; the presets popup loads what the pointer passes.
+    /// A slider has moved: marks the values as changed.
     bool ScrollChanged(short item, int value) override;
     void Idle() override;
     // The controls show the preset that the open menu passes. The texture keeps its result until a

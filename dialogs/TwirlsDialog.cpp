@@ -15,5 +15,6 @@ TwirlsDialog::TwirlsDialog(const ApplyContext& context, TwirlsParams& newStored)
 }
 
 bool TwirlsDialog::ScrollChanged(short item, int value) {
-    return ParamsDialog::ScrollChanged(item, value) && item == ApplyItems::presets;
+    ParamsDialog::ScrollChanged(item, value);
+    return false;
 }

@@ -27,7 +27,8 @@ WavesDialog::WavesDialog(const ApplyContext& context, WavesParams& newStored)
 }
 
 bool WavesDialog::ScrollChanged(short item, int value) {
-    return ParamsDialog::ScrollChanged(item, value) && item == ApplyItems::presets;
+    ParamsDialog::ScrollChanged(item, value);
+    return false;
 }
 
 void WavesDialog::KeepValues() {
