@@ -33,6 +33,8 @@ void ApplyDialog::Setup() {
     if (presets != nullptr) {
         FillPresets();
         UpdateDelete();
+        // They stand below the values.
+        SetTabOrder({ItemCount(), Items::presets, Items::save, Items::remove});
     }
     if (placement.right != 0) {
         SetPlacement(placement.top, placement.left);

@@ -298,6 +298,7 @@ void Bindings::SetUp() {
     for (const auto& row : rows) {
         row->SetUp();
     }
+    dialog.SetTabOrder(tabOrder);
 }
 
 void Bindings::Show() {

@@ -82,10 +82,13 @@ class Bindings {
     void Swatch(const Field& field, short item);
     /// `items` are disabled while the control `master` has the value `off`, else enabled.
     void Disable(const std::vector<short>& items, short master, int off);
+    /// As NorvantaDialog::SetTabOrder: the order in which the items are read, where their numbers
+    /// count otherwise.
+    void TabOrder(const std::vector<short>& items) { tabOrder = items; }
 
     // The requests of the window, which must exist.
 
-    /// Sets the controls' formats and ranges.
+    /// Sets the controls' formats, ranges and order.
     void SetUp();
     /// Shows the record in the controls.
     void Show();
@@ -112,4 +115,5 @@ class Bindings {
     void* record;
     std::vector<std::unique_ptr<Binding>> rows;
     std::vector<Dependence> dependences;
+    std::vector<short> tabOrder;
 };

@@ -20,6 +20,7 @@ DevidersDialog::DevidersDialog(const ApplyContext& context, DividersParams& newS
     bindings.Number(FieldFor(&DividersParams::minimalGap),
                     {.field = Items::minimalGap, .slider = Items::minimalGapSlider});
     bindings.Check(FieldFor(&DividersParams::antiAliased), Items::antiAliased);
+    bindings.TabOrder({Items::pickedColors, Items::randomColors, Items::transparent});
 }
 
 short DevidersDialog::ItemHit(short item) {

@@ -16,4 +16,5 @@ DropsDialog::DropsDialog(const ApplyContext& context, DropsParams& newStored)
                     {.offset = -coveredBlurNone});
     bindings.Number(FieldFor(&DropsParams::coveredTone), {.slider = Items::coveredTone},
                     {.offset = -coveredLighter});
+    bindings.TabOrder({Items::reflection, Items::emphasizeLight});
 }

@@ -15,12 +15,9 @@ LinesDialog::LinesDialog(const ApplyContext& context, LinesParams& newStored)
                     {.shownAs = Items::random});
     bindings.Number(FieldFor(&LinesParams::angle), {.field = Items::angle, .dial = Items::globe});
     bindings.Swatch(FieldFor(&LinesParams::color), Items::color);
-}
-
-// The numbers of the two buttons lie apart, but arrows move from one to the other.
-void LinesDialog::Setup() {
-    ParamsDialog::Setup();
-    FollowInTabOrder(Items::ink, Items::wax);
+    bindings.TabOrder({ApplyItems::apply, Items::precision, Items::wax, Items::ink, Items::random,
+                       Items::averageColor, Items::color, Items::angleLabel, Items::angle,
+                       Items::globe});
 }
 
 // A colour is chosen to be the average; a choice that is cancelled switches to it, too.

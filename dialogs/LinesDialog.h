@@ -8,7 +8,6 @@ class LinesDialog : public ParamsDialog<LinesParams> {
   public:
     LinesDialog(const ApplyContext& context, LinesParams& newStored);
 
-    void Setup() override;
     short ItemHit(short item) override;
 
   private:

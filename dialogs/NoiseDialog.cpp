@@ -12,4 +12,5 @@ NoiseDialog::NoiseDialog(const ApplyContext& context, NoiseParams& newStored)
     bindings.Radios(FieldFor(&NoiseParams::mode), {{noiseGrey, Items::blackAndWhite},
                                                    {noiseColored, Items::colored},
                                                    {noiseColorful, Items::reallyColorful}});
+    bindings.TabOrder({Items::blackAndWhite, Items::colored, Items::reallyColorful});
 }

@@ -37,4 +37,13 @@ ShapesDialog::ShapesDialog(const ApplyContext& context, ShapesParams& newStored)
         {{1, Items::stacked, Items::stackedPicture}, {0, Items::blended, Items::blendedPicture}},
         {.shownAs = Items::stacked});
     bindings.Number(FieldFor(&ShapesParams::angle), {.field = Items::angle, .dial = Items::globe});
+    bindings.TabOrder(
+        {ApplyItems::apply,
+         // The left column of boxes,
+         Items::kind, Items::color, Items::widthSlider, Items::width, Items::heightSlider,
+         Items::height, Items::bevel, Items::contrast, Items::transparency, Items::material,
+         Items::columns, Items::rows, Items::halfShift,
+         // then the right one.
+         Items::sizeDisplacement, Items::verticalDisplacement, Items::horizontalDisplacement,
+         Items::blended, Items::stacked, Items::globe, Items::angleLabel, Items::angle});
 }

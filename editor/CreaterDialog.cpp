@@ -33,6 +33,7 @@ CreaterDialog::CreaterDialog(hostapi::Rect& newPlacement, short newWidth, short 
 void CreaterDialog::Setup() {
     showNextTime = true;
     EditDialog::Setup();
+    SetTabOrder({cancelItem, Items::open});
     for (const short item : {Items::blank, Items::selection, Items::lastTexture}) {
         // The system keeps Tab away from radio buttons that were turned off.
         SetValue(item, item == contents ? 1 : 0);

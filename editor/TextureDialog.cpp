@@ -148,6 +148,7 @@ void TextureDialog::AdoptTexture(std::unique_ptr<PaintClass> newPic) {
 
 void TextureDialog::Setup() {
     SmallPSDialog::Setup();
+    SetReadingOrder();
     UpdateRepeats();
     SetValue(Items::sizeMarks, 1);
     ShowReadouts();
@@ -177,6 +178,22 @@ void TextureDialog::Setup() {
         // The remembered size leaves another view to stand in the middle of.
         UpdateScrollPositions();
     }
+}
+
+// Row by row; effects and filters are two columns. The tab comes before: it is the last window, so
+// that all others are in front of it.
+void TextureDialog::SetReadingOrder() {
+    SetTabOrder({Items::sizeMarks, Items::newTexture, Items::edit, Items::open, Items::save,
+                 Items::toolPalette, Items::colorWells, Items::flipHorizontal, Items::flipVertical,
+                 Items::repeatEffect, Items::lines, Items::shapes, Items::drops, Items::dividers,
+                 Items::waves, Items::twirls, Items::skew, Items::combine, Items::tile,
+                 Items::repeatFilter, Items::blur, Items::sharpen, Items::noise, Items::saturation,
+                 Items::brightContr, Items::addColor, Items::mosaic, Items::invert, Items::addBump,
+                 Items::zoomOut, Items::zoomIn, Items::viewPalette, Items::apply, Items::cancel,
+                 // The others lie in front of these.
+                 Items::zoomReadout, Items::drawingArea, Items::paletteFrame, Items::switchColors,
+                 Items::defaultColors, Items::textureFrame, Items::effectsFrame,
+                 Items::filtersFrame});
 }
 
 void TextureDialog::SetUpMenu() {

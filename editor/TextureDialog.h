@@ -92,6 +92,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     void AdoptTexture(std::unique_ptr<PaintClass> newPic);
 
     // Set-up and readouts.
+    void SetReadingOrder();
     void SetUpMenu();
     void PlaceBesideView();
     void ShowReadouts();

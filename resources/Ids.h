@@ -159,6 +159,7 @@ struct TextureItems {
         waves = 39,
         twirls = 40,
         skew = 41,
+        effectsFrame = 42,
         blur = 43,
         sharpen = 44,
         noise = 45,
@@ -166,11 +167,13 @@ struct TextureItems {
         brightContr = 47,
         addColor = 48,
         mosaic = 49,
+        filtersFrame = 50,
         addBump = 51,
         invert = 52,
         flipHorizontal = 53,
         tile = 54,
         combine = 55,
+        textureFrame = 56,
         paletteFrame = 57,
         sizeMarks = 60,
         helpReadout = 61,
@@ -215,6 +218,7 @@ struct LinesItems {
         wax = 15,
         random = 17,
         averageColor = 18,
+        angleLabel = 20,
         angle = 21,
     };
 };
@@ -248,6 +252,7 @@ struct ShapesItems {
         stackedPicture = 49,
         stacked = 50,
         blended = 51,
+        angleLabel = 57,
         globe = 58,
         angle = 60,
     };

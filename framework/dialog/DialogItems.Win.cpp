@@ -173,9 +173,15 @@ void NorvantaDialog::SetFocus(short item, int step) {
     }
 }
 
-void NorvantaDialog::FollowInTabOrder(short item, short before) {
-    SetWindowPos(ControlOf(Record(item)), ControlOf(Record(before)), 0, 0, 0, 0,
-                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+void NorvantaDialog::SetTabOrder(const std::vector<short>& order) {
+    HWND before = nullptr;
+    for (const short item : order) {
+        const HWND control = ControlOf(Record(item));
+        if (before != nullptr) {
+            SetWindowPos(control, before, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        }
+        before = control;
+    }
 }
 
 void NorvantaDialog::SetLabel(short label, short item) {

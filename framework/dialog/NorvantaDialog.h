@@ -168,9 +168,10 @@ class NorvantaDialog {
     void SetFocus(short item, int step = 0);
     /// 0 if no item has the focus.
     short GetFocusItem() const;
-    /// Tab and the arrow keys come to the item right after `before`, in place of the order of the
-    /// item numbers.
-    void FollowInTabOrder(short item, short before);
+    /// Tab and the arrow keys come to these items one after the other, in place of the order of the
+    /// item numbers. The first one keeps its place. A text whose mnemonic leads to the next item
+    /// has to go along with it.
+    void SetTabOrder(const std::vector<short>& order);
     /// Alt and the mnemonic of a text give `item` the focus, where the tab stop after the text is
     /// another one. A custom control takes the mnemonic of its own text.
     void SetLabel(short label, short item);

@@ -254,10 +254,10 @@ TEST_F(LinesDialogTest, TheKeyboardGoesThroughAllControls) {
         WaitUntil("nothing to delete", [&] { return !lines.IsEnabled(ApplyItems::remove); });
         TabTo(gui, lines, okItem);
         // Tab comes to the checked ones of the radio buttons.
-        EXPECT_EQ(TabOrder(gui, lines),
-                  (std::vector<int>{okItem, cancelItem, ApplyItems::apply, ApplyItems::presets,
-                                    ApplyItems::save, Items::precision, Items::wax, Items::random,
-                                    Items::angle}));
+        EXPECT_EQ(
+            TabOrder(gui, lines),
+            (std::vector<int>{okItem, cancelItem, ApplyItems::apply, Items::precision, Items::wax,
+                              Items::random, Items::angle, ApplyItems::presets, ApplyItems::save}));
         gui.Chord({VK_MENU, 'I'});
         WaitUntil("ink by its letter", [&] { return lines.Value(Items::ink) == 1; });
         gui.Chord({VK_MENU, 'A'});

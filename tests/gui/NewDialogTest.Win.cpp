@@ -205,8 +205,8 @@ TEST_F(NewDialogTest, TheKeyboard) {
             TabTo(gui, opening, okItem);
             EXPECT_EQ(
                 TabOrder(gui, opening),
-                (std::vector<int>{okItem, cancelItem, Items::name, Items::width, Items::height,
-                                  Items::units, Items::open, Items::blank, Items::showNextTime}));
+                (std::vector<int>{okItem, cancelItem, Items::open, Items::name, Items::width,
+                                  Items::height, Items::units, Items::blank, Items::showNextTime}));
             gui.Chord({VK_MENU, 'H'});
             WaitUntil("no mark", [&] { return opening.Value(Items::showNextTime) == 0; });
             gui.Chord({VK_MENU, 'S'});

@@ -305,6 +305,19 @@ TEST_F(DialogLifeTest, TabWalksInItemOrderWhateverTheResources) {
     EXPECT_EQ(walk, (std::vector<int>{3, 4, 5, 1, 2, 3, 3}));
 }
 
+TEST_F(DialogLifeTest, TabWalksInTheOrderThatItWasGiven) {
+    TestDialog dialog(allItems);
+    dialog.atSetup = [&] { dialog.SetTabOrder({7, 3, 12, 2}); };
+    std::vector<int> walk;
+    RunWithScript(dialog, [&](Script& script) {
+        for (int i = 0; i < 16; ++i) {
+            walk.push_back(script.Focus());
+            script.Keys({{VK_TAB}});
+        }
+    });
+    EXPECT_EQ(walk, (std::vector<int>{1, 4, 5, 7, 3, 12, 2, 8, 9, 10, 13, 14, 15, 17, 18, 21}));
+}
+
 TEST_F(DialogLifeTest, SetFocusMovesBySteps) {
     TestDialog dialog(allItems);
     std::vector<int> focus;
