@@ -193,6 +193,7 @@ TEST_F(ApplyDialogTest, ValuesThatWereNotAppliedGoWithACancel) {
         EXPECT_EQ(second.Text(BlurItems::amount), "20");
         CloseWith(second, cancelItem);
     });
+    ExpectApplied(*Noise());
 }
 
 TEST_F(ApplyDialogTest, UndoTakesTheWholeDialogBack) {

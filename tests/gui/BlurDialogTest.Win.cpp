@@ -224,4 +224,26 @@ TEST_F(BlurDialogTest, TheRepeatBlursOnceMore) {
     });
 }
 
+TEST_F(BlurDialogTest, TheRepeatGoesOnInTheDirectionOfTheLastDialog) {
+    const std::unique_ptr<PaintClass> expected = Noise();
+    BlurParams params{.amount = 80, .motion = 1};
+    for (const short direction : std::initializer_list<short>{2, 5, 5}) {
+        params.direction = direction;
+        RunBlur(*expected, params);
+    }
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog first = OpenBlur(gui, editor);
+        TypeInto(gui, first, Items::amount, "80");
+        first.Press(Items::motion);
+        first.Press(Items::firstDirection + 2);
+        CloseWith(first, okItem);
+        const DrivenDialog second = OpenBlur(gui, editor);
+        second.Press(Items::firstDirection + 5);
+        CloseWith(second, okItem);
+        WaitUntil("the repeat", [&] { return editor.IsEnabled(TextureItems::repeatFilter); });
+        editor.Press(TextureItems::repeatFilter);
+    });
+    ExpectApplied(*expected);
+}
+
 }  // namespace

@@ -24,13 +24,13 @@ class CombineDialogTest : public DialogRunTest {
     }
     std::filesystem::path PathOf(const std::string& name) const { return folder.Path() / name; }
     /// Leaves a texture of the selection's size in a file.
-    void Put(const std::string& name) const {
+    void Put(const std::string& name, std::uint16_t resolution = 0) const {
         const std::unique_ptr<PaintClass> pattern = Blank();
         RunLines(*pattern, {});
         ImageFile file;
         file.callback = [](File&, std::int16_t, std::int16_t) { return textureQuality; };
         file.SetPath(PathOf(name).string());
-        EXPECT_EQ(WriteTexture(file, *pattern), 0);
+        EXPECT_EQ(WriteTexture(file, *pattern, resolution), 0);
     }
     std::unique_ptr<PaintClass> TextureIn(const std::string& name) const {
         ImageFile file;
@@ -96,6 +96,24 @@ TEST_F(CombineDialogTest, OkCombinesWithTheChosenFile) {
         EXPECT_FALSE(editor.IsEnabled(Texture::repeatEffect));
     });
     ExpectApplied(*Combined("lines.jpg", 50, 1));
+}
+
+// Only width and height have to be the same.
+TEST_F(CombineDialogTest, AFileOfAnotherResolutionIsCombined) {
+    constexpr std::uint16_t resolution = 300;
+    Put("fine.jpg", resolution);
+    ImageFile file;
+    file.SetPath(PathOf("fine.jpg").string());
+    ImageInfo info;
+    ASSERT_EQ(file.ReadImageInfo(&info), 0);
+    ASSERT_EQ(info.xResolution, resolution);
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        EXPECT_EQ(editor.Text(Texture::resolution), "72 dpi");
+        const DrivenDialog combine = OpenCombine(gui, editor);
+        Choose(gui, combine, "fine.jpg");
+        CloseWith(combine, okItem);
+    });
+    ExpectApplied(*Combined("fine.jpg", 50, 1));
 }
 
 TEST_F(CombineDialogTest, EveryControlTakesTheResultBack) {

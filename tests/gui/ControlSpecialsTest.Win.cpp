@@ -132,4 +132,12 @@ TEST_F(MosaicControlsTest, OffersTheDivisorsOfEachSide) {
     });
 }
 
+TEST_F(MosaicControlsTest, ASideOfSevenPixelsHasSevenAlone) {
+    father.size = {8, 7};
+    Open([&](const GuiDriver& gui, const DrivenDialog& dialog) {
+        EXPECT_EQ(PlacesOf(gui, dialog, MosaicItems::horizontal), (std::vector<int>{1, 8}));
+        EXPECT_EQ(PlacesOf(gui, dialog, MosaicItems::vertical), (std::vector<int>{1, 3, 5, 9}));
+    });
+}
+
 }  // namespace

@@ -132,7 +132,7 @@ void DialogRunTest::ExpectApplied(const PaintClass& expected) const {
     ExpectFilledWithApplied();
 }
 
-std::int16_t WriteTexture(ImageFile& file, const PaintClass& texture) {
+std::int16_t WriteTexture(ImageFile& file, const PaintClass& texture, std::uint16_t resolution) {
     constexpr std::int16_t planes = 3;
     std::vector<std::uint8_t> colors;
     for (const Pixel color : ColorsOf(texture)) {
@@ -147,6 +147,10 @@ std::int16_t WriteTexture(ImageFile& file, const PaintClass& texture) {
     layout.rowBytes = planes * texture.grX;
     layout.right = texture.grX;
     layout.bottom = texture.grY;
+    if (resolution != 0) {
+        layout.resolutionUnit = dotsPerInch;
+        layout.xResolution = layout.yResolution = resolution;
+    }
     const std::int16_t status = file.SetImageLayout(&layout);
     return status != 0 ? status : file.WriteImagePixels(colors.data());
 }

@@ -57,9 +57,9 @@ class DialogRunTest : public PluginRunTest {
 };
 
 /// Writes a texture's colours to the file, which has a name. The quality is the callback's, or the
-/// user's without one.
+/// user's without one. A file with a `resolution` says how many dots an inch it has.
 /// @return the status
-std::int16_t WriteTexture(ImageFile& file, const PaintClass& texture);
+std::int16_t WriteTexture(ImageFile& file, const PaintClass& texture, std::uint16_t resolution = 0);
 
 /// Adds a preset to a list.
 template <typename Params>

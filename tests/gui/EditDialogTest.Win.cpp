@@ -48,6 +48,21 @@ TEST_F(EditDialogTest, NewMakesAWhiteTexture) {
     EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(30 * 40, Color(255, 255, 255)));
 }
 
+TEST_F(EditDialogTest, NewHasNothingToRedo) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.Press(Texture::invert);
+        editor.Choose(commandUndo);
+        EXPECT_EQ(editor.MenuText(commandUndo), "Redo\tCtrl+Z");
+        CloseWith(OpenNew(gui, editor), okItem);
+        editor.Settle();
+        EXPECT_EQ(editor.MenuText(commandUndo), "Undo\tCtrl+Z");
+        editor.Press(Texture::invert);
+        editor.Choose(commandUndo);
+        EXPECT_EQ(editor.MenuText(commandUndo), "Redo\tCtrl+Z");
+    });
+    ExpectApplied(*Blank());
+}
+
 TEST_F(EditDialogTest, ACancelledNewChangesNothing) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog dialog = OpenNew(gui, editor);

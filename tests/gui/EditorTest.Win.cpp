@@ -5,6 +5,7 @@
 #include "resources/Strings.h"
 #include "tests/gui/PluginRun.Win.h"
 #include "tests/gui/ShownView.Win.h"
+#include "tests/support/FileSource.h"
 #include "tests/support/Pictures.h"
 
 namespace {
@@ -83,6 +84,61 @@ TEST_F(EditorTest, AnOperationAfterAnUndoLosesTheRedo) {
         editor.Choose(commandUndo);
     });
     EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(150 * 100, Color(255, 255, 255)));
+}
+
+/// Strokes leave other alpha bytes than the texture began with.
+TEST_F(EditorTest, UndoTwiceLeavesEveryByteAsItWas) {
+    const auto draw = [&](const GuiDriver& gui, const DrivenDialog& editor) {
+        DrawDot(gui, editor, PlaceOfPixel(editor, width + 3, height + 5));
+        editor.Press(Items::addBump);
+        ChooseTool(gui, editor, 'b', 2);
+        Stroke(editor, {PlaceOfPixel(editor, width + 40, height + 30)});
+    };
+    RunEditor(draw);
+    const std::vector<Pixel> once = PixelsOf(*Applied());
+    picture = before;
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        draw(gui, editor);
+        editor.Choose(commandUndo);
+        EXPECT_EQ(editor.MenuText(commandUndo), "Redo\tCtrl+Z");
+        editor.Choose(commandUndo);
+        EXPECT_EQ(editor.MenuText(commandUndo), "Undo\tCtrl+Z");
+    });
+    EXPECT_EQ(PixelsOf(*Applied()), once);
+    EXPECT_NE(once, std::vector<Pixel>(once.size(), once.front()));
+}
+
+/// The host has no memory for the store alone, and there is no file.
+TEST_F(EditorTest, WithoutAStoreUndoDoesNothing) {
+    static int stores;
+    stores = 0;
+    const FileSource noFiles([] {
+        ++stores;
+        return FilePointer();
+    });
+    constexpr int allocationOfTheStore = 3;
+    settings.failAllocation = allocationOfTheStore;
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        EXPECT_EQ(stores, 1);
+        DrawDot(gui, editor, PlaceOfPixel(editor, width + 3, height + 5));
+        editor.Press(Items::invert);
+        editor.Choose(commandUndo);
+        EXPECT_EQ(editor.MenuText(commandUndo), "Redo\tCtrl+Z");
+        editor.Choose(commandUndo);
+        EXPECT_EQ(editor.MenuText(commandUndo), "Undo\tCtrl+Z");
+        editor.Choose(commandUndo);
+        // Nor is there a way back from Apply.
+        editor.PressToOpen(Items::blur);
+        const DrivenDialog blur = gui.WaitFor(blurDialog);
+        blur.Press(ApplyItems::apply);
+        blur.PressToOpen(cancelItem);
+        blur.WaitUntilClosed();
+    });
+    PaintClass expected(width, height);
+    expected.SetRGB(3, 5, 0, 0, 0);
+    expected.Invert();
+    RunBlur(expected, {});
+    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(expected));
 }
 
 TEST_F(EditorTest, CommandsWithoutADialog) {

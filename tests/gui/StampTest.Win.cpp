@@ -51,6 +51,22 @@ class StampTest : public DialogRunTest {
         DragStamp(gui, editor, places, before);
     }
 
+    /// Drags without a source: an alert ends the stroke.
+    void ExpectRefusal(const GuiDriver& gui, const DrivenDialog& editor) const {
+        editor.WaitUntilPainted();
+        editor.Point(Items::drawingArea, InBaseTile(editor, {90, 50}));
+        gui.PressMouse();
+        WaitUntil("the stroke to begin", [&] { return HasCapture(editor.Window()); });
+        editor.Settle();
+        editor.Point(Items::drawingArea, InBaseTile(editor, {95, 50}));
+        const DrivenDialog alert = gui.WaitForAlert(editor);
+        EXPECT_EQ(alert.Text(3),
+                  "Could not use the rubber stamp because the area to clone has not been defined "
+                  "(alt-click to define a source point).");
+        gui.ReleaseMouse();
+        CloseWith(alert, okItem);
+    }
+
     /// Waits until the cross stands with its centre there. The view is white.
     static void ExpectCross(const DrivenDialog& editor, ItemPlace centre) {
         WaitUntil("the cross", [&] {
@@ -163,21 +179,25 @@ TEST_F(StampTest, AStrokeIsUndoneAsAWhole) {
     ExpectApplied(*Noise());
 }
 
+// At zoom 1, with the base tile around the brush: the source is in another repeat.
+TEST_F(StampTest, TheCrossIsNotWrapped) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        ChooseTool(gui, editor, 's', 6);
+        TakeSource(gui, editor, {-40, -30});
+        const ItemPlace source = InBaseTile(editor, {-40, -30});
+        DragAlong(gui, editor, {{80, 50}, {90, 60}, {100, 56}}, 1.0, [&] {
+            ExpectCross(editor, source);
+            const ItemPlace wrapped = InBaseTile(editor, {width - 40, height - 30});
+            const ShownView view(editor, GrabClient(editor.Window()));
+            EXPECT_EQ(view.At({wrapped.x - 4, wrapped.y}) & 0x00FFFFFF, 0x00FFFFFFu);
+        });
+    });
+}
+
 TEST_F(StampTest, WithoutASourceItSaysSo) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         ChooseTool(gui, editor, 's', 6);
-        editor.WaitUntilPainted();
-        editor.Point(Items::drawingArea, InBaseTile(editor, {90, 50}));
-        gui.PressMouse();
-        WaitUntil("the stroke to begin", [&] { return HasCapture(editor.Window()); });
-        editor.Settle();
-        editor.Point(Items::drawingArea, InBaseTile(editor, {95, 50}));
-        const DrivenDialog alert = gui.WaitForAlert(editor);
-        EXPECT_EQ(alert.Text(3),
-                  "Could not use the rubber stamp because the area to clone has not been defined "
-                  "(alt-click to define a source point).");
-        gui.ReleaseMouse();
-        CloseWith(alert, okItem);
+        ExpectRefusal(gui, editor);
         // The alert ends the stroke alone.
         TakeSource(gui, editor, {20, 30});
         DragAlong(gui, editor, {{90, 50}, {100, 55}});
@@ -202,6 +222,26 @@ TEST_F(StampTest, AnOffsetThatIsTypedIsNoSource) {
     const std::unique_ptr<PaintClass> expected = Noise();
     expected->stampOffsetH = -25;
     expected->stampOffsetV = 8;
+    PaintStamp(*expected, {{90, 50}, {100, 55}});
+    ExpectApplied(*expected);
+}
+
+TEST_F(StampTest, OffsetsOfNothingAreNoSource) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        ChooseTool(gui, editor, 's', 6);
+        TakeSource(gui, editor, {20, 30});
+        DragAlong(gui, editor, {{90, 50}, {100, 55}});
+        editor.ChooseToOpen(commandStampSettings);
+        const DrivenDialog settings = gui.WaitFor(cloneDialog);
+        EXPECT_EQ(settings.Text(CloneItems::horizontalOffset), "-80");
+        EXPECT_EQ(settings.Text(CloneItems::verticalOffset), "25");
+        TypeInto(gui, settings, CloneItems::horizontalOffset, "0");
+        TypeInto(gui, settings, CloneItems::verticalOffset, "0");
+        CloseWith(settings, okItem);
+        ExpectRefusal(gui, editor);
+    });
+    const std::unique_ptr<PaintClass> expected = Noise();
+    Aim(*expected, {20, 30}, {100, 55});
     PaintStamp(*expected, {{90, 50}, {100, 55}});
     ExpectApplied(*expected);
 }

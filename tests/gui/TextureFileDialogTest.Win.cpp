@@ -55,6 +55,19 @@ TEST_F(TextureFileDialogTest, OpenReplacesTheTexture) {
     ExpectApplied(*TextureIn("medium.jpg"));
 }
 
+TEST_F(TextureFileDialogTest, OpenHasNothingToRedo) {
+    Put("medium.jpg");
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.Press(Texture::invert);
+        editor.Choose(commandUndo);
+        EXPECT_EQ(editor.MenuText(commandUndo), "Redo\tCtrl+Z");
+        Open(gui, editor, "medium.jpg");
+        ExpectName(editor, "medium.jpg");
+        EXPECT_EQ(editor.MenuText(commandUndo), "Undo\tCtrl+Z");
+    });
+    ExpectApplied(*TextureIn("medium.jpg"));
+}
+
 TEST_F(TextureFileDialogTest, OpenLeavesTheRepeatsAlone) {
     Put("medium.jpg");
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {

@@ -120,6 +120,30 @@ TEST_F(TileDialogTest, TheReadoutsAndTheToolSettingsAreThoseOfTheNewTexture) {
     });
 }
 
+// The texture looks the same and is another one.
+TEST_F(TileDialogTest, OneCopyIsANewTextureWithoutAWayBack) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        editor.ChooseToOpen(commandBrushSettings);
+        const DrivenDialog brush = gui.WaitFor(brushDialog);
+        brush.SetText(BrushItems::size, "17");
+        CloseWith(brush, okItem);
+        editor.Press(Texture::invert);
+        const DrivenDialog tile = OpenTile(gui, editor);
+        TypeInto(gui, tile, Items::horizontal, "1");
+        TypeInto(gui, tile, Items::vertical, "1");
+        CloseWith(tile, okItem);
+        editor.Settle();
+        editor.ChooseToOpen(commandBrushSettings);
+        const DrivenDialog again = gui.WaitFor(brushDialog);
+        EXPECT_EQ(again.Text(BrushItems::size), "11");
+        CloseWith(again, cancelItem);
+        editor.Choose(commandUndo);
+    });
+    const std::unique_ptr<PaintClass> expected = Noise();
+    expected->Invert();
+    ExpectApplied(*expected);
+}
+
 TEST_F(TileDialogTest, TheKeyboard) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog tile = OpenTile(gui, editor);

@@ -1,5 +1,6 @@
 // The editor's tools with a real mouse: how they are chosen, their cursors, what a press does.
 #include "files/Preferences.h"
+#include "paint/EffectRun.h"
 #include "paint/Stroke.h"
 #include "resources/Ids.h"
 #include "tests/gui/PluginRun.Win.h"
@@ -151,6 +152,20 @@ TEST_F(ToolsTest, TheEraserPaintsTheBackgroundColour) {
         stroke.Paint({140, 210}, {145, 230});
     }
     EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(*expected));
+}
+
+/// The last pixel of the nine tiles is the last one of the tile.
+TEST_F(ToolsTest, APressInAnyRepeatIsOneInTheTile) {
+    selection = {10, 20, 10 + 40, 20 + 60};
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        ChooseTool(gui, editor, 'n', 4);
+        Stroke(editor, {PlaceOfPixel(editor, 3 * 60 - 1, 3 * 40 - 1)});
+        Stroke(editor, {PlaceOfPixel(editor, 0, 2 * 40)});
+    });
+    PaintClass expected(60, 40);
+    expected.SetRGB(59, 39, 0, 0, 0);
+    expected.SetRGB(0, 0, 0, 0, 0);
+    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(expected));
 }
 
 TEST_F(ToolsTest, FillTakesThePixelOfThePress) {
@@ -410,6 +425,54 @@ TEST_F(ToolsTest, ControlOpensDialogs) {
         files.PressToOpen(cancelItem);
         files.WaitUntilClosed();
     });
+}
+
+/// The buttons are out of sight there.
+TEST_F(ToolsTest, ControlAndALetterWorkInThePreview) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        ChooseTool(gui, editor, 'n', 4);
+        Stroke(editor, {InBaseTile(editor, 20, 20), InBaseTile(editor, 60, 50)});
+        for (const auto& [item, dialogId] :
+             {std::pair<int, int>{Items::skew, skewDialog}, {Items::blur, blurDialog}}) {
+            editor.PressToOpen(item);
+            const DrivenDialog dialog = gui.WaitFor(dialogId);
+            dialog.PressToOpen(okItem);
+            dialog.WaitUntilClosed();
+        }
+        SwitchTab(editor);
+        for (const char key : {'B', 'I', 'H', 'J', 'E', 'F', 'I', 'Z'}) {
+            editor.WaitUntilPainted();
+            const int drawnBefore = Displays();
+            gui.Chord({VK_CONTROL, static_cast<WORD>(key)});
+            WaitUntil(std::string("Ctrl+") + key, [&] { return Displays() > drawnBefore; });
+        }
+        EXPECT_EQ(editor.MenuText(commandUndo), "Redo\tCtrl+Z");
+        for (const auto& [key, title] : {std::pair<char, const char*>{'N', "New"},
+                                         {'D', "Edit"},
+                                         {'O', "Open"},
+                                         {'S', "Save As"}}) {
+            gui.Chord({VK_CONTROL, static_cast<WORD>(key)});
+            const DrivenDialog dialog = gui.WaitForTitle(title);
+            dialog.PressToOpen(cancelItem);
+            dialog.WaitUntilClosed();
+        }
+        EXPECT_EQ(editor.Value(Items::tab), 2);
+        EXPECT_EQ(editor.Value(Items::toolPalette), 4) << "no letter chose a tool";
+    });
+    const std::unique_ptr<PaintClass> expected = Blank();
+    {
+        PencilStroke stroke(*expected);
+        stroke.Paint({120, 170}, {150, 210});
+    }
+    RunSkew(*expected, {});
+    RunBlur(*expected, {});
+    expected->AddBump();
+    expected->Invert();
+    expected->Flip(1);
+    expected->Flip(0);
+    RunSkew(*expected, {});
+    RunBlur(*expected, {});
+    EXPECT_EQ(ColorsOf(*Applied()), ColorsOf(*expected));
 }
 
 TEST_F(ToolsTest, TheKeypadZooms) {

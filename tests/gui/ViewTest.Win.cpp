@@ -57,6 +57,28 @@ TEST_F(ViewTest, ZoomWalksItsLadderAndStopsAtTheEnds) {
     });
 }
 
+TEST_F(ViewTest, ASmallTextureAtAQuarterStandsInTheMiddleOfTheGrey) {
+    selection = {10, 20, 10 + 16, 20 + 16};
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        gui.Type("m");
+        WaitUntil("no marks", [&] { return editor.Value(Items::sizeMarks) == 0; });
+        for (int step = 0; step < 4; ++step) {
+            editor.Press(Items::zoomOut);
+        }
+        const ShownView shown(editor);
+        EXPECT_EQ(shown.Across(), 12);
+        EXPECT_EQ(shown.Down(), 12);
+        const ItemPlace first = PlaceOfPixel(editor, 0, 0, 0.25);
+        const Pixel ground = Color(0x9C, 0x9C, 0x9C);
+        EXPECT_EQ(shown.At(first), white);
+        EXPECT_EQ(shown.At({first.x + 11, first.y + 11}), white);
+        EXPECT_EQ(shown.At({first.x - 1, first.y}), ground);
+        EXPECT_EQ(shown.At({first.x + 12, first.y + 11}), ground);
+        EXPECT_EQ(shown.At({first.x, first.y - 1}), ground);
+        EXPECT_EQ(shown.At({first.x + 11, first.y + 12}), ground);
+    });
+}
+
 /// An item of the editor as it is shown, pixel by pixel.
 std::vector<Pixel> Shown(const DrivenDialog& editor, int item) {
     const RECT bounds = editor.Bounds(item);

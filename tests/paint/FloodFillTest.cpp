@@ -195,6 +195,20 @@ TEST_F(FloodFillTest, APixelOfTheForegroundFloodsAsEver) {
     EXPECT_EQ(PixelsOf(canvas.pic), std::vector<Pixel>(600, RasterPixel(foreground, 0)));
 }
 
+TEST_F(FloodFillTest, AFlatTextureOfTheForegroundStaysWithItsContour) {
+    for (const RGBColor16& color : {black16, white16, foreground, RGBColor16{0x0100, 0xFE00, 0}}) {
+        Canvas canvas(*this, 30, 20);
+        canvas.pic.SetColors(&color, &white16);
+        canvas.pic.FillColor(color);
+        for (const short tolerance : std::initializer_list<short>{0, 25, 100}) {
+            canvas.pic.fillTolerance = tolerance;
+            canvas.pic.fillAntiAlias = 1;
+            ASSERT_TRUE(canvas.pic.FloodFill(At(20, 10)));
+            EXPECT_EQ(PixelsOf(canvas.pic), std::vector<Pixel>(600, RasterPixel(color, 0)));
+        }
+    }
+}
+
 TEST_F(FloodFillTest, ColorsAreHeldAgainstTheSeedNotAgainstTheirNeighbour) {
     Canvas canvas(*this, 50, 1);
     for (short x = 0; x < 50; ++x) {

@@ -9,6 +9,7 @@
 #include "base/Progress.h"
 #include "raster/PicClass.h"
 #include "tests/support/CoreTest.h"
+#include "tests/support/FileSource.h"
 #include "tests/support/Pictures.h"
 
 namespace {
@@ -83,20 +84,6 @@ TEST_P(PicStoragePlaceTest, AnotherSizeFailsAnAssertion) {
     PicClass wider(width + 1, height, false);
     EXPECT_EQ(AssertionOf([&] { storage->Store(&wider); }), "PicClass.Win / Zeile 450" + text);
 }
-
-/// Puts another source of files in place of the system's for as long as it lives.
-class FileSource {
-  public:
-    explicit FileSource(FilePointer (*source)()) : saved(PicStorage::openFile) {
-        PicStorage::openFile = source;
-    }
-    FileSource(const FileSource&) = delete;
-    FileSource& operator=(const FileSource&) = delete;
-    ~FileSource() { PicStorage::openFile = saved; }
-
-  private:
-    FilePointer (*saved)();
-};
 
 TEST_F(PicStorageTest, WithoutMemoryAndFileUndoIsSilentlyUnavailable) {
     const FileSource noFiles([] { return FilePointer(); });
