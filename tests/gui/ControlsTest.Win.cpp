@@ -1,6 +1,8 @@
 // Every control of every operation's dialog, with the mouse and the keyboard: what it makes of the
 // record and of its partners, and that it takes an applied result back.
 #include <cmath>
+#include <numbers>
+#include <tuple>
 
 #include "fixtures/InputDesktop.Win.h"
 #include "fixtures/Screenshot.Win.h"
@@ -293,7 +295,32 @@ TEST_P(RadioTest, RadioButtonsAndTheirPicturesByTheMouse) {
     });
 }
 
-TEST_P(RadioTest, ArrowsChooseAmongRadioButtons) {
+/// The buttons as they are read: down, and from the left; those on a circle clockwise from the top.
+std::vector<int> AsTheyAreRead(const DrivenDialog& dialog, std::vector<int> buttons,
+                               bool onCircle) {
+    RECT all{};
+    for (const int button : buttons) {
+        const RECT bounds = dialog.Bounds(button);
+        UnionRect(&all, &all, &bounds);
+    }
+    const auto turn = [&](int button) {
+        const RECT bounds = dialog.Bounds(button);
+        const double right = (bounds.left + bounds.right - all.left - all.right) / 2.0;
+        const double up = (all.top + all.bottom - bounds.top - bounds.bottom) / 2.0;
+        const double angle = std::atan2(right, up);
+        // A pixel's width to the left of the top is the top.
+        return angle < -0.1 ? angle + 2 * std::numbers::pi : angle;
+    };
+    std::sort(buttons.begin(), buttons.end(), [&](int a, int b) {
+        const RECT first = dialog.Bounds(a);
+        const RECT second = dialog.Bounds(b);
+        return onCircle ? turn(a) < turn(b)
+                        : std::tie(first.top, first.left) < std::tie(second.top, second.left);
+    });
+    return buttons;
+}
+
+TEST_P(RadioTest, ArrowsChooseAmongRadioButtonsAsTheyAreRead) {
     const std::vector<RadioRow> radios = Rows(radioRows);
     Open([&](const GuiDriver& gui, const DrivenDialog& dialog) {
         std::string_view done;
@@ -303,22 +330,28 @@ TEST_P(RadioTest, ArrowsChooseAmongRadioButtons) {
             }
             done = radio.field;
             const auto same = [&](const RadioRow& other) { return other.field == radio.field; };
-            const auto count = std::count_if(radios.begin(), radios.end(), same);
+            std::vector<int> group;
+            for (const RadioRow& other : radios) {
+                if (same(other)) {
+                    group.push_back(other.item);
+                }
+            }
+            group = AsTheyAreRead(dialog, group, row.id == blurDialog);
+            const auto first = std::find(group.begin(), group.end(), radio.item);
+            std::rotate(group.begin(), first + 1, group.end());
             dialog.Click(radio.item, {6, 8});
             WaitUntil("the button", [&] { return IsAlone(dialog, radios, radio); });
             TabTo(gui, dialog, radio.item);
             for (const WORD key : std::initializer_list<WORD>{VK_DOWN, VK_RIGHT}) {
-                // Once round the group.
-                for (auto step = 0; step < count; ++step) {
+                // Once round the group, which ends with the first one.
+                for (const int next : group) {
                     const int before = FocusedItem(dialog);
                     gui.Chord({key});
                     WaitUntil("the next button", [&] { return FocusedItem(dialog) != before; });
-                    const int now = FocusedItem(dialog);
+                    ASSERT_EQ(FocusedItem(dialog), next);
                     const auto chosen =
                         std::find_if(radios.begin(), radios.end(),
-                                     [&](const RadioRow& other) { return other.item == now; });
-                    ASSERT_NE(chosen, radios.end()) << now;
-                    ASSERT_TRUE(same(*chosen)) << now;
+                                     [&](const RadioRow& other) { return other.item == next; });
                     WaitUntil("it to be on", [&] { return IsAlone(dialog, radios, *chosen); });
                     ExpectRead(dialog, chosen->field, chosen->value);
                 }
