@@ -3,5 +3,6 @@
 
 #include <windows.h>
 
-/// Centres a dialog on its owner (none: the desktop), then pushes it into the screen's work area.
+/// Centres a dialog on its owner, then pushes it into the work area of the owner's screen. One
+/// without an owner, or with one that is an icon, stands in the middle of the screen.
 void PlaceOverOwner(HWND dialog);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/Module.Win.h"
+#include "base/Screens.Win.h"
 #include "base/WindowContext.Win.h"
 #include "framework/controls/ControlSupport.Win.h"
 #include "framework/controls/PopupSteps.h"
@@ -63,10 +64,8 @@ bool PopupEntries::Load(HWND control) {
     if (menu == nullptr) {
         return false;
     }
-    RECT desktop{};
-    GetWindowRect(GetDesktopWindow(), &desktop);
-    entriesInColumn = PopupEntriesInColumn(static_cast<int>(desktop.bottom - desktop.top),
-                                           EntryHeight(control, menu));
+    entriesInColumn =
+        PopupEntriesInColumn(ScreenOf(control).whole.Height(), EntryHeight(control, menu));
     return true;
 }
 

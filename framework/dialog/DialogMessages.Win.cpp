@@ -156,6 +156,10 @@ void DialogWindow::TakeSize(NorvantaDialog& dialog, WPARAM wParam) {
     if (wParam == SIZE_MINIMIZED || dialog.items.empty()) {
         return;
     }
+    if (wParam == SIZE_RESTORED && dialog.staysMaximized && !IsZoomed(Window(dialog))) {
+        dialog.staysMaximized = false;
+        PostMessageA(Window(dialog), messageMaximize, 0, 0);
+    }
     const hostapi::Rect before = dialog.clientRectangle;
     NoteClientRectangle(dialog);
     const int width = Width(dialog.clientRectangle) - Width(before);

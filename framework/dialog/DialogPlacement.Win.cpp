@@ -3,25 +3,12 @@
 
 #include <algorithm>
 
+#include "base/Screens.Win.h"
 #include "framework/dialog/DialogGeometry.h"
 #include "framework/dialog/DialogWindow.Win.h"
 #include "framework/dialog/NorvantaDialog.h"
 
 namespace {
-
-/// The work area of the screen that the window is on, or nearest to.
-ScreenRect WorkAreaOf(HWND window) {
-    MONITORINFO info{};
-    info.cbSize = sizeof info;
-    GetMonitorInfoA(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &info);
-    return FromSystem(info.rcWork);
-}
-
-ScreenRect WindowRect(HWND window) {
-    RECT rect{};
-    GetWindowRect(window, &rect);
-    return FromSystem(rect);
-}
 
 ScreenRect ClientOnScreen(HWND window) {
     RECT rect{};
@@ -46,12 +33,12 @@ void NorvantaDialog::Center() {
     }
     const ScreenRect client = ClientOnScreen(window);
     const ScreenRect centered = CenteredOn(client, ClientOnScreen(over));
-    const ScreenRect frame = WindowRect(window);
+    const ScreenRect frame = FrameOf(window);
     const int horizontal = centered.left - client.left;
     const int vertical = centered.top - client.top;
     const ScreenRect moved{frame.left + horizontal, frame.top + vertical, frame.right + horizontal,
                            frame.bottom + vertical};
-    PlaceWindow(window, PushedInto(moved, Shrunk(WorkAreaOf(over), dialogMargin)));
+    PlaceWindow(window, PushedInto(moved, Shrunk(ScreenOf(over).work, dialogMargin)));
 }
 
 void NorvantaDialog::PlaceClient(const hostapi::Rect& newClient) {
@@ -59,7 +46,7 @@ void NorvantaDialog::PlaceClient(const hostapi::Rect& newClient) {
     const HWND window = DialogWindow::Window(*this);
     const ScreenRect client = ClientOnScreen(window);
     const ScreenRect wanted = ToScreenRect(newClient);
-    const ScreenRect frame = WindowRect(window);
+    const ScreenRect frame = FrameOf(window);
     const ScreenRect moved{
         frame.left + wanted.left - client.left, frame.top + wanted.top - client.top,
         frame.right + wanted.right - client.right, frame.bottom + wanted.bottom - client.bottom};
@@ -72,8 +59,13 @@ void NorvantaDialog::SetPlacement(const hostapi::Rect& placement) {
     const Placing placing = UnpackPlacement(placement);
     PlaceClient(placing.client);
     if (placing.isMaximized) {
-        // The place before stays the normal one.
-        ShowWindow(DialogWindow::Window(*this), SW_MAXIMIZE);
+        const HWND window = DialogWindow::Window(*this);
+        // The place before stays the normal one; the screen that it was on may be gone.
+        DialogWindow::FitToScreen(*this);
+        ShowWindow(window, SW_MAXIMIZE);
+        // Wine's loop of dialogs shows each as a normal window when it has nothing to do for the
+        // first time; how soon that comes depends on the machine's load.
+        staysMaximized = isOpening;
     }
 }
 
@@ -95,15 +87,12 @@ hostapi::Rect NorvantaDialog::Placement() const {
     AdjustWindowRectEx(&border, static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE)),
                        GetMenu(window) != nullptr ? TRUE : FALSE,
                        static_cast<DWORD>(GetWindowLongA(window, GWL_EXSTYLE)));
-    const RECT& normal = place.rcNormalPosition;
-    const ScreenRect area = WorkAreaOf(window);
-    const ScreenRect screen = WindowRect(GetDesktopWindow());
-    const int left = area.left - screen.left;
-    const int top = area.top - screen.top;
-    return PackPlacement({ToRect({static_cast<int>(normal.left - border.left) + left,
-                                  static_cast<int>(normal.top - border.top) + top,
-                                  static_cast<int>(normal.right - border.right) + left,
-                                  static_cast<int>(normal.bottom - border.bottom) + top}),
+    const ScreenRect normal = FromSystem(place.rcNormalPosition);
+    const ScreenRect frame = FromWorkspace(normal, ScreenAt(normal));
+    return PackPlacement({ToRect({frame.left - static_cast<int>(border.left),
+                                  frame.top - static_cast<int>(border.top),
+                                  frame.right - static_cast<int>(border.right),
+                                  frame.bottom - static_cast<int>(border.bottom)}),
                           true});
 }
 
@@ -115,7 +104,7 @@ void DialogWindow::NoteClientRectangle(NorvantaDialog& dialog) {
 
 void DialogWindow::NoteFirstSize(NorvantaDialog& dialog) {
     NoteClientRectangle(dialog);
-    const hostapi::Rect frame = ToRect(WindowRect(Window(dialog)));
+    const hostapi::Rect frame = ToRect(FrameOf(Window(dialog)));
     dialog.initialSize = {static_cast<std::int16_t>(Height(dialog.clientRectangle)),
                           static_cast<std::int16_t>(Width(dialog.clientRectangle))};
     dialog.minimumSize = {static_cast<std::int16_t>(Height(frame)),
@@ -139,19 +128,14 @@ void DialogWindow::FitToScreen(NorvantaDialog& dialog) {
     if (IsZoomed(window)) {
         return;
     }
-    MONITORINFO info{};
-    info.cbSize = sizeof info;
-    GetMonitorInfoA(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &info);
-    RECT frame{};
-    GetWindowRect(window, &frame);
-    const ScreenRect fitted = FittedInto(FromSystem(frame), FromSystem(info.rcWork));
-    if (fitted == FromSystem(frame)) {
+    const ScreenRect frame = FrameOf(window);
+    const ScreenRect fitted = FittedInto(frame, ScreenOf(window).work);
+    if (fitted == frame) {
         return;
     }
     // A screen too small for the dialog is stronger than the dialog's least size.
     dialog.minimumSize = {
         static_cast<std::int16_t>((std::min)(fitted.Height(), int{dialog.minimumSize.v})),
         static_cast<std::int16_t>((std::min)(fitted.Width(), int{dialog.minimumSize.h}))};
-    SetWindowPos(window, nullptr, fitted.left, fitted.top, fitted.Width(), fitted.Height(),
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    PlaceWindow(window, fitted);
 }

@@ -194,6 +194,7 @@ bool DialogWindow::Open(HWND window, NorvantaDialog& dialog) {
     dialog.port.reset();
     dialog.port = std::make_unique<DrawingPort>(window);
     dialog.wasPlaced = false;
+    dialog.staysMaximized = false;
     dialog.focus = FocusState{};
     dialog.textDepth = 0;
     dialog.isInAlert = false;
@@ -301,6 +302,9 @@ bool DialogWindow::Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam
             return true;
         case messageCancel:
             dialog.HitItem(dialog.cancellingItem);
+            return true;
+        case messageMaximize:
+            ShowWindow(Window(dialog), SW_MAXIMIZE);
             return true;
         case messageMenuOpens:
             dialog.PopupOpens(static_cast<short>(wParam));

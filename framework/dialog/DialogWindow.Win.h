@@ -18,6 +18,8 @@ enum DialogMessage : UINT {
     /// popup's notifications of the entries in between.
     messageMenuOpens = WM_APP + 3,
     messageMenuIsClosed = WM_APP + 4,
+    /// To the dialog: its window is maximised again.
+    messageMaximize = WM_APP + 5,
 };
 
 class DialogWindow {
@@ -42,6 +44,8 @@ class DialogWindow {
     static void CountItems(NorvantaDialog& dialog);
     static void MeasureText(NorvantaDialog& dialog);
     static void NoteFirstSize(NorvantaDialog& dialog);
+    // Part of NorvantaDialog::SetPlacement.
+    static void FitToScreen(NorvantaDialog& dialog);
     // Parts of NorvantaDialog::Close.
     static void EndScrolling(NorvantaDialog& dialog);
     // Part of NorvantaDialog::Run.
@@ -56,7 +60,6 @@ class DialogWindow {
     static void GiveUp(NorvantaDialog& dialog, std::int16_t id);
     /// Tells the user of a throw that was no fault.
     static void Tell(NorvantaDialog* dialog, std::int16_t id);
-    static void FitToScreen(NorvantaDialog& dialog);
     static bool Handle(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam);
     static bool Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam);
     static void Refresh(NorvantaDialog& dialog, UINT message);

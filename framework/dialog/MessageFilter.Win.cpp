@@ -92,6 +92,10 @@ bool IsKeyMessage(UINT message) {
     return message >= WM_KEYFIRST && message <= WM_KEYLAST;
 }
 
+bool IsPress(UINT message) {
+    return IsKeyMessage(message) || message == WM_LBUTTONDOWN || message == WM_NCLBUTTONDOWN;
+}
+
 }  // namespace
 
 void DialogWindow::InstallFilter() {
@@ -125,6 +129,7 @@ bool DialogWindow::FilterMessage(const MSG& message) {
     if (message.hwnd != window && !IsChild(window, message.hwnd)) {
         return false;
     }
+    active->staysMaximized = active->staysMaximized && !IsPress(message.message);
     MSG copy = message;
     if (IsKeyMessage(message.message) && active->accelerators != nullptr &&
         TranslateAcceleratorA(window, static_cast<HACCEL>(active->accelerators), &copy) != 0) {

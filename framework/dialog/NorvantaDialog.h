@@ -306,6 +306,9 @@ class NorvantaDialog {
     bool isOpening = false;
     bool isShown = false;
     bool wasPlaced = false;
+    /// It opened maximised, and the user, who alone makes it a normal window, has not done anything
+    /// yet.
+    bool staysMaximized = false;
     bool isKeptHidden = false;
     bool isEnabled = true;
     short defaultItem;

@@ -4,18 +4,12 @@
 #include <windows.h>
 
 // After the system's header: it makes some of the names in there stand for others.
+#include "base/Screens.Win.h"
 #include "framework/dialog/DialogGeometry.h"
 #include "framework/drawing/InterfaceLib.h"
 
 inline RECT ToSystem(const hostapi::Rect& rect) {
     return {rect.left, rect.top, rect.right, rect.bottom};
-}
-inline RECT ToSystem(const ScreenRect& rect) {
-    return {rect.left, rect.top, rect.right, rect.bottom};
-}
-inline ScreenRect FromSystem(const RECT& rect) {
-    return {static_cast<int>(rect.left), static_cast<int>(rect.top), static_cast<int>(rect.right),
-            static_cast<int>(rect.bottom)};
 }
 inline hostapi::Rect RectFromSystem(const RECT& rect) {
     return ToRect(FromSystem(rect));

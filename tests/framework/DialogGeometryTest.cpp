@@ -4,35 +4,7 @@
 
 #include "framework/dialog/ItemRecord.h"
 
-void PrintTo(const ScreenRect& rect, std::ostream* out) {
-    *out << rect.left << ", " << rect.top << ", " << rect.right << ", " << rect.bottom;
-}
-
 namespace {
-
-constexpr ScreenRect screen{0, 0, 1024, 768};
-
-TEST(DialogGeometryTest, CentresOnTheOwner) {
-    EXPECT_EQ(CenteredOn({0, 0, 100, 50}, {200, 100, 600, 400}), (ScreenRect{350, 225, 450, 275}));
-    EXPECT_EQ(CenteredOn({350, 225, 450, 275}, {200, 100, 600, 400}),
-              (ScreenRect{350, 225, 450, 275}));
-}
-
-TEST(DialogGeometryTest, PushesIntoTheWorkArea) {
-    const ScreenRect area = Shrunk(screen, dialogMargin);
-    EXPECT_EQ(area, (ScreenRect{8, 8, 1016, 760}));
-    EXPECT_EQ(PushedInto({-50, -60, 50, 40}, area), (ScreenRect{8, 8, 108, 108}));
-    EXPECT_EQ(PushedInto({1000, 700, 1100, 800}, area), (ScreenRect{916, 660, 1016, 760}));
-    EXPECT_EQ(PushedInto({100, 100, 200, 200}, area), (ScreenRect{100, 100, 200, 200}));
-    // Where not all of it fits, the top left corner is what stays in sight.
-    EXPECT_EQ(PushedInto({100, 100, 2100, 1100}, area), (ScreenRect{8, 8, 2008, 1008}));
-}
-
-TEST(DialogGeometryTest, CutsWhatIsLargerThanTheScreen) {
-    EXPECT_EQ(FittedInto({-5, 100, 1200, 900}, screen), (ScreenRect{0, 0, 1024, 768}));
-    EXPECT_EQ(FittedInto({900, 100, 1100, 900}, screen), (ScreenRect{824, 0, 1024, 768}));
-    EXPECT_EQ(FittedInto({10, 20, 110, 220}, screen), (ScreenRect{10, 20, 110, 220}));
-}
 
 TEST(DialogGeometryTest, SixteenBitsAreEnoughForOneScreenAndCutForMore) {
     const hostapi::Rect rect = ToRect({-40000, 5, 40000, 6});
@@ -75,8 +47,22 @@ TEST(DialogGeometryTest, PlacementsComeBackAsTheyWereStored) {
         EXPECT_EQ(placing.client.top, 100);
         EXPECT_EQ(placing.client.right, 400);
     }
-    // A window above the screen must not come back maximised.
-    EXPECT_FALSE(UnpackPlacement(PackPlacement({{-3, 0, 300, 400}, false})).isMaximized);
+}
+
+TEST(DialogGeometryTest, PlacementsOnAScreenAboveThePrimaryOneComeBackToo) {
+    constexpr std::int16_t tops[] = {-16384, -1050, -3, -1, 0, 1, 16383};
+    for (const bool isMaximized : {false, true}) {
+        for (const std::int16_t top : tops) {
+            const Placing placing =
+                UnpackPlacement(PackPlacement({{top, 5, 300, 400}, isMaximized}));
+            EXPECT_EQ(placing.isMaximized, isMaximized) << top;
+            EXPECT_EQ(placing.client.top, top);
+            EXPECT_EQ(placing.client.bottom, 300);
+        }
+    }
+    // No screen is there; the bit must stay what it is.
+    EXPECT_EQ(UnpackPlacement(PackPlacement({{20000, 0, 21000, 400}, false})).client.top, 16383);
+    EXPECT_FALSE(UnpackPlacement(PackPlacement({{-20000, 0, 300, 400}, false})).isMaximized);
 }
 
 }  // namespace

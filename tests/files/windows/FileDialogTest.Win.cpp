@@ -8,6 +8,7 @@
 #include "tests/support/CoreTest.h"
 #include "tests/support/FileTypes.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/windows/FakeScreens.Win.h"
 
 namespace {
 
@@ -180,6 +181,27 @@ TEST_F(SystemFileDialogTest, TheDialogStandsOverTheMiddleOfItsOwner) {
         EXPECT_EQ(owner, window);
         EXPECT_NEAR((frame.left + frame.right) / 2, 550, 1);
         EXPECT_NEAR((frame.top + frame.bottom) / 2, 400, 1);
+    }
+}
+
+TEST_F(SystemFileDialogTest, StandsOnTheScreenOfItsOwner) {
+    for (const Screen& second : SecondScreens()) {
+        const TwoScreens screens(second);
+        window =
+            CreateWindowExA(0, "STATIC", "Editor", WS_POPUP | WS_VISIBLE, second.work.right - 100,
+                            second.work.bottom - 100, 90, 90, nullptr, nullptr, nullptr, nullptr);
+        for (const FileDialogMode mode : {FileDialogMode::open, FileDialogMode::save}) {
+            RECT frame{};
+            Choose(mode, jpegTypes, [&](const OpenFileDialog& dialog) {
+                // The hook has moved it once the dialog takes names.
+                frame = dialog.Frame();
+                dialog.Cancel();
+            });
+            EXPECT_EQ(frame.right, second.work.right - alertMargin);
+            EXPECT_EQ(frame.bottom, second.work.bottom - alertMargin);
+        }
+        DestroyWindow(window);
+        window = nullptr;
     }
 }
 

@@ -3,8 +3,7 @@
 
 #include <windows.h>
 
-#include <string>
-#include <vector>
+#include "tests/support/windows/ImportTable.Win.h"
 
 /// The kinds of functions that a library is refused.
 enum class Refused { drawing, memory, files, registry };
@@ -13,7 +12,7 @@ enum class Refused { drawing, memory, files, registry };
 constexpr const char* refusedNames[] = {"drawing", "memory", "files", "registry"};
 
 /// While it lives, the library's imports of one kind of function are counted, and those that are
-/// wanted fail. Calls of the system's own libraries are not seen. One at a time.
+/// wanted fail. One at a time.
 class ImportPatch {
   public:
     /// The calls from `first` on fail, counted from 1: that one alone, or all. 0 refuses none.
@@ -26,12 +25,5 @@ class ImportPatch {
     static int Calls();
 
   private:
-    struct Place {
-        void** address;
-        void* original;
-    };
-    void Exchange(const char* function, void* replacement);
-
-    HMODULE module;
-    std::vector<Place> places;
+    ImportExchange imports;
 };
