@@ -85,6 +85,27 @@ TEST_F(PresetDialogTest, SavedPresetsAreInTheFileByteByByte) {
         << "the last values were not applied";
 }
 
+TEST_F(PresetDialogTest, SavingLeavesTheChosenOneChosen) {
+    StoreTwo();
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        const DrivenDialog lines = OpenLines(gui, editor);
+        ChooseEntry(gui, lines, Items::presets, 3);
+        ExpectValues(lines, crisp);
+        SaveAs(gui, lines, "Another");
+        WaitUntil("the entry", [&] {
+            return Entries(lines, Items::presets) ==
+                   Names{"Last Used", "", "Crisp", "Soft", "Another"};
+        });
+        EXPECT_EQ(lines.Value(Items::presets), 3);
+        WaitUntil("Delete", [&] { return lines.IsEnabled(Items::remove); });
+        lines.PressToOpen(Items::remove);
+        EXPECT_EQ(AnswerAlert(gui, lines),
+                  "Are you sure you want to delete the preset named <Crisp>?");
+        CloseWith(lines, cancelItem);
+    });
+    EXPECT_EQ(StoredNames(), (Names{"Soft", "Another"}));
+}
+
 TEST_F(PresetDialogTest, AreThereInTheNextRun) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);

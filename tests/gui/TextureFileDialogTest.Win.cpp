@@ -110,8 +110,9 @@ TEST_F(TextureFileDialogTest, WhatCannotBeOpened) {
     Put("size-513x10.jpg");
     Put("cmyk.jpg");
     WriteBytes(PathOf("torn.jpg"), "no picture");
+    WriteBytes(PathOf("empty.jpg"), "");
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
-        for (const char* const name : {"size-513x10.jpg", "cmyk.jpg", "torn.jpg"}) {
+        for (const char* const name : {"size-513x10.jpg", "cmyk.jpg", "torn.jpg", "empty.jpg"}) {
             Open(gui, editor, name);
             EXPECT_EQ(AnswerAlert(gui, editor), notLoaded) << name;
             EXPECT_EQ(editor.Text(Texture::name), "Untitled 1");
