@@ -11,14 +11,16 @@ namespace {
 /// The message of the button's press has just been taken, and that of its release is not there yet.
 /// Wine goes on calling a button released for up to 50 ms after its last look at the keys: a stroke
 /// that went by that alone would end at its first look.
+///
+/// Takes no message, not even one that another thread sends: time passes with those, and the place
+/// and the button of one look would no longer belong together.
 bool HasJustBeenPressed() {
     constexpr DWORD lookMilliseconds = 100;
     if (GetKeyState(VK_LBUTTON) >= 0 ||
         GetTickCount() - static_cast<DWORD>(GetMessageTime()) > lookMilliseconds) {
         return false;
     }
-    MSG release;
-    return !PeekMessageA(&release, nullptr, WM_LBUTTONUP, WM_LBUTTONUP, PM_NOREMOVE | PM_NOYIELD);
+    return (HIWORD(GetQueueStatus(QS_MOUSEBUTTON)) & QS_MOUSEBUTTON) == 0;
 }
 
 /// The window's left button, whichever side of the mouse it is on.

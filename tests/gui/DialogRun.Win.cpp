@@ -46,9 +46,10 @@ std::unique_ptr<PaintClass> DialogRunTest::Blank() {
 }
 
 std::unique_ptr<PaintClass> DialogRunTest::Noise() const {
-    std::unique_ptr<PaintClass> texture = Blank();
-    for (short y = 0; y < height; ++y) {
-        for (short x = 0; x < width; ++x) {
+    auto texture = std::make_unique<PaintClass>(static_cast<short>(hostapi::Width(selection)),
+                                                static_cast<short>(hostapi::Height(selection)));
+    for (short y = 0; y < texture->grY; ++y) {
+        for (short x = 0; x < texture->grX; ++x) {
             const std::uint8_t* const pixel = before.Pixel(selection.left + x, selection.top + y);
             texture->SetRGB(x, y, pixel[0], pixel[1], pixel[2]);
         }
