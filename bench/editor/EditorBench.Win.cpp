@@ -1,15 +1,24 @@
-// How soon the editor opens, and how closely a stroke of the brush follows the mouse: the real
-// windows, in a host of our own, with real input. Needs the mouse for itself; see bench/README.md.
+// How soon the editor opens, how closely a stroke of the brush follows the mouse, and how soon
+// Apply shows its result: the real windows, in a host of our own, with real input. Needs the mouse
+// for itself; see bench/README.md.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <functional>
+#include <optional>
+#include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/Module.Win.h"
+#include "base/Platform.h"
+#include "base/Progress.h"
+#include "bench/Records.h"
+#include "editor/Operations.h"
 #include "files/Preferences.h"
 #include "fixtures/GuiDriver.Win.h"
 #include "fixtures/PreferencePlaceInMemory.h"
@@ -25,18 +34,23 @@ using Items = TextureItems;
 
 constexpr short side = 512;
 constexpr int opens = 15;
+constexpr int applies = 7;
 constexpr std::chrono::milliseconds strokeTime(3000);
 /// The view shows the tile so often, each time by a call of the host.
 constexpr int drawsOfView = 9;
 
 std::atomic<int> displays = 0;
+/// When the last of them was done.
+std::atomic<Clock::rep> lastDisplay = 0;
 decltype(hostapi::FilterRecord::displayPixels) hostDisplay = nullptr;
 
 std::int16_t HOST_CALL CountDisplay(const hostapi::PSPixelMap* source,
                                     const hostapi::VRect* sourceRect, std::int32_t row,
                                     std::int32_t column, void* context) {
+    const std::int16_t result = hostDisplay(source, sourceRect, row, column, context);
+    lastDisplay = Clock::now().time_since_epoch().count();
     ++displays;
-    return hostDisplay(source, sourceRect, row, column, context);
+    return result;
 }
 
 void HOST_CALL Entry(std::int16_t selector, hostapi::FilterRecord* record, void*,
@@ -51,28 +65,53 @@ double MillisecondsSince(Clock::time_point start) {
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
-/// Straight to an editor whose client area has the screen's size.
-void StorePreferences(short width, short height) {
+/// An editor whose client area has the screen's size, and the worst case of each dialog's record.
+/// No New dialog unless it is asked for.
+void StorePreferences(bool opensNew) {
     Preferences preferences;
-    preferences.launchFlag = 0;
-    preferences.editorPlace = {0, 0, height, width};
+    preferences.launchFlag = opensNew ? 1 : 0;
+    preferences.editorPlace = {0, 0, static_cast<short>(GetSystemMetrics(SM_CYSCREEN)),
+                               static_cast<short>(GetSystemMetrics(SM_CXSCREEN))};
+    for (const Operation& operation : AllOperations()) {
+        const CatalogRow& row = operation.Row();
+        std::memcpy(LastUsedRecord(preferences, operation.id), WorstRecordOf(row).Data(),
+                    row.recordSize);
+    }
     SavePreferences(preferences);
 }
 
-/// One run of the filter; the user cancels in the end.
-void Run(const std::function<void(const GuiDriver&, const DrivenDialog&)>& user) {
+/// A picture on which no branch is foretold.
+host::Picture NoisePicture() {
+    host::Picture picture = host::MakePicture(side, side, 3);
+    std::mt19937 generator(1);
+    for (std::uint8_t& byte : picture.pixels) {
+        byte = static_cast<std::uint8_t>(generator());
+    }
+    return picture;
+}
+
+void CloseWith(const DrivenDialog& dialog, int item) {
+    dialog.PressToOpen(item);
+    dialog.WaitUntilClosed();
+}
+
+/// One run of the filter on the picture; the user cancels in the end.
+void RunOn(host::Picture picture, const std::function<void(const GuiDriver&)>& user) {
     host::FilterHost filterHost;
-    host::Picture picture = host::MakePicture(side, side, 3, 200);
     RunWithUser(
         [&] {
             filterHost.Run(Entry, picture, host::SelectRectangle({0, 0, side, side}));
         },
-        [&](const GuiDriver& gui) {
-            const DrivenDialog editor = gui.WaitFor(textureDialog);
-            user(gui, editor);
-            editor.PressToOpen(cancelItem);
-            editor.WaitUntilClosed();
-        });
+        user);
+}
+
+/// One with a blank texture.
+void Run(const std::function<void(const GuiDriver&, const DrivenDialog&)>& user) {
+    RunOn(host::MakePicture(side, side, 3, 200), [&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        user(gui, editor);
+        CloseWith(editor, cancelItem);
+    });
 }
 
 double Median(std::vector<double> values) {
@@ -133,6 +172,127 @@ double MeasureStroke(int zoomSteps) {
     return polls;
 }
 
+// --- Apply ---
+
+/// In milliseconds from the press of Apply.
+struct ApplyTimes {
+    double redrawn;
+    /// From when on the busy cursor is shown without a break; nothing if it is not.
+    std::optional<double> busy;
+    /// When the progress bar is drawn first.
+    std::optional<double> bar;
+};
+
+/// Notes what an Apply shows while it works. It stands before the editor's progress bar.
+class ApplyWatch final : public ProgressTarget {
+  public:
+    ApplyWatch() : editor(ShowClass::target) {
+        current = this;
+        ShowClass::target = this;
+        showWait = std::exchange(platformServices.showWaitCursor, [] { current->Wait(); });
+        showArrow = std::exchange(platformServices.showArrowCursor, [] { current->Arrow(); });
+    }
+    ApplyWatch(const ApplyWatch&) = delete;
+    ApplyWatch& operator=(const ApplyWatch&) = delete;
+    ~ApplyWatch() {
+        platformServices.showWaitCursor = showWait;
+        platformServices.showArrowCursor = showArrow;
+        ShowClass::target = editor;
+    }
+
+    void DrawProgress(short percent) override {
+        times.bar = times.bar.value_or(MillisecondsSince(start));
+        editor->DrawProgress(percent);
+    }
+    const ApplyTimes& Times() const { return times; }
+
+  private:
+    void Wait() {
+        if (!isBusy) {
+            times.busy = MillisecondsSince(start);
+            isBusy = true;
+        }
+        showWait();
+    }
+    void Arrow() {
+        isBusy = false;
+        showArrow();
+    }
+
+    static inline ApplyWatch* current = nullptr;
+    ProgressTarget* const editor;
+    const Clock::time_point start = Clock::now();
+    decltype(platformServices.showWaitCursor) showWait = nullptr;
+    decltype(platformServices.showArrowCursor) showArrow = nullptr;
+    ApplyTimes times{};
+    bool isBusy = false;
+};
+
+/// The dialog's thread is idle while the watch comes and goes.
+ApplyTimes MeasureApply(const DrivenDialog& editor, const DrivenDialog& dialog) {
+    dialog.Settle();
+    editor.WaitUntilPainted();
+    const Clock::time_point start = Clock::now();
+    const ApplyWatch watch;
+    dialog.Press(ApplyItems::apply);
+    editor.WaitUntilPainted();
+    editor.Settle();
+    ApplyTimes times = watch.Times();
+    const Clock::time_point redrawn{Clock::duration(lastDisplay.load())};
+    times.redrawn = std::chrono::duration<double, std::milli>(redrawn - start).count();
+    return times;
+}
+
+/// In how many of the runs it came, and after how many milliseconds at the latest.
+void ReportMoment(const char* what, const std::vector<ApplyTimes>& all,
+                  std::optional<double> ApplyTimes::*moment) {
+    std::vector<double> values;
+    for (const ApplyTimes& times : all) {
+        if (times.*moment) {
+            values.push_back(*(times.*moment));
+        }
+    }
+    std::printf("; %s in %zu of %zu", what, values.size(), all.size());
+    if (!values.empty()) {
+        std::printf(" by %.1f ms", *std::max_element(values.begin(), values.end()));
+    }
+}
+
+void ReportApplies(const char* name, const std::vector<ApplyTimes>& all) {
+    std::vector<double> redrawn;
+    for (const ApplyTimes& times : all) {
+        redrawn.push_back(times.redrawn);
+    }
+    std::printf("%-20s median %7.1f ms, best %7.1f ms", name, Median(redrawn),
+                *std::min_element(redrawn.begin(), redrawn.end()));
+    ReportMoment("bar", all, &ApplyTimes::bar);
+    ReportMoment("busy cursor", all, &ApplyTimes::busy);
+    std::printf("\n");
+}
+
+/// Applies the worst case of each operation to the same noise.
+void MeasureApplies() {
+    StorePreferences(true);
+    platformServices.clockSeconds = [] { return std::uint32_t{1}; };
+    RunOn(NoisePicture(), [](const GuiDriver& gui) {
+        const DrivenDialog opening = gui.WaitFor(createrDialog);
+        opening.Press(SizeItems::selection);
+        CloseWith(opening, okItem);
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        for (const Operation& operation : AllOperations()) {
+            editor.PressToOpen(operation.item);
+            const DrivenDialog dialog = gui.WaitFor(operation.id);
+            std::vector<ApplyTimes> times;
+            for (int i = 0; i < applies; ++i) {
+                times.push_back(MeasureApply(editor, dialog));
+            }
+            ReportApplies(operation.Row().name, times);
+            CloseWith(dialog, cancelItem);
+        }
+        CloseWith(editor, cancelItem);
+    });
+}
+
 void Report(const char* name, const std::vector<double>& values) {
     std::printf("%-32s median %6.1f ms, first %6.1f ms, best %6.1f ms\n", name, Median(values),
                 values.front(), *std::min_element(values.begin(), values.end()));
@@ -145,10 +305,9 @@ int main() {
     const std::filesystem::path folder = std::filesystem::temp_directory_path() / "editor-bench";
     std::filesystem::create_directories(folder);
     const PreferencePlaceInMemory place((folder / "Zandermolite.8bf").string());
-    const auto width = static_cast<short>(GetSystemMetrics(SM_CXSCREEN));
-    const auto height = static_cast<short>(GetSystemMetrics(SM_CYSCREEN));
-    StorePreferences(width, height);
-    std::printf("Tile %d by %d, window %d by %d\n", side, side, width, height);
+    StorePreferences(false);
+    std::printf("Tile %d by %d, window %d by %d\n", side, side, GetSystemMetrics(SM_CXSCREEN),
+                GetSystemMetrics(SM_CYSCREEN));
     std::vector<double> plain;
     std::vector<double> opening;
     for (int i = 0; i < opens; ++i) {
@@ -159,5 +318,6 @@ int main() {
     Report("Plain window of 63 buttons", plain);
     std::printf("Polls a second at zoom 1: %.0f\n", MeasureStroke(0));
     std::printf("Polls a second at zoom 2: %.0f\n", MeasureStroke(2));
+    MeasureApplies();
     std::filesystem::remove_all(folder);
 }
