@@ -162,7 +162,8 @@ TEST_F(CombineDialogTest, EveryControlTakesTheResultBack) {
 }
 
 TEST_F(CombineDialogTest, TheThreeModesMakeWhatARecipeMakes) {
-    Put("lines.jpg");
+    // The texture has another resolution.
+    Put("lines.jpg", 300);
     const std::vector<int> amounts{37, 90, 64};
     std::vector<Pixel> expected;
     {
@@ -257,9 +258,12 @@ TEST_F(CombineDialogTest, WhatCannotBeCombinedIsTold) {
         };
         EXPECT_EQ(tell("torn.jpg"), notLoaded);
         EXPECT_EQ(tell("size-513x10.jpg"), notLoaded);
-        EXPECT_EQ(tell("medium.jpg"),
-                  "Only textures of same size can be combined. The choosen texture has a different "
-                  "size.");
+        for (const int mode : {2, 3, 1}) {
+            ChooseEntry(gui, combine, Items::mode, mode);
+            EXPECT_EQ(tell("medium.jpg"),
+                      "Only textures of same size can be combined. The choosen texture has a "
+                      "different size.");
+        }
         ExpectShown(editor, *Noise());
         // Changed after the Apply, so that OK tries once more.
         TypeInto(gui, combine, Items::amount, "10");

@@ -84,8 +84,9 @@ class ManyRunsTest : public PluginRunTest {
 
 /// Each run has a host of its own: a strict one keeps what was freed for a while.
 ///
-/// The system keeps some objects of first uses, so a series may find more than the one before; but
-/// what each run leaves would make every series end above its beginning.
+/// The system keeps some objects of first uses, so a series may find more than the one before: the
+/// busy cursor (an icon of three bitmaps), which only a run of a quarter of a second shows, or pens
+/// of its colours. But what each run leaves would make every series end above its beginning.
 TEST_F(ManyRunsTest, EachDialogInTurnLeavesNothingBehind) {
     SkipNewDialog();
     RunSeries(1);

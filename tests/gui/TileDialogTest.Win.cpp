@@ -41,7 +41,7 @@ TEST_F(TileDialogTest, TakesTheTwoCounts) {
 }
 
 TEST_F(TileDialogTest, MakesWhatARecipeMakes) {
-    const std::vector<std::pair<int, int>> counts{{3, 2}, {1, 4}};
+    const std::vector<std::pair<int, int>> counts{{3, 2}, {1, 1}, {1, 4}};
     std::vector<Pixel> expected;
     {
         RecipeRun recipe([&] { return Noise(); });
