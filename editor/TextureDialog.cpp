@@ -325,6 +325,7 @@ void TextureDialog::DrawItem(short item) {
             DrawZoomReadout();
             break;
         case Items::progress:
+            shownProgress.reset();
             DrawProgress(0);
             break;
         case Items::colorWells:

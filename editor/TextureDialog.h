@@ -217,6 +217,8 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     /// Resource ids of the last effect and the last filter applied; 0 for none.
     short lastEffect = 0;
     short lastFilter = 0;
+    /// Where the filled part of the progress bar ends that is on the screen.
+    std::optional<short> shownProgress;
     HelpReadout help;
     ScaledCopy scaledCopy;
 };

@@ -230,14 +230,21 @@ void TextureDialog::DrawProgress(short percent) {
     if (!IsOpen()) {
         return;
     }
+    const hostapi::Rect bounds = GetBounds(Items::progress);
+    hostapi::Rect full = Inset(bounds, 1, 1);
+    const auto end = static_cast<short>(ProgressEnd(full.left, full.right, percent));
+    // Operations report far more often than the bar grows, and drawing it takes longer than many a
+    // step of their work.
+    if (shownProgress == end) {
+        return;
+    }
+    shownProgress = end;
     DrawingPort& canvas = Port();
     const SavedColors colors(canvas);
-    const hostapi::Rect bounds = GetBounds(Items::progress);
     canvas.SetForeground(black24);
     canvas.FrameRect(bounds);
-    hostapi::Rect full = Inset(bounds, 1, 1);
     hostapi::Rect rest = full;
-    full.right = rest.left = static_cast<short>(ProgressEnd(full.left, full.right, percent));
+    full.right = rest.left = end;
     canvas.SetSystemColor(systemActiveCaption);
     canvas.PaintRect(full);
     canvas.SetSystemColor(::systemWindow);
