@@ -128,24 +128,30 @@ class HeightField {
     void Press(const ShapeGrid::Shape& shape, const Rule& rule) {
         const auto [cx, cy] = shape.centre;
         scan.Place(cx, cy, shape.hs, shape.vs);
-        const int left = TruncateToShort(cx - shape.hs - margin);
-        const int top = TruncateToShort(cy - shape.vs - margin);
-        const auto right = static_cast<int>(std::ceil(cx + shape.hs + margin));
-        const auto bottom = static_cast<int>(std::ceil(cy + shape.vs + margin));
+        const ShapeScan::Range rows{TruncateToShort(cy - shape.vs - margin),
+                                    static_cast<int>(std::ceil(cy + shape.vs + margin))};
+        const ShapeScan::Range columns =
+            scan.ReachAcross({TruncateToShort(cx - shape.hs - margin),
+                              static_cast<int>(std::ceil(cx + shape.hs + margin))});
         // The order is meant to be by columns. Pixels at different places of the tile are
         // independent, so within the width of one tile the order can be by rows.
-        for (int first = left; first < right; first += pic.grX) {
-            const ShapeScan::Columns block{first, std::min(first + pic.grX, right)};
-            for (int py = top; py < bottom; ++py) {
-                const auto [start, end] = scan.Reach(py, block);
-                for (int px = start; px < end; px += ShapeScan::longestRun) {
-                    PressRun(px, py, std::min(end - px, ShapeScan::longestRun), rule);
-                }
-            }
+        for (int first = columns.first; first < columns.end; first += pic.grX) {
+            PressBlock({first, std::min(first + pic.grX, columns.end)}, rows, rule);
         }
     }
 
   private:
+    template <typename Rule>
+    void PressBlock(ShapeScan::Range columns, ShapeScan::Range rows, const Rule& rule) {
+        const ShapeScan::Range reached = scan.ReachDown(columns, rows);
+        for (int py = reached.first; py < reached.end; ++py) {
+            const auto [start, end] = scan.Reach(py, columns);
+            for (int px = start; px < end; px += ShapeScan::longestRun) {
+                PressRun(px, py, std::min(end - px, ShapeScan::longestRun), rule);
+            }
+        }
+    }
+
     template <typename Rule>
     void PressRun(int px, int py, int count, const Rule& rule) {
         unsigned char heights[ShapeScan::longestRun];

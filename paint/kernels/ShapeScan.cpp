@@ -17,6 +17,52 @@ constexpr double undecided = -1.0;
 /// A radius that includes all 16-bit coordinates.
 constexpr double unlimited = 1e6;
 
+/// More than the two paths can differ at any 16-bit coordinates, in pixels: their bound there, the
+/// slack of ShapeScan::Place at a distance of 2^17, is 1.8e-4.
+constexpr double reachSlack = 1e-3;
+
+/// The squares of smaller half heights underflow to 0, and with them the distances in a circle.
+constexpr double vanishing = 1e-100;
+
+/// Real numbers, both ends included; none if `low` is above `high`.
+struct Span {
+    double low;
+    double high;
+};
+
+Span Common(const Span& a, const Span& b) {
+    return {std::max(a.low, b.low), std::min(a.high, b.high)};
+}
+
+/// `factor` times all from `first` to `last`.
+Span Times(double factor, double first, double last) {
+    const double a = factor * first;
+    const double b = factor * last;
+    return {std::min(a, b), std::max(a, b)};
+}
+
+/// Includes all t for which |slope * t + rest| is at most `limit` with some of `rests`. Slopes are
+/// sines of whole degrees: those below 0.001 are 0 but for their roundings, and tell nothing.
+Span Solutions(double slope, const Span& rests, double limit) {
+    if (std::fabs(slope) < 0.001) {
+        return {-unlimited, unlimited};
+    }
+    const double a = (-limit - rests.high) / slope;
+    const double b = (limit - rests.low) / slope;
+    return {std::min(a, b), std::max(a, b)};
+}
+
+/// Clips `range` to the whole numbers of `span`, and one more on each side: the span's own
+/// roundings are far below that.
+ShapeScan::Range ClippedTo(const Span& span, ShapeScan::Range range) {
+    const Span near = Common(span, {-unlimited, unlimited});
+    if (!(near.low <= near.high)) {
+        return {range.first, range.first};
+    }
+    return {std::max(range.first, static_cast<int>(std::floor(near.low))),
+            std::min(range.end, static_cast<int>(std::floor(near.high)) + 2)};
+}
+
 /// The step of a height, of which 0 to 255 lies in the rounded edge, or `undecided` if it is too
 /// near to the next one. Plus 1, so that truncation rounds down.
 double StepOf(double height, double tolerance) {
@@ -208,21 +254,53 @@ void ShapeScan::Place(short newCx, short newCy, double newHs, double newVs) {
     geometry.slack = 1e-14 * (size + 100.0) * (size + 100.0);
     const double stretch = isSquare ? 1.0 : std::max(1.0, std::fabs(geometry.ratio));
     geometry.tolerance = geometry.steepness * stretch * geometry.slack + 1e-9;
-    // The squares of tiny sizes underflow to 0, and with them the distances.
-    constexpr double vanishing = 1e-100;
     onlyDear = !(geometry.tolerance < 0.25) || vs < vanishing;
-    // One pixel more than the size: further than the two paths can differ.
-    radius = onlyDear ? unlimited : size + 1.0;
+    LimitReach(size);
 }
 
-ShapeScan::Columns ShapeScan::Reach(int py, Columns columns) const {
+/// The exact path moves a pixel by far less than `reachSlack` against its place on the shape's
+/// axes, so what lies further outside is not part of the shape.
+void ShapeScan::LimitReach(double size) {
+    const bool isVanishing = kind != shapeSquare && vs < vanishing;
+    halfWidth = isVanishing ? unlimited : std::fabs(hs) + reachSlack;
+    halfHeight = vs + reachSlack;
+    // One pixel more than the size: further than the two paths can differ.
+    radius = isVanishing ? unlimited : size + 1.0;
+}
+
+ShapeScan::Range ShapeScan::ReachAcross(Range columns) const {
+    if (isEmpty) {
+        return {columns.first, columns.first};
+    }
+    const double half =
+        std::fabs(geometry.cosine) * halfWidth + std::fabs(geometry.sine) * halfHeight;
+    return ClippedTo({cx - half, cx + half}, columns);
+}
+
+ShapeScan::Range ShapeScan::ReachDown(Range columns, Range rows) const {
+    const double half =
+        std::fabs(geometry.sine) * halfWidth + std::fabs(geometry.cosine) * halfHeight;
+    const double left = columns.first - cx;
+    const double right = columns.end - 1 - cx;
+    const Span box{-half, half};
+    const Span wide = Solutions(-geometry.sine, Times(geometry.cosine, left, right), halfWidth);
+    const Span high = Solutions(geometry.cosine, Times(geometry.sine, left, right), halfHeight);
+    const Span all = Common(box, Common(wide, high));
+    return ClippedTo({cy + all.low, cy + all.high}, rows);
+}
+
+ShapeScan::Range ShapeScan::Reach(int py, Range columns) const {
     const double dy = py - cy;
     const double square = radius * radius - dy * dy;
     if (isEmpty || square < 0.0) {
         return {columns.first, columns.first};
     }
-    const int half = static_cast<int>(std::sqrt(square)) + 1;
-    return {std::max(columns.first, cx - half), std::min(columns.end, cx + half + 1)};
+    const double half = std::sqrt(square) + 1.0;
+    const Span circle{-half, half};
+    const Span wide = Solutions(geometry.cosine, Times(-geometry.sine, dy, dy), halfWidth);
+    const Span high = Solutions(geometry.sine, Times(geometry.cosine, dy, dy), halfHeight);
+    const Span all = Common(circle, Common(wide, high));
+    return ClippedTo({cx + all.low, cx + all.high}, columns);
 }
 
 unsigned char ShapeScan::HeightOf(int px, int py) const {

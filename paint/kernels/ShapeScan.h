@@ -19,13 +19,18 @@ class ShapeScan {
     /// be negative.
     void Place(short newCx, short newCy, double newHs, double newVs);
 
-    struct Columns {
+    /// Columns or rows of pixels; none unless `first` is below `end`.
+    struct Range {
         int first;
         /// Exclusive.
         int end;
     };
+    /// Clips `columns` to those that can hold pixels of the shape.
+    Range ReachAcross(Range columns) const;
+    /// Clips `rows` to those that can hold pixels of the shape in any of `columns`.
+    Range ReachDown(Range columns, Range rows) const;
     /// Clips `columns` to those that can hold pixels of the shape in row `py`.
-    Columns Reach(int py, Columns columns) const;
+    Range Reach(int py, Range columns) const;
 
     static constexpr int longestRun = 128;
     /// The height of what is not part of the shape.
@@ -55,6 +60,7 @@ class ShapeScan {
   private:
     unsigned char HeightOf(int px, int py) const;
     bool MayHavePixels() const;
+    void LimitReach(double size);
 
     std::int32_t kind;
     double bevel;
@@ -66,6 +72,9 @@ class ShapeScan {
     Geometry geometry{};
     /// The distance from the centre beyond which there is no pixel.
     double radius = 0;
+    /// The same for each of the shape's own axes.
+    double halfWidth = 0;
+    double halfHeight = 0;
     bool isEmpty = true;
     /// The fast path cannot decide anywhere: the shape is too thin, or its edge too steep.
     bool onlyDear = false;
