@@ -28,6 +28,12 @@ const std::vector<MeasuredRecord>& MeasuredRecords() {
          worstCase,
          {{"kind", shapeSquare}, {"sizeX", 1}, {"sizeY", 1}, {"shiftSize", 100}}},
         {"shapes", "32 by 32", {{"repeatX", 32}, {"repeatY", 32}}},
+        // Shapes thinner than a pixel, in each of which hundreds of rows have one.
+        {"shapes",
+         "thin, 1 by 512",
+         {{"repeatX", 32}, {"sizeX", 0.13}, {"sizeY", 1}, {"shiftX", 100}, {"angle", -180}},
+         512,
+         1},
         {"drops", worstCase, {{"count", 100}, {"size", 100}, {"coveredBlur", coveredBlurMost}}},
         {"dividers", worstCase, {{"lines", 100}, {"minimalGap", 1}}},
         {"waves", worstCase, {{"heightX", 100}, {"countX", 20}, {"heightY", 100}, {"countY", 20}}},

@@ -19,8 +19,9 @@ struct MeasuredRecord {
     const char* variant;
     /// The differences from the defaults.
     std::vector<Setting> settings;
-    /// The tile's height; its width is 512.
+    /// The tile's.
     short height = 512;
+    short width = 512;
 };
 
 /// All of them. A name that the catalogue or the table of fields does not have fails an assertion.

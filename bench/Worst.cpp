@@ -7,13 +7,13 @@
 // preference for their ends. Ends with 1 if one run takes a second or more of the processor's time.
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <functional>
 #include <memory>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/Platform.h"
@@ -84,9 +84,9 @@ std::string SettingsOf(const CatalogRow& row, const AnyRecord& record) {
     return settings;
 }
 
-Trial DrawRecord(const CatalogRow& row, Random& random) {
+Trial DrawRecord(const CatalogRow& row, Random& random, bool isDamaged) {
     AnyRecord record(row);
-    if (random.OneIn(4)) {
+    if (isDamaged) {
         std::vector<unsigned char> bytes(row.recordSize);
         std::ranges::generate(bytes,
                               [&] { return static_cast<unsigned char>(random.Number(0, 255)); });
@@ -198,11 +198,12 @@ Trial DrawAddBump(Random&, short, short) {
     return {"", [](PaintClass& pic) { pic.AddBump(); }};
 }
 
-std::vector<Operation> Operations() {
+std::vector<Operation> Operations(bool isDamaged) {
     std::vector<Operation> operations;
     for (const CatalogRow& row : Catalog()) {
-        operations.push_back(
-            {row.name, [&row](Random& random, short, short) { return DrawRecord(row, random); }});
+        operations.push_back({row.name, [&row, isDamaged](Random& random, short, short) {
+                                  return DrawRecord(row, random, isDamaged);
+                              }});
     }
     const std::vector<Operation> others = {
         {"Add Bump", DrawAddBump},
@@ -280,18 +281,19 @@ double SearchWorst(const Operation& operation, int records, Random& random) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const int records = argc > 1 ? std::atoi(argv[1]) : 1000;
-    const auto seed = static_cast<unsigned>(argc > 2 ? std::atoi(argv[2]) : 1);
+    const bool isDamaged = argc > 1 && std::string_view(argv[1]) == "--damaged";
+    const std::vector<std::string> arguments(argv + (isDamaged ? 2 : 1), argv + argc);
+    const int records = arguments.empty() ? 1000 : std::stoi(arguments[0]);
+    const int seed = arguments.size() < 2 ? 1 : std::stoi(arguments[1]);
     const CoreHost host;
     platformServices.clockSeconds = [] { return std::uint32_t{1}; };
     platformServices.reportFault = [](std::int16_t, const char*, int) {};
-    Random random(seed);
+    Random random(static_cast<unsigned>(seed));
     double longest = 0;
-    for (const Operation& operation : Operations()) {
-        if (argc > 3 && operation.name != argv[3]) {
-            continue;
+    for (const Operation& operation : Operations(isDamaged)) {
+        if (arguments.size() < 3 || operation.name == arguments[2]) {
+            longest = std::max(longest, SearchWorst(operation, records, random));
         }
-        longest = std::max(longest, SearchWorst(operation, records, random));
     }
     return longest < limit ? 0 : 1;
 }

@@ -1,9 +1,49 @@
 #include "paint/EffectRun.h"
 
+#include <cstring>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "paint/Resize.h"
+#include "raster/HandleArray.h"
+
+namespace {
+
+/// Tells whether a picture is still what it was when last asked about.
+class SettledPicture {
+  public:
+    /// Without `isWanted`, as without memory, a picture never is.
+    SettledPicture(const PicClass& newPic, bool isWanted)
+        : pic(newPic),
+          size(static_cast<std::size_t>(pic.grY) * static_cast<std::size_t>(pic.RowBytes())) {
+        if (isWanted) {
+            before.emplace(size);
+            Keep();
+        }
+    }
+
+    bool IsAsBefore() {
+        const bool same = before.has_value() && !before->Failed() &&
+                          std::memcmp(before->Values(), pic.Base(), size) == 0;
+        Keep();
+        return same;
+    }
+
+  private:
+    void Keep() {
+        if (before.has_value() && !before->Failed()) {
+            std::memcpy(before->Values(), pic.Base(), size);
+        }
+    }
+
+    const PicClass& pic;
+    /// In bytes.
+    std::size_t size;
+    std::optional<HandleArray<unsigned char>> before;
+};
+
+}  // namespace
 
 bool RunLines(PaintClass& pic, const LinesParams& params) {
     LinesParams handedOver = params;
@@ -54,9 +94,15 @@ bool RunBlur(PaintClass& pic, const BlurParams& params) {
 }
 
 bool RunSharpen(PaintClass& pic, const SharpenParams& params) {
+    // A damaged record can hold 32767 passes, for half a minute. After a few hundred no picture
+    // changes.
+    SettledPicture picture(pic, params.passes > FieldFor(&SharpenParams::passes).high);
     bool done = true;
     for (short pass = 0; pass < params.passes; ++pass) {
         done = pic.Sharpen() && done;
+        if (done && picture.IsAsBefore()) {
+            break;
+        }
     }
     return done;
 }

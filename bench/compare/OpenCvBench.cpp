@@ -132,6 +132,7 @@ const bool registered = [] {
     Register("saturation, default", Saturated);
     Register("brightnessContrast, default", Contrasted);
     Register("Fill, whole tile", Filled);
+    Register("Fill, whole tile, hard contour", Filled);
     return true;
 }();
 

@@ -14,19 +14,22 @@
 
 namespace {
 
-constexpr short width = 512;
+struct TileSize {
+    short width = 512;
+    short height = 512;
+};
 
 /// Times a run step on the same noise and with the same random numbers again and again.
-void Register(const std::string& name, PlainStep run, const AnyRecord& record, short height) {
+void Register(const std::string& name, PlainStep run, const AnyRecord& record, TileSize size) {
     benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
         const CoreHost host;
         platformServices.clockSeconds = [] { return std::uint32_t{1}; };
-        PaintClass noise(width, height);
+        PaintClass noise(size.width, size.height);
         FillWithNoise(noise);
-        PaintClass pic(width, height);
+        PaintClass pic(size.width, size.height);
         for (auto _ : state) {
             state.PauseTiming();
-            std::copy_n(noise.Base(), noise.RowBytes() * height, pic.Base());
+            std::copy_n(noise.Base(), noise.RowBytes() * size.height, pic.Base());
             state.ResumeTiming();
             if (!run(pic, record.Data())) {
                 state.SkipWithError("no memory, or nothing to do");
@@ -36,21 +39,21 @@ void Register(const std::string& name, PlainStep run, const AnyRecord& record, s
 }
 
 void RegisterBoth(const CatalogRow& row, const std::string& variant, const AnyRecord& record,
-                  short height) {
+                  TileSize size) {
     const std::string name = std::string(row.name) + ", " + variant;
-    Register(name + "/fast", row.run, record, height);
+    Register(name + "/fast", row.run, record, size);
     if (const PlainStep plain = PlainStepOf(row.name)) {
-        Register(name + "/plain", plain, record, height);
+        Register(name + "/plain", plain, record, size);
     }
 }
 
 const bool registered = [] {
     for (const CatalogRow& row : Catalog()) {
-        RegisterBoth(row, "default", AnyRecord(row), width);
+        RegisterBoth(row, "default", AnyRecord(row), {});
     }
     for (const MeasuredRecord& measured : MeasuredRecords()) {
         RegisterBoth(CatalogRowNamed(measured.operation), measured.variant, RecordOf(measured),
-                     measured.height);
+                     {measured.width, measured.height});
     }
     return true;
 }();

@@ -75,6 +75,12 @@ const bool registered = [] {
     const auto plainFill = [](PaintClass& pic) { PlainFloodFill(pic, {.v = 17, .h = 400}); };
     Register("Fill, whole tile/fast", Whiten, fill);
     Register("Fill, whole tile/plain", Whiten, plainFill);
+    const auto withoutContour = [](PaintClass& pic) {
+        Whiten(pic);
+        pic.fillAntiAlias = 0;
+    };
+    Register("Fill, whole tile, hard contour/fast", withoutContour, fill);
+    Register("Fill, whole tile, hard contour/plain", withoutContour, plainFill);
     Register("Fill, noise/fast", Scatter, fill);
     Register("Fill, noise/plain", Scatter, plainFill);
     Register("Brush, a poll of 30 pixels/fast", PreparePoll, [](PaintClass& pic) {

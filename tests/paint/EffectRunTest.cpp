@@ -1,10 +1,12 @@
 #include "paint/EffectRun.h"
 
+#include <initializer_list>
 #include <vector>
 
 #include "tests/support/CoreTest.h"
 #include "tests/support/FailingHandles.h"
 #include "tests/support/Pictures.h"
+#include "tests/support/Shifting.h"
 
 namespace {
 
@@ -38,6 +40,21 @@ TEST_F(EffectRunTest, ASmallMotionBlurChangesNothing) {
     }
     EXPECT_EQ(PixelsOf(pic), PixelsOf(expected));
     EXPECT_FALSE(pic.changed);
+}
+
+/// More passes than the dialog gives end when nothing changes any more, as if all had run.
+TEST_F(EffectRunTest, ManyPassesOfSharpenAreTheSameAsAllOfThem) {
+    for (const short passes : std::initializer_list<short>{5, 6, 7, 10, 25, 200, 3000}) {
+        PaintClass pic(21, 14);
+        PaintClass expected(21, 14);
+        FillWithNoise(pic);
+        CopyShifted(pic, expected, 0, 0);
+        EXPECT_TRUE(RunSharpen(pic, {.passes = passes}));
+        for (short pass = 0; pass < passes; ++pass) {
+            expected.Sharpen();
+        }
+        EXPECT_EQ(ColorsOf(pic), ColorsOf(expected)) << passes;
+    }
 }
 
 TEST_F(EffectRunTest, SharpenGoesOnWithoutMemoryForAPass) {

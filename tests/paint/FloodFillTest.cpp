@@ -2,6 +2,7 @@
 
 #include "base/Progress.h"
 #include "plain/PlainTools.h"
+#include "tests/support/Compilations.h"
 #include "tests/support/FailingHandles.h"
 #include "tests/support/ToolTest.h"
 
@@ -64,6 +65,32 @@ TEST_F(FloodFillTest, IsTheSameAsThePlainOneForAnyTextureAndSetting) {
     ExpectSameAsPlain(512, 509, At(-1, -1));
     ExpectSameAsPlain(1, 512, At(0, 3));
     ExpectSameAsPlain(512, 1, At(0, 3));
+}
+
+/// Rows of one word of bits, of several, and of parts of words.
+TEST_F(FloodFillTest, IsTheSameAsThePlainOneForRowsOfAnyNumberOfWords) {
+    WithBothCompilations([this] {
+        for (const short width :
+             std::initializer_list<short>{1, 2, 63, 64, 65, 127, 128, 129, 200}) {
+            for (int i = 0; i < 20; ++i) {
+                ExpectSameAsPlain(width, input.Number(1, 25), AnyPoint(300));
+            }
+        }
+    });
+}
+
+/// Corridors one pixel wide: runs of one pixel, long runs, and ways through both seams.
+TEST_F(FloodFillTest, IsTheSameAsThePlainOneInALabyrinth) {
+    for (int i = 0; i < 60; ++i) {
+        PaintClass picture(input.Number(1, 150), input.Number(1, 60));
+        picture.FillWhite();
+        const int walls = picture.grX * picture.grY * 2 / 5;
+        for (int wall = 0; wall < walls; ++wall) {
+            picture.SetRGB(static_cast<short>(input.Number(0, picture.grX - 1)),
+                           static_cast<short>(input.Number(0, picture.grY - 1)), 0, 0, 0);
+        }
+        ExpectSameAsPlain(picture, AnyPoint(200), 25, input.Number(0, 1));
+    }
 }
 
 TEST_F(FloodFillTest, IsTheSameAsThePlainOneForAnyBytes) {
@@ -302,6 +329,23 @@ TEST_F(FloodFillTest, WithoutMemoryTheColorsStay) {
     const FailingHandles handles(0);
     EXPECT_TRUE(canvas.pic.FloodFill(At(3, 3)));
     EXPECT_EQ(handles.Asked(), 3);
+}
+
+TEST_F(FloodFillTest, WithoutMemoryForTheQueueTheColorsStay) {
+    Canvas canvas(*this, 20, 20);
+    const std::vector<Pixel> before = ColorsOf(canvas.pic);
+    // So far out that the order of growth counts.
+    const hostapi::Point start = At(32767, 3);
+    for (int nth = 4; nth <= 6; ++nth) {
+        const FailingHandles handles(nth);
+        EXPECT_FALSE(canvas.pic.FloodFill(start)) << nth;
+        EXPECT_EQ(ColorsOf(canvas.pic), before);
+        EXPECT_EQ(canvas.pic.GetAlpha(3, 3), 255);
+        EXPECT_FALSE(canvas.pic.changed);
+    }
+    const FailingHandles handles(0);
+    EXPECT_TRUE(canvas.pic.FloodFill(start));
+    EXPECT_EQ(handles.Asked(), 6);
 }
 
 TEST_F(FloodFillTest, ShowsTheBusyCursorOnce) {
