@@ -6,6 +6,7 @@
 #include "base/Progress.h"
 #include "paint/PaintClass.h"
 #include "paint/PaintColors.h"
+#include "paint/kernels/ContourMix.h"
 #include "paint/kernels/Dispatch.h"
 #include "paint/kernels/FloodRegion.h"
 #include "paint/kernels/PixelBytes.h"
@@ -131,17 +132,6 @@ class Contour {
     const PixelBits& region;
 };
 
-/// 0.17 * sides + 0.08 * corners, truncated. A hundredth at least lies between the sum and the next
-/// whole number, far more than the doubles' roundings, unless it is whole itself.
-unsigned char MixOf(int sides, int corners) {
-    const int hundredths = 17 * sides + 8 * corners;
-    const int whole = hundredths / 100;
-    if (whole * 100 == hundredths) {
-        return static_cast<unsigned char>(0.17 * sides + 0.08 * corners);
-    }
-    return static_cast<unsigned char>(whole);
-}
-
 /// A row of pixels with the rows above and below it.
 struct Neighbourhood {
     const unsigned char* above;
@@ -154,8 +144,8 @@ struct Neighbourhood {
             const int l = left * bytesPerPixel + c;
             const int m = x * bytesPerPixel + c;
             const int r = right * bytesPerPixel + c;
-            row[m] = MixOf(above[m] + row[l] + row[r] + below[m],
-                           above[l] + above[r] + below[l] + below[r]);
+            row[m] = ContourMix(above[m] + row[l] + row[r] + below[m],
+                                above[l] + above[r] + below[l] + below[r]);
         }
     }
 };

@@ -1,6 +1,7 @@
 #include <initializer_list>
 
 #include "base/Progress.h"
+#include "paint/kernels/ContourMix.h"
 #include "plain/PlainTools.h"
 #include "tests/support/Compilations.h"
 #include "tests/support/FailingHandles.h"
@@ -117,24 +118,30 @@ TEST_F(FloodFillTest, CoordinatesThatRunOverAreTheSameAsThePlainOnes) {
 }
 
 /// A line one pixel thick that goes around the tile 256 times, further down each time, and closes
-/// nowhere.
+/// nowhere; or the same from top to bottom.
 TEST_F(FloodFillTest, ALineThatWindsBeyondSixteenBitsIsTheSameAsThePlainOne) {
-    constexpr short width = 131;
-    constexpr short height = 512;
-    PaintClass helix(width, height);
-    helix.FillWhite();
-    int x = 0;
-    for (short y = 0; y < height; y = static_cast<short>(y + 2)) {
-        const int end = x + width - 2;
-        for (; x < end; ++x) {
-            helix.SetRGB(Wrap(x, width), y, 0, 0, 0);
+    constexpr short shorter = 131;
+    constexpr short longer = 512;
+    for (const bool goesDown : {false, true}) {
+        PaintClass helix(goesDown ? longer : shorter, goesDown ? shorter : longer);
+        helix.FillWhite();
+        const auto blacken = [&](int along, short across) {
+            const short place = Wrap(along, shorter);
+            helix.SetRGB(goesDown ? across : place, goesDown ? place : across, 0, 0, 0);
+        };
+        int along = 0;
+        for (short across = 0; across < longer; across = static_cast<short>(across + 2)) {
+            const int end = along + shorter - 2;
+            for (; along < end; ++along) {
+                blacken(along, across);
+            }
+            blacken(along, across);
+            blacken(along, static_cast<short>(across + 1));
         }
-        helix.SetRGB(Wrap(x, width), y, 0, 0, 0);
-        helix.SetRGB(Wrap(x, width), static_cast<short>(y + 1), 0, 0, 0);
+        ASSERT_GT(along, 32767);
+        ExpectSameAsPlain(helix, At(0, 0), 0, 0);
+        ExpectSameAsPlain(helix, goesDown ? At(0, 131 * 200) : At(131 * 200, 0), 0, 0);
     }
-    ASSERT_GT(x, 32767);
-    ExpectSameAsPlain(helix, At(0, 0), 0, 0);
-    ExpectSameAsPlain(helix, At(131 * 200, 0), 0, 0);
 }
 
 TEST_F(FloodFillTest, ToleranceNothingTakesTheConnectedPixelsOfTheSeedsColor) {
@@ -263,6 +270,16 @@ TEST_F(FloodFillTest, TheContourBecomesAMixOfItsNeighbours) {
     EXPECT_EQ(canvas.pic.GetPixel(6, 5), Color(145, 145, 145));
     EXPECT_EQ(canvas.pic.GetPixel(6, 6), Color(255, 255, 255)) << "within";
     EXPECT_EQ(canvas.pic.GetPixel(4, 5), RasterPixel(black16, 255)) << "beyond";
+}
+
+TEST(ContourMix, IsTheTruncatedSumOfDoublesForAllSumsOfBytes) {
+    constexpr int most = 4 * 255;
+    for (int sides = 0; sides <= most; ++sides) {
+        for (int corners = 0; corners <= most; ++corners) {
+            const auto expected = static_cast<unsigned char>(0.17 * sides + 0.08 * corners);
+            ASSERT_EQ(ContourMix(sides, corners), expected) << sides << ", " << corners;
+        }
+    }
 }
 
 TEST_F(FloodFillTest, TheContourIsSoftenedAcrossTheSeam) {
