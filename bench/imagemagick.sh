@@ -1,7 +1,7 @@
 #!/bin/sh
 # What ImageMagick takes for the nearest things, on 512 by 512 pixels of noise with wrapped borders, on
-# one thread: the name of bench-core's row, a tab, milliseconds. Needs its command `convert`
-# (CONVERT=PATH takes another).
+# one thread: the name of bench-core's row, a tab, milliseconds of the processor's time. Needs its command
+# `convert` (CONVERT=PATH takes another).
 set -eu
 convert=${CONVERT:-/usr/bin/convert}
 runs=10
@@ -14,8 +14,8 @@ measure() {
     row=$1
     shift
     "$convert" "$work/noise.png" -limit thread 1 -virtual-pixel tile -bench $runs "$@" null: 2>&1 |
-        sed -n "s/^ *Performance\[1\]: [0-9]*i \([0-9.]*\)ips.*/\1/p" |
-        awk -v row="$row" '{ printf "%s\t%.3f\n", row, 1000 / $1 }'
+        sed -n 's/^ *Performance\[1\]: .* \([0-9.]*\)u .*/\1/p' |
+        awk -v row="$row" -v runs=$runs '{ printf "%s\t%.3f\n", row, 1000 * $1 / runs }'
 }
 
 measure 'blur, default' -gaussian-blur 3x1.2
