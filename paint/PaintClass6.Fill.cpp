@@ -172,6 +172,8 @@ void SoftenContour(PaintClass& pic, const PixelBits& region) {
 
 bool PaintClass::FloodFill(Point start) {
     const CursorClass cursor;
+    // All alpha bytes are set, each once and for good.
+    AssertLocked(lockedAtSetAlpha);
     PixelBits reached(grX, grY);
     PixelBits rest(grX, grY);
     const auto threshold = static_cast<short>(fillTolerance * 255 / 100);
