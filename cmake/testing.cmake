@@ -59,13 +59,14 @@ function(compile_as_test target)
 endfunction()
 
 # add_project_test(NAME SOURCES... LIBRARIES... [TIMEOUT seconds] [SHARDS n] [ALONE filter] [COST seconds]
-#                  [SEPARATE] [NO_DISPLAY])
+#                  [SEPARATE] [NO_DISPLAY] [RESOLUTIONS filter])
 # One program, one ctest entry, or n that share its tests between them; those that `filter` names run
 # while no other program does. What ran is counted from the files that the entries leave in results/.
 # The costliest begin first, so that none is left to run alone. NO_DISPLAY keeps a program that sends
-# input to a desktop in memory: on a display, all programs would share its one pointer.
+# input to a desktop in memory: on a display, all programs would share its one pointer. Those tests that
+# the filter RESOLUTIONS names run on screens of other resolutions as well; in the 32-bit build alone.
 function(add_project_test name)
-  cmake_parse_arguments(T "SEPARATE;NO_DISPLAY" "TIMEOUT;SHARDS;ALONE;COST" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
+  cmake_parse_arguments(T "SEPARATE;NO_DISPLAY" "TIMEOUT;SHARDS;ALONE;COST;RESOLUTIONS" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
   if(NOT T_TIMEOUT)
     set(T_TIMEOUT 300)
   endif()
@@ -86,6 +87,12 @@ function(add_project_test name)
     add_test_entry(${name} ${name}-alone "--gtest_filter=${T_ALONE}")
     set_tests_properties(${name}-alone PROPERTIES RUN_SERIAL TRUE)
     set(others "--gtest_filter=-${T_ALONE}")
+  endif()
+  if(T_RESOLUTIONS AND MINGW_TRIPLE MATCHES "^i686")
+    foreach(resolution 144 192)
+      add_test_entry(${name} ${name}-${resolution} "--gtest_filter=${T_RESOLUTIONS}")
+      set_property(TEST ${name}-${resolution} APPEND PROPERTY ENVIRONMENT "RESOLUTION=${resolution}")
+    endforeach()
   endif()
   if(NOT T_SHARDS)
     add_test_entry(${name} ${name} ${others})

@@ -103,6 +103,8 @@ enum PictureId : std::int16_t {
     iconZoomOut = 16027,
     iconEditor = 16028,
 };
+/// From a bitmap's id at 100 percent to those at 150 percent and, once more, at 200 percent.
+constexpr int pictureStep = 10000;
 
 /// Cursors over the drawing area.
 enum CursorId : std::int16_t {

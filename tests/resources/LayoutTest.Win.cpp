@@ -121,11 +121,11 @@ std::string Describe(const Control& control) {
            std::to_string(bounds.bottom) + ")";
 }
 
-/// The box of a popup without a label begins 4 pixels inside its control.
-RECT SeenBounds(const Control& control) {
+/// The box of a popup without a label begins 4 pixels (at 96 dots an inch) inside its control.
+RECT SeenBounds(const OpenedDialog& dialog, const Control& control) {
     RECT bounds = control.bounds;
     if (control.IsPopup() && control.text.empty()) {
-        bounds.left += popupBoxMargin;
+        bounds.left += dialog.Scaled(popupBoxMargin);
     }
     if (control.className == L"Static" && control.Type() == SS_ETCHEDHORZ) {
         InflateRect(&bounds, -lineOverhang, 0);
@@ -155,7 +155,7 @@ SIZE NeededSize(const OpenedDialog& dialog, const Control& control, const std::w
         return {size.cx + 2 * dialog.Scaled(editMargin), size.cy + 2 * dialog.Scaled(editMargin)};
     }
     if (control.className == L"tBitmapButton") {
-        return {text.empty() ? 0 : size.cx + pictureButtonWidth, size.cy};
+        return {text.empty() ? 0 : size.cx + dialog.Scaled(pictureButtonWidth), size.cy};
     }
     if (control.className == L"Button") {
         switch (control.Type()) {
@@ -195,7 +195,7 @@ SIZE NeededPopupSize(const OpenedDialog& dialog, int id, const Control& control)
         entryWidth = std::max(entryWidth, static_cast<int>(dialog.Measure(text).cx));
     }
     DestroyMenu(menu);
-    return {labelWidth + 4 + entryWidth + 2 * popupBoxMargin + height * 2 / 3,
+    return {labelWidth + dialog.Scaled(4 + 2 * popupBoxMargin) + entryWidth + height * 2 / 3,
             dialog.Measure(label).cy};
 }
 
@@ -240,21 +240,22 @@ TEST_P(Layout, MarginsAreEqualAndNothingIsCutOff) {
         const RECT area = dialog.ClientArea();
         RECT used{area.right, area.bottom, 0, 0};
         for (const Control& control : VisibleControls(dialog)) {
-            const RECT bounds = SeenBounds(control);
+            const RECT bounds = SeenBounds(dialog, control);
             used.left = std::min(used.left, bounds.left);
             used.top = std::min(used.top, bounds.top);
             used.right = std::max(used.right, bounds.right);
             used.bottom = std::max(used.bottom, bounds.bottom);
         }
         const SIZE wanted = dialog.Pixels(margin, margin);
+        const int tolerance = dialog.Scaled(1);
         // Alerts and faults have their icon at the left margin, and their text a little lower.
         const bool hasStockIcon = dialog.Item(3).bounds.left == dialog.Pixels(38, 0).cx;
         if (!hasStockIcon) {
-            EXPECT_NEAR(used.left, wanted.cx, 1) << id;
-            EXPECT_NEAR(used.top, wanted.cy, 1) << id;
+            EXPECT_NEAR(used.left, wanted.cx, tolerance) << id;
+            EXPECT_NEAR(used.top, wanted.cy, tolerance) << id;
         }
-        EXPECT_NEAR(area.right - used.right, wanted.cx, 1) << id;
-        EXPECT_NEAR(area.bottom - used.bottom, wanted.cy, 1) << id;
+        EXPECT_NEAR(area.right - used.right, wanted.cx, tolerance) << id;
+        EXPECT_NEAR(area.bottom - used.bottom, wanted.cy, tolerance) << id;
     });
 }
 
@@ -394,7 +395,7 @@ TEST_P(Layout, EditorPanelEndsAtTheDrawingArea) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Resolutions, Layout, testing::ValuesIn(resolutions));
+INSTANTIATE_TEST_SUITE_P(Resolutions, Layout, testing::ValuesIn(Resolutions()));
 
 /// At 96 dots an inch the bars fill what the view leaves of the drawing area: 15 pixels, inside a
 /// frame of 2, and the readout leaves 16 to each of its buttons.

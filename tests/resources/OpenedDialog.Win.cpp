@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "fixtures/DialogTemplate.Win.h"
+#include "fixtures/LargeScreen.Win.h"
 
 namespace {
 
@@ -50,7 +51,7 @@ OpenedDialog::OpenedDialog(int id, int dotsPerInch) : resolution(dotsPerInch), w
     if (resource.IsEmpty()) {
         return;
     }
-    resource.ScaleFont(resolution);
+    resource.ScaleFont(resolution * 96 / ScreenResolution());
     units = resource.Units();
     window = CreateDialogIndirectParamA(GetModuleHandleA(nullptr), resource.Address(), nullptr,
                                         IgnoreMessages, 0);
@@ -110,6 +111,13 @@ const OpenedDialog& Opened(int id, int resolution) {
         dialog = std::make_unique<OpenedDialog>(id, resolution);
     }
     return *dialog;
+}
+
+std::vector<int> Resolutions() {
+    constexpr int plainResolution = 96;
+    const int screens = ScreenResolution();
+    return screens == plainResolution ? std::vector{plainResolution, 120, 144, 192}
+                                      : std::vector{screens};
 }
 
 std::vector<int> DialogResources() {

@@ -6,8 +6,9 @@
 #include <string>
 #include <vector>
 
-/// The resolutions at which dialogs must look right, in dots per inch.
-constexpr int resolutions[] = {96, 120, 144};
+/// The resolutions at which dialogs must look right, in dots per inch: four on a screen of 96, on
+/// which they are laid out as on the others; else the screen's own.
+std::vector<int> Resolutions();
 
 /// One control.
 struct Control {
@@ -25,8 +26,8 @@ struct Control {
     bool IsPopup() const { return className == L"tPopupMenu" || className == L"tRealtimeMenu"; }
 };
 
-/// A dialog of this program's resources, not shown. It is laid out as on a screen of `resolution`:
-/// its font is as many pixels high there.
+/// A dialog of this program's resources, not shown. It is laid out as on a screen of `resolution`,
+/// whichever the screen has: its font is as many pixels high there.
 class OpenedDialog {
   public:
     explicit OpenedDialog(int id, int resolution = 96);

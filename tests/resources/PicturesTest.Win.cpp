@@ -50,6 +50,17 @@ class LoadedBitmap {
     HGDIOBJ old;
 };
 
+/// A drawing's scale in percent, and what it adds to the ids of bitmaps.
+struct Scale {
+    int percent;
+    int idStep;
+};
+constexpr Scale scales[] = {{100, 0}, {150, 10000}, {200, 20000}};
+
+int Scaled(int pixels, const Scale& scale) {
+    return (pixels * scale.percent + 50) / 100;
+}
+
 void ExpectSize(int id, int width, int height) {
     const LoadedBitmap bitmap(id);
     ASSERT_TRUE(bitmap.IsLoaded()) << id;
@@ -58,20 +69,27 @@ void ExpectSize(int id, int width, int height) {
 }
 
 TEST(ResourcePictures, PalettesHaveACellForEachTool) {
-    constexpr int cellWidth = 25;
-    constexpr int cellHeight = 21;
-    for (const auto& [id, rows] : {std::pair(16004, 1), std::pair(16015, 4)}) {
-        ExpectSize(id, 2 * cellWidth, rows * cellHeight);
-        const LoadedBitmap palette(id);
-        for (int cell = 0; cell < 2 * rows; ++cell) {
-            const int left = cell % 2 * cellWidth;
-            const int top = cell / 2 * cellHeight;
-            EXPECT_GT(palette.Drawn({left, top, left + 24, top + 20}), 50) << id << " " << cell;
-            // White, which lets the button through, all round: also where a neighbour's line is.
-            EXPECT_EQ(palette.At(left, top), white);
-            EXPECT_EQ(palette.At(left + 23, top), white);
-            EXPECT_NE(palette.At(left + 24, top), white);
-            EXPECT_NE(palette.At(left, top + 20), white);
+    for (const Scale& scale : scales) {
+        const int cellWidth = Scaled(25, scale);
+        const int cellHeight = Scaled(21, scale);
+        const int width = Scaled(24, scale);
+        const int height = Scaled(20, scale);
+        for (const auto& [id, rows] : {std::pair(16004, 1), std::pair(16015, 4)}) {
+            ExpectSize(id + scale.idStep, 2 * cellWidth, rows * cellHeight);
+            const LoadedBitmap palette(id + scale.idStep);
+            for (int cell = 0; cell < 2 * rows; ++cell) {
+                const int left = cell % 2 * cellWidth;
+                const int top = cell / 2 * cellHeight;
+                EXPECT_GT(palette.Drawn({left, top, left + width, top + height}),
+                          50 * scale.percent / 100)
+                    << id << " " << cell;
+                // White, which lets the button through, all round: also where a neighbour's line
+                // is.
+                EXPECT_EQ(palette.At(left, top), white);
+                EXPECT_EQ(palette.At(left + width - 1, top), white);
+                EXPECT_NE(palette.At(left + width, top), white);
+                EXPECT_NE(palette.At(left, top + height), white);
+            }
         }
     }
 }
@@ -84,11 +102,14 @@ TEST(ResourcePictures, EveryButtonWithAPictureHasIt) {
         }
         ++count;
         const bool isAlone = control.text.empty();
-        ExpectSize(control.id, isAlone ? 21 : 16, isAlone ? 15 : 16);
-        const LoadedBitmap bitmap(control.id);
-        const SIZE size = bitmap.Size();
-        EXPECT_GT(bitmap.Drawn({0, 0, size.cx, size.cy}), 40) << control.id;
-        EXPECT_EQ(bitmap.At(0, size.cy - 1), white) << control.id;
+        for (const Scale& scale : scales) {
+            const int id = control.id + scale.idStep;
+            ExpectSize(id, Scaled(isAlone ? 21 : 16, scale), Scaled(isAlone ? 15 : 16, scale));
+            const LoadedBitmap bitmap(id);
+            const SIZE size = bitmap.Size();
+            EXPECT_GT(bitmap.Drawn({0, 0, size.cx, size.cy}), 40) << id;
+            EXPECT_EQ(bitmap.At(0, size.cy - 1), white) << id;
+        }
     }
     EXPECT_EQ(count, 26);
 }
@@ -106,6 +127,11 @@ TEST(ResourcePictures, PicturesToClickOnAreAsLargeAsTheirItems) {
         const Control control = Opened(place.dialog).Item(place.item);
         ExpectSize(place.picture, control.bounds.right - control.bounds.left,
                    control.bounds.bottom - control.bounds.top);
+        const SIZE plain = LoadedBitmap(place.picture).Size();
+        for (const Scale& scale : scales) {
+            ExpectSize(place.picture + scale.idStep, Scaled(static_cast<int>(plain.cx), scale),
+                       Scaled(static_cast<int>(plain.cy), scale));
+        }
         // The control has loaded that picture.
         const auto loaded =
             reinterpret_cast<HBITMAP>(SendMessageA(control.window, STM_GETIMAGE, IMAGE_BITMAP, 0));
@@ -120,7 +146,9 @@ TEST(ResourcePictures, DialIsAsLargeAsItIsDrawn) {
     for (const auto& [dialog, item] : {std::pair(16350, 11), std::pair(16600, 58)}) {
         const RECT bounds = Opened(dialog).Item(item).bounds;
         const int side = 2 * (std::min(bounds.right - bounds.left, bounds.bottom - bounds.top) / 2);
-        ExpectSize(16008, side, side);
+        for (const Scale& scale : scales) {
+            ExpectSize(16008 + scale.idStep, Scaled(side, scale), Scaled(side, scale));
+        }
     }
 }
 
@@ -153,15 +181,36 @@ TEST(ResourcePictures, CursorsHaveTheirHotSpots) {
                    {16009, {16, 17}}, {16010, {12, 12}}, {16011, {16, 17}}, {16012, {15, 15}},
                    {16013, {16, 16}}, {16014, {12, 12}}};
     for (const auto& expected : cursors) {
-        const HCURSOR cursor =
-            LoadCursorA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(expected.id));
-        ASSERT_NE(cursor, nullptr) << expected.id;
-        const IconShape shape = ShapeOf(cursor);
-        EXPECT_FALSE(shape.isIcon);
-        EXPECT_EQ(shape.hotSpot.x, expected.hotSpot.x) << expected.id;
-        EXPECT_EQ(shape.hotSpot.y, expected.hotSpot.y) << expected.id;
-        EXPECT_EQ(shape.size.cx, 32) << expected.id;
+        for (const Scale& scale : scales) {
+            const int side = Scaled(32, scale);
+            const HANDLE cursor =
+                LoadImageA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(expected.id), IMAGE_CURSOR,
+                           side, side, 0);
+            ASSERT_NE(cursor, nullptr) << expected.id;
+            const IconShape shape = ShapeOf(cursor);
+            EXPECT_FALSE(shape.isIcon);
+            EXPECT_EQ(shape.hotSpot.x, expected.hotSpot.x * scale.percent / 100) << expected.id;
+            EXPECT_EQ(shape.hotSpot.y, expected.hotSpot.y * scale.percent / 100) << expected.id;
+            EXPECT_EQ(shape.size.cx, side) << expected.id;
+            DestroyCursor(static_cast<HCURSOR>(cursor));
+        }
     }
+}
+
+/// The widths of the pictures in an icon, in their order.
+std::vector<int> SidesOfIcon(int id) {
+    constexpr std::size_t headSize = 6;
+    constexpr std::size_t entrySize = 14;
+    const HMODULE module = GetModuleHandleA(nullptr);
+    const HRSRC found =
+        FindResourceA(module, MAKEINTRESOURCEA(id), reinterpret_cast<LPCSTR>(RT_GROUP_ICON));
+    const auto* const bytes =
+        static_cast<const std::uint8_t*>(LockResource(LoadResource(module, found)));
+    std::vector<int> sides;
+    for (std::size_t i = 0; i < bytes[4]; ++i) {
+        sides.push_back(bytes[headSize + i * entrySize]);
+    }
+    return sides;
 }
 
 TEST(ResourcePictures, IconsHaveTheirSizes) {
@@ -177,6 +226,10 @@ TEST(ResourcePictures, IconsHaveTheirSizes) {
         EXPECT_EQ(ShapeOf(icon).size.cx, expected.side) << expected.id;
         EXPECT_EQ(ShapeOf(icon).size.cy, expected.side) << expected.id;
         DestroyIcon(static_cast<HICON>(icon));
+        EXPECT_EQ(SidesOfIcon(expected.id),
+                  (std::vector<int>{expected.side, Scaled(expected.side, scales[1]),
+                                    Scaled(expected.side, scales[2])}))
+            << expected.id;
     }
     for (int side : {16, 32, 48}) {
         const HANDLE icon = LoadImageA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(16028),
