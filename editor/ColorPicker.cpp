@@ -4,11 +4,12 @@
 
 #include "base/FatalError.h"
 #include "dialogs/ColorChoice.h"
+#include "framework/dialog/DialogGeometry.h"
 
 namespace {
 
 constexpr Color24 black24 = MakeColor24(0, 0, 0);
-/// How far outside the foreground well its frame lies.
+/// How far outside the foreground well its frame lies, in pixels at 96 dots an inch.
 constexpr int frameDistance = 2;
 
 }  // namespace
@@ -31,7 +32,10 @@ void ColorPicker::DrawForeground() const {
     port.SetForeground(ShownColor(*fore));
     port.PaintRect(wells.foreRect);
     port.SetForeground(black24);
-    port.FrameRect(Inset(wells.foreRect, -frameDistance, -frameDistance));
+    const int distance = dialog->Scale().Pixels(frameDistance);
+    port.SetPenWidth(static_cast<short>(dialog->Scale().Pixels(1)));
+    port.FrameRect(Inset(wells.foreRect, -distance, -distance));
+    port.SetPenWidth(1);
     port.SetForeground(before);
 }
 
@@ -50,18 +54,22 @@ void ColorPicker::DrawBackground() const {
 void ColorPicker::DrawBackgroundOutline() const {
     const hostapi::Rect& upright = wells.backRectRight;
     const hostapi::Rect& bottom = wells.backRectBottom;
-    const auto line = [this](int fromX, int fromY, int toX, int toY) {
-        dialog->MoveTo(static_cast<short>(fromX), static_cast<short>(fromY));
-        dialog->LineTo(static_cast<short>(toX), static_cast<short>(toY));
+    const int line = dialog->Scale().Pixels(1);
+    const auto paint = [this](int top, int left, int end, int right) {
+        dialog->Port().PaintRect(ToRect({left, top, right, end}));
     };
-    const int outerRight = upright.right;
-    const int outerBottom = bottom.bottom;
-    line(upright.left - 1, upright.top - 1, outerRight, upright.top - 1);
-    line(outerRight, upright.top - 1, outerRight, outerBottom);
-    line(outerRight, outerBottom, bottom.left - 1, outerBottom);
-    line(bottom.left - 1, outerBottom, bottom.left - 1, bottom.top - 1);
-    line(bottom.left - 1, bottom.top - 1, upright.left - 1, bottom.top - 1);
-    line(upright.left - 1, bottom.top - 1, upright.left - 1, upright.top - 1);
+    const int outerTop = upright.top - line;
+    const int outerRight = upright.right + line;
+    const int outerBottom = bottom.bottom + line;
+    const int outerLeft = bottom.left - line;
+    const int innerTop = bottom.top - line;
+    const int innerLeft = upright.left - line;
+    paint(outerTop, innerLeft, upright.top, outerRight);
+    paint(outerTop, upright.right, outerBottom, outerRight);
+    paint(bottom.bottom, outerLeft, outerBottom, outerRight);
+    paint(innerTop, outerLeft, outerBottom, bottom.left);
+    paint(innerTop, outerLeft, bottom.top, upright.left);
+    paint(outerTop, innerLeft, bottom.top, upright.left);
 }
 
 void ColorPicker::Click(short x, short y) {

@@ -28,9 +28,11 @@ WellPart ColorWells::PartAt(short x, short y) const {
 }
 
 ColorWells WellsIn(const hostapi::Rect& item, const hostapi::Rect& swapRect,
-                   const hostapi::Rect& defaultRect) {
-    return {RectOf(item.top + 7, item.left + 9, item.bottom - 20, item.right - 22),
-            RectOf(item.top + 20, item.right - 20, item.bottom - 8, item.right - 9),
-            RectOf(item.bottom - 18, item.left + 20, item.bottom - 8, item.right - 9), swapRect,
+                   const hostapi::Rect& defaultRect, ScreenScale scale) {
+    const auto at = [scale](int edge, int pixels) { return edge + scale.Pixels(pixels); };
+    const auto& [top, left, bottom, right] = item;
+    return {RectOf(at(top, 7), at(left, 9), at(bottom, -20), at(right, -22)),
+            RectOf(at(top, 20), at(right, -20), at(bottom, -8), at(right, -9)),
+            RectOf(at(bottom, -18), at(left, 20), at(bottom, -8), at(right, -9)), swapRect,
             defaultRect};
 }

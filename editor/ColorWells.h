@@ -3,6 +3,7 @@
 // The background well is an L around the lower right corner of the foreground well: two bars.
 #pragma once
 
+#include "framework/drawing/ScreenScale.h"
 #include "hostapi/HostTypes.h"
 
 enum WellPart : short {
@@ -28,4 +29,4 @@ struct ColorWells {
 
 /// The wells in the item's rectangle, with the rectangles of the two symbols.
 ColorWells WellsIn(const hostapi::Rect& item, const hostapi::Rect& swapRect,
-                   const hostapi::Rect& defaultRect);
+                   const hostapi::Rect& defaultRect, ScreenScale scale = {});

@@ -7,6 +7,7 @@
 #include "base/Progress.h"
 #include "editor/Readouts.h"
 #include "framework/controls/PaletteLayout.h"
+#include "framework/dialog/DialogGeometry.h"
 #include "resources/Ids.h"
 #include "resources/Strings.h"
 
@@ -157,7 +158,7 @@ void TextureDialog::Setup() {
     colorPicker = std::make_unique<ColorPicker>(
         &preferences.foreground, &preferences.background,
         WellsIn(GetBounds(Items::colorWells), GetBounds(Items::switchColors),
-                GetBounds(Items::defaultColors)),
+                GetBounds(Items::defaultColors), Scale()),
         this);
     ShowClass::target = this;
     CursorClass::target = this;
@@ -174,7 +175,8 @@ void TextureDialog::Setup() {
         SetResizeRule(rule.item, rule.rules);
     }
     if (preferences.editorPlace.right != 0) {
-        SetPlacement(preferences.editorPlace);
+        SetPlacement(
+            Rescaled(preferences.editorPlace, preferences.placeResolution, Scale().resolution));
         // The remembered size leaves another view to stand in the middle of.
         UpdateScrollPositions();
     }
@@ -226,6 +228,7 @@ void TextureDialog::UpdateRepeats() {
 short TextureDialog::ItemHit(short item) {
     if (item == okItem || item == cancelItem) {
         preferences.editorPlace = Placement();
+        preferences.placeResolution = static_cast<std::int16_t>(Scale().resolution);
         return item;
     }
     const auto command = std::find_if(std::begin(commands), std::end(commands),
@@ -330,14 +333,22 @@ void TextureDialog::DrawItem(short item) {
             break;
         case Items::colorWells:
             colorPicker->Draw();
-            Port().FrameRect(Inset(GetBounds(item), -1, -1));
+            FrameAround(item);
             break;
         case Items::paletteFrame:
-            Port().FrameRect(Inset(GetBounds(item), -1, -1));
+            FrameAround(item);
             break;
         default:
             SmallPSDialog::DrawItem(item);
     }
+}
+
+/// A line outside the item.
+void TextureDialog::FrameAround(short item) {
+    const int line = Scale().Pixels(1);
+    Port().SetPenWidth(static_cast<short>(line));
+    Port().FrameRect(Inset(GetBounds(item), -line, -line));
+    Port().SetPenWidth(1);
 }
 
 std::uint32_t TextureDialog::HelpAt(short item) {

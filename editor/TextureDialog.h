@@ -98,6 +98,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     void ShowReadouts();
     void UpdateRepeats();
     short HintAt(short item) const;
+    void FrameAround(short item);
 
     // Commands.
     void NewTexture();
@@ -170,6 +171,8 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     hostapi::Point TexturePoint(hostapi::Point inWindow) const;
 
     // The view.
+    /// The part of the drawing area that shows the texture.
+    hostapi::Rect View() const;
     ViewGeometry Geometry() const;
     void ZoomIn();
     void ZoomOut();

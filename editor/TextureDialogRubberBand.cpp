@@ -17,8 +17,8 @@ using Items = TextureItems;
 constexpr Color24 black24 = MakeColor24(0, 0, 0);
 constexpr Color24 white24 = MakeColor24(0xFF, 0xFF, 0xFF);
 
-/// The length of the cross's arms in window pixels.
-constexpr short crossArm = 5;
+/// The length of the cross's arms in pixels at 96 dots an inch.
+constexpr int crossArm = 5;
 
 /// The pen inverts what it crosses, so that a second line at the same place takes the first away.
 class InvertingPen {
@@ -59,7 +59,7 @@ void TextureDialog::PaintGradient(hostapi::Point press) {
 // runs across: meant.
 void TextureDialog::TrackGradient(short* dx, short* dy) {
     const SavedColors colors(Port());
-    const ClippedTo clip(Port(), ViewRect(GetBounds(Items::drawingArea)));
+    const ClippedTo clip(Port(), View());
     const hostapi::Point start = Mouse();
     const auto draw = [this, start](hostapi::Point end, Color24 color) {
         Port().SetForeground(color);
@@ -105,7 +105,7 @@ bool TextureDialog::TrackStamp() {
     if (!stroke.HasBegun()) {
         return true;
     }
-    const ClippedTo clip(Port(), ViewRect(GetBounds(Items::drawingArea)));
+    const ClippedTo clip(Port(), View());
     const InvertingPen inverting(Port());
     hostapi::Point place;
     GetMouse(&place);
@@ -170,9 +170,12 @@ void TextureDialog::ShowStampCross(hostapi::Point brush) {
 void TextureDialog::DrawStampCross() {
     const short h = pic->stampCrossH;
     const short v = pic->stampCrossV;
+    const short arm = static_cast<short>(Scale().Pixels(crossArm));
+    const short back = static_cast<short>(-arm);
     // An inverting line ends before its last point.
-    MoveTo(Sum(h, -crossArm), v);
-    LineTo(Sum(h, crossArm + 1), v);
-    MoveTo(h, Sum(v, -crossArm));
-    LineTo(h, Sum(v, crossArm + 1));
+    const short end = static_cast<short>(arm + 1);
+    MoveTo(Sum(h, back), v);
+    LineTo(Sum(h, end), v);
+    MoveTo(h, Sum(v, back));
+    LineTo(h, Sum(v, end));
 }

@@ -144,7 +144,7 @@ void TextureDialog::ClickWells() {
 // --- The mouse in the drawing area ---
 
 void TextureDialog::ViewToTexture(short* x, short* y) const {
-    const hostapi::Rect view = ViewRect(GetBounds(Items::drawingArea));
+    const hostapi::Rect view = View();
     const ViewGeometry geometry = Geometry();
     *x = geometry.x.ToTexture(*x - view.left);
     *y = geometry.y.ToTexture(*y - view.top);

@@ -6,6 +6,7 @@
 #include "editor/PortState.h"
 #include "editor/Readouts.h"
 #include "editor/TextureDialog.h"
+#include "framework/dialog/DialogGeometry.h"
 #include "resources/Ids.h"
 
 namespace {
@@ -19,7 +20,7 @@ constexpr Color24 black24 = MakeColor24(0, 0, 0);
 
 /// How far away items go that a view does not show.
 constexpr int outOfSight = 0x1000;
-/// On both sides of the zoom readout: its buttons.
+/// On both sides of the zoom readout: its buttons. In pixels at 96 dots an inch.
 constexpr int zoomButtonWidth = 16;
 
 constexpr short previewTab = 2;
@@ -29,14 +30,14 @@ hostapi::Rect RectOf(const Area& area) {
             static_cast<short>(area.bottom), static_cast<short>(area.right)};
 }
 
-hostapi::Point PointAt(int x, int y) {
-    return {static_cast<short>(y), static_cast<short>(x)};
-}
-
 }  // namespace
 
+hostapi::Rect TextureDialog::View() const {
+    return ViewRect(GetBounds(Items::drawingArea), Scale());
+}
+
 ViewGeometry TextureDialog::Geometry() const {
-    const hostapi::Rect view = ViewRect(GetBounds(Items::drawingArea));
+    const hostapi::Rect view = View();
     return {{pic->grX, zoom, viewMode, Width(view),
              static_cast<int>(GetValue(Items::horizontalScroll))},
             {pic->grY, zoom, viewMode, Height(view),
@@ -84,17 +85,17 @@ void TextureDialog::UpdateScrollPositions() {
     SetValue(Items::verticalScroll, CentredScroll(0, geometry.y.Range().maximum));
 }
 
-// The scroll bars and what stands between them take up the pixels that the view leaves to them, at
-// any resolution; the dialog's units come out larger there.
+// The scroll bars and what stands between them take up the pixels that the view leaves to them,
+// which the dialog's units come only near to.
 void TextureDialog::PlaceBesideView() {
-    const hostapi::Rect area = GetBounds(Items::drawingArea);
-    const hostapi::Rect view = ViewRect(area);
+    const hostapi::Rect view = View();
+    const int bar = Scale().Pixels(scrollBarWidth);
     const auto place = [this](short item, int left, int top, int right, int bottom) {
         SetBounds(item, {static_cast<short>(top), static_cast<short>(left),
                          static_cast<short>(bottom), static_cast<short>(right)});
     };
-    const int right = view.right + scrollBarWidth;
-    const int bottom = view.bottom + scrollBarWidth;
+    const int right = view.right + bar;
+    const int bottom = view.bottom + bar;
     place(Items::verticalScroll, view.right, view.top, right, view.bottom);
     place(Items::growBox, view.right, view.bottom, right, bottom);
     const auto inRow = [&](short item, int left, int itemRight) {
@@ -104,8 +105,8 @@ void TextureDialog::PlaceBesideView() {
     inRow(Items::progress, view.left - 1, view.left - 1 + Width(progress));
     const hostapi::Rect readout = GetBounds(Items::zoomReadout);
     inRow(Items::zoomReadout, readout.left, readout.right);
-    inRow(Items::zoomOut, readout.left, readout.left + scrollBarWidth);
-    inRow(Items::zoomIn, readout.right - scrollBarWidth, readout.right);
+    inRow(Items::zoomOut, readout.left, readout.left + bar);
+    inRow(Items::zoomIn, readout.right - bar, readout.right);
     inRow(Items::horizontalScroll, GetBounds(Items::horizontalScroll).left, view.right);
 }
 
@@ -117,7 +118,7 @@ void TextureDialog::RedrawAll() {
     const SavedColors colors(Port());
     const hostapi::Rect item = GetBounds(Items::drawingArea);
     DrawFrame(item);
-    const hostapi::Rect view = ViewRect(item);
+    const hostapi::Rect view = View();
     const ClippedTo clip(Port(), view);
     drawOriginH = view.left;
     drawOriginV = view.top;
@@ -131,7 +132,7 @@ void TextureDialog::RedrawAll() {
 
 void TextureDialog::RedrawContents() {
     const SavedColors colors(Port());
-    const hostapi::Rect view = ViewRect(GetBounds(Items::drawingArea));
+    const hostapi::Rect view = View();
     const ClippedTo clip(Port(), view);
     drawOriginH = view.left;
     drawOriginV = view.top;
@@ -141,24 +142,25 @@ void TextureDialog::RedrawContents() {
 
 // The corner between the scroll bars stays open: the grow box is there.
 void TextureDialog::DrawFrame(const hostapi::Rect& rect) {
-    const hostapi::Rect upright = GetBounds(Items::verticalScroll);
-    const hostapi::Rect level = GetBounds(Items::horizontalScroll);
-    const auto drawLine = [&](const hostapi::Rect& line, Color24 leftAndTop,
-                              Color24 rightAndBottom) {
-        DrawingPort& canvas = Port();
-        const int right = line.right - 1;
-        const int bottom = line.bottom - 1;
-        const int openRight = right - Width(upright);
-        const int openBottom = bottom - Height(level);
-        canvas.SetForeground(leftAndTop);
-        canvas.DrawLine(PointAt(line.left, line.top), PointAt(line.left, bottom));
-        canvas.DrawLine(PointAt(line.left, line.top), PointAt(right, line.top));
-        canvas.SetForeground(rightAndBottom);
-        canvas.DrawLine(PointAt(right, line.top), PointAt(right, openBottom));
-        canvas.DrawLine(PointAt(line.left, bottom), PointAt(openRight, bottom));
+    const int openWidth = Width(GetBounds(Items::verticalScroll));
+    const int openHeight = Height(GetBounds(Items::horizontalScroll));
+    const int inner = Scale().Pixels(1);
+    const int outer = Scale().Pixels(viewFrameWidth) - inner;
+    const auto draw = [&](const hostapi::Rect& around, int line, Color24 leftAndTop,
+                          Color24 rightAndBottom) {
+        const ScreenRect edges = ToScreenRect(around);
+        const auto paint = [&](int left, int top, int right, int bottom) {
+            Port().PaintRect(ToRect({left, top, right, bottom}));
+        };
+        Port().SetForeground(leftAndTop);
+        paint(edges.left, edges.top, edges.left + line, edges.bottom);
+        paint(edges.left, edges.top, edges.right, edges.top + line);
+        Port().SetForeground(rightAndBottom);
+        paint(edges.right - line, edges.top, edges.right, edges.bottom - openHeight);
+        paint(edges.left, edges.bottom - line, edges.right - openWidth, edges.bottom);
     };
-    drawLine(Inset(rect, 1, 1), black24, black24);
-    drawLine(rect, shadeGrey, white24);
+    draw(Inset(rect, outer, outer), inner, black24, black24);
+    draw(rect, outer, shadeGrey, white24);
 }
 
 void TextureDialog::DrawView(const ViewGeometry& geometry) {
@@ -195,15 +197,18 @@ void TextureDialog::DrawPicture(const ViewGeometry& geometry, const TilePlace& p
 }
 
 void TextureDialog::DrawSizeMarks(const ViewGeometry& geometry) {
+    const int line = Scale().Pixels(1);
     Color24 current = black24;
     Port().SetForeground(current);
-    for (const MarkLine& mark : geometry.SizeMarks()) {
+    for (const MarkLine& mark : geometry.SizeMarks(Scale())) {
         const Color24 color = mark.white ? white24 : black24;
         if (color != current) {
             Port().SetForeground(current = color);
         }
-        MoveTo(static_cast<short>(mark.fromX), static_cast<short>(mark.fromY));
-        LineTo(static_cast<short>(mark.toX), static_cast<short>(mark.toY));
+        const bool isLevel = mark.fromY == mark.toY;
+        const hostapi::Rect drawn = ToRect({mark.fromX, mark.fromY, mark.toX + (isLevel ? 1 : line),
+                                            mark.toY + (isLevel ? line : 1)});
+        Port().PaintRect(Offset(drawn, drawOriginH, drawOriginV));
     }
 }
 
@@ -221,9 +226,11 @@ void TextureDialog::FillRect(const hostapi::Rect& rect) {
 
 void TextureDialog::DrawZoomReadout() {
     const hostapi::Rect bounds = GetBounds(Items::zoomReadout);
-    Port().DrawText(ZoomText(zoom).c_str(), Inset(bounds, zoomButtonWidth, 0),
+    Port().DrawText(ZoomText(zoom).c_str(), Inset(bounds, Scale().Pixels(zoomButtonWidth), 0),
                     textRight | textMiddle);
+    Port().SetPenWidth(static_cast<short>(Scale().Pixels(1)));
     Port().FrameRect(bounds);
+    Port().SetPenWidth(1);
 }
 
 void TextureDialog::DrawProgress(short percent) {
@@ -231,8 +238,9 @@ void TextureDialog::DrawProgress(short percent) {
         return;
     }
     const hostapi::Rect bounds = GetBounds(Items::progress);
-    hostapi::Rect full = Inset(bounds, 1, 1);
-    const auto end = static_cast<short>(ProgressEnd(full.left, full.right, percent));
+    const int line = Scale().Pixels(1);
+    const hostapi::Rect inside = Inset(bounds, line, line);
+    const auto end = static_cast<short>(ProgressEnd(inside.left, inside.right, percent));
     // Operations report far more often than the bar grows, and drawing it takes longer than many a
     // step of their work.
     if (shownProgress == end) {
@@ -242,16 +250,20 @@ void TextureDialog::DrawProgress(short percent) {
     DrawingPort& canvas = Port();
     const SavedColors colors(canvas);
     canvas.SetForeground(black24);
+    canvas.SetPenWidth(static_cast<short>(line));
     canvas.FrameRect(bounds);
-    hostapi::Rect rest = full;
+    canvas.SetPenWidth(1);
+    hostapi::Rect full = inside;
+    hostapi::Rect rest = inside;
     full.right = rest.left = end;
     canvas.SetSystemColor(systemActiveCaption);
     canvas.PaintRect(full);
     canvas.SetSystemColor(::systemWindow);
     canvas.PaintRect(rest);
     canvas.SetForeground(shadeGrey);
-    canvas.DrawLine(PointAt(full.left, full.top), PointAt(full.left, full.bottom - 1));
-    canvas.DrawLine(PointAt(full.left, full.top), PointAt(rest.right - 1, full.top));
+    const ScreenRect edges = ToScreenRect(inside);
+    canvas.PaintRect(ToRect({edges.left, edges.top, edges.left + line, edges.bottom}));
+    canvas.PaintRect(ToRect({edges.left, edges.top, edges.right, edges.top + line}));
 }
 
 void TextureDialog::SwitchView() {

@@ -9,13 +9,12 @@
 namespace {
 
 constexpr int repeatsShown = 3;
-/// The frame of the drawing area.
-constexpr short frameWidth = 2;
 /// Tiles narrower than this are put together to pictures of at least this size.
 constexpr int smallestBlock = 64;
 /// The part of the view that a page of scrolling keeps in it.
 constexpr int pageOverlap = 64;
-/// The size marks' distance from the corner and their length, in texture pixels.
+/// The size marks' distance from the corner and their length, in texture pixels on a screen of 96
+/// dots an inch.
 constexpr double markGap = 8.0;
 constexpr double markLength = 16.0;
 
@@ -37,6 +36,11 @@ int Truncated(double value) {
     return static_cast<int>(value);
 }
 
+/// So many texture pixels of a size mark on the screen.
+int MarkPixels(double texturePixels, double zoom, ScreenScale scale) {
+    return Truncated(zoom * texturePixels * scale.resolution / plainResolution);
+}
+
 }  // namespace
 
 double ZoomedIn(double zoom) {
@@ -47,10 +51,12 @@ double ZoomedOut(double zoom) {
     return OnLadder(zoom, -1);
 }
 
-hostapi::Rect ViewRect(const hostapi::Rect& item) {
-    return {static_cast<short>(item.top + frameWidth), static_cast<short>(item.left + frameWidth),
-            static_cast<short>(item.bottom - frameWidth - scrollBarWidth),
-            static_cast<short>(item.right - frameWidth - scrollBarWidth)};
+hostapi::Rect ViewRect(const hostapi::Rect& item, ScreenScale scale) {
+    const int frame = scale.Pixels(viewFrameWidth);
+    const int bar = scale.Pixels(scrollBarWidth);
+    return {static_cast<short>(item.top + frame), static_cast<short>(item.left + frame),
+            static_cast<short>(item.bottom - frame - bar),
+            static_cast<short>(item.right - frame - bar)};
 }
 
 int ViewAxis::Scaled() const {
@@ -133,16 +139,18 @@ int CornersShown(const ViewAxis& axis) {
     return axis.view / axis.Scaled() + 2;
 }
 
-/// A mark along a row or a column, one pixel wide, `aside` pixels beside it.
+/// A mark along a row or a column, `aside` pixels beside it.
 MarkLine Along(bool row, int from, int to, int line, int aside, bool white) {
     return row ? MarkLine{from, line + aside, to, line + aside, white}
                : MarkLine{line + aside, from, line + aside, to, white};
 }
 
-void AddBlackThenWhite(std::vector<MarkLine>& lines, bool row, int from, int to, int line) {
-    lines.push_back(Along(row, from, to, line, 0, false));
-    lines.push_back(Along(row, from, to, line, -1, true));
-    lines.push_back(Along(row, from, to, line, 1, true));
+/// A mark along a row or a column, of lines of this width beside each other.
+void AddBlackThenWhite(std::vector<MarkLine>& lines, bool row, const Piece& piece, int line,
+                       int width) {
+    lines.push_back(Along(row, piece.from, piece.to, line, 0, false));
+    lines.push_back(Along(row, piece.from, piece.to, line, -width, true));
+    lines.push_back(Along(row, piece.from, piece.to, line, width, true));
 }
 
 /// The pieces, at every tile corner of one direction, of a line along it: `reach` to both sides of
@@ -174,38 +182,42 @@ void AddArms(std::vector<MarkLine>& lines, bool row, const std::vector<Piece>& p
 
 }  // namespace
 
-std::vector<MarkLine> ViewGeometry::SizeMarks() const {
-    return x.mode == viewDrawing ? CropMarks() : CornerCrosses();
+std::vector<MarkLine> ViewGeometry::SizeMarks(ScreenScale scale) const {
+    return x.mode == viewDrawing ? CropMarks(scale) : CornerCrosses(scale);
 }
 
-std::vector<MarkLine> ViewGeometry::CropMarks() const {
-    const int gap = Truncated(x.zoom * markGap);
-    const int length = Truncated(x.zoom * markLength);
+std::vector<MarkLine> ViewGeometry::CropMarks(ScreenScale scale) const {
+    const int gap = MarkPixels(markGap, x.zoom, scale);
+    const int length = MarkPixels(markLength, x.zoom, scale);
+    const int width = scale.Pixels(1);
     const int left = Truncated(x.Origin() + x.tile * x.zoom);
     const int right = Truncated(left + x.tile * x.zoom);
     const int top = Truncated(y.Origin() + y.tile * y.zoom);
     const int bottom = Truncated(top + y.tile * y.zoom);
+    const auto before = [&](int end) { return Piece{end - gap - length, end - gap - 1}; };
+    const auto after = [&](int end) { return Piece{end + gap, end + gap + length - 1}; };
     std::vector<MarkLine> lines;
     for (const int row : {top, bottom}) {
-        AddBlackThenWhite(lines, true, left - gap - length, left - gap - 1, row);
-        AddBlackThenWhite(lines, true, right + gap, right + gap + length - 1, row);
+        AddBlackThenWhite(lines, true, before(left), row, width);
+        AddBlackThenWhite(lines, true, after(right), row, width);
     }
     for (const int column : {left, right}) {
-        AddBlackThenWhite(lines, false, top - gap - length, top - gap - 1, column);
-        AddBlackThenWhite(lines, false, bottom + gap, bottom + gap + length - 1, column);
+        AddBlackThenWhite(lines, false, before(top), column, width);
+        AddBlackThenWhite(lines, false, after(bottom), column, width);
     }
     return lines;
 }
 
-std::vector<MarkLine> ViewGeometry::CornerCrosses() const {
+std::vector<MarkLine> ViewGeometry::CornerCrosses(ScreenScale scale) const {
     std::vector<MarkLine> lines;
     if (x.Scaled() < 1 || y.Scaled() < 1) {
         return lines;
     }
-    const int reach = Truncated(x.zoom * markGap);
+    const int reach = MarkPixels(markGap, x.zoom, scale);
+    const int width = scale.Pixels(1);
     const std::vector<Piece> alongRows = PiecesAtCorners(x, reach);
     const std::vector<Piece> alongColumns = PiecesAtCorners(y, reach);
-    for (const int aside : {-1, 1}) {
+    for (const int aside : {-width, width}) {
         AddArms(lines, true, alongRows, y, aside, true);
         AddArms(lines, false, alongColumns, x, aside, true);
     }

@@ -7,12 +7,15 @@
 
 #include <vector>
 
+#include "framework/drawing/ScreenScale.h"
 #include "hostapi/HostTypes.h"
 
 enum ViewMode : short { viewDrawing = 0, viewTilePreview = 1 };
 
-/// The width of a scroll bar beside the view, in pixels.
-constexpr short scrollBarWidth = 15;
+/// The width of a scroll bar beside the view, in pixels at 96 dots an inch.
+constexpr int scrollBarWidth = 15;
+/// That of the drawing area's frame.
+constexpr int viewFrameWidth = 2;
 
 /// The next factor of the ladder; 4.0 and 0.25 are its ends. Factors beside the ladder stay.
 double ZoomedIn(double zoom);
@@ -20,7 +23,7 @@ double ZoomedOut(double zoom);
 
 /// The part of the drawing area's item that shows the texture: inside its frame, with room for the
 /// scroll bars at the right and at the bottom.
-hostapi::Rect ViewRect(const hostapi::Rect& item);
+hostapi::Rect ViewRect(const hostapi::Rect& item, ScreenScale scale = {});
 
 /// Right and bottom are exclusive. Wide, since a large texture in large zoom reaches far.
 struct Area {
@@ -42,7 +45,8 @@ struct TilePlace {
     friend bool operator==(const TilePlace&, const TilePlace&) = default;
 };
 
-/// A horizontal or vertical line, both ends included.
+/// A horizontal or vertical line, both ends included; as wide as SizeMarks says, beginning at its
+/// row or column.
 struct MarkLine {
     int fromX;
     int fromY;
@@ -101,12 +105,12 @@ struct ViewGeometry {
     std::vector<TilePlace> Blocks() const;
     /// The drawing mode's background: what the repeats leave of the view.
     std::vector<Area> Strips() const;
-    /// In the order of drawing.
-    std::vector<MarkLine> SizeMarks() const;
+    /// In the order of drawing. Each line is as wide as a pixel at 96 dots an inch.
+    std::vector<MarkLine> SizeMarks(ScreenScale scale = {}) const;
 
   private:
-    std::vector<MarkLine> CropMarks() const;
-    std::vector<MarkLine> CornerCrosses() const;
+    std::vector<MarkLine> CropMarks(ScreenScale scale) const;
+    std::vector<MarkLine> CornerCrosses(ScreenScale scale) const;
 };
 
 /// The middle of a scroll range.

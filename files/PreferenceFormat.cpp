@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/FatalError.h"
+#include "base/Rectangles.h"
 #include "base/TryMake.h"
 #include "files/PreferenceFile.h"
 #include "resources/Ids.h"
@@ -14,6 +15,7 @@
 namespace {
 
 constexpr char magic[4] = {'V', 'E', 'L', 'K'};
+constexpr char resolutionMark[4] = {'V', 'E', 'L', 'R'};
 constexpr std::uint16_t version = 1;
 constexpr std::int32_t versionOffset = sizeof magic;
 constexpr std::int32_t headOffset = versionOffset + sizeof version;
@@ -157,6 +159,36 @@ void WritePresets(const PreferenceWriter& write, const PresetFormat& format,
     }
 }
 
+/// A file may end before it, and whatever else keeps it from being read costs nothing but itself.
+void ReadPlaceResolution(const PreferenceReader& read, Preferences& preferences) {
+    char mark[sizeof resolutionMark];
+    std::int16_t resolution = 0;
+    hostapi::Rect place{};
+    try {
+        read(mark, sizeof mark);
+        if (std::memcmp(mark, resolutionMark, sizeof mark) != 0) {
+            return;
+        }
+        read(&resolution, sizeof resolution);
+        read(&place, sizeof place);
+    } catch (std::int16_t) {
+        return;
+    }
+    if (resolution > 0 && AreEqual(place, preferences.editorPlace)) {
+        preferences.placeResolution = resolution;
+        preferences.hasPlaceResolution = true;
+    }
+}
+
+void WritePlaceResolution(const PreferenceWriter& write, const Preferences& preferences) {
+    if (preferences.hasPlaceResolution ||
+        preferences.placeResolution != Preferences{}.placeResolution) {
+        write(resolutionMark, sizeof resolutionMark);
+        write(&preferences.placeResolution, sizeof preferences.placeResolution);
+        write(&preferences.editorPlace, sizeof preferences.editorPlace);
+    }
+}
+
 }  // namespace
 
 const void* LastUsedRecord(const Preferences& preferences, std::int16_t id) {
@@ -191,6 +223,7 @@ void ReadPreferences(const PreferenceReader& read, Preferences& preferences) {
     for (std::size_t i = placedTexture + 1; i < placedDialogCount; ++i) {
         read(&dialogPlaces[i], sizeof dialogPlaces[i]);
     }
+    ReadPlaceResolution(read, preferences);
 }
 
 void WritePreferences(const PreferenceWriter& write, const Preferences& preferences) {
@@ -206,4 +239,5 @@ void WritePreferences(const PreferenceWriter& write, const Preferences& preferen
     for (std::size_t i = placedTexture + 1; i < placedDialogCount; ++i) {
         write(&dialogPlaces[i], sizeof dialogPlaces[i]);
     }
+    WritePlaceResolution(write, preferences);
 }

@@ -2,7 +2,10 @@
 // fixed order. The head: "VELK", the version, flag, colours and last used records. Then the seven
 // preset lists: a count, one above the number of entries, and each entry's name (256 bytes) and
 // record. Then the places of the dialogs. There is no table of contents and no checksum, and what
-// follows the end is left over from an earlier file and means nothing.
+// follows the end is left over from an earlier file and means nothing, with one exception: a mark
+// there ("VELR"), a resolution in dots an inch and the editor's place once more say for which
+// resolution that place is. They are written from the first time on that this is another one than
+// 96, and count only beside the same place: an older program leaves them when it writes another.
 #pragma once
 
 #include <cstdint>

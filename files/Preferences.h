@@ -72,6 +72,10 @@ struct Preferences {
 
     /// The editor's own place, size included.
     hostapi::Rect editorPlace{};
+    /// The resolution of the screen that `editorPlace` was for, in dots an inch. Above 0.
+    std::int16_t placeResolution = 96;
+    /// The file says so; one that does not counts as 96.
+    bool hasPlaceResolution = false;
 
     // Not kept: they start anew in every run.
     std::int16_t combineMode = 1;

@@ -6,10 +6,13 @@
 namespace {
 
 struct BitmapButton {
-    GdiObject picture;
+    Picture picture;
+    ScreenScale scale;
     HFONT font = nullptr;
     bool isPressed = false;
 };
+
+// In pixels at 96 dots an inch.
 
 constexpr int pictureLeft = 3;
 /// Between the picture and the text.
@@ -37,23 +40,25 @@ std::string TextOf(HWND control) {
 }
 
 void PaintPicture(HDC context, const BitmapButton& button, int height, bool isEnabled) {
-    const HBITMAP picture = As<HBITMAP>(button.picture);
-    const SIZE size = BitmapSize(picture);
-    const int shift = button.isPressed ? 1 : 0;
-    DrawTransparent(context, picture, {0, 0, size.cx, size.cy}, pictureLeft + shift,
-                    (height - size.cy) / 2 - 1 + shift, isEnabled);
+    const int step = button.scale.Pixels(1);
+    const int shift = button.isPressed ? step : 0;
+    const int above = height - static_cast<int>(button.picture.size.cy);
+    DrawTransparent(context, button.picture,
+                    {button.scale.Pixels(pictureLeft) + shift, above / 2 - step + shift},
+                    isEnabled);
 }
 
 /// The offset after the picture, or `bare` without one.
 int LeftBehindPicture(const BitmapButton& button, int gap, int bare) {
-    return button.picture != nullptr
-               ? pictureLeft + static_cast<int>(BitmapSize(As<HBITMAP>(button.picture)).cx) + gap
-               : bare;
+    return button.picture.bitmap != nullptr
+               ? button.scale.Pixels(pictureLeft) + static_cast<int>(button.picture.size.cx) +
+                     button.scale.Pixels(gap)
+               : button.scale.Pixels(bare);
 }
 
 void PaintText(HDC context, const BitmapButton& button, const std::string& text, RECT room,
                bool isEnabled) {
-    const int shift = button.isPressed ? 1 : 0;
+    const int shift = button.isPressed ? button.scale.Pixels(1) : 0;
     room.left = LeftBehindPicture(button, textGap, bareTextLeft) + shift;
     room.top += shift;
     room.bottom += shift;
@@ -65,9 +70,9 @@ void PaintText(HDC context, const BitmapButton& button, const std::string& text,
 }
 
 void PaintFocus(HDC context, const BitmapButton& button, const RECT& client) {
-    const RECT frame{LeftBehindPicture(button, focusMargin, bareFocusLeft),
-                     client.top + focusMargin, client.right - focusRightMargin,
-                     client.bottom - focusMargin};
+    const int margin = button.scale.Pixels(focusMargin);
+    const RECT frame{LeftBehindPicture(button, focusMargin, bareFocusLeft), client.top + margin,
+                     client.right - button.scale.Pixels(focusRightMargin), client.bottom - margin};
     if (frame.right > frame.left) {
         DrawFocusRect(context, &frame);
     }
@@ -81,7 +86,7 @@ void Paint(HWND control, const BitmapButton& button) {
     state |= button.isPressed ? DFCS_PUSHED : 0;
     state |= isEnabled ? 0 : DFCS_INACTIVE;
     DrawFrameControl(paint.Context(), &frame, DFC_BUTTON, state);
-    if (button.picture != nullptr) {
+    if (button.picture.bitmap != nullptr) {
         PaintPicture(paint.Context(), button, paint.Height(), isEnabled);
     }
     PaintText(paint.Context(), button, TextOf(control), paint.Client(), isEnabled);
@@ -94,7 +99,8 @@ void Paint(HWND control, const BitmapButton& button) {
 void Create(HWND control, BitmapButton& button) {
     const LONG style = GetWindowLongA(control, GWL_STYLE) & ~BS_TYPEMASK;
     SetWindowLongA(control, GWL_STYLE, style | BS_OWNERDRAW);
-    button.picture = LoadPicture(GetDlgCtrlID(control));
+    button.scale = ScaleOf(control);
+    button.picture = LoadPicture(GetDlgCtrlID(control), button.scale);
 }
 
 LRESULT TakeSystem(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {

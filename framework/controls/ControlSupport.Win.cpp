@@ -1,6 +1,5 @@
 #include "framework/controls/ControlSupport.Win.h"
 
-#include "base/Module.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "framework/drawing/InterfaceLib.Win.h"
 
@@ -15,15 +14,8 @@ RECT DrawableClient(HWND control) {
     return client;
 }
 
-/// The part as a bitmap of its own.
-GdiObject CutOut(HDC context, HBITMAP picture, const RECT& part) {
-    const int width = part.right - part.left;
-    const int height = part.bottom - part.top;
-    GdiObject cut(CreateCompatibleBitmap(context, width, height));
-    const MemoryContext from(context, picture);
-    const MemoryContext to(context, As<HBITMAP>(cut));
-    BitBlt(to.Get(), 0, 0, width, height, from.Get(), part.left, part.top, SRCCOPY);
-    return cut;
+SIZE SizeOf(const RECT& rect) {
+    return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
 }  // namespace
@@ -82,20 +74,33 @@ int PictureId(HWND control) {
     return dialogState.openingResource + GetDlgCtrlID(control);
 }
 
-GdiObject LoadPicture(int id) {
-    return GdiObject(LoadImageA(instanceHandle, ResourceName(id), IMAGE_BITMAP, 0, 0, 0));
+Picture LoadControlPicture(HWND control, int id) {
+    return LoadPicture(id, ScaleOf(control));
 }
 
-void DrawTransparent(HDC context, HBITMAP picture, const RECT& source, int x, int y,
+void DrawTransparent(HDC context, HBITMAP picture, const RECT& source, const RECT& place,
                      bool isEnabled) {
-    const int width = source.right - source.left;
-    const int height = source.bottom - source.top;
-    if (isEnabled) {
+    const SIZE size = SizeOf(place);
+    const bool isScaled = size.cx != SizeOf(source).cx || size.cy != SizeOf(source).cy;
+    if (isEnabled && !isScaled) {
         const MemoryContext memory(context, picture);
-        BitBlt(context, x, y, width, height, memory.Get(), source.left, source.top, SRCAND);
+        BitBlt(context, place.left, place.top, size.cx, size.cy, memory.Get(), source.left,
+               source.top, SRCAND);
         return;
     }
-    const GdiObject part = CutOut(context, picture, source);
-    DrawStateA(context, nullptr, nullptr, reinterpret_cast<LPARAM>(part.get()), 0, x, y, width,
-               height, DST_BITMAP | DSS_DISABLED);
+    const GdiObject part = ScaledPart(context, picture, source, size);
+    if (isEnabled) {
+        const MemoryContext memory(context, As<HBITMAP>(part));
+        BitBlt(context, place.left, place.top, size.cx, size.cy, memory.Get(), 0, 0, SRCAND);
+        return;
+    }
+    DrawStateA(context, nullptr, nullptr, reinterpret_cast<LPARAM>(part.get()), 0, place.left,
+               place.top, size.cx, size.cy, DST_BITMAP | DSS_DISABLED);
+}
+
+void DrawTransparent(HDC context, const Picture& picture, POINT corner, bool isEnabled) {
+    const SIZE drawn = BitmapSize(As<HBITMAP>(picture.bitmap));
+    DrawTransparent(context, As<HBITMAP>(picture.bitmap), {0, 0, drawn.cx, drawn.cy},
+                    {corner.x, corner.y, corner.x + picture.size.cx, corner.y + picture.size.cy},
+                    isEnabled);
 }

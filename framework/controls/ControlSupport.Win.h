@@ -9,6 +9,8 @@
 #include "base/TryMake.h"
 #include "framework/controls/ControlClasses.Win.h"
 #include "framework/drawing/GdiObject.Win.h"
+#include "framework/drawing/Pictures.Win.h"
+#include "framework/drawing/ScreenScale.Win.h"
 
 /// The record of a control, hung on its window by its class; null before creation, after the
 /// end, and for a control that dropped it.
@@ -80,13 +82,15 @@ void TellDialog(HWND control, UINT message, HWND source);
 
 /// The id of the control's picture or menu: the dialog's resource id plus the control's.
 int PictureId(HWND control);
-/// A bitmap resource; null if there is none.
-GdiObject LoadPicture(int id);
+/// A bitmap resource for the scale of the control's dialog.
+Picture LoadControlPicture(HWND control, int id);
 
-/// The picture's part at `source` with its top left corner at `x`, `y`. White is transparent; a
-/// disabled one is drawn in the system's way.
-void DrawTransparent(HDC context, HBITMAP picture, const RECT& source, int x, int y,
+/// The picture's part at `source`, scaled to `place`. White is transparent; a disabled one is drawn
+/// in the system's way.
+void DrawTransparent(HDC context, HBITMAP picture, const RECT& source, const RECT& place,
                      bool isEnabled);
+/// The whole picture in its size with its top left corner at `corner`.
+void DrawTransparent(HDC context, const Picture& picture, POINT corner, bool isEnabled);
 
 // Each class in its own file.
 LRESULT CALLBACK ToolPaletteProcedure(HWND, UINT, WPARAM, LPARAM);

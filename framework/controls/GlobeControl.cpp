@@ -1,7 +1,6 @@
 #include "framework/controls/GlobeControl.h"
 
 #include "base/FatalError.h"
-#include "framework/controls/GlobeGeometry.h"
 #include "framework/dialog/NorvantaDialog.h"
 
 namespace {
@@ -52,9 +51,13 @@ void GlobeControl::SetElevation(int newElevation) {
     }
 }
 
+GlobeGeometry GlobeControl::Measure() const {
+    return MeasureGlobe(dialog->GetBounds(item), dialog->Scale().Pixels(inset));
+}
+
 void GlobeControl::Draw() {
     CheckInitialized();
-    const GlobeGeometry geometry = MeasureGlobe(dialog->GetBounds(item), inset);
+    const GlobeGeometry geometry = Measure();
     knobPlace = KnobPlace(geometry, {elevation, angle});
     dialog->Port().DrawPicture(background, geometry.square);
     DrawKnob();
@@ -72,7 +75,7 @@ void GlobeControl::DrawKnob() {
 
 bool GlobeControl::Track() {
     CheckInitialized();
-    const GlobeGeometry geometry = MeasureGlobe(dialog->GetBounds(item), inset);
+    const GlobeGeometry geometry = Measure();
     hostapi::Point place;
     while (dialog->TrackMouse(&place)) {
         const GlobeValue before{elevation, angle};

@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "framework/controls/GlobeGeometry.h"
 #include "framework/drawing/InterfaceLib.h"
 
 class NorvantaDialog;
@@ -15,8 +16,8 @@ class GlobeControl {
     using Callback = void (*)(GlobeControl* globe, int elevation, int angle);
 
     /// `newItem` is a user item of the dialog. `newBackground` is a bitmap, `newKnob` an icon, the
-    /// knob of a disabled dial has the next id. `newInset` pixels lie between the knob's path and
-    /// the picture's edge. FatalError -108 when the system gives no regions.
+    /// knob of a disabled dial has the next id. `newInset` pixels (at 96 dots an inch) lie between
+    /// the knob's path and the picture's edge. FatalError -108 when the system gives no regions.
     void Initialize(NorvantaDialog* newDialog, short newItem, short newBackground, short newKnob,
                     short newInset, Callback newCallback);
 
@@ -38,6 +39,7 @@ class GlobeControl {
 
   private:
     void CheckInitialized() const;
+    GlobeGeometry Measure() const;
     void DrawKnob();
     /// `square` is the picture's.
     void MoveKnob(const hostapi::Rect& square, hostapi::Point place);

@@ -14,15 +14,10 @@ struct LinearSlider {
     bool isTracking = false;
 };
 
-/// Width of the gap in the groove at 0.
-constexpr int gapWidth = 3;
-/// Lines at the bottom that the base of the thumb takes.
-constexpr int baseHeight = 2;
-
 SliderGeometry Measure(HWND control) {
     RECT client{};
     GetClientRect(control, &client);
-    return MeasureSlider(FromSystem(client));
+    return MeasureSlider(FromSystem(client), ScaleOf(control));
 }
 
 void PaintGroove(HDC context, const SliderGeometry& geometry, const SliderRange& range,
@@ -31,20 +26,20 @@ void PaintGroove(HDC context, const SliderGeometry& geometry, const SliderRange&
     DrawEdge(context, &groove, EDGE_SUNKEN, isEnabled ? BF_RECT : BF_RECT | BF_FLAT);
     if (HasGapAtZero(range)) {
         const int center = ThumbCenter(geometry, range, 0);
-        const RECT gap{center - gapWidth / 2, geometry.groove.top, center - gapWidth / 2 + gapWidth,
-                       geometry.groove.bottom};
+        const int left = center - geometry.gapWidth / 2;
+        const RECT gap{left, geometry.groove.top, left + geometry.gapWidth, geometry.groove.bottom};
         FillRect(context, &gap, GetSysColorBrush(COLOR_BTNFACE));
     }
 }
 
 /// The face of the thumb, under its bevels.
-void FillThumb(HDC context, int center, int size, int bottom) {
-    const POINT corners[] = {{center - size + 1, bottom - 1},
-                             {center - size + 1, bottom - baseHeight - 1},
-                             {center, bottom - baseHeight - size},
-                             {center + 1, bottom - baseHeight - size},
-                             {center + size - 1, bottom - baseHeight - 1},
-                             {center + size - 1, bottom - 1}};
+void FillThumb(HDC context, int center, const SliderGeometry& geometry) {
+    const int size = geometry.thumbSize;
+    const int bottom = geometry.groove.bottom;
+    const int base = bottom - geometry.baseHeight;
+    const POINT corners[] = {{center - size + 1, bottom - 1}, {center - size + 1, base - 1},
+                             {center, base - size},           {center + 1, base - size},
+                             {center + size - 1, base - 1},   {center + size - 1, bottom - 1}};
     const Selection brush(context, GetSysColorBrush(COLOR_BTNFACE));
     const Selection pen(context, GetStockObject(NULL_PEN));
     Polygon(context, corners, static_cast<int>(std::size(corners)));
@@ -55,15 +50,16 @@ void PaintThumb(HDC context, const SliderGeometry& geometry, const LinearSlider&
     const int center = ThumbCenter(geometry, slider.range, slider.range.value);
     const int size = geometry.thumbSize;
     const int bottom = geometry.groove.bottom;
-    FillThumb(context, center, size, bottom);
-    RECT base{center - size + 1, bottom - baseHeight, center + size, bottom};
+    const int baseTop = bottom - geometry.baseHeight;
+    FillThumb(context, center, geometry);
+    RECT base{center - size + 1, baseTop, center + size, bottom};
     if (!isEnabled) {
         DrawEdge(context, &base, EDGE_RAISED, BF_BOTTOMLEFT | BF_RIGHT | BF_FLAT);
     }
     const UINT lit = slider.isTracking ? EDGE_SUNKEN : EDGE_RAISED;
     const UINT flat = isEnabled ? 0 : BF_FLAT;
-    RECT left{center - size + 1, bottom - baseHeight - size, center + 1, bottom - baseHeight + 1};
-    RECT right{center, bottom - baseHeight - size, center + size, bottom - baseHeight + 1};
+    RECT left{center - size + 1, baseTop - size, center + 1, baseTop + 1};
+    RECT right{center, baseTop - size, center + size, baseTop + 1};
     DrawEdge(context, &left, lit, BF_DIAGONAL_ENDTOPRIGHT | flat);
     DrawEdge(context, &right, lit, BF_DIAGONAL_ENDBOTTOMRIGHT | flat);
     if (isEnabled) {

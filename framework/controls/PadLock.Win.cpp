@@ -5,23 +5,23 @@ namespace {
 
 struct PadLock {
     int state = 0;
-    GdiObject pictures[2];
+    Picture pictures[2];
 };
 
 void Load(HWND control, PadLock& lock) {
     const int id = PictureId(control);
-    lock.pictures[0] = LoadPicture(id);
-    lock.pictures[1] = LoadPicture(id + 1);
+    lock.pictures[0] = LoadControlPicture(control, id);
+    lock.pictures[1] = LoadControlPicture(control, id + 1);
 }
 
 void Paint(HWND control, const PadLock& lock) {
     const BufferedPaint paint(control);
-    const HBITMAP picture = As<HBITMAP>(lock.pictures[lock.state]);
-    if (picture != nullptr) {
-        const SIZE size = BitmapSize(picture);
-        DrawTransparent(paint.Context(), picture, {0, 0, size.cx, size.cy},
-                        (paint.Width() - size.cx) / 2, (paint.Height() - size.cy) / 2,
-                        IsControlEnabled(control));
+    const Picture& picture = lock.pictures[lock.state];
+    if (picture.bitmap != nullptr) {
+        DrawTransparent(
+            paint.Context(), picture,
+            {(paint.Width() - picture.size.cx) / 2, (paint.Height() - picture.size.cy) / 2},
+            IsControlEnabled(control));
     }
     RECT edge = paint.Client();
     DrawEdge(paint.Context(), &edge, lock.state != 0 ? EDGE_SUNKEN : EDGE_RAISED, BF_RECT);

@@ -1,5 +1,7 @@
 #include "framework/controls/PaletteLayout.h"
 
+#include "framework/drawing/ScreenScale.h"
+
 namespace {
 
 /// To nearest, halves up.
@@ -47,9 +49,10 @@ ScreenRect CellBounds(const PaletteLayout& layout, int cell) {
     return {left, top, left + layout.cellWidth, top + layout.cellHeight};
 }
 
-ScreenRect CellImage(const PaletteLayout& layout, int cell) {
+ScreenRect CellImage(const PaletteLayout& layout, int cell, int percent) {
     const CellPlace place = PlaceOf(layout, cell);
-    const int left = place.column * pictureCellWidth;
-    const int top = place.row * pictureCellHeight;
-    return {left, top, left + pictureImageWidth, top + pictureImageHeight};
+    const int left = place.column * AtPercent(pictureCellWidth, percent);
+    const int top = place.row * AtPercent(pictureCellHeight, percent);
+    return {left, top, left + AtPercent(pictureImageWidth, percent),
+            top + AtPercent(pictureImageHeight, percent)};
 }

@@ -38,16 +38,14 @@ int EntryHeight(HWND control, HMENU menu) {
     return GetMenuItemRect(control, menu, 0, &rect) ? static_cast<int>(rect.bottom - rect.top) : 0;
 }
 
-GdiObject Scaled(HBITMAP picture, int width, int height) {
+/// The picture as large as a check mark.
+GdiObject MarkOf(int resourceId) {
     const WindowContext screen = WindowContext::OfScreen();
-    const SIZE size = BitmapSize(picture);
-    GdiObject scaled(CreateCompatibleBitmap(screen.Get(), width, height));
-    const MemoryContext from(screen.Get(), picture);
-    const MemoryContext to(screen.Get(), As<HBITMAP>(scaled));
-    SetStretchBltMode(to.Get(), HALFTONE);
-    SetBrushOrgEx(to.Get(), 0, 0, nullptr);
-    StretchBlt(to.Get(), 0, 0, width, height, from.Get(), 0, 0, size.cx, size.cy, SRCCOPY);
-    return scaled;
+    const Picture picture = LoadPicture(
+        resourceId, SIZE{GetSystemMetrics(SM_CXMENUCHECK), GetSystemMetrics(SM_CYMENUCHECK)});
+    const HBITMAP bitmap = As<HBITMAP>(picture.bitmap);
+    const SIZE drawn = BitmapSize(bitmap);
+    return ScaledPart(screen.Get(), bitmap, {0, 0, drawn.cx, drawn.cy}, picture.size);
 }
 
 }  // namespace
@@ -64,6 +62,7 @@ bool PopupEntries::Load(HWND control) {
     if (menu == nullptr) {
         return false;
     }
+    scale = ScaleOf(control);
     entriesInColumn =
         PopupEntriesInColumn(ScreenOf(control).whole.Height(), EntryHeight(control, menu));
     return true;
@@ -168,7 +167,7 @@ void PopupEntries::LayOutColumns() {
 }
 
 bool PopupEntries::SetPicture(int position, int resourceId) {
-    GdiObject picture = LoadPicture(resourceId);
+    GdiObject picture = LoadPicture(resourceId, scale).bitmap;
     const UINT id = IdOf(position + 1);
     const auto before = std::find_if(pictures.begin(), pictures.end(),
                                      [id](const EntryPicture& other) { return other.id == id; });
@@ -176,8 +175,7 @@ bool PopupEntries::SetPicture(int position, int resourceId) {
     if (picture == nullptr || (isNew && pictures.size() >= maximalPictures)) {
         return false;
     }
-    GdiObject mark = Scaled(As<HBITMAP>(picture), GetSystemMetrics(SM_CXMENUCHECK),
-                            GetSystemMetrics(SM_CYMENUCHECK));
+    GdiObject mark = MarkOf(resourceId);
     SetMenuItemBitmaps(menu, static_cast<UINT>(position), MF_BYPOSITION, As<HBITMAP>(mark),
                        As<HBITMAP>(mark));
     // The menu has the new mark; only now may the old one go.

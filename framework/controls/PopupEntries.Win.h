@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "framework/drawing/GdiObject.Win.h"
+#include "framework/drawing/ScreenScale.h"
 
 /// A picture beside an entry, by the entry's command id.
 struct EntryPicture {
@@ -63,5 +64,6 @@ class PopupEntries {
     HMENU resource = nullptr;
     HMENU menu = nullptr;
     int entriesInColumn = 0;
+    ScreenScale scale;
     std::vector<EntryPicture> pictures;
 };

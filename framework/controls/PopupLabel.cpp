@@ -5,6 +5,7 @@
 namespace {
 
 constexpr int charactersInTab = 4;
+/// In pixels at 96 dots an inch.
 constexpr int gapBehindLabel = 4;
 
 }  // namespace
@@ -14,8 +15,9 @@ PopupLabel SplitPopupLabel(const std::string& windowText) {
             static_cast<int>(std::count(windowText.begin(), windowText.end(), '\t'))};
 }
 
-int PopupBoxLeft(const PopupLabel& label, int labelWidth, int averageCharacterWidth) {
+int PopupBoxLeft(const PopupLabel& label, int labelWidth, int averageCharacterWidth,
+                 ScreenScale scale) {
     const int begin =
         label.tabs > 0 ? label.tabs * charactersInTab * averageCharacterWidth : labelWidth;
-    return begin + gapBehindLabel;
+    return begin + scale.Pixels(gapBehindLabel);
 }

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "framework/drawing/ScreenScale.h"
+
 struct PopupLabel {
     /// The drawn text: up to the first tab.
     std::string text;
@@ -12,5 +14,6 @@ struct PopupLabel {
 
 PopupLabel SplitPopupLabel(const std::string& windowText);
 
-/// Where the box begins, in pixels from the control's left.
-int PopupBoxLeft(const PopupLabel& label, int labelWidth, int averageCharacterWidth);
+/// Where the box begins, in pixels from the control's left; all of them in pixels on the screen.
+int PopupBoxLeft(const PopupLabel& label, int labelWidth, int averageCharacterWidth,
+                 ScreenScale scale = {});

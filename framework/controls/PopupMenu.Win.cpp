@@ -68,7 +68,7 @@ MeasuredLabel MeasureLabel(HWND control, HDC context) {
     GetTextMetricsA(context, &metrics);
     return {label.text, static_cast<int>(measured.bottom),
             PopupBoxLeft(label, static_cast<int>(measured.right),
-                         static_cast<int>(metrics.tmAveCharWidth))};
+                         static_cast<int>(metrics.tmAveCharWidth), ScaleOf(control))};
 }
 
 /// Draws the label. Returns where the box begins.
@@ -107,7 +107,7 @@ void PaintArrow(HDC context, const RECT& inside, int width, bool isEnabled, bool
 
 void PaintBox(HWND control, const PopupMenu& popup, HDC context, RECT box) {
     constexpr int edge = 2;
-    constexpr int textMargin = 3;
+    const int textMargin = ScaleOf(control).Pixels(3);
     const bool isEnabled = IsControlEnabled(control);
     const BoxLook look = LookOf(control);
     const int height = box.bottom - box.top;

@@ -6,10 +6,14 @@
 
 namespace {
 
-/// Pixels between the control's edge and its parts: the focus frame.
+// In pixels at 96 dots an inch.
+
+/// Between the control's edge and its parts: the focus frame.
 constexpr int frameWidth = 1;
 /// The part of the height that the slopes of the thumb leave.
 constexpr int thumbMargin = 4;
+constexpr int plainGapWidth = 3;
+constexpr int plainBaseHeight = 2;
 
 std::int64_t Span(const SliderRange& range) {
     return static_cast<std::int64_t>(range.maximum) - range.minimum;
@@ -54,12 +58,15 @@ int SliderValueAfter(const SliderRange& range, SliderKey key, bool isShiftDown) 
     return range.value;
 }
 
-SliderGeometry MeasureSlider(const ScreenRect& client) {
-    const ScreenRect inside = Shrunk(client, frameWidth);
+SliderGeometry MeasureSlider(const ScreenRect& client, ScreenScale scale) {
+    const ScreenRect inside = Shrunk(client, scale.Pixels(frameWidth));
+    const int margin = scale.Pixels(thumbMargin);
     SliderGeometry geometry;
-    geometry.thumbSize = inside.Height() - thumbMargin;
+    geometry.gapWidth = scale.Pixels(plainGapWidth);
+    geometry.baseHeight = scale.Pixels(plainBaseHeight);
+    geometry.thumbSize = inside.Height() - margin;
     geometry.trackWidth = inside.Width() - 2 * geometry.thumbSize + 1;
-    geometry.groove = {inside.left + geometry.thumbSize - 1, inside.top + thumbMargin,
+    geometry.groove = {inside.left + geometry.thumbSize - 1, inside.top + margin,
                        inside.right - geometry.thumbSize + 1, inside.bottom};
     return geometry;
 }

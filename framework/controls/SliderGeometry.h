@@ -2,6 +2,7 @@
 #pragma once
 
 #include "framework/dialog/DialogGeometry.h"
+#include "framework/drawing/ScreenScale.h"
 
 struct SliderRange {
     int value = 0;
@@ -24,10 +25,14 @@ struct SliderGeometry {
     /// Half of the thumb's width, and the height of its slopes.
     int thumbSize;
     int trackWidth;
+    /// Lines at the bottom that the base of the thumb takes.
+    int baseHeight = 0;
+    /// Width of the gap in the groove at 0.
+    int gapWidth = 0;
 };
 
 /// `client` is the whole control; the focus frame is its outer edge.
-SliderGeometry MeasureSlider(const ScreenRect& client);
+SliderGeometry MeasureSlider(const ScreenRect& client, ScreenScale scale = {});
 
 /// The middle of the thumb at `value`.
 int ThumbCenter(const SliderGeometry& geometry, const SliderRange& range, int value);

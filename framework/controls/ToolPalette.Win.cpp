@@ -7,23 +7,25 @@
 namespace {
 
 struct ToolPalette {
-    GdiObject picture;
+    Picture picture;
+    ScreenScale scale;
     PaletteLayout layout;
     int selected = 1;
     bool wasClicked = false;
     std::uint32_t lastClick = 0;
 };
 
-/// Pixels between the edge of a chosen cell and its highlight.
+/// Pixels at 96 dots an inch between the edge of a chosen cell and its highlight.
 constexpr int highlightInset = 2;
 
 void Load(HWND control, ToolPalette& palette) {
-    palette.picture = LoadPicture(PictureId(control));
+    palette.scale = ScaleOf(control);
+    palette.picture = LoadPicture(PictureId(control), palette.scale);
 }
 
 /// At each use: the control follows its dialog's size.
 const PaletteLayout& LayOut(HWND control, ToolPalette& palette) {
-    const SIZE size = BitmapSize(As<HBITMAP>(palette.picture));
+    const SIZE size = palette.picture.plain;
     RECT client{};
     GetClientRect(control, &client);
     palette.layout = LayOutPalette(size.cx, size.cy, client.right, client.bottom);
@@ -39,15 +41,19 @@ void PaintCell(HDC context, const ToolPalette& palette, int cell, bool isEnabled
     DrawFrameControl(context, &bounds, DFC_BUTTON, state);
     if (isSelected) {
         RECT inside = bounds;
-        InflateRect(&inside, -highlightInset, -highlightInset);
+        const int inset = palette.scale.Pixels(highlightInset);
+        InflateRect(&inside, -inset, -inset);
         FillRect(context, &inside, GetSysColorBrush(COLOR_BTNHIGHLIGHT));
     }
-    const int shift = isSelected ? 1 : 0;
-    const int x = bounds.left + (palette.layout.cellWidth - pictureImageWidth) / 2 + shift;
-    const int y = bounds.top + (palette.layout.cellHeight - pictureImageHeight) / 2 + shift;
+    const int shift = isSelected ? palette.scale.Pixels(1) : 0;
+    const int width = palette.scale.Pixels(pictureImageWidth);
+    const int height = palette.scale.Pixels(pictureImageHeight);
+    const LONG x = bounds.left + (palette.layout.cellWidth - width) / 2 + shift;
+    const LONG y = bounds.top + (palette.layout.cellHeight - height) / 2 + shift;
     IntersectClipRect(context, bounds.left, bounds.top, bounds.right, bounds.bottom);
-    DrawTransparent(context, As<HBITMAP>(palette.picture),
-                    ToSystem(CellImage(palette.layout, cell)), x, y, isEnabled);
+    DrawTransparent(context, As<HBITMAP>(palette.picture.bitmap),
+                    ToSystem(CellImage(palette.layout, cell, palette.picture.percent)),
+                    {x, y, x + width, y + height}, isEnabled);
     SelectClipRgn(context, nullptr);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/Rectangles.h"
 #include "framework/dialog/ItemRecord.h"
 
 namespace {
@@ -43,6 +44,17 @@ hostapi::Rect FollowResize(const hostapi::Rect& bounds, std::uint8_t rules, int 
         result.bottom += heightChange;
     }
     return ToRect(result);
+}
+
+hostapi::Rect Rescaled(const hostapi::Rect& placement, int from, int to) {
+    const hostapi::Rect client = UnpackPlacement(placement).client;
+    const auto scaled = [&](int size) {
+        return static_cast<int>((static_cast<std::int64_t>(size) * to + from / 2) / from);
+    };
+    hostapi::Rect result = placement;
+    result.right = Short(client.left + scaled(Width(client)));
+    result.bottom = Short(client.top + scaled(Height(client)));
+    return result;
 }
 
 Placing UnpackPlacement(const hostapi::Rect& placement) {

@@ -6,7 +6,8 @@
 #include "base/ScreenGeometry.h"
 #include "hostapi/HostTypes.h"
 
-/// How far a dialog stays from the edges of the work area when it opens, in pixels.
+/// How far a dialog stays from the edges of the work area when it opens, in pixels at 96 dots an
+/// inch.
 constexpr int dialogMargin = 8;
 
 /// Each side cut to 16 bits.
@@ -24,5 +25,8 @@ struct Placing {
     hostapi::Rect client;
     bool isMaximized;
 };
+/// The same placement for a screen of another resolution: the size grows or shrinks with it, the
+/// top left corner stays. Both are in dots an inch, above 0.
+hostapi::Rect Rescaled(const hostapi::Rect& placement, int from, int to);
 Placing UnpackPlacement(const hostapi::Rect& placement);
 hostapi::Rect PackPlacement(const Placing& placing);

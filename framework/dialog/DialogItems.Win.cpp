@@ -202,13 +202,6 @@ short NorvantaDialog::GetFocusItem() const {
     return 0;
 }
 
-void NorvantaDialog::SetButtonIcon(short item, short icon) {
-    const HANDLE loaded =
-        LoadImageA(instanceHandle, ResourceName(icon), IMAGE_ICON, 0, 0, LR_SHARED);
-    SendMessageA(ControlOf(Record(item)), BM_SETIMAGE, IMAGE_ICON,
-                 reinterpret_cast<LPARAM>(loaded));
-}
-
 // --- Popups ---
 
 short NorvantaDialog::PopupCount(short item) const {

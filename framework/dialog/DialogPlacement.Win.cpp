@@ -38,7 +38,7 @@ void NorvantaDialog::Center() {
     const int vertical = centered.top - client.top;
     const ScreenRect moved{frame.left + horizontal, frame.top + vertical, frame.right + horizontal,
                            frame.bottom + vertical};
-    PlaceWindow(window, PushedInto(moved, Shrunk(ScreenOf(over).work, dialogMargin)));
+    PlaceWindow(window, PushedInto(moved, Shrunk(ScreenOf(over).work, scale.Pixels(dialogMargin))));
 }
 
 void NorvantaDialog::PlaceClient(const hostapi::Rect& newClient) {
@@ -104,6 +104,11 @@ void DialogWindow::NoteClientRectangle(NorvantaDialog& dialog) {
 
 void DialogWindow::NoteFirstSize(NorvantaDialog& dialog) {
     NoteClientRectangle(dialog);
+    // Recorded as laid out, so that the items follow from there to what the screen has left.
+    const SIZE layout = LayoutSize(dialog);
+    hostapi::Rect& client = dialog.clientRectangle;
+    client.right = (std::max)(client.right, static_cast<std::int16_t>(client.left + layout.cx));
+    client.bottom = (std::max)(client.bottom, static_cast<std::int16_t>(client.top + layout.cy));
     const hostapi::Rect frame = ToRect(FrameOf(Window(dialog)));
     dialog.initialSize = {static_cast<std::int16_t>(Height(dialog.clientRectangle)),
                           static_cast<std::int16_t>(Width(dialog.clientRectangle))};

@@ -135,7 +135,8 @@ INT_PTR CALLBACK DialogWindow::Procedure(HWND window, UINT message, WPARAM wPara
                    : FALSE;
     }
     NorvantaDialog* const dialog = Of(window);
-    if (dialog == nullptr) {
+    if (dialog == nullptr || message == WM_GETFONT) {
+        // Whoever measures asks for the font, at any time: that is no reason to close.
         return FALSE;
     }
     if (message == WM_GETMINMAXINFO) {
@@ -210,6 +211,10 @@ bool DialogWindow::Open(HWND window, NorvantaDialog& dialog) {
     if (!dialog.wasPlaced) {
         FitToScreen(dialog);
         dialog.wasPlaced = true;
+    }
+    if (dialog.windowExists) {
+        // The system may have cut the window to the screen before anybody heard of its size.
+        TakeSize(dialog, SIZE_RESTORED);
     }
     ShowWindow(window, IsZoomed(window) ? SW_SHOWMAXIMIZED : SW_SHOW);
     SetForegroundWindow(window);

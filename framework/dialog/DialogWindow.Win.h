@@ -42,6 +42,8 @@ class DialogWindow {
 
     // Parts of NorvantaDialog::Setup.
     static void CountItems(NorvantaDialog& dialog);
+    static void FitPictures(NorvantaDialog& dialog);
+    static SIZE LayoutSize(const NorvantaDialog& dialog);
     static void MeasureText(NorvantaDialog& dialog);
     static void NoteFirstSize(NorvantaDialog& dialog);
     // Part of NorvantaDialog::SetPlacement.
@@ -51,7 +53,8 @@ class DialogWindow {
     // Part of NorvantaDialog::Run.
     static void TakeQuit(NorvantaDialog& dialog);
     static void Forget(const NorvantaDialog& dialog);
-    static void FreePictures(const NorvantaDialog& dialog);
+    static void FreePictures(NorvantaDialog& dialog);
+    static HICON OwnIcon(NorvantaDialog& dialog, int id);
 
   private:
     static void NoteClientRectangle(NorvantaDialog& dialog);

@@ -14,6 +14,7 @@
 #include "framework/dialog/DialogState.h"
 #include "framework/dialog/DialogWindow.Win.h"
 #include "framework/drawing/GdiObject.Win.h"
+#include "framework/drawing/ScreenScale.Win.h"
 #include "framework/fields/NumberField.h"
 
 namespace {
@@ -123,7 +124,9 @@ void DialogWindow::TakeQuit(NorvantaDialog& dialog) {
 
 void NorvantaDialog::Setup() {
     const HWND window = DialogWindow::Window(*this);
+    scale = ScaleOf(window);
     DialogWindow::CountItems(*this);
+    DialogWindow::FitPictures(*this);
     accelerators = FindAccelerators(resourceId);
     DialogWindow::MeasureText(*this);
     numberCharacters = TakeLocaleCharacters(numberCharacters, LocaleCharacters());
@@ -181,19 +184,6 @@ void DialogWindow::EndScrolling(NorvantaDialog& dialog) {
             --dialogState.dragDepth;
         }
         record.isTracking = false;
-    }
-}
-
-/// Frees the bitmaps that static controls have loaded for the dialog's resource. Not every system
-/// frees them when the controls go.
-void DialogWindow::FreePictures(const NorvantaDialog& dialog) {
-    for (const ItemRecord& record : dialog.items) {
-        const HWND control = static_cast<HWND>(record.control);
-        const LONG style = GetWindowLongA(control, GWL_STYLE);
-        if (record.kind == itemText && (style & SS_TYPEMASK) == SS_BITMAP) {
-            DeleteObject(
-                reinterpret_cast<HGDIOBJ>(SendMessageA(control, STM_SETIMAGE, IMAGE_BITMAP, 0)));
-        }
     }
 }
 

@@ -32,6 +32,7 @@
 #include "framework/dialog/FocusState.h"
 #include "framework/dialog/ItemRecord.h"
 #include "framework/drawing/InterfaceLib.h"
+#include "framework/drawing/ScreenScale.h"
 
 /// Conventional items of every dialog.
 constexpr short okItem = 1;
@@ -215,6 +216,8 @@ class NorvantaDialog {
     void InvalidateItem(short item);
     /// Paints what is invalid, at once.
     void UpdateNow();
+    /// The scale of the window's screen: of all figures in pixels. 96 dots an inch before Setup.
+    ScreenScale Scale() const { return scale; }
     /// Measures of the dialog's font, in pixels.
     short TextHeight() const { return textHeight; }
     short TextAscent() const { return textAscent; }
@@ -234,8 +237,8 @@ class NorvantaDialog {
     void SetButtonIcon(short item, short icon);
     /// The client area on the screen.
     hostapi::Rect ClientRectangle() const { return clientRectangle; }
-    /// Centres the client area on the owner's and keeps it 8 pixels inside the work area. Without
-    /// an owner the dialog stays where it is.
+    /// Centres the client area on the owner's and keeps it 8 pixels (at 96 dots an inch) inside the
+    /// work area. Without an owner the dialog stays where it is.
     void Center();
     /// Moves and sizes the client area. The sign bit of `top` asks for a maximised window.
     void SetPlacement(const hostapi::Rect& placement);
@@ -317,6 +320,7 @@ class NorvantaDialog {
     short cancellingItem;
     hostapi::Point mouse{};
     FocusState focus;
+    ScreenScale scale;
     short textHeight = 0;
     short textAscent = 0;
     short textDescent = 0;
@@ -328,6 +332,9 @@ class NorvantaDialog {
         short item;
     };
     std::vector<Label> labels;
+    /// HICONs that controls show.
+    using OwnedIcon = std::unique_ptr<void, void (*)(void* icon)>;
+    std::vector<OwnedIcon> icons;
     int textDepth = 0;
     std::uintptr_t timer = 0;
     bool isInAlert = false;

@@ -31,7 +31,9 @@ void SmallPSDialog::LineTo(short x, short y) {
 void SmallPSDialog::DrawColorBox(const hostapi::Rect& rect, Color24 color) {
     DrawingPort& drawing = Port();
     const Color24 before = drawing.Foreground();
-    const hostapi::Rect inside = Inset(rect, 1, 1);
+    const int line = Scale().Pixels(1);
+    const hostapi::Rect inside = Inset(rect, line, line);
+    drawing.SetPenWidth(static_cast<short>(line));
     drawing.SetForeground(frameColor);
     drawing.FrameRect(rect);
     drawing.SetForeground(color);
@@ -39,6 +41,7 @@ void SmallPSDialog::DrawColorBox(const hostapi::Rect& rect, Color24 color) {
     drawing.SetForeground(shade);
     drawing.FrameRect(inside);
     drawing.SetForeground(before);
+    drawing.SetPenWidth(1);
 }
 
 void SmallPSDialog::SetPlacement(short top, short left) {

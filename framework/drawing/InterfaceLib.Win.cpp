@@ -7,6 +7,8 @@
 #include "base/Module.Win.h"
 #include "base/WindowContext.Win.h"
 #include "framework/drawing/GdiObject.Win.h"
+#include "framework/drawing/Pictures.Win.h"
+#include "framework/drawing/ScreenScale.Win.h"
 #include "hostapi/Results.h"
 
 namespace {
@@ -134,10 +136,12 @@ struct DrawingPort::Resources {
     GdiObject extraClip = Made(CreateRectRgn(0, 0, 0, 0), __LINE__);
     bool isExtraClipped = false;
     Region paint;
-    GdiObject picture;
+    /// The cached picture, at the scale of its last size.
+    Picture picture;
     short pictureId = 0;
     HICON icon = nullptr;
     short iconId = 0;
+    ScreenScale scale;
     HFONT font = static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
 
     ~Resources() {
@@ -146,16 +150,16 @@ struct DrawingPort::Resources {
         }
     }
     /// Null for a picture that does not exist.
-    HBITMAP Picture(short id);
+    HBITMAP PictureFor(short id, SIZE size);
     HICON Icon(short id);
 };
 
-HBITMAP DrawingPort::Resources::Picture(short id) {
-    if (picture == nullptr || pictureId != id) {
-        picture.reset(LoadImageA(instanceHandle, ResourceName(id), IMAGE_BITMAP, 0, 0, 0));
+HBITMAP DrawingPort::Resources::PictureFor(short id, SIZE size) {
+    if (picture.bitmap == nullptr || pictureId != id || picture.size.cx != size.cx) {
+        picture = LoadPicture(id, size);
         pictureId = id;
     }
-    return As<HBITMAP>(picture);
+    return As<HBITMAP>(picture.bitmap);
 }
 
 HICON DrawingPort::Resources::Icon(short id) {
@@ -163,8 +167,7 @@ HICON DrawingPort::Resources::Icon(short id) {
         if (icon != nullptr) {
             DestroyIcon(icon);
         }
-        icon =
-            static_cast<HICON>(LoadImageA(instanceHandle, ResourceName(id), IMAGE_ICON, 0, 0, 0));
+        icon = LoadScaledIcon(id, scale);
         iconId = id;
     }
     return icon;
@@ -216,6 +219,7 @@ DrawingPort::DrawingPort(void* window)
       penStyle(PS_SOLID),
       penWidth(1),
       penMode(PenMode::copy) {
+    resources->scale = ScaleOf(static_cast<HWND>(window));
     target.clipRegion = resources->clip.get();
     RemakeClip();
 }
@@ -356,7 +360,7 @@ void DrawingPort::SetExtraClip(const Region* region) {
 }
 
 std::int16_t DrawingPort::DrawPicture(short id, const hostapi::Rect& rect) {
-    const HBITMAP picture = resources->Picture(id);
+    const HBITMAP picture = resources->PictureFor(id, {Width(rect), Height(rect)});
     if (picture == nullptr) {
         return faultResourceMissing;
     }
@@ -381,17 +385,8 @@ std::int16_t DrawingPort::DrawIcon(short id, hostapi::Point place) {
 }
 
 hostapi::Point DrawingPort::IconSize(short id) {
-    ICONINFO info;
-    const HICON icon = resources->Icon(id);
-    if (icon == nullptr || !GetIconInfo(icon, &info)) {
-        return {0, 0};
-    }
-    const GdiObject mask(info.hbmMask);
-    const GdiObject colors(info.hbmColor);
-    const SIZE size = BitmapSize(info.hbmMask);
-    // Without colours the mask holds two pictures, one above the other.
-    const LONG height = info.hbmColor != nullptr ? size.cy : size.cy / 2;
-    return {static_cast<std::int16_t>(height), static_cast<std::int16_t>(size.cx)};
+    const SIZE size = ::IconSize(id, resources->scale);
+    return {static_cast<std::int16_t>(size.cy), static_cast<std::int16_t>(size.cx)};
 }
 
 void DrawingPort::DrawText(const char* text, const hostapi::Rect& rect, unsigned flags) {

@@ -161,12 +161,13 @@ class DrawingPort {
     /// paint needs none of the system.
     Region& PaintRegion();
 
-    /// The bitmap resource, scaled to the rectangle. 0, or faultResourceMissing with nothing drawn.
-    /// The last picture stays loaded.
+    /// The bitmap resource, in the drawing nearest to the rectangle's width, scaled to it. 0, or
+    /// faultResourceMissing with nothing drawn. The last picture stays loaded.
     std::int16_t DrawPicture(short id, const hostapi::Rect& rect);
-    /// The icon resource at its natural size with its top left corner at `place`. As DrawPicture.
+    /// The icon resource, as large as it is on the window's screen, with its top left corner at
+    /// `place`. As DrawPicture.
     std::int16_t DrawIcon(short id, hostapi::Point place);
-    /// Height in v and width in h; 0 and 0 for an icon that does not exist.
+    /// On the window's screen: height in v and width in h; 0 and 0 for an icon that does not exist.
     hostapi::Point IconSize(short id);
 
     /// Fills the rectangle with the background, then writes in the foreground. `flags` of TextFlag;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/Rectangles.h"
+
 namespace {
 
 constexpr hostapi::Rect swapItem{10, 80, 20, 95};
@@ -27,6 +29,15 @@ TEST(ColorWells, LieInTheItemsRectangle) {
     EXPECT_EQ(wells.backRectBottom.left, 220);
     EXPECT_EQ(wells.backRectBottom.bottom, 1092);
     EXPECT_EQ(wells.backRectBottom.right, 391);
+}
+
+TEST(ColorWells, GrowWithTheScale) {
+    const ColorWells wells = WellsIn({1000, 200, 1200, 600}, swapItem, defaultItem, {192});
+    EXPECT_TRUE(AreEqual(wells.foreRect, {1014, 218, 1160, 556}));
+    EXPECT_TRUE(AreEqual(wells.backRectRight, {1040, 560, 1184, 582}));
+    EXPECT_TRUE(AreEqual(wells.backRectBottom, {1164, 240, 1184, 582}));
+    EXPECT_TRUE(AreEqual(wells.swapRect, swapItem));
+    EXPECT_TRUE(AreEqual(wells.defaultRect, defaultItem));
 }
 
 TEST(ColorWells, AllFourEdgesOfTheForegroundCount) {

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "base/Rectangles.h"
+
 namespace {
 
 constexpr double ladder[] = {0.25, 0.33, 0.5, 0.75, 1.0, 1.5, 2.0, 3.0, 4.0};
@@ -46,6 +48,13 @@ TEST(ViewGeometry, TheViewLiesInsideFrameAndScrollBars) {
     EXPECT_EQ(view.left, 22);
     EXPECT_EQ(view.bottom, 483);
     EXPECT_EQ(view.right, 683);
+}
+
+TEST(ViewGeometry, FrameAndScrollBarsGrowWithTheScale) {
+    const auto view = [](int resolution) { return ViewRect({10, 20, 500, 700}, {resolution}); };
+    EXPECT_TRUE(AreEqual(view(120), {13, 23, 478, 678})) << "2.5 and 18.75";
+    EXPECT_TRUE(AreEqual(view(144), {13, 23, 474, 674})) << "3 and 22.5";
+    EXPECT_TRUE(AreEqual(view(192), {14, 24, 466, 666}));
 }
 
 TEST(ViewGeometry, ASmallImageIsCentred) {
@@ -201,6 +210,20 @@ TEST(ViewGeometry, CropMarksGrowWithTheZoom) {
     EXPECT_EQ(mark.toX - mark.fromX + 1, 5);  // trunc(0.33 * 16)
     const int corner = 150 + 33 + 1;          // (400 - 99) / 2, then the tile
     EXPECT_EQ(mark.toX + 1, corner - 1 - 2);
+}
+
+TEST(ViewGeometry, SizeMarksGrowWithTheScale) {
+    const std::vector<MarkLine> marks = Square(100, 1.0, 400).SizeMarks({192});
+    ASSERT_EQ(marks.size(), 24u);
+    // 32 long and ending 16 before the corner at 150; of lines of two pixels each.
+    EXPECT_EQ(marks[0], (MarkLine{102, 150, 133, 150, false}));
+    EXPECT_EQ(marks[1], (MarkLine{102, 148, 133, 148, true}));
+    EXPECT_EQ(marks[2], (MarkLine{102, 152, 133, 152, true}));
+    EXPECT_EQ(marks[3], (MarkLine{266, 150, 297, 150, false}));
+
+    const std::vector<MarkLine> crosses = Square(60, 1.0, 100, viewTilePreview).SizeMarks({192});
+    EXPECT_EQ(crosses.front(), (MarkLine{-16, -2, 16, -2, true}));
+    EXPECT_EQ(crosses.back().white, false);
 }
 
 TEST(ViewGeometry, CrossesStandAtTheCornersOfThePreview) {

@@ -209,8 +209,61 @@ TEST_F(PreferenceFormatTest, WhatStandsBehindANameOrTheEndMeansNothing) {
     };
     std::string name = NameBytes("short");
     name.replace(6, 250, RandomBytes(250, 6));
-    EXPECT_EQ(Read(file(name) + "left over", preferences), file(name).size());
+    // No more than the four bytes in which a resolution would begin.
+    EXPECT_EQ(Read(file(name) + "left over", preferences), file(name).size() + 4);
     EXPECT_EQ(Write(preferences), file(NameBytes("short")));
+}
+
+/// The end of a file whose editor stood at `place` on a screen of `resolution`.
+std::string ResolutionBytes(int resolution, const std::string& place) {
+    return "VELR" + WordBytes(resolution) + place;
+}
+
+/// The first file with the editor at 10, 20 to 600, 900.
+std::string PlacedFile() {
+    std::string bytes = FirstPreferenceFile();
+    bytes.replace(bytes.size() - placesSize, 8, FromHex("0A00 1400 5802 8403"));
+    return bytes;
+}
+
+TEST_F(PreferenceFormatTest, TheResolutionOfThePlaceFollowsTheEnd) {
+    preferences.editorPlace = {10, 20, 600, 900};
+    preferences.placeResolution = 144;
+    const std::string bytes = PlacedFile() + ResolutionBytes(144, FromHex("0A00 1400 5802 8403"));
+    EXPECT_EQ(Write(preferences), bytes);
+    Preferences read;
+    EXPECT_EQ(Read(bytes, read), bytes.size());
+    EXPECT_EQ(read.placeResolution, 144);
+    EXPECT_EQ(Write(read), bytes);
+}
+
+TEST_F(PreferenceFormatTest, AFileWithoutAResolutionIsFor96) {
+    for (const std::string& rest : {std::string(), std::string("VELR"), std::string(14, '\0'),
+                                    ResolutionBytes(0, FromHex("0A00 1400 5802 8403")),
+                                    ResolutionBytes(-5, FromHex("0A00 1400 5802 8403")),
+                                    "VELS" + ResolutionBytes(144, FromHex("0A00 1400 5802")),
+                                    ResolutionBytes(144, FromHex("0A00 1400 5802 84"))}) {
+        Preferences read;
+        Read(PlacedFile() + rest, read);
+        EXPECT_EQ(read.placeResolution, 96);
+        EXPECT_EQ(read.editorPlace.right, 900);
+        EXPECT_EQ(Write(read), PlacedFile()) << "and stays without one";
+    }
+}
+
+// A program that does not know of it writes another place before it, and leaves it.
+TEST_F(PreferenceFormatTest, AResolutionCountsBesideItsPlaceAlone) {
+    Preferences read;
+    Read(PlacedFile() + ResolutionBytes(144, FromHex("0A00 1400 5802 8503")), read);
+    EXPECT_EQ(read.placeResolution, 96);
+}
+
+// Or that from before would count again, beside a place that happens to be the same.
+TEST_F(PreferenceFormatTest, AResolutionOnceWrittenIsWrittenFromThenOn) {
+    Preferences read;
+    Read(PlacedFile() + ResolutionBytes(144, FromHex("0A00 1400 5802 8403")), read);
+    read.placeResolution = 96;
+    EXPECT_EQ(Write(read), PlacedFile() + ResolutionBytes(96, FromHex("0A00 1400 5802 8403")));
 }
 
 TEST_F(PreferenceFormatTest, ANameWithoutItsZeroIsCut) {

@@ -47,4 +47,11 @@ TEST(PaletteLayoutTest, CellsAndTheirImagesLieInRows) {
     EXPECT_EQ(CellImage(layout, 4), (ScreenRect{25, 21, 49, 41}));
 }
 
+TEST(PaletteLayoutTest, LargerDrawingsHaveLargerImages) {
+    const PaletteLayout layout = LayOutPalette(50, 84, 120, 200);
+    EXPECT_EQ(CellImage(layout, 1, 150), (ScreenRect{0, 0, 36, 30}));
+    EXPECT_EQ(CellImage(layout, 4, 150), (ScreenRect{38, 32, 74, 62}));
+    EXPECT_EQ(CellImage(layout, 4, 200), (ScreenRect{50, 42, 98, 82}));
+}
+
 }  // namespace

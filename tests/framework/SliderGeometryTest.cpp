@@ -12,6 +12,17 @@ TEST(SliderGeometryTest, MeasuresThePartsByTheHeight) {
     EXPECT_EQ(geometry.thumbSize, 12);
     EXPECT_EQ(geometry.trackWidth, 95);
     EXPECT_EQ(geometry.groove, (ScreenRect{12, 5, 108, 17}));
+    EXPECT_EQ(geometry.baseHeight, 2);
+    EXPECT_EQ(geometry.gapWidth, 3);
+}
+
+TEST(SliderGeometryTest, ThePartsGrowWithTheScale) {
+    const SliderGeometry geometry = MeasureSlider({0, 0, 240, 36}, {192});
+    EXPECT_EQ(geometry.thumbSize, 24);
+    EXPECT_EQ(geometry.trackWidth, 189);
+    EXPECT_EQ(geometry.groove, (ScreenRect{25, 10, 215, 34}));
+    EXPECT_EQ(geometry.baseHeight, 4);
+    EXPECT_EQ(geometry.gapWidth, 6);
 }
 
 TEST(SliderGeometryTest, TheThumbStandsAtItsValue) {

@@ -11,6 +11,7 @@
 #include "files/Preferences.h"
 #include "fixtures/FileDialog.Win.h"
 #include "fixtures/InputDesktop.Win.h"
+#include "fixtures/LargeScreen.Win.h"
 #include "paint/Catalog.h"
 #include "resources/Ids.h"
 #include "resources/Strings.h"
@@ -205,6 +206,7 @@ TEST_F(Screenshots, OfTheQualityOfAJpeg) {
 }  // namespace
 
 int main(int count, char** values) {
+    EnlargeScreen();
     testing::InitGoogleTest(&count, values);
     if (count != 3) {
         std::fprintf(stderr, "usage: screenshots FOLDER HADROWEN\n");

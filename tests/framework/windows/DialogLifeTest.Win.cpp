@@ -417,6 +417,30 @@ TEST_F(DialogLifeTest, PlacementsMoveSizeAndMaximize) {
     EXPECT_EQ(whenMaximized.right, placed.right);
 }
 
+// The system cuts the window before it tells anybody of its size.
+TEST_F(DialogLifeTest, TheItemsOfADialogLargerThanTheScreenComeIntoIt) {
+    TestDialog dialog(large);
+    dialog.atSetup = [&] {
+        dialog.SetResizeRule(1, resizeMoveRight | resizeMoveDown);
+        dialog.SetResizeRule(2, resizeGrowRight | resizeGrowDown);
+    };
+    RECT client{};
+    hostapi::Rect button{};
+    hostapi::Rect field{};
+    RunWithScript(dialog, [&](Script& script) {
+        GetClientRect(script.Dialog(), &client);
+        button = dialog.GetBounds(1);
+        field = dialog.GetBounds(2);
+        script.Click(script.Middle(1));
+    });
+    EXPECT_LE(client.right, GetSystemMetrics(SM_CXSCREEN));
+    EXPECT_LE(client.bottom, GetSystemMetrics(SM_CYSCREEN));
+    // As far from the edges as on a screen that is large enough: 7 and 7 units.
+    EXPECT_NEAR(client.right - button.right, 11, 1);
+    EXPECT_NEAR(client.bottom - button.bottom, 11, 1);
+    EXPECT_NEAR(client.right - field.right, 11, 1);
+}
+
 TEST_F(DialogLifeTest, NoWindowIsDraggedSmallerThanItsResource) {
     TestDialog dialog(resizable);
     RECT before{};

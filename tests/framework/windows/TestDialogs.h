@@ -6,6 +6,7 @@ constexpr short small = 520;
 constexpr short resizable = 530;
 constexpr short bare = 550;
 constexpr short mixed = 560;
+constexpr short large = 570;
 
 // Items of the dialog `allItems`.
 constexpr short integerField = 3;
