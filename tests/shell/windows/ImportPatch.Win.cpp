@@ -1,105 +1,141 @@
 #include "tests/shell/windows/ImportPatch.Win.h"
 
-#include <atomic>
+#include <cstdio>
 #include <cstdlib>
+
+#include "tests/shell/windows/Refusals.h"
 
 namespace {
 
-std::atomic<int> calls = 0;
-int firstRefused = 0;
-bool isRefusedAfter = false;
-
-bool Refuses() {
-    const int call = ++calls;
-    return firstRefused != 0 && (isRefusedAfter ? call >= firstRefused : call == firstRefused);
+bool Refuses(Refused kind) {
+    if (!Refusals::Takes(kind)) {
+        return false;
+    }
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return true;
 }
 
 /// A replacement that returns `failure` for refused calls.
-template <auto function, auto failure>
+template <Refused kind, auto function, auto failure>
 struct Replacement;
 
-template <typename Result, typename... Arguments, Result(WINAPI* function)(Arguments...),
-          auto failure>
-struct Replacement<function, failure> {
+template <Refused kind, typename Result, typename... Arguments,
+          Result(WINAPI* function)(Arguments...), auto failure>
+struct Replacement<kind, function, failure> {
     static Result WINAPI Call(Arguments... arguments) {
-        if (Refuses()) {
-            SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-            return Result(failure);
-        }
-        return function(arguments...);
+        return Refuses(kind) ? Result(failure) : function(arguments...);
     }
 };
 
 HANDLE WINAPI CreateFileOrNot(LPCSTR path, DWORD access, DWORD share,
                               LPSECURITY_ATTRIBUTES security, DWORD disposition, DWORD flags,
                               HANDLE like) {
-    if (Refuses()) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return INVALID_HANDLE_VALUE;
-    }
-    return CreateFileA(path, access, share, security, disposition, flags, like);
+    return Refuses(Refused::files)
+               ? INVALID_HANDLE_VALUE
+               : CreateFileA(path, access, share, security, disposition, flags, like);
+}
+
+// What fails to close is closed all the same: the product can do no more about it.
+
+BOOL WINAPI CloseHandleOrNot(HANDLE handle) {
+    const bool refuses = Refuses(Refused::files);
+    return CloseHandle(handle) && !refuses;
+}
+
+LSTATUS WINAPI CloseKeyOrNot(HKEY key) {
+    const bool refuses = Refuses(Refused::registry);
+    const LSTATUS status = RegCloseKey(key);
+    return refuses ? ERROR_NOT_ENOUGH_MEMORY : status;
+}
+
+int CloseFileOrNot(std::FILE* file) {
+    const bool refuses = Refuses(Refused::files);
+    const int status = std::fclose(file);
+    return refuses ? EOF : status;
+}
+
+std::FILE* OpenFileOrNot(const char* path, const char* mode) {
+    return Refuses(Refused::files) ? nullptr : std::fopen(path, mode);
+}
+
+std::FILE* TemporaryFileOrNot() {
+    return Refuses(Refused::files) ? nullptr : std::tmpfile();
+}
+
+std::size_t ReadFileOrNot(void* buffer, std::size_t size, std::size_t count, std::FILE* file) {
+    return Refuses(Refused::files) ? 0 : std::fread(buffer, size, count, file);
+}
+
+std::size_t WriteFileOrNot(const void* buffer, std::size_t size, std::size_t count,
+                           std::FILE* file) {
+    return Refuses(Refused::files) ? 0 : std::fwrite(buffer, size, count, file);
 }
 
 void* MallocOrNot(std::size_t size) {
-    return Refuses() ? nullptr : std::malloc(size);
+    return Refuses(Refused::memory) ? nullptr : std::malloc(size);
 }
 
 void* CallocOrNot(std::size_t count, std::size_t size) {
-    return Refuses() ? nullptr : std::calloc(count, size);
+    return Refuses(Refused::memory) ? nullptr : std::calloc(count, size);
 }
 
 void* ReallocOrNot(void* block, std::size_t size) {
-    return Refuses() ? nullptr : std::realloc(block, size);
+    return Refuses(Refused::memory) ? nullptr : std::realloc(block, size);
 }
 
 struct Hook {
-    Refused kind;
     const char* name;
     void* replacement;
 };
 
-template <auto function, auto failure>
-Hook HookOf(Refused kind, const char* name) {
-    return {kind, name, reinterpret_cast<void*>(&Replacement<function, failure>::Call)};
+template <typename Function>
+Hook HookOf(const char* name, Function* replacement) {
+    return {name, reinterpret_cast<void*>(replacement)};
+}
+
+template <Refused kind, auto function, auto failure>
+Hook HookOf(const char* name) {
+    return HookOf(name, &Replacement<kind, function, failure>::Call);
 }
 
 const Hook hooks[] = {
-    HookOf<&CreatePen, nullptr>(Refused::drawing, "CreatePen"),
-    HookOf<&CreateSolidBrush, nullptr>(Refused::drawing, "CreateSolidBrush"),
-    HookOf<&CreateRectRgn, nullptr>(Refused::drawing, "CreateRectRgn"),
-    HookOf<&GetDC, nullptr>(Refused::drawing, "GetDC"),
-    HookOf<&CreateCompatibleDC, nullptr>(Refused::drawing, "CreateCompatibleDC"),
-    HookOf<&CreateCompatibleBitmap, nullptr>(Refused::drawing, "CreateCompatibleBitmap"),
-    {Refused::memory, "malloc", reinterpret_cast<void*>(&MallocOrNot)},
-    {Refused::memory, "calloc", reinterpret_cast<void*>(&CallocOrNot)},
-    {Refused::memory, "realloc", reinterpret_cast<void*>(&ReallocOrNot)},
-    {Refused::files, "CreateFileA", reinterpret_cast<void*>(&CreateFileOrNot)},
-    HookOf<&ReadFile, FALSE>(Refused::files, "ReadFile"),
-    HookOf<&WriteFile, FALSE>(Refused::files, "WriteFile"),
-    HookOf<&GetFileSizeEx, FALSE>(Refused::files, "GetFileSizeEx"),
-    HookOf<&RegCreateKeyExA, ERROR_NOT_ENOUGH_MEMORY>(Refused::registry, "RegCreateKeyExA"),
-    HookOf<&RegQueryValueExA, ERROR_NOT_ENOUGH_MEMORY>(Refused::registry, "RegQueryValueExA"),
-    HookOf<&RegSetValueExA, ERROR_NOT_ENOUGH_MEMORY>(Refused::registry, "RegSetValueExA"),
+    HookOf<Refused::drawing, &CreatePen, nullptr>("CreatePen"),
+    HookOf<Refused::drawing, &CreateSolidBrush, nullptr>("CreateSolidBrush"),
+    HookOf<Refused::drawing, &CreateRectRgn, nullptr>("CreateRectRgn"),
+    HookOf<Refused::drawing, &GetDC, nullptr>("GetDC"),
+    HookOf<Refused::drawing, &CreateCompatibleDC, nullptr>("CreateCompatibleDC"),
+    HookOf<Refused::drawing, &CreateCompatibleBitmap, nullptr>("CreateCompatibleBitmap"),
+    HookOf<Refused::drawing, &LoadImageA, nullptr>("LoadImageA"),
+    HookOf("malloc", MallocOrNot),
+    HookOf("calloc", CallocOrNot),
+    HookOf("realloc", ReallocOrNot),
+    HookOf<Refused::memory, &GlobalAlloc, nullptr>("GlobalAlloc"),
+    HookOf("CreateFileA", CreateFileOrNot),
+    HookOf<Refused::files, &ReadFile, FALSE>("ReadFile"),
+    HookOf<Refused::files, &WriteFile, FALSE>("WriteFile"),
+    HookOf<Refused::files, &GetFileSizeEx, FALSE>("GetFileSizeEx"),
+    HookOf<Refused::files, &SetFilePointerEx, FALSE>("SetFilePointerEx"),
+    HookOf<Refused::files, &SetEndOfFile, FALSE>("SetEndOfFile"),
+    HookOf<Refused::files, &FlushFileBuffers, FALSE>("FlushFileBuffers"),
+    HookOf<Refused::files, &DeleteFileA, FALSE>("DeleteFileA"),
+    HookOf<Refused::files, &GetTempPathA, 0>("GetTempPathA"),
+    HookOf("CloseHandle", CloseHandleOrNot),
+    HookOf("fopen", OpenFileOrNot),
+    HookOf("tmpfile", TemporaryFileOrNot),
+    HookOf("fread", ReadFileOrNot),
+    HookOf("fwrite", WriteFileOrNot),
+    HookOf("fclose", CloseFileOrNot),
+    HookOf<Refused::registry, &RegCreateKeyExA, ERROR_NOT_ENOUGH_MEMORY>("RegCreateKeyExA"),
+    HookOf<Refused::registry, &RegOpenKeyExA, ERROR_NOT_ENOUGH_MEMORY>("RegOpenKeyExA"),
+    HookOf<Refused::registry, &RegQueryValueExA, ERROR_NOT_ENOUGH_MEMORY>("RegQueryValueExA"),
+    HookOf<Refused::registry, &RegSetValueExA, ERROR_NOT_ENOUGH_MEMORY>("RegSetValueExA"),
+    HookOf("RegCloseKey", CloseKeyOrNot),
 };
 
 }  // namespace
 
-ImportPatch::ImportPatch(HMODULE library, Refused kind, int first, bool andAllAfter)
-    : imports(library) {
-    calls = 0;
-    firstRefused = first;
-    isRefusedAfter = andAllAfter;
+ImportPatch::ImportPatch(HMODULE library) : imports(library) {
     for (const Hook& hook : hooks) {
-        if (hook.kind == kind) {
-            imports.Exchange(hook.name, hook.replacement);
-        }
+        imports.Exchange(hook.name, hook.replacement);
     }
-}
-
-ImportPatch::~ImportPatch() {
-    firstRefused = 0;
-}
-
-int ImportPatch::Calls() {
-    return calls;
 }

@@ -1,19 +1,24 @@
-// Whole runs of the product in which the system refuses something at one point after the other.
+// Whole runs of the product in which the system or the host refuses something at one point after
+// the other.
 //
 // SWEEP in the environment says how many points of each series are run: "all", or a number; they
 // are taken evenly from the calls that a run without refusals makes.
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 
 #include "files/PreferenceFile.h"
 #include "files/PreferenceFormat.h"
 #include "fixtures/GuiDriver.Win.h"
-#include "fixtures/InputDesktop.Win.h"
-#include "resources/Ids.h"
 #include "tests/shell/windows/ImportPatch.Win.h"
 #include "tests/shell/windows/Libraries.Win.h"
+#include "tests/shell/windows/RecordPatch.h"
+#include "tests/shell/windows/Refusals.h"
+#include "tests/shell/windows/SweepUser.Win.h"
 #include "tests/support/OwnPreferences.Win.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/Transfers.h"
@@ -22,85 +27,15 @@
 namespace {
 
 constexpr hostapi::VRect bounds{5, 6, 69, 102};
-/// The same number in all dialogs.
-constexpr int okButton = 1;
+/// A blank texture, of which the selection takes a few.
+constexpr int tileWidth = 40;
+constexpr int tileHeight = 30;
 constexpr char lastTexture[] = "Zandermolite.tmp";
 constexpr char settingsFile[] = "Zandermolite3.prf";
+constexpr char savedTexture[] = "saved.jpg";
 
-/// A user who works through a run and takes whatever comes: an alert or a fault is read and closed,
-/// and what does not open is left.
-class PatientUser {
-  public:
-    explicit PatientUser(const GuiDriver& newGui) : gui(newGui) {}
-
-    void Work() {
-        while (const std::optional<DrivenDialog> top = gui.WaitForAny()) {
-            Answer(*top);
-        }
-    }
-
-  private:
-    void Answer(const DrivenDialog& dialog) {
-        const std::string title = CaptionOf(dialog.Window());
-        const bool isEditor = title == "Zandermolite" && GetMenu(dialog.Window()) != nullptr;
-        if (isEditor) {
-            WorkInEditor(dialog);
-        } else {
-            // New, Lines, Blur, an alert, a fault.
-            End(dialog, okButton);
-        }
-    }
-
-    void WorkInEditor(const DrivenDialog& editor) {
-        switch (step++) {
-            case 0:
-                Post(editor, TextureItems::lines);
-                break;
-            case 1:
-                Post(editor, TextureItems::blur);
-                break;
-            case 2:
-                Draw(editor);
-                break;
-            default:
-                End(editor, TextureItems::apply);
-                break;
-        }
-    }
-
-    /// Until the dialog has opened another one, has closed, or stays as it is.
-    void Post(const DrivenDialog& dialog, int item) {
-        PostMessageA(dialog.Control(item), BM_CLICK, 0, 0);
-        WaitForRest(dialog.Window());
-    }
-
-    void End(const DrivenDialog& dialog, int item) {
-        const HWND button = GetDlgItem(dialog.Window(), item);
-        if (button == nullptr || !IsWindowEnabled(button)) {
-            PostMessageA(dialog.Window(), WM_CLOSE, 0, 0);
-        } else {
-            PostMessageA(button, BM_CLICK, 0, 0);
-        }
-        WaitForRest(dialog.Window());
-    }
-
-    static void Draw(const DrivenDialog& editor) {
-        SendMessageA(editor.Window(), WM_NULL, 0, 0);
-        editor.Drag(TextureItems::drawingArea, {{60, 60}, {80, 70}, {90, 90}}, [] { Sleep(15); });
-    }
-
-    const GuiDriver& gui;
-    int step = 0;
-};
-
-struct Point {
-    Refused kind;
-    int call;
-    bool andAllAfter;
-};
-
-std::string NameOf(const Point& point) {
-    return std::string(refusedNames[static_cast<int>(point.kind)]) + ", call " +
+std::string NameOf(const RefusedPoint& point) {
+    return std::string(refusedNames[static_cast<std::size_t>(point.kind)]) + ", call " +
            std::to_string(point.call) + (point.andAllAfter ? " and all after it" : " alone");
 }
 
@@ -128,6 +63,38 @@ bool IsWholePreferenceFile(const std::string& bytes) {
     return true;
 }
 
+/// Whether all of the selection repeats one tile of this size, and the rest is as it was.
+bool IsTiled(const host::Picture& before, const host::Picture& picture) {
+    const auto pixel = [](const host::Picture& of, int x, int y) {
+        const auto at = static_cast<std::size_t>((y * of.width + x) * of.planes);
+        return std::array<std::uint8_t, 3>{of.pixels[at], of.pixels[at + 1], of.pixels[at + 2]};
+    };
+    const auto expected = [&](int x, int y) {
+        const bool isSelected =
+            x >= bounds.left && x < bounds.right && y >= bounds.top && y < bounds.bottom;
+        return isSelected ? pixel(picture, bounds.left + (x - bounds.left) % tileWidth,
+                                  bounds.top + (y - bounds.top) % tileHeight)
+                          : pixel(before, x, y);
+    };
+    for (int y = 0; y < picture.height; ++y) {
+        for (int x = 0; x < picture.width; ++x) {
+            if (pixel(picture, x, y) != expected(x, y)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+/// What runs without refusals come to.
+struct Baseline {
+    /// Of the preference file: a preset is in it.
+    std::string settings;
+    CallCounts calls{};
+    /// Some systems keep a handle for each file dialog that was not cancelled.
+    int handlesKept = 0;
+};
+
 class SweepTest : public testing::Test {
   protected:
     SweepTest() {
@@ -137,62 +104,107 @@ class SweepTest : public testing::Test {
     ~SweepTest() override { SetEnvironmentVariableA("TMP", temporaryBefore); }
 
     std::string File(const char* name) const { return BytesOf(folder.Path() / name); }
+    void Remove(const char* name) const { std::filesystem::remove(folder.Path() / name); }
 
-    /// A host loads the product, runs it and frees it again. Returns the calls that were counted.
-    int Run(const Point& point) {
-        int calls = 0;
+    /// All that the sweep's user can do. The host's memory and rows serve more where the texture
+    /// begins with its selection.
+    SweepWork FullWork(Refused kind, const std::string& presetName = "Second") const {
+        return {true,       kind == Refused::host,       tileWidth, tileHeight,
+                presetName, folder.Path() / savedTexture};
+    }
+    static SweepWork BriefWork() { return {false, false, tileWidth, tileHeight, "", ""}; }
+
+    /// A host loads the product, runs it and frees it again.
+    void Run(const RefusedPoint& point, const SweepWork& work) {
+        Remove(lastTexture);
+        Remove(savedTexture);
+        const LoadedPlugin plugin;
+        host::FilterHost filterHost;
+        const host::Picture before = host::MakePicture(120, 90, 3, 100);
+        host::Picture picture = before;
+        host::RunReport report;
+        Refusals::Begin(point);
         {
-            const LoadedPlugin plugin;
-            host::FilterHost filterHost;
-            const host::Picture before = host::MakePicture(120, 90, 3, 100);
-            host::Picture picture = before;
-            host::RunReport report;
-            {
-                const ImportPatch patch(plugin.Module(), point.kind, point.call, point.andAllAfter);
-                RunWithUser(
-                    [&] {
-                        report =
-                            filterHost.Run(plugin.Entry(), picture, host::SelectRectangle(bounds));
-                    },
-                    [](const GuiDriver& gui) { PatientUser(gui).Work(); });
-                calls = ImportPatch::Calls();
-            }
-            EXPECT_TRUE(report.completed);
-            EXPECT_EQ(report.faults, std::vector<std::string>{});
-            EXPECT_EQ(filterHost.Memory().LiveBuffers(), 0u);
-            isWritten = picture != before;
-            if (isWritten) {
-                ExpectWhole(before, picture);
-            }
+            const ImportPatch patch(plugin.Module());
+            RunWithUser(
+                [&] {
+                    report = filterHost.Run(EntryWithRefusals(plugin.Entry()), picture,
+                                            host::SelectRectangle(bounds));
+                },
+                [&](const GuiDriver& gui) { SweepUser(gui, work).Work(); });
         }
-        return calls;
+        EXPECT_TRUE(report.completed);
+        EXPECT_EQ(report.faults, std::vector<std::string>{});
+        EXPECT_EQ(filterHost.Memory().LiveBuffers(), 0u);
+        isWritten = picture != before;
+        if (isWritten) {
+            ExpectWhole(before, picture);
+        }
+        ExpectNoOtherFile();
     }
 
-    /// All of the selection is the last texture, and nothing else has changed.
+    /// All of the selection is the last texture, and nothing else has changed. The file may be
+    /// what was refused: then a tile that repeats tells.
     void ExpectWhole(const host::Picture& before, const host::Picture& picture) const {
         const std::string file = File(lastTexture);
-        const HostImage image{hostapi::Narrowed(before.Bounds()), before.planes, before.pixels};
-        const HostImage expected =
-            Tiled(image, TileOfFile(file), hostapi::Narrowed(bounds), hostapi::Height(bounds));
-        EXPECT_TRUE(picture.pixels == expected.bytes);
+        constexpr std::size_t header = 4;
+        if (file.size() > header) {
+            const HostImage image{hostapi::Narrowed(before.Bounds()), before.planes, before.pixels};
+            const HostImage expected =
+                Tiled(image, TileOfFile(file), hostapi::Narrowed(bounds), hostapi::Height(bounds));
+            EXPECT_TRUE(picture.pixels == expected.bytes);
+        } else {
+            EXPECT_TRUE(IsTiled(before, picture));
+        }
     }
 
-    void RunPoint(const Point& point) {
+    /// Nothing is left in the folder for settings and temporary files but what has a name there.
+    void ExpectNoOtherFile() const {
+        for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
+            const std::string name = entry.path().filename().string();
+            EXPECT_TRUE(name == lastTexture || name == settingsFile || name == savedTexture)
+                << name << " was left";
+        }
+    }
+
+    /// Settings as each point finds them.
+    void RestoreSettings() const { WriteBytes(folder.Path() / settingsFile, baseline.settings); }
+
+    /// The run of the point, and another one. Returns what they leave behind.
+    Levels RunRefused(const RefusedPoint& point) {
+        RestoreSettings();
+        Run(point, FullWork(point.kind));
+        const std::string left = File(settingsFile);
+        EXPECT_TRUE(left == baseline.settings || IsWholePreferenceFile(left));
+        Run({}, BriefWork());
+        EXPECT_TRUE(isWritten) << "the next run works";
+        return SettledLevels();
+    }
+
+    void RunPoint(const RefusedPoint& point) {
         SCOPED_TRACE(NameOf(point));
         // Who ends the process is known by the last line.
         std::printf("%s\n", NameOf(point).c_str());
         std::fflush(stdout);
-        const std::string settingsBefore = File(settingsFile);
-        Run(point);
-        const std::string settings = File(settingsFile);
-        EXPECT_TRUE(settings == settingsBefore || IsWholePreferenceFile(settings));
-        const Point none{point.kind, 0, false};
-        Run(none);
-        EXPECT_TRUE(isWritten) << "the next run works";
-        const Levels levels = SettledLevels();
+        Levels levels = RunRefused(point);
         EXPECT_EQ(levels.windows, levelsBefore.windows);
         EXPECT_EQ(levels.menus, levelsBefore.menus);
         EXPECT_EQ(levels.freeSlots, levelsBefore.freeSlots);
+        if (HoldsMore(levels)) {
+            // The system keeps some objects of first uses, but not again.
+            levelsBefore = levels;
+            levels = RunRefused(point);
+            EXPECT_FALSE(HoldsMore(levels))
+                << testing::PrintToString(levelsBefore) << "; after another time "
+                << testing::PrintToString(levels);
+        }
+        levelsBefore = levels;
+    }
+
+    /// More than before the last run, and than a run without refusals leaves.
+    bool HoldsMore(const Levels& now) const {
+        return now.kernelHandles > levelsBefore.kernelHandles + baseline.handlesKept ||
+               now.gdiObjects > levelsBefore.gdiObjects || now.icons > levelsBefore.icons;
     }
 
     /// The threads of the users that have left may still take a moment to go.
@@ -205,38 +217,48 @@ class SweepTest : public testing::Test {
         return levels;
     }
 
+    /// Several runs: the first one makes the settings, and the system keeps what it has made for
+    /// first uses.
+    void MakeBaseline() {
+        Run({}, FullWork(Refused::host, "First"));
+        EXPECT_TRUE(isWritten);
+        baseline.settings = File(settingsFile);
+        EXPECT_TRUE(IsWholePreferenceFile(baseline.settings));
+        const Levels before = RunRefused({});
+        RestoreSettings();
+        Run({Refused::host}, FullWork(Refused::host));
+        baseline.calls = Refusals::Calls();
+        EXPECT_TRUE(isWritten);
+        EXPECT_NE(File(savedTexture), "");
+        EXPECT_GT(File(settingsFile).size(), baseline.settings.size()) << "a preset is saved";
+        baseline.handlesKept = SettledLevels().kernelHandles - before.kernelHandles;
+        EXPECT_LE(baseline.handlesKept, 1);
+    }
+
     /// Points of the series, evenly.
     void RunSeries(Refused kind) {
-        const Point none{kind, 0, false};
-        Run(none);
-        EXPECT_TRUE(isWritten);
-        const int calls = Run(none);
+        threadsBefore = CountLevels().threads;
+        if (baseline.settings.empty()) {
+            MakeBaseline();
+        }
+        levelsBefore = SettledLevels();
+        const int calls = baseline.calls[static_cast<std::size_t>(kind)];
         EXPECT_GT(calls, 0);
-        Sleep(100);
-        levelsBefore = CountLevels();
-        threadsBefore = levelsBefore.threads;
         const char* const wanted = std::getenv("SWEEP");
         const bool all = wanted != nullptr && std::strcmp(wanted, "all") == 0;
-        // The system's own calls are few, and slow.
-        const int usual = kind == Refused::drawing || kind == Refused::memory ? 2 : 1;
-        const int count = all ? calls : wanted != nullptr ? std::atoi(wanted) : usual;
+        const int count = all ? calls : wanted != nullptr ? std::min(calls, std::atoi(wanted)) : 1;
         const auto start = std::chrono::steady_clock::now();
         int points = 0;
         for (int i = 0; i < count && !HasFatalFailure(); ++i) {
-            const int call = 1 + static_cast<int>(static_cast<long long>(i) * calls / count);
+            // From the middle of each part: the first calls of all fail early.
+            const int call = 1 + static_cast<int>((2LL * i + 1) * calls / (2LL * count));
             RunPoint({kind, call, false});
             RunPoint({kind, call, true});
             points += 2;
         }
-        // The system keeps some objects of first uses.
-        constexpr int kept = 6;
-        const Levels levels = SettledLevels();
-        EXPECT_LE(levels.kernelHandles, levelsBefore.kernelHandles + kept);
-        EXPECT_LE(levels.gdiObjects, levelsBefore.gdiObjects + kept);
-        EXPECT_LE(levels.icons, levelsBefore.icons + kept);
         const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-        std::printf("%s: %d points over %d calls in %.1f s\n", refusedNames[static_cast<int>(kind)],
-                    points, calls, seconds.count());
+        std::printf("%s: %d points over %d calls in %.1f s\n",
+                    refusedNames[static_cast<std::size_t>(kind)], points, calls, seconds.count());
     }
 
     ScratchFolder folder;
@@ -245,6 +267,7 @@ class SweepTest : public testing::Test {
     /// The system may have one of its own by now.
     int threadsBefore = 0;
     Levels levelsBefore{};
+    static inline Baseline baseline;
     bool isWritten = false;
 };
 
@@ -262,6 +285,10 @@ TEST_F(SweepTest, WithoutFiles) {
 
 TEST_F(SweepTest, WithoutTheRegistry) {
     RunSeries(Refused::registry);
+}
+
+TEST_F(SweepTest, WithAHostWhoseCallbacksFail) {
+    RunSeries(Refused::host);
 }
 
 }  // namespace
