@@ -144,6 +144,15 @@ bool WasDenied() {
     return errno == EACCES || errno == EPERM;
 }
 
+bool WaitsForOthers() {
+    if (errno != EWOULDBLOCK) {
+        return false;
+    }
+    constexpr useconds_t moment = 20000;
+    usleep(moment);
+    return true;
+}
+
 // The kernel looks at the memory itself when it reads or writes; null is what remains.
 
 bool IsReadable(const void* block, std::int32_t) {
@@ -161,6 +170,6 @@ bool IsLeadByte(unsigned char) {
 
 }  // namespace
 
-FileSystemServices fileSystem = {Open,      Close,      Remove,     Size,      Seek,
-                                 SetEnd,    Read,       Write,      Flush,     LastError,
-                                 WasDenied, IsReadable, IsWritable, IsLeadByte};
+FileSystemServices fileSystem = {Open,      Close,          Remove,     Size,       Seek,
+                                 SetEnd,    Read,           Write,      Flush,      LastError,
+                                 WasDenied, WaitsForOthers, IsReadable, IsWritable, IsLeadByte};

@@ -85,6 +85,16 @@ bool WasDenied() {
     return GetLastError() == ERROR_ACCESS_DENIED;
 }
 
+bool WaitsForOthers() {
+    const DWORD reason = GetLastError();
+    if (reason != ERROR_SHARING_VIOLATION && reason != ERROR_LOCK_VIOLATION) {
+        return false;
+    }
+    constexpr DWORD moment = 20;
+    Sleep(moment);
+    return true;
+}
+
 constexpr DWORD writableProtections =
     PAGE_READWRITE | PAGE_WRITECOPY | PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY;
 constexpr DWORD readableProtections =
@@ -116,6 +126,6 @@ bool IsWritable(void* block, std::int32_t count) {
 
 }  // namespace
 
-FileSystemServices fileSystem = {Open,      Close,      Remove,     Size,      Seek,
-                                 SetEnd,    Read,       Write,      Flush,     LastError,
-                                 WasDenied, IsReadable, IsWritable, IsLeadByte};
+FileSystemServices fileSystem = {Open,      Close,          Remove,     Size,       Seek,
+                                 SetEnd,    Read,           Write,      Flush,      LastError,
+                                 WasDenied, WaitsForOthers, IsReadable, IsWritable, IsLeadByte};

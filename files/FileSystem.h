@@ -35,6 +35,9 @@ struct FileSystemServices {
     int (*lastError)();
     /// Whether it failed because the user has no right to what was asked for.
     bool (*wasDenied)();
+    /// Whether it failed because somebody else has the file open, and, if so, waits a moment, in
+    /// which they may have closed it.
+    bool (*waitsForOthers)();
     // Whether the program may touch all of a block of memory. Null never is.
     bool (*isReadable)(const void* block, std::int32_t count);
     bool (*isWritable)(void* block, std::int32_t count);

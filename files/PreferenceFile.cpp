@@ -7,6 +7,10 @@
 namespace {
 
 constexpr char source[] = "PreferenceFile";
+/// How often a file that somebody else has open is tried again: about a second in all. Another
+/// host's plug-in, or a scanner, has it for a few milliseconds, and a failure would cost the
+/// texture that is being applied.
+constexpr int patience = 50;
 
 [[noreturn]] void ThrowSystemError() {
     throw static_cast<std::int16_t>(fileSystem.lastError());
@@ -18,9 +22,10 @@ void CheckStore(bool succeeded) {
     }
 }
 
-/// The open store; closed on every way out. The machine's, or the user's where that is denied.
+/// An open store; closed on every way out.
 class Store {
   public:
+    /// The machine's, or the user's where that is denied.
     Store() {
         PreferenceStore opened = preferencePlace.open(PreferenceOwner::machine);
         isUsers = opened.handle == nullptr && opened.isDenied;
@@ -28,6 +33,10 @@ class Store {
             opened = preferencePlace.open(PreferenceOwner::user);
         }
         handle = opened.handle;
+        CheckStore(handle != nullptr);
+    }
+    explicit Store(PreferenceOwner owner)
+        : handle(preferencePlace.open(owner).handle), isUsers(owner == PreferenceOwner::user) {
         CheckStore(handle != nullptr);
     }
     Store(const Store&) = delete;
@@ -53,24 +62,44 @@ class Store {
 
 }  // namespace
 
-/// A path that the machine's store has for everybody comes first. Whether the file can be opened is
-/// what counts: what is kept there for others may not be this user's to write.
+/// A path that the machine's store has for everybody comes first. What is kept there for others may
+/// not be this user's to write, and then they have their own; a file that fails for another reason
+/// is replaced like any stored one.
 bool PreferenceFile::OpenStored(void* store, bool isUsers) {
-    if (isUsers && preferencePlace.readMachinePath(path, sizeof path) && TryOpen()) {
-        return true;
+    if (isUsers && preferencePlace.readMachinePath(path, sizeof path)) {
+        if (TryOpen()) {
+            return true;
+        }
+        if (!fileSystem.wasDenied()) {
+            return false;
+        }
     }
     return preferencePlace.readPath(store, path, sizeof path) && TryOpen();
 }
 
-/// Beside the module, or, where that is denied, among the user's data.
-void PreferenceFile::OpenStandard(void* store) {
+bool PreferenceFile::OpenBesideModule(void* store) {
     char place[filePathCapacity];
     CheckStore(preferencePlace.modulePath(place, sizeof place));
     StoreStandardPath(store, place);
-    if (!TryOpen() && fileSystem.wasDenied() && preferencePlace.userFolder(place, sizeof place)) {
+    return TryOpen();
+}
+
+void PreferenceFile::OpenAmongUsersData(void* store) {
+    char place[filePathCapacity];
+    if (preferencePlace.userFolder(place, sizeof place)) {
         StoreStandardPath(store, place);
         TryOpen();
     }
+}
+
+/// For whoever may write the machine's store and not beside the module. The machine's store leads
+/// nobody else to the data of this user: they have their own for that.
+void PreferenceFile::OpenUsersOwn() {
+    Store own(PreferenceOwner::user);
+    if (!preferencePlace.readPath(own.Handle(), path, sizeof path) || !TryOpen()) {
+        OpenAmongUsersData(own.Handle());
+    }
+    own.Close();
 }
 
 void PreferenceFile::StoreStandardPath(void* store, const char* place) {
@@ -80,14 +109,22 @@ void PreferenceFile::StoreStandardPath(void* store, const char* place) {
 }
 
 bool PreferenceFile::TryOpen() {
-    handle = fileSystem.open(path, FileAccess::readAndWrite, FileDisposition::openOrCreate);
+    do {
+        handle = fileSystem.open(path, FileAccess::readAndWrite, FileDisposition::openOrCreate);
+    } while (handle == nullptr && attempts++ < patience && fileSystem.waitsForOthers());
     return handle != nullptr;
 }
 
 std::int16_t PreferenceFile::OpenPreferenceFile() {
+    attempts = 0;
     Store store;
-    if (!OpenStored(store.Handle(), store.IsUsers())) {
-        OpenStandard(store.Handle());
+    if (!OpenStored(store.Handle(), store.IsUsers()) && !OpenBesideModule(store.Handle()) &&
+        fileSystem.wasDenied()) {
+        if (store.IsUsers()) {
+            OpenAmongUsersData(store.Handle());
+        } else {
+            OpenUsersOwn();
+        }
     }
     store.Close();
     CheckError(handle, faultNoPreferenceFile, source, __LINE__);

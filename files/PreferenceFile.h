@@ -24,8 +24,9 @@ class PreferenceFile : public File {
     /// for reading and writing, empty if it is new. A stored path that cannot be opened is replaced
     /// by that beside the module. A user who has no right to the machine's store has a store of
     /// their own, and one who has no right to the file beside the module a file among their own
-    /// data. Returns 0. FatalError 20008 when the store cannot be used, 19000 when no file can be
-    /// opened.
+    /// data, which their own store leads to. For a file that somebody else has open it waits, a
+    /// second at most. Returns 0. FatalError 20008 when the store cannot be used, 19000 when no
+    /// file can be opened.
     std::int16_t OpenPreferenceFile();
 
     // From the handle's current position on; the file's own position stays as it is. Throws the
@@ -40,8 +41,13 @@ class PreferenceFile : public File {
 
   private:
     bool OpenStored(void* store, bool isUsers);
-    void OpenStandard(void* store);
+    bool OpenBesideModule(void* store);
+    void OpenAmongUsersData(void* store);
+    void OpenUsersOwn();
     /// `place` is a path in the folder that the file goes to.
     void StoreStandardPath(void* store, const char* place);
     bool TryOpen();
+
+    /// Of opening the file, since OpenPreferenceFile began.
+    int attempts = 0;
 };

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string>
 
+#include "base/AnsiPath.Win.h"
 #include "files/PreferencePlace.h"
 #include "resources/Strings.h"
 
@@ -64,31 +65,35 @@ bool Close(void* store) {
     return RegCloseKey(KeyOf(store)) == ERROR_SUCCESS;
 }
 
-bool ModulePath(char* path, std::size_t capacity) {
-    HMODULE module = nullptr;
-    if (!GetModuleHandleExA(
-            GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-            &placeInThisModule, &module)) {
+/// False for an empty path, and for one that is too long.
+bool CopyPath(const std::string& from, char* path, std::size_t capacity) {
+    if (from.empty() || from.size() >= capacity) {
         return false;
     }
-    const DWORD length = GetModuleFileNameA(module, path, static_cast<DWORD>(capacity));
-    return length > 0 && length < capacity;
+    from.copy(path, from.size());
+    path[from.size()] = '\0';
+    return true;
+}
+
+bool ModulePath(char* path, std::size_t capacity) {
+    HMODULE module = nullptr;
+    return GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                  GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                              &placeInThisModule, &module) != FALSE &&
+           CopyPath(AnsiPathOf(module), path, capacity);
 }
 
 bool UserFolder(char* path, std::size_t capacity) {
-    char data[MAX_PATH];
-    if (FAILED(SHGetFolderPathA(nullptr, CSIDL_APPDATA | CSIDL_FLAG_CREATE, nullptr,
+    wchar_t data[MAX_PATH];
+    if (FAILED(SHGetFolderPathW(nullptr, CSIDL_APPDATA | CSIDL_FLAG_CREATE, nullptr,
                                 SHGFP_TYPE_CURRENT, data))) {
         return false;
     }
-    const std::string folder = std::string(data) + "\\Zandermolite";
-    const bool exists = CreateDirectoryA(folder.c_str(), nullptr) != FALSE ||
+    const std::wstring folder = std::wstring(data) + L"\\Zandermolite";
+    const bool exists = CreateDirectoryW(folder.c_str(), nullptr) != FALSE ||
                         GetLastError() == ERROR_ALREADY_EXISTS;
-    if (!exists || folder.size() + 2 > capacity) {
-        return false;
-    }
-    std::strcpy(path, (folder + '\\').c_str());
-    return true;
+    const std::string narrowed = exists ? AnsiPath(folder) : "";
+    return !narrowed.empty() && CopyPath(narrowed + '\\', path, capacity);
 }
 
 }  // namespace

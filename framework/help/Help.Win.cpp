@@ -4,6 +4,7 @@
 
 #include <shellapi.h>
 
+#include "base/AnsiPath.Win.h"
 #include "base/FatalError.h"
 #include "base/LeadByte.Win.h"
 #include "base/Module.Win.h"
@@ -32,10 +33,9 @@ bool IsFile(const char* path) {
 /// Empty where the system does not tell the module's path, or the text is missing.
 std::string PageAddress() {
     char pages[textBufferSize];
-    char module[MAX_PATH];
     const bool hasText = LoadIndexedString(pages, stringHelpPage, 0) == 0;
-    const DWORD length = GetModuleFileNameA(instanceHandle, module, MAX_PATH);
-    return hasText && length > 0 && length < MAX_PATH ? HelpAddress(module, pages, IsLeadByte) : "";
+    const std::string module = AnsiPathOf(instanceHandle);
+    return hasText && !module.empty() ? HelpAddress(module, pages, IsLeadByte) : "";
 }
 
 }  // namespace

@@ -152,14 +152,55 @@ TEST_F(PreferenceFileTest, ThePathForAllUsersComesFirst) {
     EXPECT_EQ(place->writes, 0);
 }
 
-TEST_F(PreferenceFileTest, APathForAllUsersThatThisOneMayNotUseIsLeftForTheirOwn) {
-    const std::filesystem::path mine = folder.Path() / "mine.prf";
-    Store(mine);
+TEST_F(PreferenceFileTest, APathForAllUsersInAFolderThatIsGoneIsReplacedInTheUsersStore) {
+    Store(folder.Path() / "mine.prf");
     place->machinePath = (folder.Path() / "gone" / "everybody.prf").string();
     place->isMachineDenied = true;
     EXPECT_EQ(file.OpenPreferenceFile(), 0);
-    EXPECT_EQ(file.path, mine.string());
-    EXPECT_EQ(place->writes, 0);
+    EXPECT_EQ(file.path, StandardPath());
+    EXPECT_EQ(place->stored, StandardPath());
+    EXPECT_EQ(place->writes, 1);
+}
+
+/// Somebody else's file, which is closed while the plug-in waits for the nth time.
+class BusyPreferenceFileTest : public PreferenceFileTest {
+  protected:
+    BusyPreferenceFileTest() {
+        WriteBytes(StandardPath(), "abc");
+        other.SetPath(StandardPath());
+        EXPECT_EQ(other.Open("r"), 0);
+        waits = 0;
+        systemsWait = fileSystem.waitsForOthers;
+        fileSystem.waitsForOthers = [] {
+            const bool isWaiting = systemsWait();
+            if (++waits == closesAt) {
+                EXPECT_EQ(other.Close(), 0);
+            }
+            return isWaiting;
+        };
+    }
+    ~BusyPreferenceFileTest() override { other.Close(); }
+
+    static inline File other;
+    static inline int waits;
+    static inline int closesAt;
+    static inline bool (*systemsWait)();
+};
+
+TEST_F(BusyPreferenceFileTest, AFileThatIsClosedInAMomentIsWaitedFor) {
+    closesAt = 3;
+    Store(StandardPath());
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+    EXPECT_EQ(file.GetSize(), 3);
+    EXPECT_EQ(place->writes, 0) << "the stored path stays";
+    EXPECT_GE(waits, 3);
+}
+
+TEST_F(BusyPreferenceFileTest, PatienceEnds) {
+    closesAt = 0;
+    Store(StandardPath());
+    EXPECT_EQ(OpeningFault(), 19000);
+    EXPECT_EQ(waits, 50) << "for both paths together";
 }
 
 /// In a folder in which this user may make no file.
@@ -169,10 +210,11 @@ class DeniedPreferenceFileTest : public PreferenceFileTest {
         std::filesystem::create_directory(folder.Path() / "user");
         place->userFolder = (folder.Path() / "user" / "").string();
         denied = StandardPath();
+        alsoDenied.clear();
         systems = fileSystem;
         fileSystem.open = [](const char* path, FileAccess access,
                              FileDisposition disposition) -> void* {
-            wasDenied = path == denied;
+            wasDenied = path == denied || path == alsoDenied;
             return wasDenied ? nullptr : systems.open(path, access, disposition);
         };
         fileSystem.wasDenied = [] { return wasDenied; };
@@ -181,20 +223,19 @@ class DeniedPreferenceFileTest : public PreferenceFileTest {
     std::string UsersPath() { return place->userFolder + "Zandermolite3.prf"; }
 
     static inline std::string denied;
+    static inline std::string alsoDenied;
     static inline bool wasDenied;
     static inline FileSystemServices systems;
 };
 
 TEST_F(DeniedPreferenceFileTest, TheFileIsMadeAmongTheUsersData) {
-    for (const bool isMachineDenied : {false, true}) {
-        place->isMachineDenied = isMachineDenied;
-        place->hasPath = false;
-        PreferenceFile made;
-        EXPECT_EQ(made.OpenPreferenceFile(), 0);
-        EXPECT_EQ(made.path, UsersPath());
-        EXPECT_EQ(place->stored, UsersPath());
-        made.WriteNext("abc", 3);
-    }
+    place->isMachineDenied = true;
+    PreferenceFile made;
+    EXPECT_EQ(made.OpenPreferenceFile(), 0);
+    EXPECT_EQ(made.path, UsersPath());
+    EXPECT_EQ(place->stored, UsersPath());
+    made.WriteNext("abc", 3);
+    EXPECT_EQ(made.Close(), 0);
     const int writes = place->writes;
     EXPECT_EQ(file.OpenPreferenceFile(), 0);
     EXPECT_EQ(file.path, UsersPath()) << "from now on it is found by the store";
@@ -205,17 +246,52 @@ TEST_F(DeniedPreferenceFileTest, TheFileIsMadeAmongTheUsersData) {
     EXPECT_FALSE(std::filesystem::exists(UsersPath()));
 }
 
+TEST_F(DeniedPreferenceFileTest, TheMachinesStoreLeadsNobodyToTheDataOfAnAdministrator) {
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+    EXPECT_EQ(file.path, UsersPath());
+    EXPECT_EQ(place->stored, StandardPath());
+    EXPECT_EQ(place->own, UsersPath());
+    EXPECT_EQ(place->closes, 2);
+    file.WriteNext("abc", 3);
+    EXPECT_EQ(file.Close(), 0);
+    place->own = (folder.Path() / "user" / "chosen.prf").string();
+    std::filesystem::rename(UsersPath(), place->own);
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+    EXPECT_EQ(file.path, place->own) << "what their own store says counts";
+    EXPECT_EQ(file.GetSize(), 3);
+}
+
+TEST_F(DeniedPreferenceFileTest, APathForAllUsersThatIsDeniedIsLeftForTheirOwn) {
+    const std::filesystem::path mine = folder.Path() / "mine.prf";
+    Store(mine);
+    place->machinePath = alsoDenied = (folder.Path() / "everybody.prf").string();
+    place->isMachineDenied = true;
+    EXPECT_EQ(file.OpenPreferenceFile(), 0);
+    EXPECT_EQ(file.path, mine.string());
+    EXPECT_EQ(place->writes, 0);
+}
+
+TEST_F(DeniedPreferenceFileTest, AUsersStoreThatCannotBeOpenedIsAnError) {
+    preferencePlace.open = [](PreferenceOwner owner) {
+        static int machines;
+        return PreferenceStore{owner == PreferenceOwner::machine ? &machines : nullptr, false};
+    };
+    EXPECT_EQ(OpeningFault(), 20008);
+    EXPECT_EQ(place->closes, 1) << "the machine's is not left open";
+}
+
 TEST_F(DeniedPreferenceFileTest, WithoutAFolderThereItIsAnError) {
     place->userFolder.clear();
     EXPECT_EQ(OpeningFault(), 19000);
     EXPECT_EQ(place->stored, StandardPath());
-    EXPECT_EQ(place->closes, 1);
+    EXPECT_EQ(place->own, "");
+    EXPECT_EQ(place->closes, 2);
 }
 
 TEST_F(DeniedPreferenceFileTest, AUsersFileThatCannotBeOpenedIsAnError) {
     std::filesystem::create_directory(UsersPath());
     EXPECT_EQ(OpeningFault(), 19000);
-    EXPECT_EQ(place->closes, 1);
+    EXPECT_EQ(place->closes, 2);
 }
 
 TEST_F(DeniedPreferenceFileTest, AnyOtherFailureBesideTheModuleIsAnError) {

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "base/AnsiPath.Win.h"
 #include "base/LeadByte.Win.h"
 #include "base/Module.Win.h"
 #include "files/File.h"
@@ -281,12 +282,51 @@ TEST_F(OrdinaryUserTest, TheFileLiesAmongTheUsersDataWhereThatBesideTheModuleIsD
     EXPECT_FALSE(std::filesystem::exists(UsersPath())) << "a damaged one is deleted there, too";
 }
 
-TEST_F(OrdinaryUserTest, AnAdministratorInAReadOnlyFolderKeepsTheMachinesKey) {
+TEST_F(OrdinaryUserTest, TheMachinesKeyLeadsNobodyToTheDataOfAnAdministrator) {
     Deny(standardPath);
+    preferences.launchFlag = 0;
     EXPECT_TRUE(SavePreferences(preferences));
-    EXPECT_EQ(StoredPath(), UsersPath());
-    DWORD type = REG_NONE;
-    EXPECT_EQ(user.Value(type), "(none)");
+    EXPECT_EQ(StoredPath(), standardPath);
+    EXPECT_EQ(UsersStoredPath(), UsersPath());
+    EXPECT_FALSE(ReadLaunchFlag());
+}
+
+/// A user's folder with characters that no single-byte code page has all of.
+class ForeignUserTest : public OrdinaryUserTest {
+  protected:
+    ForeignUserTest() {
+        std::filesystem::create_directory(data);
+        HKEY folders = nullptr;
+        EXPECT_EQ(RegOpenKeyExA(
+                      user.Key(),
+                      "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders",
+                      0, KEY_SET_VALUE, &folders),
+                  ERROR_SUCCESS);
+        RegSetValueExW(folders, L"AppData", 0, REG_SZ, reinterpret_cast<const BYTE*>(data.c_str()),
+                       static_cast<DWORD>((data.native().size() + 1) * sizeof(wchar_t)));
+        RegCloseKey(folders);
+    }
+
+    const std::filesystem::path data = folder.Path() / L"\u05D0\u0416\u03A9\u4E2D";
+};
+
+TEST_F(ForeignUserTest, AFolderWithCharactersOutsideTheCodePageServes) {
+    registry.DenyWriting();
+    Deny(standardPath);
+    preferences.launchFlag = 0;
+    EXPECT_TRUE(SavePreferences(preferences));
+    EXPECT_EQ(BytesOf(data / "Zandermolite" / "Zandermolite3.prf").size(),
+              FirstPreferenceFile().size());
+    EXPECT_FALSE(ReadLaunchFlag());
+}
+
+TEST(AnsiPathTest, OrdinaryPathsStayAsTheyAre) {
+    EXPECT_EQ(AnsiPath(L"C:\\windows"), "C:\\windows");
+    EXPECT_EQ(AnsiPath(L"C:\\not there"), "C:\\not there");
+    EXPECT_EQ(AnsiPath(L"C:\\not there \u05D0\u4E2D"), "") << "there is no short form";
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    EXPECT_EQ(AnsiPathOf(nullptr), path);
 }
 
 TEST_F(OrdinaryUserTest, APathForAllUsersIsReadFirst) {
