@@ -181,7 +181,7 @@ void ApplyDialog::SavePreset() {
             Alert(this, alertNameTaken);
         }
     }
-    FillPresets();
+    RefillPresets();
 }
 
 void ApplyDialog::DeletePreset() {
@@ -194,7 +194,14 @@ void ApplyDialog::DeletePreset() {
     if (Alert(this, alertDeletePreset, name) == alertOk) {
         presets->Remove(entry);
     }
-    FillPresets();
+    RefillPresets();
+}
+
+/// A fault in what stood over this dialog has closed it, too.
+void ApplyDialog::RefillPresets() {
+    if (IsOpen()) {
+        FillPresets();
+    }
 }
 
 void ApplyDialog::FillPresets() {

@@ -90,6 +90,7 @@ class ApplyDialog : public SmallPSDialog {
     void UpdateDelete();
     void SelectPreset(short place);
     void FillPresets();
+    void RefillPresets();
     void Apply();
     void HitPresetItem(short item);
     bool ShowPreset(short place);

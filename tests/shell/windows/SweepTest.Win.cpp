@@ -1,8 +1,9 @@
 // Whole runs of the product in which the system or the host refuses something at one point after
 // the other.
 //
-// SWEEP in the environment says how many points of each series are run: "all", or a number; they
-// are taken evenly from the calls that a run without refusals makes.
+// SWEEP in the environment says how many calls of each series are refused: "all", or a number; they
+// are taken evenly from the calls that a run without refusals makes. SWEEP_CALL is the number of
+// one call, which alone is refused then.
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -94,6 +95,22 @@ struct Baseline {
     /// Some systems keep a handle for each file dialog that was not cancelled.
     int handlesKept = 0;
 };
+
+/// Of `calls` calls, by the environment.
+std::vector<int> WantedCalls(int calls) {
+    if (const char* const single = std::getenv("SWEEP_CALL")) {
+        return {std::atoi(single)};
+    }
+    const char* const wanted = std::getenv("SWEEP");
+    const bool all = wanted != nullptr && std::strcmp(wanted, "all") == 0;
+    const int count = all ? calls : wanted != nullptr ? std::min(calls, std::atoi(wanted)) : 1;
+    std::vector<int> numbers;
+    for (int i = 0; i < count; ++i) {
+        // From the middle of each part: the first calls of all fail early.
+        numbers.push_back(1 + static_cast<int>((2LL * i + 1) * calls / (2LL * count)));
+    }
+    return numbers;
+}
 
 class SweepTest : public testing::Test {
   protected:
@@ -244,14 +261,9 @@ class SweepTest : public testing::Test {
         levelsBefore = SettledLevels();
         const int calls = baseline.calls[static_cast<std::size_t>(kind)];
         EXPECT_GT(calls, 0);
-        const char* const wanted = std::getenv("SWEEP");
-        const bool all = wanted != nullptr && std::strcmp(wanted, "all") == 0;
-        const int count = all ? calls : wanted != nullptr ? std::min(calls, std::atoi(wanted)) : 1;
         const auto start = std::chrono::steady_clock::now();
         int points = 0;
-        for (int i = 0; i < count && !HasFatalFailure(); ++i) {
-            // From the middle of each part: the first calls of all fail early.
-            const int call = 1 + static_cast<int>((2LL * i + 1) * calls / (2LL * count));
+        for (const int call : WantedCalls(calls)) {
             RunPoint({kind, call, false});
             RunPoint({kind, call, true});
             points += 2;

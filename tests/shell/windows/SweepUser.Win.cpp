@@ -11,15 +11,20 @@ constexpr int okButton = 1;
 /// More than any run has; one with an alert at each step has some thirty.
 constexpr int mostAnswers = 200;
 
-/// Until the dialog has opened another one, has closed, or stays as it is.
+/// Until the dialog has opened another one, has closed, or stays as it is. The window of one that
+/// has closed may wait, hidden, for what it opened: without a dialog that rests.
+void WaitForOutcome(const DrivenDialog& dialog) {
+    WaitForRestOr(dialog.Window(), [&] { return !IsWindowVisible(dialog.Window()); });
+}
+
 void Press(const DrivenDialog& dialog, int item) {
     PostMessageA(GetDlgItem(dialog.Window(), item), BM_CLICK, 0, 0);
-    WaitForRest(dialog.Window());
+    WaitForOutcome(dialog);
 }
 
 void Close(const DrivenDialog& dialog) {
     PostMessageA(dialog.Window(), WM_CLOSE, 0, 0);
-    WaitForRest(dialog.Window());
+    WaitForOutcome(dialog);
 }
 
 /// By the button, or, where it is not to be had, by the close box.
@@ -55,10 +60,11 @@ void SweepUser::Work() {
         }
         try {
             Answer(*top);
-        } catch (const GuiError&) {
-            // It has closed under the user's hands.
+        } catch (const GuiError& error) {
+            // Unless it has closed under the user's hands.
             if (top->IsOpen()) {
-                throw;
+                throw GuiError(error.what() +
+                               WindowsOf(GetWindowThreadProcessId(top->Window(), nullptr)));
             }
         }
     }
@@ -123,18 +129,19 @@ void SweepUser::EnterFile(const DrivenDialog& dialog) {
     }
     hasEnteredFile = true;
     OpenFileDialog(gui, dialog).Enter(work.savedFile);
-    WaitForRest(dialog.Window());
+    WaitForOutcome(dialog);
 }
 
 /// With the brush. Where the press begins no drag there is none to end.
 void SweepUser::Stroke(const DrivenDialog& editor) const {
     gui.Chord({'B'});
-    gui.WaitUntilIdle();
+    WaitForOutcome(editor);
     const RECT area = editor.Bounds(TextureItems::drawingArea);
     const ItemPlace middle{(area.right - area.left) / 2, (area.bottom - area.top) / 2};
     editor.Point(TextureItems::drawingArea, middle);
     gui.PressMouse();
-    WaitForRestOr(editor.Window(), [&] { return HasCapture(editor.Window()); });
+    WaitForRestOr(editor.Window(),
+                  [&] { return HasCapture(editor.Window()) || !IsWindowVisible(editor.Window()); });
     for (const ItemPlace& place : {ItemPlace{20, 10}, ItemPlace{30, 30}}) {
         LetPaint();
         if (editor.IsOpen()) {
@@ -143,5 +150,5 @@ void SweepUser::Stroke(const DrivenDialog& editor) const {
     }
     LetPaint();
     gui.ReleaseMouse();
-    WaitForRest(editor.Window());
+    WaitForOutcome(editor);
 }
