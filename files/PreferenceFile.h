@@ -48,6 +48,6 @@ class PreferenceFile : public File {
     void StoreStandardPath(void* store, const char* place);
     bool TryOpen();
 
-    /// Of opening the file, since OpenPreferenceFile began.
+    /// Attempts to open the file since OpenPreferenceFile began.
     int attempts = 0;
 };

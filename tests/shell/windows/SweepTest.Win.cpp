@@ -87,16 +87,16 @@ bool IsTiled(const host::Picture& before, const host::Picture& picture) {
     return true;
 }
 
-/// What runs without refusals come to.
+/// The outcome of runs without refusals.
 struct Baseline {
-    /// Of the preference file: a preset is in it.
+    /// The preference file, with a preset in it.
     std::string settings;
     CallCounts calls{};
     /// Some systems keep a handle for each file dialog that was not cancelled.
     int handlesKept = 0;
 };
 
-/// Of `calls` calls, by the environment.
+/// Numbers from 1 to `calls`, as many as the environment asks for.
 std::vector<int> WantedCalls(int calls) {
     if (const char* const single = std::getenv("SWEEP_CALL")) {
         return {std::atoi(single)};

@@ -6,7 +6,7 @@
 
 #include "fixtures/GuiDriver.Win.h"
 
-/// What the user does in a run.
+/// The steps of the user in a run.
 struct SweepWork {
     /// All of it: two effects with a preset saved, a filter, a stroke, the texture saved. Otherwise
     /// what is there is applied at once.
