@@ -21,6 +21,22 @@ class SavedColors {
     Color24 background;
 };
 
+/// Moves the origin of drawing to a view's corner for its lifetime. It is 0, 0 otherwise.
+class MovedOrigin {
+  public:
+    MovedOrigin(short& newH, short& newV, const hostapi::Rect& view) : h(newH), v(newV) {
+        h = view.left;
+        v = view.top;
+    }
+    MovedOrigin(const MovedOrigin&) = delete;
+    MovedOrigin& operator=(const MovedOrigin&) = delete;
+    ~MovedOrigin() { h = v = 0; }
+
+  private:
+    short& h;
+    short& v;
+};
+
 /// Clips all drawing to one rectangle for its lifetime. The clip before is one, too.
 class ClippedTo {
   public:

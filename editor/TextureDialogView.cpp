@@ -120,24 +120,20 @@ void TextureDialog::RedrawAll() {
     DrawFrame(item);
     const hostapi::Rect view = View();
     const ClippedTo clip(Port(), view);
-    drawOriginH = view.left;
-    drawOriginV = view.top;
+    const MovedOrigin origin(drawOriginH, drawOriginV, view);
     const ViewGeometry geometry = Geometry();
     DrawView(geometry);
     if (GetShort(Items::sizeMarks) != 0) {
         DrawSizeMarks(geometry);
     }
-    drawOriginH = drawOriginV = 0;
 }
 
 void TextureDialog::RedrawContents() {
     const SavedColors colors(Port());
     const hostapi::Rect view = View();
     const ClippedTo clip(Port(), view);
-    drawOriginH = view.left;
-    drawOriginV = view.top;
+    const MovedOrigin origin(drawOriginH, drawOriginV, view);
     DrawView(Geometry());
-    drawOriginH = drawOriginV = 0;
 }
 
 // The corner between the scroll bars stays open: the grow box is there.

@@ -8,6 +8,7 @@
 #include "dialogs/JPEGDialog.h"
 #include "files/FileDialog.Win.h"
 #include "framework/alerts/Alert.Win.h"
+#include "framework/dialog/DialogWindow.Win.h"
 #include "framework/dialog/NorvantaDialog.h"
 #include "framework/help/About.Win.h"
 #include "shell/FatalError.Win.h"
@@ -44,7 +45,7 @@ int ShowAlert(std::int16_t id, const AlertTexts& texts) {
     if (NorvantaDialog* const active = NorvantaDialog::Active()) {
         return Alert(active, id, texts[0], texts[1], texts[2], texts[3]);
     }
-    return Alert(static_cast<HWND>(hostWindow), id, texts);
+    return Alert(DialogWindow::OfHost(), id, texts);
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ struct ThreadState {
 };
 
 /// A host calls on one thread or a few; their states go when they end.
-constexpr int maximalThreads = 64;
+constexpr int maximalThreads = 1024;
 ThreadState threadStates[maximalThreads];
 
 ThreadState* FindState(DWORD thread) {
@@ -45,6 +45,11 @@ ThreadState* FindState(DWORD thread) {
     return nullptr;
 }
 
+/// Nothing is lost with a state that is idle: it begins as zeros again.
+bool IsIdle(const ThreadState& state) {
+    return state.globals.caughtExceptions == nullptr && state.globals.uncaughtExceptions == 0;
+}
+
 ThreadState& StateOfThisThread() {
     const DWORD thread = GetCurrentThreadId();
     if (ThreadState* const found = FindState(thread)) {
@@ -54,6 +59,13 @@ ThreadState& StateOfThisThread() {
         DWORD none = 0;
         if (state.thread.compare_exchange_strong(none, thread)) {
             state.globals = {};
+            return state;
+        }
+    }
+    // More threads are alive than states: one that has thrown before, and does not now, gives its.
+    for (ThreadState& state : threadStates) {
+        DWORD other = state.thread.load();
+        if (IsIdle(state) && state.thread.compare_exchange_strong(other, thread)) {
             return state;
         }
     }

@@ -5,6 +5,7 @@
 #include "base/LeadByte.Win.h"
 #include "base/Module.Win.h"
 #include "base/WindowPlace.Win.h"
+#include "framework/dialog/DisabledWindows.Win.h"
 #include "resources/Strings.h"
 
 namespace {
@@ -90,6 +91,8 @@ int RunAlert(HWND parent, int id, const AlertTexts& texts, AlertIcon icon) {
         return 0;
     }
     AlertRun run{texts, icon};
+    DisabledWindows others;
+    others.Disable(parent);
     const INT_PTR result =
         DialogBoxParamA(instanceHandle, resource, IsWindow(parent) ? parent : nullptr,
                         AlertProcedure, reinterpret_cast<LPARAM>(&run));

@@ -171,10 +171,16 @@ void DropMouseMessages() {
     }
 }
 
-/// The entry that the user chose, 0 for none.
-int TrackMenu(HWND control, const PopupMenu& popup) {
+/// On the screen.
+POINT MenuPlace(HWND control) {
     POINT place{BoxLeft(control), 0};
     ClientToScreen(control, &place);
+    return place;
+}
+
+/// The entry that the user chose, 0 for none.
+int TrackMenu(HWND control, const PopupMenu& popup, POINT place) {
+    const DragSection section;
     const int id = TrackPopupMenu(popup.entries.Menu(),
                                   TPM_LEFTALIGN | TPM_TOPALIGN | TPM_LEFTBUTTON | TPM_RETURNCMD,
                                   place.x, place.y, 0, control, nullptr);
@@ -183,15 +189,15 @@ int TrackMenu(HWND control, const PopupMenu& popup) {
 
 void OpenMenu(HWND control, PopupMenu& popup) {
     SetFocus(control);
+    // Before anybody is told that the menu opens: it may fail.
+    const POINT place = MenuPlace(control);
     popup.isOpen = true;
     popup.saved = popup.selected;
     CheckMenuRadioItem(popup.entries.Menu(), 0, static_cast<UINT>(popup.entries.Count() - 1),
                        static_cast<UINT>(popup.selected - 1), MF_BYPOSITION);
     Redraw(control);
     TellDialog(control, messageMenuOpens, control);
-    ++dialogState.dragDepth;
-    const int chosen = TrackMenu(control, popup);
-    --dialogState.dragDepth;
+    const int chosen = TrackMenu(control, popup, place);
     DropMouseMessages();
     popup.isOpen = false;
     if (chosen != 0 && (!popup.isRealtime || chosen != popup.selected)) {

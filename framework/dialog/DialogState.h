@@ -30,6 +30,15 @@ struct DialogState {
 
 extern DialogState dialogState;
 
+/// A drag or an open popup, as long as it lives.
+class DragSection {
+  public:
+    DragSection() { ++dialogState.dragDepth; }
+    DragSection(const DragSection&) = delete;
+    DragSection& operator=(const DragSection&) = delete;
+    ~DragSection() { --dialogState.dragDepth; }
+};
+
 /// Records a click at this moment. Returns whether it came at most the system's double-click time
 /// after the one before.
 bool TakeClick(std::uint32_t doubleClickTime);

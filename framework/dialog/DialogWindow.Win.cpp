@@ -107,7 +107,16 @@ HWND DialogWindow::InFront() {
             return Window(*dialog);
         }
     }
-    return static_cast<HWND>(hostWindow);
+    return OfHost();
+}
+
+HWND DialogWindow::OfHost() {
+    for (void* const window : {hostWindow, dialogState.rootWindow}) {
+        if (IsWindow(static_cast<HWND>(window))) {
+            return static_cast<HWND>(window);
+        }
+    }
+    return GetActiveWindow();
 }
 
 HWND DialogWindow::OwnerOf(const NorvantaDialog& dialog) {
@@ -182,8 +191,10 @@ void DialogWindow::GiveUp(NorvantaDialog& dialog, std::int16_t id) {
 void DialogWindow::Tell(NorvantaDialog* dialog, std::int16_t id) {
     if (id == hostapi::memFullErr) {
         Alert(dialog, alertOutOfMemory);
-    } else {
-        platformServices.reportFault(id, sourceName, __LINE__);
+    } else if (id < firstSilentFault) {
+        // The other negative ones, of files, mean nothing to a user.
+        platformServices.reportFault(id > 0 ? id : std::int16_t{faultBadArgument}, sourceName,
+                                     __LINE__);
     }
 }
 

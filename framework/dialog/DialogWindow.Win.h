@@ -36,8 +36,11 @@ class DialogWindow {
     static NorvantaDialog* Of(HWND window);
     /// The window over which a dialog opens.
     static HWND OwnerOf(const NorvantaDialog& dialog);
-    /// The window of the newest open dialog; without one the host's window, or null.
+    /// The window of the newest open dialog; without one that of the host.
     static HWND InFront();
+    /// The window that the host has named, or that which was active when the first dialog was made,
+    /// or is now; null for none.
+    static HWND OfHost();
     static HWND Window(const NorvantaDialog& dialog) { return static_cast<HWND>(dialog.Window()); }
 
     // Parts of NorvantaDialog::Setup.

@@ -13,6 +13,7 @@
 #include "framework/controls/ControlClasses.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "framework/dialog/DialogWindow.Win.h"
+#include "framework/dialog/DisabledWindows.Win.h"
 #include "framework/drawing/GdiObject.Win.h"
 #include "framework/drawing/ScreenScale.Win.h"
 #include "framework/fields/NumberField.h"
@@ -24,6 +25,9 @@ constexpr UINT idlePeriod = 10;
 constexpr UINT_PTR idleTimer = 1;
 /// The accelerators of dialogs without a table of their own.
 constexpr int editAccelerators = 18000;
+
+/// The host's palettes, as long as there are dialogs.
+DisabledWindows hostsOtherWindows;
 
 HACCEL FindAccelerators(short id) {
     const HACCEL own = LoadAcceleratorsA(instanceHandle, ResourceName(id));
@@ -58,6 +62,7 @@ NorvantaDialog::NorvantaDialog(short newResourceId, NorvantaDialog* newOwner, Ki
         // The host's own, so that none of its windows takes input meanwhile; another one may be
         // active, or none when the user has gone to another program.
         dialogState.rootWindow = hostWindow != nullptr ? hostWindow : GetActiveWindow();
+        hostsOtherWindows.Disable(static_cast<HWND>(dialogState.rootWindow));
         RegisterControlClasses();
         DialogWindow::InstallFilter();
     }
@@ -76,6 +81,7 @@ NorvantaDialog::~NorvantaDialog() {
     if (dialogState.newest == nullptr) {
         DialogWindow::RemoveFilter();
         UnregisterControlClasses();
+        hostsOtherWindows.Restore();
         dialogState = DialogState{};
     }
 }

@@ -230,6 +230,127 @@ TEST_F(HostsTest, TheStopBoxKeepsTheHostDisabled) {
     EXPECT_TRUE(picture.pixels == before.pixels);
 }
 
+/// The windows of a host beside its main one.
+struct HostsPalettes {
+    explicit HostsPalettes(HWND host)
+        : owned(CreateWindowExA(WS_EX_TOOLWINDOW, "Static", "brushes", WS_POPUP | WS_VISIBLE, 310,
+                                0, 80, 60, host, nullptr, nullptr, nullptr)),
+          other(CreateWindowA("Static", "layers", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 310, 70, 80, 60,
+                              nullptr, nullptr, nullptr, nullptr)),
+          resting(CreateWindowA("Static", "resting", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_DISABLED,
+                                310, 140, 80, 60, nullptr, nullptr, nullptr, nullptr)) {}
+    HostsPalettes(const HostsPalettes&) = delete;
+    HostsPalettes& operator=(const HostsPalettes&) = delete;
+    ~HostsPalettes() {
+        for (const HWND window : {owned, other, resting}) {
+            DestroyWindow(window);
+        }
+    }
+
+    HWND owned;
+    HWND other;
+    /// Disabled by the host itself.
+    HWND resting;
+};
+
+TEST_F(HostsTest, PalettesOfTheHostTakeNoInputMeanwhile) {
+    const ShownHost host;
+    const HostsPalettes palettes(host.Window());
+    settings.hooks.window = host.Window();
+    SetActiveWindow(palettes.other);
+    const auto expectDisabled = [&] {
+        for (const HWND window :
+             {host.Window(), palettes.owned, palettes.other, palettes.resting}) {
+            EXPECT_FALSE(IsWindowEnabled(window)) << CaptionOf(window);
+        }
+    };
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog opening = gui.WaitFor(createrDialog);
+        EXPECT_EQ(GetWindow(opening.Window(), GW_OWNER), host.Window());
+        expectDisabled();
+        opening.PressToOpen(okItem);
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        expectDisabled();
+        editor.PressToOpen(Items::blur);
+        const DrivenDialog blur = gui.WaitFor(blurDialog);
+        expectDisabled();
+        blur.PressToOpen(cancelItem);
+        blur.WaitUntilClosed();
+        editor.PressToOpen(cancelItem);
+    });
+    EXPECT_TRUE(IsWindowEnabled(host.Window()));
+    EXPECT_TRUE(IsWindowEnabled(palettes.owned));
+    EXPECT_TRUE(IsWindowEnabled(palettes.other));
+    EXPECT_FALSE(IsWindowEnabled(palettes.resting)) << "is the host's business";
+}
+
+TEST_F(HostsTest, WithoutAWindowInTheRecordTheActiveOneIsTheOwner) {
+    NoteFaults();
+    const ShownHost host;
+    const HostsPalettes palettes(host.Window());
+    settings.without[host::Service::platformData] = true;
+    SetActiveWindow(host.Window());
+    SkipNewDialog();
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        EXPECT_EQ(GetWindow(editor.Window(), GW_OWNER), host.Window());
+        EXPECT_FALSE(IsWindowEnabled(host.Window()));
+        EXPECT_FALSE(IsWindowEnabled(palettes.other));
+        // As a fault in a handler leaves it.
+        errorCell = 17500;
+        editor.WaitUntilClosed();
+    });
+    EXPECT_TRUE(IsWindowEnabled(host.Window()));
+    EXPECT_TRUE(IsWindowEnabled(palettes.other));
+    // The next call is refused by a box, which nothing of the host lies beside.
+    Run([&](const GuiDriver& gui) {
+        const std::optional<DrivenDialog> box = gui.WaitForAny();
+        ASSERT_TRUE(box);
+        EXPECT_EQ(GetWindow(box->Window(), GW_OWNER), host.Window());
+        EXPECT_FALSE(IsWindowEnabled(host.Window()));
+        EXPECT_FALSE(IsWindowEnabled(palettes.other));
+        box->PressToOpen(okItem);
+    });
+    EXPECT_TRUE(IsWindowEnabled(host.Window()));
+    EXPECT_TRUE(IsWindowEnabled(palettes.other));
+}
+
+TEST_F(HostsTest, AThrowWhileTheTextureIsDrawnMovesNothingElse) {
+    SkipNewDialog();
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        const RECT wells = editor.Bounds(Items::colorWells);
+        const auto wellsNow = [&] {
+            const host::Picture whole = editor.Grab();
+            std::vector<std::uint8_t> bytes;
+            for (int y = wells.top; y < wells.bottom; ++y) {
+                const auto row =
+                    whole.pixels.begin() + (y * whole.width + wells.left) * whole.planes;
+                bytes.insert(bytes.end(), row, row + (wells.right - wells.left) * whole.planes);
+            }
+            return bytes;
+        };
+        const std::vector<std::uint8_t> drawn = wellsNow();
+        static std::atomic<int> throws;
+        throws = 0;
+        const auto display = filterRecord->displayPixels;
+        filterRecord->displayPixels = [](const hostapi::PSPixelMap*, const hostapi::VRect*,
+                                         std::int32_t, std::int32_t, void*) -> std::int16_t {
+            ++throws;
+            throw std::int16_t{31};
+        };
+        RedrawWindow(editor.Window(), nullptr, nullptr, RDW_INVALIDATE);
+        WaitUntil("the throw", [] { return throws > 0; });
+        gui.WaitUntilIdle();
+        filterRecord->displayPixels = display;
+        // Alone: with the texture all would be drawn from its own corner again.
+        InvalidateRect(editor.Window(), &wells, FALSE);
+        gui.WaitUntilIdle();
+        EXPECT_EQ(wellsNow(), drawn);
+        editor.PressToOpen(cancelItem);
+    });
+}
+
 TEST_F(HostsTest, TheEndOfTheProgramIsACancel) {
     SkipNewDialog();
     const DWORD thread = GetCurrentThreadId();

@@ -156,7 +156,10 @@ TEST_F(DialogLifeTest, WhateverElseIsThrownInAHitIsToldAndTheDialogStays) {
         int told;
     };
     for (const Case& thrown :
-         {Case{[] { throw std::int16_t{31}; }, 31}, Case{[] { throw 1.5; }, 20008}}) {
+         {Case{[] { throw std::int16_t{31}; }, 31}, Case{[] { throw 1.5; }, 20008},
+          Case{[] { throw std::int16_t{0}; }, 20008}, Case{[] { throw std::int16_t{-39}; }, 20008},
+          Case{[] { throw std::int16_t{32511}; }, 32511},
+          Case{[] { throw std::int16_t{32512}; }, 0}, Case{[] { throw std::int16_t{32767}; }, 0}}) {
         Log().faults.clear();
         TestDialog dialog(small);
         std::atomic<int> hits = 0;
@@ -174,10 +177,27 @@ TEST_F(DialogLifeTest, WhateverElseIsThrownInAHitIsToldAndTheDialogStays) {
                                     script.Click(script.Middle(1));
                                 }),
                   1);
-        ASSERT_EQ(Log().faults.size(), 1u);
-        EXPECT_EQ(Log().faults[0].id, thrown.told);
+        ASSERT_EQ(Log().faults.size(), thrown.told != 0 ? 1u : 0u);
+        if (thrown.told != 0) {
+            EXPECT_EQ(Log().faults[0].id, thrown.told);
+        }
         EXPECT_EQ(errorCell, 0);
     }
+}
+
+TEST_F(DialogLifeTest, WhatIsThrownInSetupIsToldAfterTheDialogHasClosed) {
+    for (const int id : {31, -39}) {
+        Log().faults.clear();
+        TestDialog dialog(small);
+        dialog.atSetup = [&] { throw static_cast<std::int16_t>(id); };
+        EXPECT_EQ(dialog.Run(), 2) << "as by Cancel";
+        EXPECT_FALSE(dialog.IsOpen());
+        ASSERT_EQ(Log().faults.size(), 1u);
+        EXPECT_EQ(Log().faults[0].id, id > 0 ? id : 20008);
+        EXPECT_EQ(errorCell, 0);
+    }
+    TestDialog next(small);
+    EXPECT_EQ(RunWithScript(next, [](Script& script) { script.Click(script.Middle(1)); }), 1);
 }
 
 TEST_F(DialogLifeTest, ALackOfMemoryInAHitIsAnAlert) {

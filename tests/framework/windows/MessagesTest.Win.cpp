@@ -27,8 +27,9 @@ TEST_F(MessagesTest, NewSystemColoursReachTheBackground) {
     });
 }
 
-/// Gives the dialog files as the system's shell does; names as in a list of strings.
-void Drop(HWND window, const std::vector<std::string>& files) {
+/// Gives the dialog files as the system's shell does; names as in a list of strings. Returns the
+/// block, which the dialog has freed.
+HGLOBAL Drop(HWND window, const std::vector<std::string>& files) {
     std::string names;
     for (const std::string& file : files) {
         names += file + '\0';
@@ -40,6 +41,7 @@ void Drop(HWND window, const std::vector<std::string>& files) {
     std::memcpy(drop + 1, names.data(), names.size());
     GlobalUnlock(memory);
     SendMessageA(window, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+    return memory;
 }
 
 TEST_F(MessagesTest, DroppedFilesReachTheHandler) {
@@ -55,6 +57,27 @@ TEST_F(MessagesTest, DroppedFilesReachTheHandler) {
         Drop(script.Dialog(), {"C:\\one.jpg", "C:\\a folder\\two.jpg"});
     });
     EXPECT_EQ(paths, (std::vector<std::string>{"C:\\one.jpg", "C:\\a folder\\two.jpg"}));
+}
+
+TEST_F(MessagesTest, ADropWhoseHandlerThrowsIsGivenBackAndTold) {
+    TestDialog dialog(allItems);
+    int calls = 0;
+    dialog.SetDropHandler(
+        [](void* context, const char*) {
+            ++*static_cast<int*>(context);
+            throw std::int16_t{31};
+        },
+        &calls);
+    HGLOBAL drop = nullptr;
+    RunWithScript(dialog, [&](Script& script) {
+        drop = Drop(script.Dialog(), {"C:\\one.jpg", "C:\\two.jpg"});
+        EXPECT_TRUE(IsWindow(script.Dialog()));
+    });
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(GlobalFlags(drop), UINT{GMEM_INVALID_HANDLE}) << "freed";
+    ASSERT_EQ(Log().faults.size(), 1u);
+    EXPECT_EQ(Log().faults[0].id, 31);
+    EXPECT_EQ(errorCell, 0);
 }
 
 TEST_F(MessagesTest, WithoutAHandlerDroppedFilesAreLetGo) {

@@ -35,7 +35,7 @@ HANDLE WINAPI CreateFileOrNot(LPCSTR path, DWORD access, DWORD share,
                : CreateFileA(path, access, share, security, disposition, flags, like);
 }
 
-// What fails to close is closed all the same: the product can do no more about it.
+// A handle that fails to close is closed all the same: the product can do no more about it.
 
 BOOL WINAPI CloseHandleOrNot(HANDLE handle) {
     const bool refuses = Refuses(Refused::files);

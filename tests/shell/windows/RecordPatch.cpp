@@ -9,7 +9,7 @@ namespace {
 /// A host's own error, of no meaning to a filter.
 constexpr std::int16_t hostError = -36;
 
-/// What stands in for one of the host's functions; each is a type, and so a group, of its own.
+/// The stand-in for one of the host's functions; each is a type, and so a group, of its own.
 template <int group, typename Function>
 struct StandIn;
 
