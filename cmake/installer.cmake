@@ -53,11 +53,20 @@ add_tree(Licences ${root}/licences)
 set(files ${OUTPUT}.files.nsh)
 file(WRITE ${files} "${macros}")
 
+set(plugin_32 ${root}/build/win32/shell/Zandermolite.8bf)
+set(plugin_64 ${root}/build/win64/shell/Zandermolite.8bf)
+# One build and its help for each bitness stand in the program's folder.
+file(GLOB_RECURSE help_files ${HELP}/*)
+set(copies 0)
+foreach(file ${plugin_32} ${plugin_64} ${help_files} ${help_files})
+  file(SIZE ${file} bytes)
+  math(EXPR copies "${copies} + (${bytes} + 1023) / 1024")
+endforeach()
+
 find_program(makensis makensis REQUIRED)
 execute_process(
   COMMAND ${makensis} -V2 -WX -DVERSION=${VERSION} -DROOT=${root} -DFILES=${files} -DOUTPUT=${OUTPUT}
-    -DPLUGIN_32=${root}/build/win32/shell/Zandermolite.8bf
-    -DPLUGIN_64=${root}/build/win64/shell/Zandermolite.8bf
+    -DPLUGIN_32=${plugin_32} -DPLUGIN_64=${plugin_64} -DCOPIES_KB=${copies}
     ${root}/installer/Zandermolite.nsi
   COMMAND_ERROR_IS_FATAL ANY)
 file(REMOVE ${files})

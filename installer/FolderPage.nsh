@@ -4,15 +4,25 @@ Var FolderBox
 ; The entry of the list that is selected, counted from 1; 0 if none is.
 Var Selected
 
-; Shows the list; an entry that was taken out has no line.
+; Shows the list; an entry that was taken out has no line. A long folder can be scrolled.
 Function ShowFolders
   SendMessage $FolderBox ${LB_RESETCONTENT} 0 0
+  StrCpy $2 0
   ${For} $0 1 $FolderCount
     Call ReadFolder
     ${If} $Bits != ""
       ${NSD_LB_AddString} $FolderBox "$Bits-bit: $Folder"
+      StrLen $1 "$Bits-bit: $Folder"
+      ${IfThen} $1 > $2 ${|} StrCpy $2 $1 ${|}
     ${EndIf}
   ${Next}
+  ; An average character is four dialog units wide.
+  IntOp $2 $2 * 4
+  System::Call '*(i 0, i 0, i r2, i 0) p.r1'
+  System::Call 'user32::MapDialogRect(p $HWNDPARENT, p r1)'
+  System::Call '*$1(i, i, i .r2, i)'
+  System::Free $1
+  SendMessage $FolderBox ${LB_SETHORIZONTALEXTENT} $2 0
 FunctionEnd
 
 ; Finds the entry of the selected line: the lines are the entries that have bits, in their order.
@@ -81,7 +91,8 @@ Function ShowFolderPage
   ${NSD_CreateLabel} 0 0 100% 20u "An image editor reads plug-ins from a folder of its own. The plug-in \
     and its help are copied to the folders in this list, for 32-bit or for 64-bit editors."
   Pop $0
-  ${NSD_CreateListBox} 0 24u 100% 90u ""
+  nsDialogs::CreateControl ${__NSD_ListBox_CLASS} ${__NSD_ListBox_STYLE}|${WS_HSCROLL} \
+    ${__NSD_ListBox_EXSTYLE} 0 24u 100% 90u ""
   Pop $FolderBox
   ${NSD_CreateButton} 0 120u 80u 15u "&Add a folder..."
   Pop $0

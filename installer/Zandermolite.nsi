@@ -6,6 +6,7 @@
 ;   PLUGIN_64
 ;   ROOT           of the tree
 ;   FILES          generated: the macros that install and remove the help pages and the licences
+;   COPIES_KB      kilobytes of both builds with their help pages
 ;   OUTPUT         the installer
 
 Unicode true
@@ -181,6 +182,8 @@ Function InstallPlugin
 FunctionEnd
 
 Section "Zandermolite"
+  ; The files of functions do not count by themselves.
+  AddSize ${COPIES_KB}
   ${If} ${Silent}
     Call CheckTargets
     ${If} $Problem != ""
