@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "base/FatalError.h"
+#include "fixtures/InputDesktop.Win.h"
 #include "paint/EffectRun.h"
 #include "resources/Ids.h"
 #include "tests/gui/PluginRun.Win.h"
@@ -142,6 +143,22 @@ TEST_F(HostsTest, AnErrorThatIsPendingClosesAllAndIsNotToldAgain) {
         editor.WaitUntilClosed();
     });
     EXPECT_TRUE(Log().faults.empty());
+}
+
+TEST_F(HostsTest, AFaultWhileAPresetsNameIsAskedForBringsNoSecondOne) {
+    NoteFaults();
+    SkipNewDialog();
+    Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        editor.PressToOpen(Items::lines);
+        gui.WaitFor(linesDialog).PressToOpen(ApplyItems::save);
+        gui.WaitFor(presetDialog);
+        // As a region that is refused leaves it.
+        errorCell = -108;
+        editor.WaitUntilClosed();
+    });
+    EXPECT_TRUE(Log().faults.empty());
+    EXPECT_EQ(errorCell, -108);
 }
 
 TEST_F(HostsTest, AFaultBelowADialogClosesAllAndIsToldOnce) {
@@ -368,6 +385,57 @@ TEST_F(HostsTest, TheEndOfTheProgramIsACancel) {
     MSG quit{};
     EXPECT_TRUE(PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) << "is the host's";
     EXPECT_EQ(quit.wParam, 7u);
+}
+
+/// A run that the end of the program ends where `work` has brought it.
+class ProgramEndTest : public HostsTest {
+  protected:
+    void ExpectCancel(const std::function<void(const GuiDriver&)>& work) {
+        NoteFaults();
+        const DWORD thread = GetCurrentThreadId();
+        const host::RunReport report = Run([&](const GuiDriver& gui) {
+            work(gui);
+            PostThreadMessageA(thread, WM_QUIT, 7, 0);
+        });
+        EXPECT_EQ(report.result, -128);
+        EXPECT_TRUE(picture.pixels == before.pixels);
+        EXPECT_EQ(errorCell, 0);
+        EXPECT_TRUE(Log().faults.empty());
+        MSG quit{};
+        EXPECT_TRUE(PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) << "is the host's";
+        EXPECT_EQ(quit.wParam, 7u);
+        EXPECT_FALSE(PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) << "once";
+    }
+    static DrivenDialog OpenLines(const GuiDriver& gui) {
+        gui.WaitFor(textureDialog).PressToOpen(Items::lines);
+        return gui.WaitFor(linesDialog);
+    }
+};
+
+TEST_F(ProgramEndTest, WithinNew) {
+    ExpectCancel([](const GuiDriver& gui) { gui.WaitFor(createrDialog); });
+}
+
+TEST_F(ProgramEndTest, WithinAnAlert) {
+    SkipNewDialog();
+    ExpectCancel([](const GuiDriver& gui) {
+        const DrivenDialog lines = OpenLines(gui);
+        for (const char digit : {'9', '9', '9'}) {
+            PostMessageA(lines.Control(LinesItems::angle), WM_CHAR, static_cast<WPARAM>(digit), 0);
+        }
+        gui.WaitForAlert(lines);
+    });
+}
+
+TEST_F(ProgramEndTest, WithinADrag) {
+    SkipNewDialog();
+    ExpectCancel([](const GuiDriver& gui) {
+        const DrivenDialog lines = OpenLines(gui);
+        lines.Point(LinesItems::precision, {5, 5});
+        gui.PressMouse();
+        WaitUntil("the drag", [&] { return HasCapture(lines.Window()); });
+    });
+    ReleaseMouse();
 }
 
 TEST_F(HostsTest, ADamagedPreferenceFileIsToldOverTheHost) {

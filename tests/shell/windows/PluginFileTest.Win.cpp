@@ -296,6 +296,22 @@ TEST(UnloadingTest, NoMemoryIsLeftBehind) {
     EXPECT_LT(after, before + times * 256) << before;
 }
 
+TEST(UnloadingTest, NoMemoryIsLeftBehindByAThrow) {
+    const ScratchFolder folder;
+    const OwnPreferences preferences(folder.Path());
+    SkipNewDialog();
+    // A box of the system's own takes a little each time; the library's reserve was 18 KB and more.
+    constexpr std::size_t much = 8192;
+    LoadFailAndFree();
+    LoadFailAndFree();
+    const std::size_t before = BytesOnHeaps();
+    constexpr int times = 4;
+    for (int i = 0; i < times; ++i) {
+        LoadFailAndFree();
+    }
+    EXPECT_LT(BytesOnHeaps(), before + times * much) << before;
+}
+
 #ifdef __i386__
 /// Hosts that were built with the compiler of the product may link to its shared library, with
 /// which the start-up code then registers the product's unwind tables.

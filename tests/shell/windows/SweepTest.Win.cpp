@@ -207,14 +207,16 @@ class SweepTest : public testing::Test {
         EXPECT_EQ(levels.windows, levelsBefore.windows);
         EXPECT_EQ(levels.menus, levelsBefore.menus);
         EXPECT_EQ(levels.freeSlots, levelsBefore.freeSlots);
-        if (HoldsMore(levels)) {
-            // The system keeps some objects of first uses, but not again.
+        // The system keeps some objects of first uses, and its own threads come and go; what a run
+        // leaves it leaves each time.
+        constexpr int again = 3;
+        for (int i = 0; i < again && HoldsMore(levels); ++i) {
             levelsBefore = levels;
             levels = RunRefused(point);
-            EXPECT_FALSE(HoldsMore(levels))
-                << testing::PrintToString(levelsBefore) << "; after another time "
-                << testing::PrintToString(levels);
         }
+        EXPECT_FALSE(HoldsMore(levels))
+            << testing::PrintToString(levelsBefore) << "; after another time "
+            << testing::PrintToString(levels);
         levelsBefore = levels;
     }
 
