@@ -39,12 +39,10 @@ SimpleLink::~SimpleLink() {
 }
 
 void SimpleLink::Append(void* data, const char* name) {
-    std::unique_ptr<Node>* link = &first;
-    while (*link) {
-        link = &(*link)->next;
-    }
-    *link = TryMake<Node>(data, name);
-    if (!*link) {
+    *tail = TryMake<Node>(data, name);
+    if (*tail) {
+        tail = &(*tail)->next;
+    } else {
         ::operator delete(data);
     }
 }
@@ -56,6 +54,10 @@ bool SimpleLink::Remove(short n) {
         if (i == n) {
             Assert((*link)->data != nullptr, "SimpleLink / Zeile 39 !(data != NULL)");
             *link = std::move((*link)->next);
+            if (!*link) {
+                tail = link;
+            }
+            lastFound = nullptr;
             return true;
         }
     }
@@ -63,9 +65,17 @@ bool SimpleLink::Remove(short n) {
 }
 
 const SimpleLink::Node* SimpleLink::At(short n) const {
-    const Node* node = first.get();
-    for (int i = 1; node != nullptr && i != n; ++i) {
+    if (lastFound == nullptr || n < lastFoundAt) {
+        lastFound = first.get();
+        lastFoundAt = 1;
+    }
+    const Node* node = lastFound;
+    for (int i = lastFoundAt; node != nullptr && i != n; ++i) {
         node = node->next.get();
+    }
+    if (node != nullptr) {
+        lastFound = node;
+        lastFoundAt = n;
     }
     return node;
 }

@@ -1,4 +1,7 @@
 // The list of named records that also is the preset list.
+//
+// Its tail and the entry that was looked up last are remembered, so that appending an entry and
+// going through all of them takes the same time for each, however long the list is.
 #pragma once
 
 #include <cstddef>
@@ -34,4 +37,9 @@ class SimpleLink {
     const Node* At(short n) const;
 
     std::unique_ptr<Node> first;
+    /// Where the next entry goes.
+    std::unique_ptr<Node>* tail = &first;
+    /// The entry that At returned last and its place; null if there is none.
+    mutable const Node* lastFound = nullptr;
+    mutable short lastFoundAt = 1;
 };

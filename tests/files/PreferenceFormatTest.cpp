@@ -285,6 +285,22 @@ TEST_F(PreferenceFormatTest, EntriesGoBehindThoseThatAreThere) {
     EXPECT_EQ(NameOf(preferences.presets[presetSkew], 3), "(none)");
 }
 
+TEST_F(PreferenceFormatTest, TheLongestListComesBackAsItWas) {
+    // What the count word can tell, less one.
+    constexpr int count = 32766;
+    std::string entries;
+    for (int i = 0; i < count; ++i) {
+        const std::string name = std::to_string(i);
+        entries +=
+            name + std::string(nameCapacity - name.size(), '\0') + WordBytes(i) + WordBytes(0);
+    }
+    std::string bytes = FirstPreferenceFile();
+    bytes.replace(listsOffset + 2 * presetSkew, 2, WordBytes(32767) + entries);
+    ASSERT_EQ(Read(bytes, preferences), bytes.size());
+    EXPECT_EQ(NameOf(preferences.presets[presetSkew], count), "32765");
+    EXPECT_EQ(Write(preferences), bytes);
+}
+
 TEST_F(PreferenceFormatTest, AShapesRecordIsWholeInMemory) {
     std::string bytes = FirstPreferenceFile();
     const std::string payload = DefaultHead().substr(133, 60);

@@ -2,8 +2,10 @@
 
 #include <new>
 #include <string>
+#include <vector>
 
 #include "tests/support/CoreTest.h"
+#include "tests/support/RandomInput.h"
 
 namespace {
 
@@ -103,6 +105,37 @@ TEST_F(SimpleLinkTest, ALongListIsReachedToItsEnd) {
         list.Append(NewRecord(i), "entry");
     }
     EXPECT_EQ(ValueAt(3000), 2999);
+}
+
+TEST_F(SimpleLinkTest, AnyOrderOfCallsFindsWhatIsThere) {
+    RandomInput random(1);
+    std::vector<int> expected;
+    for (int call = 0; call < 20000; ++call) {
+        const auto size = static_cast<int>(expected.size());
+        const short n = random.Number(-1, size + 2);
+        const bool isThere = n >= 1 && n <= size;
+        const short kind = random.Number(0, 9);
+        // Now and then more go than come, so that the list also is short, and empty.
+        const int appending = call / 500 % 2 == 0 ? 4 : 2;
+        if (kind < appending) {
+            list.Append(NewRecord(call), std::to_string(call).c_str());
+            expected.push_back(call);
+        } else if (kind < 7) {
+            if (n != 0) {
+                ASSERT_EQ(list.Remove(n), isThere);
+            }
+            if (isThere) {
+                expected.erase(expected.begin() + n - 1);
+            }
+        } else if (kind < 9) {
+            ASSERT_EQ(ValueAt(n), isThere ? expected[static_cast<std::size_t>(n - 1)] : -1);
+        } else {
+            for (short i = 1; i <= size; ++i) {
+                ASSERT_EQ(NameAt(i), std::to_string(expected[static_cast<std::size_t>(i - 1)]));
+            }
+        }
+    }
+    EXPECT_EQ(ValueAt(static_cast<short>(expected.size() + 1)), -1);
 }
 
 }  // namespace
