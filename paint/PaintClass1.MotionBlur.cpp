@@ -8,6 +8,7 @@
 #include "paint/PaintClass.h"
 #include "paint/kernels/Dispatch.h"
 #include "paint/kernels/PixelBytes.h"
+#include "paint/kernels/TrailStrips.h"
 #include "raster/HandleArray.h"
 
 namespace {
@@ -283,6 +284,76 @@ class TrailRun {
     RowRing ring;
 };
 
+/// A run over trails so short that their sums stay in registers. Trails along the rows have no such
+/// strips.
+class StripRun {
+  public:
+    static bool Takes(short length, short direction) {
+        return length >= 2 && length <= longestStripTrail && StepOf(direction).dy != 0;
+    }
+
+    StripRun(PaintClass& newPic, short newLength, short direction)
+        : pic(newPic),
+          length(newLength),
+          step(StepOf(direction)),
+          keptRows(std::min(length - 1, int{pic.grY})),
+          weights(static_cast<std::size_t>(length * stripColumns)),
+          kept(static_cast<std::size_t>(keptRows * pic.RowBytes())) {}
+
+    bool Failed() const { return weights.Failed() || kept.Failed(); }
+
+    void Run(CursorClass& cursor) {
+        FillWeights(weights.Values(), length);
+        for (int i = length * stripColumns - 1; i >= 0; --i) {
+            weights.Values()[i] = weights.Values()[i / stripColumns];
+        }
+        const TrailTile tile = Tile();
+        for (int i = 0; i < keptRows; ++i) {
+            std::memcpy(kept.Values() + i * pic.RowBytes(), tile.pixels + i * tile.rowStep,
+                        static_cast<std::size_t>(pic.RowBytes()));
+        }
+        int ticks = 0;
+        for (int column = 0; column < pic.grX; column += stripColumns) {
+            SumTrailStrip(tile, column);
+            // One for each row, as far as the run has come.
+            for (; ticks < pic.grY * std::min(column + stripColumns, int{pic.grX}) / pic.grX;
+                 ++ticks) {
+                cursor.Tick();
+            }
+        }
+    }
+
+  private:
+    TrailTile Tile() const {
+        const int firstRow = step.dy < 0 ? pic.grY - 1 : 0;
+        return {pic.PixelAddress(0, static_cast<short>(firstRow)),
+                std::ptrdiff_t{step.dy} * pic.RowBytes(),
+                pic.grX,
+                pic.grY,
+                step.dx,
+                kept.Values(),
+                weights.Values(),
+                length};
+    }
+
+    PaintClass& pic;
+    short length;
+    Step step;
+    int keptRows;
+    HandleArray<double> weights;
+    HandleArray<unsigned char> kept;
+};
+
+template <typename Run>
+bool RunTrails(PaintClass& pic, short length, short direction, CursorClass& cursor) {
+    Run run(pic, length, direction);
+    if (run.Failed()) {
+        return false;
+    }
+    run.Run(cursor);
+    return true;
+}
+
 }  // namespace
 
 bool PaintClass::MotionBlur(short length, short direction) {
@@ -293,14 +364,13 @@ bool PaintClass::MotionBlur(short length, short direction) {
     if (!HasRoomForClone()) {
         return false;
     }
-    TrailRun run(*this, length, direction);
-    if (run.Failed()) {
-        DeleteClone();
-        return false;
-    }
-    run.Run(cursor);
+    const auto runTrails =
+        StripRun::Takes(length, direction) ? RunTrails<StripRun> : RunTrails<TrailRun>;
+    const bool succeeded = runTrails(*this, length, direction, cursor);
     DeleteClone();
-    Unlock();
-    SetDirty();
-    return true;
+    if (succeeded) {
+        Unlock();
+        SetDirty();
+    }
+    return succeeded;
 }

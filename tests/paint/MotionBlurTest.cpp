@@ -154,17 +154,27 @@ TEST_F(MotionBlurTest, WithoutMemoryNothingChanges) {
     memory.FailAllocation(1);
     EXPECT_FALSE(pic.MotionBlur(5, 1));
     EXPECT_EQ(PixelsOf(pic), before);
-    constexpr int blocks = 5;
-    for (int nth = 1; nth <= blocks; ++nth) {
-        const FailingHandles handles(nth);
-        EXPECT_FALSE(pic.MotionBlur(5, 1)) << nth;
-        EXPECT_EQ(PixelsOf(pic), before);
-        EXPECT_EQ(pic.clone, nullptr);
+    // Trails of 5 pixels need fewer blocks than those of 7, and than those along the rows.
+    struct Trail {
+        short length;
+        short direction;
+        int blocks;
+    };
+    for (const auto [length, direction, blocks] :
+         {Trail{5, 1, 2}, Trail{7, 1, 5}, Trail{5, 2, 5}}) {
+        pic.changed = false;
+        FillWithNoise(pic);
+        for (int nth = 1; nth <= blocks; ++nth) {
+            const FailingHandles handles(nth);
+            EXPECT_FALSE(pic.MotionBlur(length, direction)) << nth;
+            EXPECT_EQ(PixelsOf(pic), before);
+            EXPECT_EQ(pic.clone, nullptr);
+        }
+        EXPECT_FALSE(pic.changed);
+        const FailingHandles none(blocks + 1);
+        EXPECT_TRUE(pic.MotionBlur(length, direction));
+        EXPECT_EQ(none.Asked(), blocks);
     }
-    EXPECT_FALSE(pic.changed);
-    const FailingHandles none(blocks + 1);
-    EXPECT_TRUE(pic.MotionBlur(5, 1));
-    EXPECT_EQ(none.Asked(), blocks);
 }
 
 TEST_F(MotionBlurTest, TicksTheBusyCursorAfterEachRow) {
