@@ -7,13 +7,17 @@
 /// The generator's arithmetic on a state that a loop may keep in a register.
 class RandomGenerator {
   public:
+    /// A draw takes the state times the one and adds the other, in 32 bits.
+    static constexpr std::uint32_t factor = 1103515245;
+    static constexpr std::uint32_t addend = 12345;
+
     explicit RandomGenerator(std::uint32_t newState) : state(newState) {}
 
     std::uint32_t State() const { return state; }
 
     /// Steps the state; 0 to 32767.
     std::int32_t Rand() {
-        state = state * 1103515245u + 12345u;
+        state = state * factor + addend;
         return static_cast<std::int32_t>(state >> 16 & 0x7FFF);
     }
 
@@ -32,6 +36,32 @@ class RandomGenerator {
 
   private:
     std::uint32_t state;
+};
+
+/// Many draws at once: like one, they are a multiplication and an addition.
+class DrawSteps {
+  public:
+    /// Minus one draw, in 32 bits, goes one back: the state comes round after 2^32.
+    explicit constexpr DrawSteps(std::uint32_t count) {
+        // Doubles the draws for each bit of the count.
+        std::uint32_t bitFactor = RandomGenerator::factor;
+        std::uint32_t bitAddend = RandomGenerator::addend;
+        for (; count != 0; count >>= 1) {
+            if ((count & 1) != 0) {
+                factor *= bitFactor;
+                addend = addend * bitFactor + bitAddend;
+            }
+            bitAddend += bitAddend * bitFactor;
+            bitFactor *= bitFactor;
+        }
+    }
+
+    /// The state after them.
+    constexpr std::uint32_t From(std::uint32_t state) const { return state * factor + addend; }
+
+  private:
+    std::uint32_t factor = 1;
+    std::uint32_t addend = 0;
 };
 
 // The program's one generator.

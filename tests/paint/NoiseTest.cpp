@@ -6,6 +6,7 @@
 #include "paint/records/FilterParams.h"
 #include "plain/PlainColors.h"
 #include "tests/support/Bar.h"
+#include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/RandomInput.h"
@@ -48,13 +49,16 @@ bool IsGrey(Pixel color) {
 }
 
 TEST_F(NoiseTest, TheSameAsThePlainLoopForAnyRecordAndSize) {
-    for (int i = 0; i < 400; ++i) {
-        ExpectSameAsPlain(input.Number(1, 40), input.Number(1, 40), input.Number(0, 100),
-                          input.Number(0, 2));
-    }
-    ExpectSameAsPlain(1, 512, 50, 0);
-    ExpectSameAsPlain(512, 1, 50, 1);
-    ExpectSameAsPlain(511, 64, 100, 2);
+    WithBothCompilations([this] {
+        for (int i = 0; i < 400; ++i) {
+            ExpectSameAsPlain(input.Number(1, 40), input.Number(1, 40), input.Number(0, 100),
+                              input.Number(0, 2));
+        }
+        ExpectSameAsPlain(1, 512, 50, 0);
+        ExpectSameAsPlain(512, 1, 50, 1);
+        ExpectSameAsPlain(511, 64, 100, 2);
+        ExpectSameAsPlain(257, 300, 99, 0);
+    });
 }
 
 TEST_F(NoiseTest, TheSameAsThePlainLoopForRecordsOfAnyBytes) {

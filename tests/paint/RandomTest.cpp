@@ -103,4 +103,15 @@ TEST_F(RandomTest, SpreadsFollowTheirFormulaForEveryDraw) {
     }
 }
 
+TEST_F(RandomTest, ManyDrawsAtOnceComeToTheSameState) {
+    for (const std::uint32_t start : {0u, 1u, 0x80000000u, 3141592653u}) {
+        RandomGenerator generator(start);
+        for (std::uint32_t count = 0; count < 1000; ++count) {
+            ASSERT_EQ(DrawSteps(count).From(start), generator.State());
+            ASSERT_EQ(DrawSteps(-count).From(generator.State()), start);
+            generator.Rand();
+        }
+    }
+}
+
 }  // namespace

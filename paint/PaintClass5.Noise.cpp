@@ -1,0 +1,301 @@
+// Colours: Noise.
+//
+// How many draws a pixel takes depends on its first one, and which ones it takes on all pixels
+// before it. So a loop as short as can be goes from each pixel's first draw to the next pixel's,
+// without a branch that a processor could mispredict; the other draws are computed from the first.
+#include <algorithm>
+#include <cstdlib>
+
+#include "base/Progress.h"
+#include "paint/PaintClass.h"
+#include "paint/kernels/Dispatch.h"
+#include "paint/kernels/PixelBytes.h"
+#include "paint/math/Random.h"
+#include "paint/records/FilterParams.h"
+
+namespace {
+
+constexpr int channelCount = 3;
+
+/// The amplitude of each kind of noise, in the 16 bits that it is computed in, and how near to
+/// black and white it acts otherwise.
+constexpr short greySpread = 4000;
+constexpr int greyMargin = 4000;
+constexpr short sharedSpread = 2000;
+constexpr short coloredSpread = 2000;
+constexpr int coloredMargin = 6000;
+constexpr short colorfulSpread = 4000;
+constexpr int colorfulMargin = 8000;
+
+constexpr int whitest = 65535;
+
+constexpr DrawSteps oneDraw(1);
+
+// Choices by masks, which the compiler does not turn into branches.
+
+/// All bits if `value` is below 0, else none.
+std::uint32_t BelowZeroMask(std::int32_t value) {
+    return static_cast<std::uint32_t>(value >> 31);
+}
+
+std::uint32_t Chosen(std::uint32_t mask, std::uint32_t with, std::uint32_t without) {
+    return (with & mask) | (without & ~mask);
+}
+
+int Chosen(std::uint32_t mask, int with, int without) {
+    return static_cast<int>(
+        Chosen(mask, static_cast<std::uint32_t>(with), static_cast<std::uint32_t>(without)));
+}
+
+/// The pixels of a run, in their order.
+class NoiseRun {
+  public:
+    explicit NoiseRun(short amount)
+        : decision(oneDraw.From(Seed())), limit(DecisionLimit(amount)) {}
+    NoiseRun(const NoiseRun&) = delete;
+    NoiseRun& operator=(const NoiseRun&) = delete;
+    ~NoiseRun() {
+        // Back to before the first draw of the pixel that did not come.
+        SetSeed(DrawSteps(-1u).From(decision));
+    }
+
+  protected:
+    /// All bits if the pixel with this first draw is disturbed: RandomRange(0, 100) < amount.
+    std::uint32_t DisturbedMask(std::uint32_t state) const {
+        return BelowZeroMask(static_cast<std::int32_t>((state & 0x7FFF0000) - limit));
+    }
+
+    /// The state of the generator after the first draw of the next pixel.
+    std::uint32_t decision;
+
+  private:
+    /// In the bits of the generator's state. A draw r of 0 to 32767 is below if
+    /// r * 100 < amount * 32767.
+    static std::uint32_t DecisionLimit(short amount) {
+        const int draws = (std::max<int>(amount, 0) * 32767 + 99) / 100;
+        return static_cast<std::uint32_t>(std::min(draws, 32768)) << 16;
+    }
+
+    const std::uint32_t limit;
+};
+
+/// A run by chunks of rows: first the state after the first draw of each pixel, then what the
+/// pixels become, many at a time.
+class ChunkRun : public NoiseRun {
+  protected:
+    using NoiseRun::NoiseRun;
+
+    static constexpr int chunk = 256;
+
+    template <typename DisturbChunk>
+    static void ForEachChunk(unsigned char* pixels, int count, DisturbChunk disturbChunk) {
+        for (int first = 0; first < count; first += chunk) {
+            disturbChunk(pixels + first * bytesPerPixel, std::min(chunk, count - first));
+        }
+    }
+
+    std::uint32_t states[chunk];
+};
+
+/// The next draw after a state.
+std::int32_t NextDraw(std::uint32_t& state) {
+    state = oneDraw.From(state);
+    return static_cast<std::int32_t>(state >> 16 & 0x7FFF);
+}
+
+// Divisions, for products of a draw and a number below 2^14. With d = 2^b - 1, a product is
+// q d + r; shifted down by b it is q, or q - 1 if r < q, as q is below 2^b. Added to the product
+// and 1, that makes q 2^b and a rest below 2^b, either way.
+
+std::int32_t By32767(std::int32_t product) {
+    return (product + 1 + (product >> 15)) >> 15;
+}
+
+std::int32_t By16383(std::int32_t product) {
+    return (product + 1 + (product >> 14)) >> 14;
+}
+
+// Colours.
+
+/// Each channel has a draw of its own. With `sharesOne`, a draw before them is shared by all.
+template <bool sharesOne, short spread, int margin>
+class ColorNoise : public ChunkRun {
+  public:
+    using ChunkRun::ChunkRun;
+
+    void DisturbRow(unsigned char* pixels, int count) {
+        ForEachChunk(pixels, count, [this](unsigned char* chunkPixels, int chunkCount) {
+            FindStates(chunkCount);
+            ForThisProcessor<DisturbLoop>(chunkPixels, chunkCount, *this);
+        });
+    }
+
+  private:
+    void FindStates(int count) {
+        constexpr DrawSteps drawsOfDisturbed(1 + channelCount + (sharesOne ? 1 : 0));
+        std::uint32_t state = decision;
+        for (int i = 0; i < count; ++i) {
+            states[i] = state;
+            state = Chosen(DisturbedMask(state), drawsOfDisturbed.From(state), oneDraw.From(state));
+        }
+        decision = state;
+    }
+
+    static void DisturbLoop(unsigned char* pixels, int count, const ColorNoise& run) {
+        for (int i = 0; i < count; ++i) {
+            std::uint32_t state = run.states[i];
+            const std::uint32_t mask = run.DisturbedMask(state) & ~alphaMask;
+            const Pixel pixel = LoadPixel(pixels, i);
+            int shared = 0;
+            if constexpr (sharesOne) {
+                shared = By16383((sharedSpread + 1) * NextDraw(state)) - sharedSpread - 1;
+            }
+            const auto red = static_cast<Pixel>(Disturbed(RedOf(pixel) << 8, shared, state));
+            const auto green = static_cast<Pixel>(Disturbed(GreenOf(pixel) << 8, shared, state));
+            const auto blue = static_cast<Pixel>(Disturbed(BlueOf(pixel) << 8, shared, state));
+            const Pixel disturbed = red >> 8 | (green & 0xFF00) | (blue & 0xFF00) << 8;
+            StorePixel(pixels, i, Chosen(mask, disturbed, pixel));
+        }
+    }
+
+    /// A channel so near to black or white gets any new value there; others move by the spread.
+    static int Disturbed(int channel, int shared, std::uint32_t& state) {
+        constexpr int nearWhite = whitest - margin - 1;
+        const std::int32_t draw = NextDraw(state);
+        const int moved = channel + By16383((spread + 1) * draw) - spread - 1 + shared;
+        const int black = By32767(margin * draw);
+        const int white = By32767((margin + 1) * draw) + nearWhite;
+        const int other = channel >= nearWhite ? white : moved;
+        return channel <= margin ? black : other;
+    }
+};
+
+// Greys.
+
+/// One disturbance for all channels, so that greys stay grey.
+class GreyNoise : public ChunkRun {
+  public:
+    using ChunkRun::ChunkRun;
+
+    void DisturbRow(unsigned char* pixels, int count) {
+        ForEachChunk(pixels, count, [this](unsigned char* chunkPixels, int chunkCount) {
+            ForThisProcessor<LimitsLoop>(chunkPixels, chunkCount, lowest, range);
+            FindStates(chunkCount);
+            ForThisProcessor<DisturbLoop>(chunkPixels, chunkCount, *this);
+        });
+    }
+
+  private:
+    /// Between which a disturbance keeps all channels of each pixel in range: less than the margin
+    /// on either side only if a channel is in it.
+    static void LimitsLoop(const unsigned char* pixels, int count, std::int32_t* __restrict lowest,
+                           std::int32_t* __restrict range) {
+        for (int i = 0; i < count; ++i) {
+            const Pixel pixel = LoadPixel(pixels, i);
+            const int red = RedOf(pixel) << 8;
+            const int green = GreenOf(pixel) << 8;
+            const int blue = BlueOf(pixel) << 8;
+            const int low = std::max({Lowest(red), Lowest(green), Lowest(blue)});
+            lowest[i] = low;
+            range[i] = std::min({Highest(red), Highest(green), Highest(blue)}) - low;
+        }
+    }
+    static int Lowest(int channel) { return channel <= greyMargin ? -channel : -greyMargin; }
+    static int Highest(int channel) {
+        return channel >= whitest - greyMargin - 1 ? whitest - channel : greyMargin;
+    }
+
+    void FindStates(int count) {
+        constexpr DrawSteps drawsOfDisturbed(2);
+        std::uint32_t state = decision;
+        for (int i = 0; i < count; ++i) {
+            states[i] = state;
+            std::uint32_t next = drawsOfDisturbed.From(state);
+            if (IsNarrow(i)) {
+                const std::uint32_t isSmall = SmallMask(i, DrawWithin(i, next));
+                next = Chosen(isSmall, drawsOfDisturbed.From(next), oneDraw.From(next));
+            }
+            state = Chosen(DisturbedMask(state), next, oneDraw.From(state));
+        }
+        decision = state;
+    }
+
+    static void DisturbLoop(unsigned char* pixels, int count, const GreyNoise& run) {
+        for (int i = 0; i < count; ++i) {
+            std::uint32_t state = run.states[i];
+            const std::uint32_t mask = run.DisturbedMask(state);
+            const int free = By16383((greySpread + 1) * NextDraw(state)) - greySpread - 1;
+            NextDraw(state);
+            const int first = run.DrawWithin(i, state);
+            NextDraw(state);
+            const int second = run.DrawWithin(i, state);
+            const int within = Chosen(run.SmallMask(i, first), second, first);
+            const int disturbance = Chosen(mask, run.IsNarrow(i) ? within : free, 0);
+            // The low bytes of all channels are 0, and no channel leaves its byte.
+            StorePixel(pixels, i,
+                       LoadPixel(pixels, i) + static_cast<Pixel>((disturbance >> 8) * 0x010101));
+        }
+    }
+
+    // Near black and white the disturbance is drawn anew, and a small one once more.
+
+    bool IsNarrow(int i) const { return range[i] != 2 * greyMargin; }
+    /// From the draw that a state holds.
+    int DrawWithin(int i, std::uint32_t state) const {
+        return By32767(range[i] * static_cast<std::int32_t>(state >> 16 & 0x7FFF)) + lowest[i];
+    }
+    std::uint32_t SmallMask(int i, int disturbance) const {
+        return BelowZeroMask(std::abs(disturbance) - range[i] / 2);
+    }
+
+    std::int32_t lowest[chunk];
+    std::int32_t range[chunk];
+};
+
+/// Draws, but disturbs nothing.
+class NoNoise : public NoiseRun {
+  public:
+    using NoiseRun::NoiseRun;
+
+    void DisturbRow(unsigned char* /*pixels*/, int count) {
+        decision = DrawSteps(static_cast<std::uint32_t>(count)).From(decision);
+    }
+};
+
+template <typename Noise>
+void TwoPasses(PaintClass& pic, ShowClass& progress, Noise&& noise) {
+    constexpr short reportStep = 6;
+    for (int pass = 0; pass < 2; ++pass) {
+        for (short y = 0; y < pic.grY; ++y) {
+            if (y % reportStep == 0) {
+                progress.Report(static_cast<short>(pic.grY * pass + y));
+            }
+            noise.DisturbRow(pic.PixelAddress(0, y), pic.grX);
+        }
+    }
+}
+
+}  // namespace
+
+void PaintClass::Noise(short amount, int mode) {
+    ShowClass progress(static_cast<short>(2 * grY));
+    SeedRandom();
+    switch (mode) {
+        case noiseGrey:
+            TwoPasses(*this, progress, GreyNoise(amount));
+            break;
+        case noiseColored:
+            TwoPasses(*this, progress, ColorNoise<true, coloredSpread, coloredMargin>(amount));
+            break;
+        case noiseColorful:
+            TwoPasses(*this, progress, ColorNoise<false, colorfulSpread, colorfulMargin>(amount));
+            break;
+        default:
+            // A kind that no dialog gives.
+            TwoPasses(*this, progress, NoNoise(amount));
+            break;
+    }
+    progress.Report(static_cast<short>(2 * grY));
+    Unlock();
+    SetDirty();
+}
