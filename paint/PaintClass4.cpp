@@ -4,6 +4,7 @@
 
 #include "base/TryMake.h"
 #include "paint/PaintClass.h"
+#include "paint/kernels/Dispatch.h"
 #include "paint/kernels/PixelBytes.h"
 
 unsigned char productTable[256][256];
@@ -49,12 +50,11 @@ void PaintClass::DisposeCut() {
 
 void PaintClass::FillColor(const RGBColor16& color) {
     AssertLocked(lockedAtSetRGB);
-    const unsigned char red = HighByte(color.red);
-    const unsigned char green = HighByte(color.green);
-    const unsigned char blue = HighByte(color.blue);
-    unsigned char* const end = Base() + grY * RowBytes();
-    for (unsigned char* pixel = Base(); pixel != end; pixel += bytesPerPixel) {
-        StoreRGB(pixel, red, green, blue);
+    const Pixel filling =
+        WithColor(0, HighByte(color.red), HighByte(color.green), HighByte(color.blue));
+    unsigned char* const pixels = Base();
+    for (int i = 0; i < grX * grY; ++i) {
+        StorePixel(pixels, i, (LoadPixel(pixels, i) & alphaMask) | filling);
     }
     Unlock();
     SetDirty();
@@ -167,6 +167,94 @@ class Block {
     const BlockSide& down;
 };
 
+// Blocks that lie side by side within the tile, a row of them at a time.
+
+/// As many rows as a sum of their bytes fits into 16 bits.
+constexpr int mostBlockRows = 257;
+/// As many pixels as a division by their number is a multiplication, in BlockRow.
+constexpr int mostBlockPixels = 4096;
+
+/// `sums` of the bytes of `rows` rows.
+void AddRowsLoop(const unsigned char* pixels, std::int32_t rowBytes, int rows,
+                 std::uint16_t* __restrict sums, int bytes) {
+    for (int i = 0; i < bytes; ++i) {
+        sums[i] = pixels[i];
+    }
+    for (int y = 1; y < rows; ++y) {
+        const unsigned char* const row = pixels + y * rowBytes;
+        for (int i = 0; i < bytes; ++i) {
+            sums[i] = static_cast<std::uint16_t>(sums[i] + row[i]);
+        }
+    }
+}
+
+class BlockRow {
+  public:
+    BlockRow(const PaintClass& pic, short newWidth, short newHeight)
+        : width(newWidth),
+          height(newHeight),
+          rowBytes(pic.RowBytes()),
+          // A sum is at most 255 * area, so with this factor, which is less than 1 too large, the
+          // product is less than 255 * area too large: below the 2^32 / area that are left up to
+          // the next whole quotient, as long as 255 * area^2 < 2^32.
+          perPixel(static_cast<std::uint32_t>((std::uint64_t{1} << 32) / Area() + 1)) {}
+
+    static bool Takes(short width, short height) {
+        return height <= mostBlockRows && width * height <= mostBlockPixels && width * height > 1;
+    }
+
+    /// Fills `blocks` blocks, of which the first begins at `pixels`.
+    void Fill(unsigned char* pixels, int blocks) const {
+        for (int first = 0; first < blocks; first += BlocksAtOnce()) {
+            FillSome(pixels + first * width * bytesPerPixel,
+                     std::min(BlocksAtOnce(), blocks - first));
+        }
+    }
+
+  private:
+    static constexpr int pixelsAtOnce = 4096;
+
+    std::uint32_t Area() const { return static_cast<std::uint32_t>(width * height); }
+    int BlocksAtOnce() const { return pixelsAtOnce / width; }
+
+    void FillSome(unsigned char* pixels, int blocks) const {
+        std::uint16_t sums[pixelsAtOnce * bytesPerPixel];
+        const int bytes = blocks * width * bytesPerPixel;
+        ForThisProcessor<AddRowsLoop>(pixels, rowBytes, int{height}, sums, bytes);
+        const unsigned char* const lastRow = pixels + (height - 1) * rowBytes;
+        for (int block = 0; block < blocks; ++block) {
+            const Pixel last = LoadPixel(lastRow, block * width + width - 1);
+            const Pixel average = Average(sums + block * width * bytesPerPixel, last);
+            for (int x = block * width; x < (block + 1) * width; ++x) {
+                StorePixel(pixels, x, average);
+            }
+        }
+        for (int y = 1; y < height; ++y) {
+            std::memcpy(pixels + y * rowBytes, pixels, static_cast<std::size_t>(bytes));
+        }
+    }
+
+    Pixel Average(const std::uint16_t* sums, Pixel last) const {
+        std::uint32_t red = 0;
+        std::uint32_t green = 0;
+        std::uint32_t blue = 0;
+        for (int x = 0; x < width; ++x, sums += bytesPerPixel) {
+            red += sums[redByte];
+            green += sums[greenByte];
+            blue += sums[blueByte];
+        }
+        return WithColor(last, PerPixel(red), PerPixel(green), PerPixel(blue));
+    }
+    int PerPixel(std::uint32_t sum) const {
+        return static_cast<int>(std::uint64_t{sum} * perPixel >> 32);
+    }
+
+    short width;
+    short height;
+    std::int32_t rowBytes;
+    std::uint32_t perPixel;
+};
+
 }  // namespace
 
 void PaintClass::Mosaic(short blockWidth, short blockHeight) {
@@ -177,10 +265,17 @@ void PaintClass::Mosaic(short blockWidth, short blockHeight) {
     const auto area =
         static_cast<std::uint64_t>(blockWidth) * static_cast<std::uint64_t>(blockHeight);
     // A block over the right or lower edge reads what earlier blocks have left on the other side,
-    // and writes there; meant.
-    for (int y = 0; y < grY; y += blockHeight) {
+    // and writes there; meant. A block of one pixel is its own average.
+    const BlockRow blockRow(*this, blockWidth, blockHeight);
+    for (int y = 0; y < grY && area > 1; y += blockHeight) {
         const BlockSide down(y, blockHeight, grY);
-        for (int x = 0; x < grX; x += blockWidth) {
+        int x = 0;
+        if (y + blockHeight <= grY && BlockRow::Takes(blockWidth, blockHeight)) {
+            const int blocks = grX / blockWidth;
+            blockRow.Fill(PixelAddress(0, static_cast<short>(y)), blocks);
+            x = blocks * blockWidth;
+        }
+        for (; x < grX; x += blockWidth) {
             const BlockSide across(x, blockWidth, grX);
             const Block block(*this, across, down);
             block.Fill(block.Average(area));
