@@ -6,11 +6,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 
 #include "base/Progress.h"
 #include "paint/PaintClass.h"
 #include "paint/PaintColors.h"
 #include "paint/kernels/PixelBytes.h"
+#include "paint/kernels/StampRow.h"
 #include "raster/Truncation.h"
 
 using hostapi::Point;
@@ -57,41 +59,51 @@ class StampSpan {
   public:
     /// `centre` is at most largestCentre either way. `offset` leads to the source.
     StampSpan(double centre, int radius, short offset, short size) {
-        for (int place = static_cast<int>(centre - radius); place < centre + radius; ++place) {
+        const auto first = static_cast<int>(centre - radius);
+        for (int place = first; place < centre + radius; ++place) {
             const double distance = centre - place;
             squares[count] = distance * distance;
-            targets[count] = Wrap(static_cast<short>(place), size);
-            sources[count] = Wrap(static_cast<short>(place + offset), size);
             ++count;
         }
+        FillPlaces(targets, first, size);
+        FillPlaces(sources, first + offset, size);
     }
 
     static constexpr double largestCentre = 1e9;
+
+    /// The end of the run of places from `start` on without a seam in targets or sources.
+    int EndOfRun(int start) const {
+        int end = start + 1;
+        while (end < count && targets[end] == targets[end - 1] + 1 &&
+               sources[end] == sources[end - 1] + 1) {
+            ++end;
+        }
+        return end;
+    }
 
     int count = 0;
     /// Squared distances from the centre.
     double squares[2 * largestStampRadius + 1];
     short targets[2 * largestStampRadius + 1];
     short sources[2 * largestStampRadius + 1];
+
+  private:
+    void FillPlaces(short* places, int first, short size) const {
+        int place = 0;
+        for (int i = 0; i < count; ++i) {
+            const auto coordinate = static_cast<short>(first + i);
+            // Positions have 16 bits: the lowest follows the highest.
+            const bool goesOn = i > 0 && coordinate != std::numeric_limits<short>::min();
+            place = goesOn ? place + 1 : Wrap(coordinate, size);
+            place = place == size ? 0 : place;
+            places[i] = static_cast<short>(place);
+        }
+    }
 };
 
 /// False also for NaN.
 bool IsInReach(double centre) {
     return std::fabs(centre) <= StampSpan::largestCentre;
-}
-
-/// Mixes the source with what was there before the stroke, where the stroke comes nearer. The
-/// source may be the pixel itself.
-void Copy(unsigned char* pixel, const unsigned char* before, const unsigned char* source,
-          double distance) {
-    if (!(distance < pixel[3])) {
-        return;
-    }
-    pixel[3] = static_cast<unsigned char>(distance);
-    const double share = distance * 0.00390625;
-    for (int c = 0; c < 3; ++c) {
-        pixel[c] = static_cast<unsigned char>(source[c] * (1.0 - share) + before[c] * share);
-    }
 }
 
 }  // namespace
@@ -152,16 +164,18 @@ void PaintClass::StampClone(double x, double y, PaintClass* pic) {
     }
     const StampSpan columns(centreX, radius, pic->stampOffsetH, pic->grX);
     const StampSpan rows(centreY, radius, pic->stampOffsetV, pic->grY);
+    const int firstEnd = columns.EndOfRun(0);
     // In this order: the source is the texture as the stamp itself has left it so far.
     for (int j = 0; j < rows.count; ++j) {
         unsigned char* const pixels = pic->PixelAddress(0, rows.targets[j]);
         const unsigned char* const before = pic->clone->PixelAddress(0, rows.targets[j]);
         const unsigned char* const sources = pic->PixelAddress(0, rows.sources[j]);
-        for (int i = 0; i < columns.count; ++i) {
-            const double distance = std::sqrt(columns.squares[i] + rows.squares[j]);
-            const int byte = columns.targets[i] * bytesPerPixel;
-            Copy(pixels + byte, before + byte, sources + columns.sources[i] * bytesPerPixel,
-                 256.0 * distance / radius);
+        for (int start = 0, end = firstEnd; start < columns.count; start = end) {
+            end = start == 0 ? firstEnd : columns.EndOfRun(start);
+            const int byte = columns.targets[start] * bytesPerPixel;
+            StampPixels({pixels + byte, before + byte,
+                         sources + columns.sources[start] * bytesPerPixel, end - start,
+                         columns.squares + start, rows.squares[j], static_cast<double>(radius)});
         }
     }
 }

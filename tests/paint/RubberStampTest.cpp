@@ -3,6 +3,7 @@
 
 #include "paint/Stroke.h"
 #include "plain/PlainTools.h"
+#include "tests/support/Compilations.h"
 #include "tests/support/ToolTest.h"
 
 namespace {
@@ -32,10 +33,16 @@ class RubberStampTest : public ToolTest {
 };
 
 TEST_F(RubberStampTest, AStrokeIsTheSameAsThePlainOne) {
-    for (int i = 0; i < 300; ++i) {
-        ExpectSameAsPlain(input.Number(1, 40), input.Number(1, 40), input.Number(-3, 20),
-                          AnyPoint(i % 5 == 0 ? 1000 : 30), AnyPath(i % 2 == 0 ? 40 : 200));
-    }
+    WithBothCompilations([this] {
+        for (int i = 0; i < 300; ++i) {
+            ExpectSameAsPlain(input.Number(1, 40), input.Number(1, 40), input.Number(-3, 20),
+                              AnyPoint(i % 5 == 0 ? 1000 : 30), AnyPath(i % 2 == 0 ? 40 : 200));
+        }
+        // Sources beside the pixels that are written, on both sides.
+        for (int offset = -9; offset <= 9; ++offset) {
+            ExpectSameAsPlain(60, 50, input.Number(2, 20), At(offset, 0), AnyPath(60));
+        }
+    });
     ExpectSameAsPlain(512, 511, 20, At(100, 30), {At(-40, 300), At(600, -20), At(500, 500)});
     ExpectSameAsPlain(511, 512, 19, At(-1, -1), {At(505, 505), At(520, 520)});
 }
