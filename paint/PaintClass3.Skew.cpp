@@ -7,6 +7,7 @@
 #include "paint/Distortion.h"
 #include "paint/PaintClass.h"
 #include "paint/kernels/Dispatch.h"
+#include "paint/kernels/ShearMix.h"
 #include "raster/Truncation.h"
 
 namespace {
@@ -58,6 +59,27 @@ void TakePixels(const Pixel* image, std::int32_t* places, unsigned char* out, in
     }
 }
 
+/// The pixels around the positions of a part of a row, whose columns are moved up or down.
+struct ShearedColumns {
+    Pixel at[distortionChunk];
+    Pixel right[distortionChunk];
+    Pixel below[distortionChunk];
+    Pixel diagonal[distortionChunk];
+    std::int32_t fractions[distortionChunk];
+};
+
+/// The row of each position in a tile of `rows` rows, and what is left of the position.
+void PlaceLoop(const Positions& part, std::int32_t rows, std::int32_t* __restrict places,
+               std::int32_t* __restrict fractions) {
+    for (int i = 0; i < part.count; ++i) {
+        const double y = part.originY + part.y[i];
+        const auto whole = static_cast<std::int32_t>(y);
+        fractions[i] = static_cast<std::int32_t>((y - whole) * shearFractionScale);
+        const std::int32_t fromTop = whole < 0 ? whole + rows : whole;
+        places[i] = fromTop >= rows ? fromTop - rows : fromTop;
+    }
+}
+
 /// One run of the effect.
 class SkewRun {
   public:
@@ -82,6 +104,8 @@ class SkewRun {
             const double shift = Rounded(SkewShift(direction, y, pic.grY, pic.grX));
             if (throughWindow && IsWhole(shift)) {
                 WriteWholeRow(y, Wrap(static_cast<int>(shift), pic.grX));
+            } else if (throughWindow && !nearest) {
+                WriteShearedRow(shift, y);
             } else {
                 WritePart(shift, y, 0, pic.grX);
             }
@@ -107,7 +131,11 @@ class SkewRun {
                 continue;
             }
             for (short y = 0; y < pic.grY; ++y) {
-                WritePart(0, y, first, count);
+                if (throughWindow && !nearest) {
+                    WriteShearedColumns(y, first, count);
+                } else {
+                    WritePart(0, y, first, count);
+                }
             }
         }
     }
@@ -140,6 +168,73 @@ class SkewRun {
             WriteNearest(*pic.clone, part, Target(first, y));
         } else {
             ReadOneByOne(*pic.clone, part, Target(first, y));
+        }
+    }
+
+    /// A row between pixels: first the pixels whose position is below 0, which are truncated
+    /// towards it.
+    void WriteShearedRow(double shift, short y) const {
+        int negative = 0;
+        while (negative < pic.grX && shift + negative < 0.0) {
+            ++negative;
+        }
+        WriteShearedPart(shift, y, 0, negative);
+        WriteShearedPart(shift, y, negative, pic.grX);
+    }
+
+    /// The pixels from column `first` to before `end`, whose positions are all on one side of 0. So
+    /// their sources stand side by side, unless a sum rounds to a whole number.
+    void WriteShearedPart(double shift, short y, int first, int end) const {
+        if (first == end) {
+            return;
+        }
+        const auto whole = static_cast<int>(shift + first);
+        const double fraction = shift + first - whole;
+        constexpr double nearWhole = 0x1p-30;
+        if (std::fabs(fraction) < nearWhole || std::fabs(fraction) > 1.0 - nearWhole) {
+            WritePart(shift, y, first, end - first);
+            return;
+        }
+        std::int32_t fractions[distortionChunk];
+        std::fill_n(fractions, distortionChunk,
+                    static_cast<std::int32_t>(fraction * shearFractionScale));
+        int place = Wrap(whole, pic.grX);
+        while (first < end) {
+            const Pixel* const at = window.Row(y) + place;
+            const Pixel* const below = window.Row(y + 1) + place;
+            const int count = std::min({end - first, pic.grX - place, distortionChunk});
+            Mix({at, at + 1, below, below + 1, fractions, count}, shift, y, first);
+            first += count;
+            place = place + count == pic.grX ? 0 : place + count;
+        }
+    }
+
+    /// A part of a row whose columns are moved up or down.
+    void WriteShearedColumns(short y, int first, int count) const {
+        std::int32_t places[distortionChunk];
+        ShearedColumns sources;
+        const Positions part = table.PartOfRow(0, y, first, count);
+        ForThisProcessor<PlaceLoop>(part, int{pic.grY}, places, sources.fractions);
+        for (int i = 0; i < count; ++i) {
+            const Pixel* const at = window.Row(places[i]) + first + i;
+            const Pixel* const below = at + pic.grX + 1;
+            sources.at[i] = at[0];
+            sources.right[i] = at[1];
+            sources.below[i] = below[0];
+            sources.diagonal[i] = below[1];
+        }
+        Mix({sources.at, sources.below, sources.right, sources.diagonal, sources.fractions, count},
+            0, y, first);
+    }
+
+    /// Writes the pixels of a run; those of groups that remain undecided exactly.
+    void Mix(const ShearedRun& run, double rowShift, short y, int first) const {
+        unsigned char undecided[distortionChunk / shearGroup];
+        MixSheared(run, Target(first, y), undecided);
+        for (int i = 0; i < run.count; i += shearGroup) {
+            if (undecided[i / shearGroup] != 0) {
+                WritePart(rowShift, y, first + i, std::min(shearGroup, run.count - i));
+            }
         }
     }
 
