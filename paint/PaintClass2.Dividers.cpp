@@ -3,6 +3,7 @@
 
 #include "base/Progress.h"
 #include "paint/PaintClass.h"
+#include "paint/kernels/PixelBytes.h"
 #include "paint/math/Random.h"
 
 namespace {
@@ -11,8 +12,24 @@ namespace {
 constexpr unsigned char freePlace = 0;
 constexpr unsigned char occupied = 255;
 
-struct LineColor {
-    unsigned char rgb[3];
+/// A coordinate as a distance in bytes, which goes round at the tile's edge.
+class WrappedOffset {
+  public:
+    /// Of `place` on a side of `size` places, `newStep` bytes each.
+    WrappedOffset(int place, short size, int newStep)
+        : offset(Wrap(place, size) * newStep), step(newStep), end(size * newStep) {}
+
+    int Bytes() const { return offset; }
+    void Forward() {
+        offset += step;
+        offset = offset == end ? 0 : offset;
+    }
+    void Back() { offset = (offset == 0 ? end : offset) - step; }
+
+  private:
+    int offset;
+    int step;
+    int end;
 };
 
 /// The raster in coordinates along and across the lines of one direction, both wrapped.
@@ -25,10 +42,15 @@ class LineField {
           alongStep(isVertical ? pic.RowBytes() : bytesPerPixel),
           acrossStep(isVertical ? bytesPerPixel : pic.RowBytes()) {}
 
-    unsigned char* At(int along, int across) const {
-        return base + Wrap(along, length) * alongStep + Wrap(across, breadth) * acrossStep;
+    WrappedOffset Along(int place) const { return {place, length, alongStep}; }
+    WrappedOffset Across(int place) const { return {place, breadth, acrossStep}; }
+
+    unsigned char* At(const WrappedOffset& along, const WrappedOffset& across) const {
+        return base + along.Bytes() + across.Bytes();
     }
-    bool IsFree(int along, int across) const { return At(along, across)[3] == freePlace; }
+    bool IsFree(const WrappedOffset& along, const WrappedOffset& across) const {
+        return At(along, across)[alphaByte] == freePlace;
+    }
 
     /// The size of the tile along a line and across it.
     const short length;
@@ -45,7 +67,8 @@ struct NewLine {
     int along;
     int across;
     short width;
-    LineColor color;
+    /// With the alpha byte of what is occupied.
+    Pixel color;
     bool antiAliased;
 };
 
@@ -53,18 +76,24 @@ struct NewLine {
 /// reach. A reach beyond the tile's breadth wraps to the same places.
 bool HasRoom(const LineField& field, const NewLine& line, short gap) {
     const int places = std::min<int>(2 * gap + line.width, field.breadth);
+    const WrappedOffset along = field.Along(line.along);
+    WrappedOffset across = field.Across(line.across - gap);
     for (int k = 0; k < places; ++k) {
-        if (!field.IsFree(line.along, line.across + k - gap)) {
+        if (!field.IsFree(along, across)) {
             return false;
         }
+        across.Forward();
     }
     return true;
 }
 
 /// The place after the nearest line before the start; the start itself if there is none.
 int StartBehindLastLine(const LineField& field, const NewLine& line) {
+    const WrappedOffset across = field.Across(line.across);
+    WrappedOffset along = field.Along(line.along);
     for (int k = 1; k < field.length; ++k) {
-        if (!field.IsFree(line.along - k, line.across)) {
+        along.Back();
+        if (!field.IsFree(along, across)) {
             return line.along - (k - 1);
         }
     }
@@ -72,42 +101,46 @@ int StartBehindLastLine(const LineField& field, const NewLine& line) {
 }
 
 /// Mixes half the line's colour into the place beside it, which stays unoccupied.
-void SoftenSide(unsigned char* pixel, const LineColor& color) {
-    for (int c = 0; c < 3; ++c) {
-        pixel[c] = static_cast<unsigned char>((pixel[c] + color.rgb[c]) / 2);
-    }
+void SoftenSide(unsigned char* place, Pixel color) {
+    const Pixel pixel = LoadPixel(place, 0);
+    // The alpha byte with itself.
+    const Pixel other = (color & ~alphaMask) | (pixel & alphaMask);
+    // Half of each sum, rounded down: the bits of both, and half of those of one.
+    StorePixel(place, 0, (pixel & other) + ((pixel ^ other) >> 1 & 0x7F7F7F7F));
 }
 
 /// Draws until the line's first column meets another line, or its own start around the tile. Its
 /// other columns run over what they meet.
 void DrawLine(const LineField& field, const NewLine& line) {
     const int places = std::min(line.width, field.breadth);
-    for (int along = line.along; along < line.along + field.length; ++along) {
-        if (!field.IsFree(along, line.across)) {
-            return;
-        }
+    const WrappedOffset first = field.Across(line.across);
+    const WrappedOffset before = field.Across(line.across - 1);
+    const WrappedOffset behind = field.Across(line.across + line.width);
+    WrappedOffset along = field.Along(line.along);
+    for (int drawn = 0; drawn < field.length && field.IsFree(along, first); ++drawn) {
+        WrappedOffset across = first;
         for (int k = 0; k < places; ++k) {
-            unsigned char* const pixel = field.At(along, line.across + k);
-            std::memcpy(pixel, line.color.rgb, sizeof line.color.rgb);
-            pixel[3] = occupied;
+            StorePixel(field.At(along, across), 0, line.color);
+            across.Forward();
         }
         if (line.antiAliased) {
-            SoftenSide(field.At(along, line.across - 1), line.color);
-            SoftenSide(field.At(along, line.across + line.width), line.color);
+            SoftenSide(field.At(along, before), line.color);
+            SoftenSide(field.At(along, behind), line.color);
         }
+        along.Forward();
     }
 }
 
-LineColor ColorOfLine(const DividersParams& params) {
+Pixel ColorOfLine(const DividersParams& params) {
+    constexpr Pixel occupying = Pixel{occupied} << 24;
     if (params.randomColors == 0) {
-        return {{HighByte(params.foreground.red), HighByte(params.foreground.green),
-                 HighByte(params.foreground.blue)}};
+        return WithColor(occupying, HighByte(params.foreground.red),
+                         HighByte(params.foreground.green), HighByte(params.foreground.blue));
     }
-    LineColor color;
-    for (unsigned char& component : color.rgb) {
-        component = static_cast<unsigned char>(RandomRange(0, 255));
-    }
-    return color;
+    const int red = RandomRange(0, 255);
+    const int green = RandomRange(0, 255);
+    const int blue = RandomRange(0, 255);
+    return WithColor(occupying, red, green, blue);
 }
 
 /// Tries one line at a random place. Returns its width, or 0 if there was no place for it.

@@ -195,9 +195,9 @@ class GreyNoise : public ChunkRun {
             const int red = RedOf(pixel) << 8;
             const int green = GreenOf(pixel) << 8;
             const int blue = BlueOf(pixel) << 8;
-            const int low = std::max({Lowest(red), Lowest(green), Lowest(blue)});
+            const int low = std::max(std::max(Lowest(red), Lowest(green)), Lowest(blue));
             lowest[i] = low;
-            range[i] = std::min({Highest(red), Highest(green), Highest(blue)}) - low;
+            range[i] = std::min(std::min(Highest(red), Highest(green)), Highest(blue)) - low;
         }
     }
     static int Lowest(int channel) { return channel <= greyMargin ? -channel : -greyMargin; }
