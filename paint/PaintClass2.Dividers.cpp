@@ -15,7 +15,7 @@ constexpr unsigned char occupied = 255;
 /// A coordinate as a distance in bytes, which goes round at the tile's edge.
 class WrappedOffset {
   public:
-    /// Of `place` on a side of `size` places, `newStep` bytes each.
+    /// `place` is wrapped to a side of `size` places, `newStep` bytes each.
     WrappedOffset(int place, short size, int newStep)
         : offset(Wrap(place, size) * newStep), step(newStep), end(size * newStep) {}
 

@@ -13,8 +13,8 @@ struct ShearedRun {
     const Pixel* along;
     const Pixel* across;
     const Pixel* diagonal;
-    /// What truncation has left of each position, times shearFractionScale and truncated. Negative
-    /// for positions below 0.
+    /// The fraction of each position, its distance from the truncated one, times
+    /// shearFractionScale and truncated. Negative for positions below 0.
     const std::int32_t* fractions;
     int count;
 };

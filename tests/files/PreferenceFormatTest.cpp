@@ -286,7 +286,7 @@ TEST_F(PreferenceFormatTest, EntriesGoBehindThoseThatAreThere) {
 }
 
 TEST_F(PreferenceFormatTest, TheLongestListComesBackAsItWas) {
-    // What the count word can tell, less one.
+    // The largest count word less one.
     constexpr int count = 32766;
     std::string entries;
     for (int i = 0; i < count; ++i) {

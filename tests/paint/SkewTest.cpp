@@ -15,10 +15,17 @@ namespace {
 
 class SkewTest : public CoreTest {
   protected:
-    void ExpectSameAsPlain(short width, short height, std::int32_t direction, bool nearest) {
+    /// Noise whose channels have only the bits of `mask`.
+    void ExpectSameAsPlain(short width, short height, std::int32_t direction, bool nearest,
+                           Pixel mask = 0xFFFFFFFF) {
         PaintClass fast(width, height);
         PaintClass plain(width, height);
         FillWithNoise(fast, input.Seed());
+        for (short y = 0; y < height; ++y) {
+            for (short x = 0; x < width; ++x) {
+                fast.SetPixel(x, y, fast.GetPixel(x, y) & mask);
+            }
+        }
         CopyShifted(fast, plain, 0, 0);
         ASSERT_TRUE(fast.Skew(direction, nearest));
         ASSERT_TRUE(PlainSkew(plain, direction, nearest));
@@ -68,6 +75,29 @@ TEST_F(SkewTest, TheSameAsThePlainLoopAtTheLargestTile) {
     ExpectSameAsPlain(512, 512, 3, false);
     ExpectSameAsPlain(511, 512, 1, false);
     ExpectSameAsPlain(512, 511, 2, false);
+}
+
+TEST_F(SkewTest, TheSameAsThePlainLoopWhereValuesAreWholeNumbers) {
+    WithBothCompilations([this] {
+        // Flat, black and white, and a few steps: values on a whole number, and next to one.
+        for (const Pixel mask : {0x00000000u, 0x80808080u, 0x03030303u, 0xC00100FFu}) {
+            for (std::int32_t direction = 0; direction < 4; ++direction) {
+                ExpectSameAsPlain(131, 60, direction, false, mask);
+                ExpectSameAsPlain(60, 131, direction, false, mask);
+                ExpectSameAsPlain(512, 511, direction, false, mask);
+            }
+        }
+        for (int grey = 1; grey < 256; ++grey) {
+            PaintClass fast(67, 41);
+            PaintClass plain(67, 41);
+            const auto component = static_cast<std::uint16_t>(grey << 8);
+            fast.FillColor({component, component, component});
+            CopyShifted(fast, plain, 0, 0);
+            ASSERT_TRUE(fast.Skew(grey % 4, false));
+            ASSERT_TRUE(PlainSkew(plain, grey % 4, false));
+            ASSERT_EQ(ColorsOf(fast), ColorsOf(plain)) << grey;
+        }
+    });
 }
 
 TEST_F(SkewTest, PlacesBeyondSixteenBitsAreTheSameAsThePlainLoopToo) {
