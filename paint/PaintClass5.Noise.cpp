@@ -107,13 +107,27 @@ std::int32_t NextDraw(std::uint32_t& state) {
 // q d + r; shifted down by b it is q, or q - 1 if r < q, as q is below 2^b. Added to the product
 // and 1, that makes q 2^b and a rest below 2^b, either way.
 
-std::int32_t By32767(std::int32_t product) {
+constexpr std::int32_t By32767(std::int32_t product) {
     return (product + 1 + (product >> 15)) >> 15;
 }
 
-std::int32_t By16383(std::int32_t product) {
+constexpr std::int32_t By16383(std::int32_t product) {
     return (product + 1 + (product >> 14)) >> 14;
 }
+
+/// On both sides of each whole quotient.
+constexpr bool DivideRightly() {
+    for (int quotient = 1; quotient < 8002; ++quotient) {
+        if (By32767(quotient * 32767) != quotient ||
+            By32767(quotient * 32767 - 1) != quotient - 1 ||
+            By16383(quotient * 16383) != quotient ||
+            By16383(quotient * 16383 - 1) != quotient - 1) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(DivideRightly());
 
 // Colours.
 

@@ -246,8 +246,9 @@ TEST_F(LinesTest, TheSameAsThePlainLoopForAnyRecordAndSize) {
         return static_cast<int>(generator() % static_cast<unsigned>(hi - lo + 1)) + lo;
     };
     std::vector<std::pair<short, short>> sizes = {
-        {1, 1},     {1, 512},   {512, 1}, {349, 1},  {350, 1},  {7, 50},   {2, 175},  {511, 512},
-        {512, 511}, {512, 512}, {3, 3},   {8192, 2}, {8193, 2}, {1, 9000}, {32767, 1}};
+        {1, 1},     {1, 512},   {512, 1},   {349, 1},   {350, 1},  {7, 50},   {2, 175},
+        {511, 512}, {512, 511}, {512, 512}, {3, 3},     {8192, 2}, {8193, 2}, {1, 9000},
+        {32767, 1}, {32767, 1}, {32767, 1}, {32766, 1}, {1, 32767}};
     while (sizes.size() < 1200) {
         sizes.emplace_back(pick(1, 70), pick(1, 70));
     }
