@@ -24,6 +24,7 @@ class Binding {
     virtual bool Hit(short item) = 0;
     virtual void Scroll(short, int) {}
     virtual bool Draw(short) { return false; }
+    virtual void Describe(short, ItemDescription&) const {}
 
   protected:
     double Stored() const { return ReadNumber(field, record); }
@@ -69,6 +70,10 @@ class NumberBinding : public Binding {
         }
         if (items.dial != 0) {
             dial.SetUp(dialog, items.dial, items.field);
+            dialog.SetRole(items.dial, ItemRole::dial, items.field);
+        }
+        if (items.slider != 0 && items.field != 0) {
+            dialog.SetRole(items.slider, ItemRole::slider, items.field);
         }
         if (items.label != 0) {
             dialog.SetLabel(items.label, items.field != 0 ? items.field : items.slider);
@@ -157,6 +162,16 @@ class RadioBinding : public Binding {
                  const std::vector<RadioChoice>& newChoices, const OtherValues& newOthers)
         : Binding(newDialog, newField, newRecord), choices(newChoices), others(newOthers) {}
 
+    /// A button without a text stands below a picture or in a place that says what it is.
+    void SetUp() override {
+        for (const RadioChoice& choice : choices) {
+            const std::string name = SpokenWord(WordOf(choice.value));
+            if (!name.empty() && dialog.GetText(choice.item).empty()) {
+                dialog.SetName(choice.item, name);
+            }
+        }
+    }
+
     void Show() override {
         const double value = Stored();
         const auto found = std::find_if(choices.begin(), choices.end(),
@@ -186,7 +201,23 @@ class RadioBinding : public Binding {
         return true;
     }
 
+    void Describe(short item, ItemDescription& description) const override {
+        for (const RadioChoice& choice : choices) {
+            if (choice.picture != 0 && choice.picture == item) {
+                description.role = ItemRole::radioButton;
+                description.name = dialog.NameOf(choice.item) + ", picture";
+                description.isChosen = dialog.GetShort(choice.item) != 0;
+            }
+        }
+    }
+
   private:
+    std::string_view WordOf(int value) const {
+        const auto word = std::find_if(field.words.begin(), field.words.end(),
+                                       [=](const FieldWord& each) { return each.value == value; });
+        return word != field.words.end() ? std::string_view(word->word) : "";
+    }
+
     void TurnOn(short item) {
         for (const RadioChoice& choice : choices) {
             dialog.SetValue(choice.item, choice.item == item ? 1 : 0);
@@ -216,8 +247,15 @@ class SwatchBinding : public Binding {
     SwatchBinding(SmallPSDialog& newDialog, const Field& newField, void* newRecord, short newItem)
         : Binding(newDialog, newField, newRecord), item(newItem) {}
 
+    void SetUp() override { dialog.SetRole(item, ItemRole::swatch); }
     void Show() override { dialog.InvalidateItem(item); }
     void Read() override {}
+
+    void Describe(short described, ItemDescription& description) const override {
+        if (described == item) {
+            description.value = ColorText(ShownColor(ReadColor(field, record)));
+        }
+    }
 
     bool Hit(short hitItem) override {
         if (hitItem != item) {
@@ -327,6 +365,12 @@ bool Bindings::Hit(short item) {
 void Bindings::Scroll(short item, int value) {
     for (const auto& row : rows) {
         row->Scroll(item, value);
+    }
+}
+
+void Bindings::Describe(short item, ItemDescription& description) const {
+    for (const auto& row : rows) {
+        row->Describe(item, description);
     }
 }
 

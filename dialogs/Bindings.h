@@ -101,6 +101,8 @@ class Bindings {
     void Scroll(short item, int value);
     /// Draws a user item. Returns false for those that no row has.
     bool Draw(short item);
+    /// Adds what the rows know of the item.
+    void Describe(short item, ItemDescription& description) const;
 
   private:
     struct Dependence {

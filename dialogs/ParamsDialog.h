@@ -40,6 +40,12 @@ class ParamsDialog : public ApplyDialog {
         }
     }
 
+    ItemDescription Describe(short item) const override {
+        ItemDescription description = ApplyDialog::Describe(item);
+        bindings.Describe(item, description);
+        return description;
+    }
+
     void SetValues(const Params& params) {
         values = params;
         if (IsOpen()) {

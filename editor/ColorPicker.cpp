@@ -4,7 +4,9 @@
 
 #include "base/FatalError.h"
 #include "dialogs/ColorChoice.h"
+#include "editor/Tools.h"
 #include "framework/dialog/DialogGeometry.h"
+#include "resources/Strings.h"
 
 namespace {
 
@@ -93,6 +95,16 @@ void ColorPicker::Click(short x, short y) {
         case wellNone:
             break;
     }
+}
+
+std::vector<ItemPart> ColorPicker::Parts() const {
+    const auto part = [](WellPart which, const std::string& value, const hostapi::Rect& bounds) {
+        const std::string hint = StringText(static_cast<StringId>(WellHint(which)));
+        return ItemPart{FirstSentence(hint), value, false, bounds};
+    };
+    return {part(wellForeground, ColorText(ShownColor(*fore)), wells.foreRect),
+            part(wellBackground, ColorText(ShownColor(*back)), wells.backRectBottom),
+            part(wellSwap, "", wells.swapRect), part(wellDefault, "", wells.defaultRect)};
 }
 
 void ColorPicker::Swap() {

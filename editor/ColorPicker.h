@@ -2,6 +2,8 @@
 // The colours themselves are the editor's.
 #pragma once
 
+#include <vector>
+
 #include "editor/ColorWells.h"
 #include "framework/dialog/SmallPSDialog.h"
 #include "paint/Color.h"
@@ -16,6 +18,8 @@ class ColorPicker {
     /// Chooses a colour, or exchanges or resets both.
     void Click(short x, short y);
     WellPart PartAt(short x, short y) const { return wells.PartAt(x, y); }
+    /// As screen readers are told of them, in the order of WellPart.
+    std::vector<ItemPart> Parts() const;
 
     /// Exchanges the colours.
     void Swap();

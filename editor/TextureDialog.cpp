@@ -180,6 +180,8 @@ void TextureDialog::Setup() {
         // The remembered size leaves another view to stand in the middle of.
         UpdateScrollPositions();
     }
+    // Not the first button, Apply: a blank that is typed by habit would end the editor.
+    SetFocus(Items::tab);
 }
 
 // Row by row; effects and filters are two columns. The tab comes before: it is the last window, so
@@ -362,14 +364,82 @@ std::uint32_t TextureDialog::HelpAt(short item) {
 
 namespace {
 
-/// The cell of a palette under a point, from 0 on; -1 outside.
-int PaletteCell(const hostapi::Rect& palette, int columns, int rows, hostapi::Point place) {
+/// The cells of the drawing tools; those of the view are one row.
+constexpr int toolColumns = 2;
+constexpr int toolRows = 4;
+
+PaletteLayout LayoutOf(const hostapi::Rect& palette, int columns, int rows) {
     PaletteLayout layout;
     layout.rows = rows;
     layout.columns = columns;
     layout.cellWidth = Width(palette) / columns;
     layout.cellHeight = Height(palette) / rows;
-    return CellAt(layout, place.h - palette.left, place.v - palette.top) - 1;
+    return layout;
+}
+
+/// The cells of a palette and their hints, of which the first one is `firstHint`.
+std::vector<ItemPart> PaletteParts(const hostapi::Rect& palette, int columns, int rows,
+                                   short firstHint, int chosen) {
+    const PaletteLayout layout = LayoutOf(palette, columns, rows);
+    std::vector<ItemPart> parts;
+    for (int cell = 1; cell <= layout.CellCount(); ++cell) {
+        const std::string hint = StringText(static_cast<StringId>(firstHint + cell - 1));
+        parts.push_back({FirstSentence(hint), "", cell == chosen,
+                         Offset(ToRect(CellBounds(layout, cell)), palette.left, palette.top)});
+    }
+    return parts;
+}
+
+}  // namespace
+
+ItemDescription TextureDialog::Describe(short item) const {
+    ItemDescription description = SmallPSDialog::Describe(item);
+    if (description.role == ItemRole::system) {
+        return description;
+    }
+    description.help = StringText(static_cast<StringId>(stringItemHelp + item));
+    switch (item) {
+        case Items::progress:
+            description.role = ItemRole::progress;
+            break;
+        case Items::zoomReadout:
+            description.role = ItemRole::text;
+            description.value = ZoomText(zoom);
+            break;
+        case Items::colorWells:
+            description.role = ItemRole::group;
+            if (colorPicker != nullptr) {
+                description.parts = colorPicker->Parts();
+            }
+            break;
+        case Items::toolPalette:
+            description.parts =
+                PaletteParts(GetBounds(item), toolColumns, toolRows, ToolHint(0), GetShort(item));
+            break;
+        case Items::viewPalette:
+            description.parts =
+                PaletteParts(GetBounds(item), toolColumns, 1, ViewToolHint(0), GetShort(item));
+            break;
+        case Items::paletteFrame:
+            description.role = ItemRole::border;
+            break;
+        default:
+            break;
+    }
+    // Buttons with a symbol or a picture, and items without a text.
+    constexpr std::size_t symbol = 1;
+    if (description.name.size() <= symbol) {
+        description.name = FirstSentence(description.help);
+    }
+    return description;
+}
+
+namespace {
+
+/// The cell of a palette under a point, from 0 on; -1 outside.
+int PaletteCell(const hostapi::Rect& palette, int columns, int rows, hostapi::Point place) {
+    return CellAt(LayoutOf(palette, columns, rows), place.h - palette.left, place.v - palette.top) -
+           1;
 }
 
 }  // namespace
@@ -379,7 +449,7 @@ short TextureDialog::HintAt(short item) const {
     const hostapi::Point place = Mouse();
     if (item == Items::toolPalette || item == Items::viewPalette) {
         const bool tools = item == Items::toolPalette;
-        const int cell = PaletteCell(GetBounds(item), 2, tools ? 4 : 1, place);
+        const int cell = PaletteCell(GetBounds(item), toolColumns, tools ? toolRows : 1, place);
         if (cell < 0) {
             return HelpReadout::noHint;
         }

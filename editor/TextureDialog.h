@@ -63,6 +63,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     short CursorAt(short item) override;
     /// Fills the help readout; always returns 0.
     std::uint32_t HelpAt(short item) override;
+    ItemDescription Describe(short item) const override;
     bool ScrollChanged(short item, int value) override;
     void Paint(const Region& region) override;
     void DrawItem(short item) override;

@@ -238,9 +238,11 @@ struct ShapesItems {
         material = 23,
         materialLabel = 26,
         widthSlider = 27,
+        widthPicture = 28,
         heightSlider = 29,
         width = 30,
         height = 32,
+        heightPicture = 34,
         sizeDisplacement = 35,
         sizeDisplacementLabel = 37,
         verticalDisplacement = 38,
@@ -257,6 +259,8 @@ struct ShapesItems {
         angleLabel = 57,
         globe = 58,
         angle = 60,
+        columnsPicture = 62,
+        rowsPicture = 63,
     };
 };
 

@@ -71,6 +71,9 @@ inline bool IsControlEnabled(HWND control) {
 /// The control paints itself before this returns.
 void Redraw(HWND control);
 
+/// The same after a change of its value, of which screen readers are told.
+void ShowValue(HWND control);
+
 /// Take the messages that a control does nothing special with: for one that paints all of itself,
 /// and for one that takes the arrow keys and shows the focus beside that.
 LRESULT TakeAsPainted(HWND control, UINT message, WPARAM wParam, LPARAM lParam);

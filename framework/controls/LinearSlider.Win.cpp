@@ -88,7 +88,7 @@ void Tell(HWND control, int code, int value) {
 void Follow(HWND control, LinearSlider& slider, LPARAM place) {
     const int x = static_cast<std::int16_t>(LOWORD(place));
     if (SetSliderValue(slider.range, ValueAt(Measure(control), slider.range, x))) {
-        Redraw(control);
+        ShowValue(control);
         Tell(control, scrollThumb, slider.range.value);
     }
 }
@@ -149,7 +149,7 @@ std::optional<SliderKey> KeyOf(WPARAM key) {
 void Press(HWND control, LinearSlider& slider, SliderKey key) {
     const bool isShiftDown = (GetKeyState(VK_SHIFT) & 0x8000) != 0;
     if (SetSliderValue(slider.range, SliderValueAfter(slider.range, key, isShiftDown))) {
-        Redraw(control);
+        ShowValue(control);
         Tell(control, scrollThumbEnd, slider.range.value);
     }
 }
@@ -193,7 +193,7 @@ LRESULT Take(HWND control, LinearSlider& slider, UINT message, WPARAM wParam, LP
             return slider.range.value;
         case controlSetValue:
             if (SetSliderValue(slider.range, static_cast<int>(lParam))) {
-                Redraw(control);
+                ShowValue(control);
             }
             return 0;
         case controlSetRange:

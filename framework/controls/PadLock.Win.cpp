@@ -30,7 +30,7 @@ void Paint(HWND control, const PadLock& lock) {
 void SetState(HWND control, PadLock& lock, int state) {
     if (state != lock.state) {
         lock.state = state;
-        Redraw(control);
+        ShowValue(control);
     }
 }
 

@@ -155,7 +155,7 @@ int BoxLeft(HWND control) {
 
 void Choose(HWND control, PopupMenu& popup, int entry) {
     popup.selected = entry;
-    Redraw(control);
+    ShowValue(control);
     TellDialog(control, WM_NOTIFY, control);
 }
 
@@ -311,7 +311,7 @@ LRESULT Take(HWND control, PopupMenu& popup, UINT message, WPARAM wParam, LPARAM
             return popup.selected;
         case controlSetValue:
             popup.selected = static_cast<int>(lParam);
-            Redraw(control);
+            ShowValue(control);
             return 0;
         default:
             return TakeList(control, popup.entries, message, wParam, lParam);

@@ -84,7 +84,7 @@ void Click(HWND control, ToolPalette& palette, LPARAM place) {
     const bool isChange = cell != palette.selected;
     if (isChange) {
         palette.selected = cell;
-        Redraw(control);
+        ShowValue(control);
     }
     TellDialog(control, isChange || isSecond ? UINT{WM_NOTIFY} : UINT{messageClicked}, control);
 }
@@ -93,7 +93,7 @@ void Select(HWND control, ToolPalette& palette, int cell) {
     const bool isCell = cell >= 0 && cell <= LayOut(control, palette).CellCount();
     if (isCell && cell != palette.selected) {
         palette.selected = cell;
-        Redraw(control);
+        ShowValue(control);
     }
 }
 

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "base/Module.Win.h"
 #include "framework/controls/ControlClasses.Win.h"
@@ -105,6 +106,82 @@ void NorvantaDialog::WriteText(short item, const char* text, bool select) {
     if (select && record.IsEditField()) {
         SendMessageA(ControlOf(record), EM_SETSEL, 0, -1);
     }
+}
+
+// --- What they are ---
+
+namespace {
+
+ItemRole ButtonRole(LONG style, bool hasText) {
+    switch (style & BS_TYPEMASK) {
+        case BS_CHECKBOX:
+            return hasText ? ItemRole::system : ItemRole::checkBox;
+        case BS_RADIOBUTTON:
+            return hasText ? ItemRole::system : ItemRole::radioButton;
+        case BS_PUSHBUTTON:
+        case BS_DEFPUSHBUTTON:
+            return (style & BS_ICON) != 0 ? ItemRole::pushButton : ItemRole::system;
+        default:
+            return ItemRole::system;
+    }
+}
+
+struct ClassRole {
+    const char* name;
+    ItemRole role;
+};
+
+constexpr ClassRole classRoles[] = {
+    {"tBitmapButton", ItemRole::pushButton}, {"tToolPalette", ItemRole::palette},
+    {"tPopupMenu", ItemRole::popup},         {"tRealtimeMenu", ItemRole::popup},
+    {"tLinearSlider", ItemRole::slider},     {"tPadLock", ItemRole::checkBox},
+    {"tUserItem", ItemRole::picture},
+};
+
+}  // namespace
+
+/// Without what the dialog says of it.
+ItemRole NorvantaDialog::ControlRole(const ItemRecord& record) const {
+    const HWND control = ControlOf(record);
+    char name[32] = "";
+    GetClassNameA(control, name, static_cast<int>(sizeof name));
+    const auto found =
+        std::find_if(std::begin(classRoles), std::end(classRoles),
+                     [&](const ClassRole& row) { return lstrcmpiA(row.name, name) == 0; });
+    if (found != std::end(classRoles)) {
+        return found->role;
+    }
+    const LONG style = GetWindowLongA(control, GWL_STYLE);
+    if (record.IsEditField()) {
+        return ItemRole::field;
+    }
+    if (record.kind == itemScrollBar) {
+        return ItemRole::scrollBar;
+    }
+    if (record.kind == itemButton) {
+        return ButtonRole(style, GetWindowTextLengthA(control) > 0);
+    }
+    const LONG picture = style & SS_TYPEMASK;
+    const bool isPicture = record.kind == itemText && (picture == SS_BITMAP || picture == SS_ICON);
+    return isPicture && (style & SS_NOTIFY) != 0 ? ItemRole::picture : ItemRole::system;
+}
+
+/// The smallest box with a title around the middle of the item; 0 for none.
+short NorvantaDialog::GroupOf(short item) const {
+    const hostapi::Rect bounds = GetBounds(item);
+    const hostapi::Point middle{static_cast<std::int16_t>((bounds.top + bounds.bottom) / 2),
+                                static_cast<std::int16_t>((bounds.left + bounds.right) / 2)};
+    short smallest = 0;
+    for (short box = 1; box <= itemCount; ++box) {
+        const HWND control = ControlOf(Record(box));
+        const bool isBox = Record(box).kind == itemButton &&
+                           (GetWindowLongA(control, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+        if (isBox && !GetText(box).empty() && Contains(GetBounds(box), middle) &&
+            (smallest == 0 || Width(GetBounds(box)) < Width(GetBounds(smallest)))) {
+            smallest = box;
+        }
+    }
+    return smallest;
 }
 
 // --- State ---

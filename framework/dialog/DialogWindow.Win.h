@@ -86,5 +86,6 @@ class DialogWindow {
     static bool FollowMnemonic(NorvantaDialog& dialog, const MSG& message);
     static short ItemOfLabel(const NorvantaDialog& dialog, short label);
     static bool ChooseInGroup(NorvantaDialog& dialog, const MSG& message);
+    static bool PressFocused(NorvantaDialog& dialog, const MSG& message);
     static bool FilterSystemKey(NorvantaDialog& dialog, int character);
 };

@@ -50,14 +50,15 @@ char UpperCase(char character) {
     return character;
 }
 
-/// Whether the character is the one after the text's single ampersand.
 bool IsMnemonicOf(const std::string& text, WPARAM character) {
-    std::size_t at = text.find('&');
-    while (at + 1 < text.size() && at != std::string::npos && text[at + 1] == '&') {
-        at = text.find('&', at + 2);
-    }
-    return at != std::string::npos && at + 1 < text.size() &&
-           UpperCase(text[at + 1]) == UpperCase(static_cast<char>(character));
+    const char mnemonic = MnemonicIn(text);
+    return mnemonic != '\0' && UpperCase(mnemonic) == UpperCase(static_cast<char>(character));
+}
+
+bool IsPushButton(const ItemRecord& record) {
+    const LONG type = GetWindowLongA(static_cast<HWND>(record.control), GWL_STYLE) & BS_TYPEMASK;
+    return record.kind == itemButton &&
+           (type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON || type == BS_OWNERDRAW);
 }
 
 enum class GroupStep { none, previous, next };
@@ -138,7 +139,7 @@ bool DialogWindow::FilterMessage(const MSG& message) {
     TrackFocus();
     return active->windowExists &&
            (FilterKey(*active, message) || FollowMnemonic(*active, message) ||
-            ChooseInGroup(*active, message));
+            ChooseInGroup(*active, message) || PressFocused(*active, message));
 }
 
 /// The item that the text of another one is the label of, by SetLabel or by its kind; 0 for none.
@@ -183,6 +184,18 @@ bool DialogWindow::ChooseInGroup(NorvantaDialog& dialog, const MSG& message) {
     if (dialog.windowExists && dialog.GetShort(item) == 0) {
         dialog.HitItem(item);
     }
+    return true;
+}
+
+// Return presses the push button that has the focus. The system knows neither those with a picture
+// nor, everywhere, one that got the focus by the mouse, and would press the default button.
+bool DialogWindow::PressFocused(NorvantaDialog& dialog, const MSG& message) {
+    const short item = dialog.GetFocusItem();
+    if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN || item == 0 ||
+        !IsPushButton(dialog.Record(item))) {
+        return false;
+    }
+    dialog.HitItem(item);
     return true;
 }
 

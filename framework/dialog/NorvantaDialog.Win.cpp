@@ -10,6 +10,7 @@
 #include "base/HostServices.h"
 #include "base/Module.Win.h"
 #include "base/WindowContext.Win.h"
+#include "framework/access/Accessibility.Win.h"
 #include "framework/controls/ControlClasses.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "framework/dialog/DialogWindow.Win.h"
@@ -82,6 +83,7 @@ NorvantaDialog::~NorvantaDialog() {
         DialogWindow::RemoveFilter();
         UnregisterControlClasses();
         hostsOtherWindows.Restore();
+        accessibility::Release();
         dialogState = DialogState{};
     }
 }
@@ -120,6 +122,7 @@ int NorvantaDialog::Run() {
 /// The window is gone already.
 void DialogWindow::TakeQuit(NorvantaDialog& dialog) {
     EndScrolling(dialog);
+    accessibility::Disconnect(dialog);
     dialog.isClosing = true;
     dialog.result = cancelItem;
     dialog.timer = 0;
@@ -161,6 +164,7 @@ void NorvantaDialog::Close(int newResult) {
         timer = 0;
     }
     DialogWindow::EndScrolling(*this);
+    accessibility::Disconnect(*this);
     windowExists = false;
     // The window's own message of this does not find the dialog any more.
     DialogWindow::Forget(*this);
@@ -209,6 +213,11 @@ void DialogWindow::CountItems(NorvantaDialog& dialog) {
         FatalError(faultBadArgument, sourceName, __LINE__);
     }
     PrepareControls(dialog.items);
+    for (const ItemRecord& served : dialog.items) {
+        if (dialog.ControlRole(served) != ItemRole::system) {
+            accessibility::Serve(static_cast<HWND>(served.control));
+        }
+    }
 }
 
 void DialogWindow::MeasureText(NorvantaDialog& dialog) {

@@ -29,6 +29,7 @@
 #include <string>
 #include <vector>
 
+#include "framework/access/ItemDescription.h"
 #include "framework/dialog/FocusState.h"
 #include "framework/dialog/ItemRecord.h"
 #include "framework/drawing/InterfaceLib.h"
@@ -125,6 +126,10 @@ class NorvantaDialog {
     virtual void PopupOpens(short item);
     virtual void PopupIsClosed(short item);
 
+    /// Tells of an item for screen readers. The base knows it from the control and from the
+    /// texts around it; dialogs add what is theirs alone.
+    virtual ItemDescription Describe(short item) const;
+
     // --- Values ---
 
     /// The value of the control: a button 1 or 0, a combo box, popup or tab its 1-based selection,
@@ -176,6 +181,14 @@ class NorvantaDialog {
     /// Alt and the mnemonic of a text give `item` the focus, where the tab stop after the text is
     /// another one. A custom control takes the mnemonic of its own text.
     void SetLabel(short label, short item);
+    /// Says what a user item is. The name and, for a dial, the value are those of the item `named`.
+    void SetRole(short item, ItemRole role, short named = 0);
+    /// The name of an item that neither a text of its own nor one beside it names.
+    void SetName(short item, const std::string& name) { names.push_back({item, name}); }
+    /// The name by which a screen reader is told of the item; empty if nothing names it.
+    std::string NameOf(short item) const;
+    /// The key that gives the item the focus together with Alt; 0 for none.
+    char KeyOf(short item) const;
     /// A push button that Return presses; 0 for none.
     void SetDefaultItem(short item);
     /// The item that Escape and the close box hit; 0 for none.
@@ -264,6 +277,14 @@ class NorvantaDialog {
     bool IsItem(short item) const { return item >= 1 && item <= itemCount; }
     ItemRecord& Record(short item);
     const ItemRecord& Record(short item) const;
+    ItemRole ControlRole(const ItemRecord& record) const;
+    ItemRole RoleOf(short item) const;
+    std::string ValueTextOf(short item, ItemRole role) const;
+    short NamedAs(short item) const;
+    short LabelOf(short item) const;
+    std::string OwnNameOf(short item) const;
+    short GroupOf(short item) const;
+    bool IsNameShared(short item) const;
     void CheckWindow() const;
 
     // The way of a hit.
@@ -335,6 +356,17 @@ class NorvantaDialog {
     /// HICONs that controls show.
     using OwnedIcon = std::unique_ptr<void, void (*)(void* icon)>;
     std::vector<OwnedIcon> icons;
+    struct Role {
+        short item;
+        ItemRole role;
+        short named;
+    };
+    std::vector<Role> roles;
+    struct Name {
+        short item;
+        std::string name;
+    };
+    std::vector<Name> names;
     int textDepth = 0;
     std::uintptr_t timer = 0;
     bool isInAlert = false;
