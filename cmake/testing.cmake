@@ -60,8 +60,8 @@ endfunction()
 
 # add_project_test(NAME SOURCES... LIBRARIES... [TIMEOUT seconds] [SHARDS n] [ALONE filter] [COST seconds]
 #                  [SEPARATE] [NO_DISPLAY] [RESOLUTIONS filter])
-# One program, one ctest entry, or n that share its tests between them; those that `filter` names run
-# while no other program does. What ran is counted from the files that the entries leave in results/.
+# One program, one ctest entry, or n that share its tests between them; those that `filter` names have
+# the system to themselves. What ran is counted from the files that the entries leave in results/.
 # The costliest begin first, so that none is left to run alone. NO_DISPLAY keeps a program that sends
 # input to a desktop in memory: on a display, all programs would share its one pointer. Those tests that
 # the filter RESOLUTIONS names run on screens of other resolutions as well; in the 32-bit build alone.
@@ -85,7 +85,7 @@ function(add_project_test name)
   file(RELATIVE_PATH results ${PROJECT_SOURCE_DIR} ${CMAKE_BINARY_DIR}/results)
   if(T_ALONE)
     add_test_entry(${name} ${name}-alone "--gtest_filter=${T_ALONE}")
-    set_tests_properties(${name}-alone PROPERTIES RUN_SERIAL TRUE)
+    run_by_itself(${name}-alone)
     set(others "--gtest_filter=-${T_ALONE}")
   endif()
   if(T_RESOLUTIONS AND MINGW_TRIPLE MATCHES "^i686")
@@ -106,6 +106,13 @@ function(add_project_test name)
   endforeach()
 endfunction()
 
+# run_by_itself(ENTRY): for tests that count what the session holds, so that no other program may open
+# or close anything meanwhile. Wine gives them a session of their own, in which one entry runs at a time.
+function(run_by_itself entry)
+  set_property(TEST ${entry} APPEND PROPERTY ENVIRONMENT "WINE_SESSION=alone")
+  set_tests_properties(${entry} PROPERTIES RESOURCE_LOCK session)
+endfunction()
+
 # For add_project_test, whose variables it reads: an entry of `program` with further arguments.
 macro(add_test_entry program entry)
   add_test(NAME ${entry}
@@ -113,6 +120,6 @@ macro(add_test_entry program entry)
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
   set_tests_properties(${entry} PROPERTIES TIMEOUT ${T_TIMEOUT} COST ${T_COST})
   if(T_NO_DISPLAY)
-    set_property(TEST ${entry} PROPERTY ENVIRONMENT "DISPLAY=")
+    set_property(TEST ${entry} APPEND PROPERTY ENVIRONMENT "DISPLAY=")
   endif()
 endmacro()

@@ -4,7 +4,8 @@ heading() {
   printf '\n== %s\n' "$1"
 }
 
-# Configures a preset when its folder is new (later changes are CMake's own to notice) and builds it.
+# Configures a preset when its folder is new (later changes are CMake's own to notice) and builds it,
+# giving way to tests that run meanwhile.
 # build_preset PRESET [TARGET]...
 build_preset() {
   preset=$1; shift
@@ -14,10 +15,23 @@ build_preset() {
     cat "build-$preset.log" >&2; rm -f "build-$preset.log"; return 1; }
   rm -f "build-$preset.log"
   if [ $# -gt 0 ]; then
-    cmake --build "build/$preset" --target "$@"
+    nice -n 10 cmake --build "build/$preset" --target "$@"
   else
-    cmake --build "build/$preset"
+    nice -n 10 cmake --build "build/$preset"
   fi
+}
+
+# run_tests PRESET JOBS [NICENESS]
+run_tests() {
+  heading "Testing $1"
+  rm -rf "build/$1/results"
+  mkdir -p "build/$1/results"
+  nice -n "${3:-0}" ctest --preset "$1" -j"$2" || note_failure "$1"
+}
+
+# note_failure NAME: the closing line names it.
+note_failure() {
+  echo "$1" >> build/failed
 }
 
 # As CMakeLists.txt has it.
@@ -26,7 +40,7 @@ project_version() {
 }
 
 # Adds up the files that the test programs left, and prints the closing line.
-# count_results PRESETS FAILED_PRESETS
+# count_results PRESETS
 count_results() {
   total=0; failed=0; skipped=0
   for preset in $1; do
@@ -38,10 +52,10 @@ count_results() {
     done
   done
   # A program that ended before it could write its file counts as one failure.
-  if [ -n "$2" ] && [ "$failed" -eq 0 ]; then
-    failed=1; total=$((total + 1))
+  if [ -e build/failed ]; then
+    if [ "$failed" -eq 0 ]; then failed=1; total=$((total + 1)); fi
+    printf '\nFailed: %s\n' "$(sort -u build/failed | tr '\n' ' ')"
   fi
-  [ -z "$2" ] || printf '\nFailed:%s\n' "$2"
   printf '\n%d passed, %d failed, %d skipped\n' $((total - failed - skipped)) "$failed" "$skipped"
 }
 
