@@ -104,10 +104,13 @@ provide() {
   cd "$work"
   quietly fetch "$2"
   source=$(echo "$work/$2"-*/); source=${source%/}
+  builds=
   for triple in $triples; do
-    quietly build_"$1" "$triple"
-    install_into "$triple" "$1"
+    quietly build_"$1" "$triple" &
+    builds="$builds $!"
   done
+  for build in $builds; do wait "$build"; done
+  for triple in $triples; do install_into "$triple" "$1"; done
 }
 
 own_apt apt-get update >> "$log" 2>&1 || echo 'apt-get update failed in part; going on' >&2
