@@ -24,20 +24,17 @@ add_shared_headers(test_headers HEADERS
   <utility> <vector>
   OPTIONS test_options)
 
-# compile_as_test(TARGET [SEPARATE]): for programs of tests and for what supports them.
+# compile_as_test(TARGET): for programs of tests and for what supports them.
 #
 # The sources of one folder are compiled as one, in a fifth of the time, in every build alike: then
 # names in their anonymous namespaces that clash are seen by who adds one, not later by ./test alone.
-# A folder is the group, not every eight sources, so that a new source clashes with nothing but what
-# stands beside it and moves no other from one group to the next. SEPARATE compiles each source for
-# itself: for tests of dialogs, where each says Items for those of its own dialog.
+# A folder is the group, not every few sources, so that a new source clashes with nothing but what
+# stands beside it and moves no other from one group to the next. For Windows a group has 8 sources at
+# most: there the time of the 32-bit assembler and of the linker grows with the square of a source's
+# functions; for tests/host as one they take as long as the compiler.
 function(compile_as_test target)
-  cmake_parse_arguments(C "SEPARATE" "" "" ${ARGN})
   target_link_libraries(${target} PRIVATE project_options test_options)
   share_headers(${target} test_headers)
-  if(C_SEPARATE)
-    return()
-  endif()
   set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
   get_target_property(sources ${target} SOURCES)
   get_target_property(folder ${target} SOURCE_DIR)
@@ -47,9 +44,7 @@ function(compile_as_test target)
     cmake_path(GET path PARENT_PATH group)
     file(RELATIVE_PATH group ${PROJECT_SOURCE_DIR} ${group})
     string(MAKE_C_IDENTIFIER ${group} group)
-    if(MINGW_TRIPLE MATCHES "^i686")
-      # The assembler's time grows with the square of a source's functions there: for tests/host as
-      # one it takes as long as the compiler. What clashes is seen in the other builds.
+    if(WIN32)
       math(EXPR part "${count} / 8")
       math(EXPR count "${count} + 1")
       string(APPEND group _${part})
@@ -59,14 +54,14 @@ function(compile_as_test target)
 endfunction()
 
 # add_project_test(NAME SOURCES... LIBRARIES... [TIMEOUT seconds] [SHARDS n] [ALONE filter] [COST seconds]
-#                  [SEPARATE] [NO_DISPLAY] [RESOLUTIONS filter])
+#                  [NO_DISPLAY] [RESOLUTIONS filter])
 # One program, one ctest entry, or n that share its tests between them; those that `filter` names have
 # the system to themselves. What ran is counted from the files that the entries leave in results/.
 # The costliest begin first, so that none is left to run alone. NO_DISPLAY keeps a program that sends
 # input to a desktop in memory: on a display, all programs would share its one pointer. Those tests that
 # the filter RESOLUTIONS names run on screens of other resolutions as well; in the 32-bit build alone.
 function(add_project_test name)
-  cmake_parse_arguments(T "SEPARATE;NO_DISPLAY" "TIMEOUT;SHARDS;ALONE;COST;RESOLUTIONS" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
+  cmake_parse_arguments(T "NO_DISPLAY" "TIMEOUT;SHARDS;ALONE;COST;RESOLUTIONS" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
   if(NOT T_TIMEOUT)
     set(T_TIMEOUT 300)
   endif()
@@ -75,11 +70,7 @@ function(add_project_test name)
   endif()
   add_executable(${name} ${T_SOURCES})
   target_link_libraries(${name} PRIVATE ${T_LIBRARIES} gtest_main)
-  if(T_SEPARATE)
-    compile_as_test(${name} SEPARATE)
-  else()
-    compile_as_test(${name})
-  endif()
+  compile_as_test(${name})
   # Relative to the working directory: a Windows program takes a path that begins with a slash for
   # one without a drive.
   file(RELATIVE_PATH results ${PROJECT_SOURCE_DIR} ${CMAKE_BINARY_DIR}/results)

@@ -46,7 +46,7 @@ class Document {
     /// The name of the step that Undo() or Redo() would take; empty if there is none.
     std::string UndoName() const { return CanUndo() ? steps[position - 1].name : std::string(); }
     std::string RedoName() const { return CanRedo() ? steps[position].name : std::string(); }
-    /// Answer the changed part; nothing if there is no step.
+    /// Return the changed part; nothing if there is no step.
     std::optional<hostapi::VRect> Undo();
     std::optional<hostapi::VRect> Redo();
 

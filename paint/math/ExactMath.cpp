@@ -303,7 +303,7 @@ DoublePair Complement(double x) {
     return {root, remainder / (2 * root)};
 }
 
-/// The wide way, by Newton's method from a double next to the result. One derivative serves for
+/// The exact path, by Newton's method from a double next to the result. One derivative serves for
 /// all steps: each still gains 26 bits or more, next to 1 where it gains least.
 WideFixed AsinOf(double sine, double approximation) {
     constexpr int lastStep = -200;

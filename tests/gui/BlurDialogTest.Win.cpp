@@ -4,8 +4,6 @@
 
 namespace {
 
-using Items = BlurItems;
-
 class BlurDialogTest : public DialogRunTest {
   protected:
     static DrivenDialog OpenBlur(const GuiDriver& gui, const DrivenDialog& editor) {
@@ -41,18 +39,18 @@ void BlurDialogTest::ExpectTakenBack(
 
 int ChosenDirection(const DrivenDialog& blur) {
     int chosen = -1;
-    for (int item = Items::firstDirection; item <= Items::lastDirection; ++item) {
+    for (int item = BlurItems::firstDirection; item <= BlurItems::lastDirection; ++item) {
         if (blur.Value(item) != 0) {
             EXPECT_EQ(chosen, -1) << "only one is on";
-            chosen = item - Items::firstDirection;
+            chosen = item - BlurItems::firstDirection;
         }
     }
     return chosen;
 }
 
 bool AreDirectionsEnabled(const DrivenDialog& blur) {
-    const bool first = blur.IsEnabled(Items::firstDirection);
-    for (int item = Items::firstDirection; item <= Items::lastDirection; ++item) {
+    const bool first = blur.IsEnabled(BlurItems::firstDirection);
+    for (int item = BlurItems::firstDirection; item <= BlurItems::lastDirection; ++item) {
         EXPECT_EQ(blur.IsEnabled(item), first) << item;
     }
     return first;
@@ -62,9 +60,9 @@ TEST_F(BlurDialogTest, StartsWithTheDefaults) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog blur = OpenBlur(gui, editor);
         EXPECT_EQ(blur.Title(), "Blur");
-        EXPECT_EQ(blur.Text(Items::amount), "20");
-        EXPECT_EQ(blur.Value(Items::slider), 20);
-        EXPECT_EQ(blur.Value(Items::motion), 0);
+        EXPECT_EQ(blur.Text(BlurItems::amount), "20");
+        EXPECT_EQ(blur.Value(BlurItems::slider), 20);
+        EXPECT_EQ(blur.Value(BlurItems::motion), 0);
         EXPECT_EQ(ChosenDirection(blur), 1);
         EXPECT_FALSE(AreDirectionsEnabled(blur));
         CloseWith(blur, okItem);
@@ -78,9 +76,9 @@ TEST_F(BlurDialogTest, StartsWithTheStoredValues) {
     stored.blur = {77, 1, 0, 6};
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog blur = OpenBlur(gui, editor);
-        EXPECT_EQ(blur.Text(Items::amount), "77");
-        EXPECT_EQ(blur.Value(Items::slider), 77);
-        EXPECT_EQ(blur.Value(Items::motion), 1);
+        EXPECT_EQ(blur.Text(BlurItems::amount), "77");
+        EXPECT_EQ(blur.Value(BlurItems::slider), 77);
+        EXPECT_EQ(blur.Value(BlurItems::motion), 1);
         EXPECT_EQ(ChosenDirection(blur), 6);
         EXPECT_TRUE(AreDirectionsEnabled(blur));
         CloseWith(blur, okItem);
@@ -90,61 +88,61 @@ TEST_F(BlurDialogTest, StartsWithTheStoredValues) {
 
 TEST_F(BlurDialogTest, TheFieldMovesTheSlider) {
     ExpectTakenBack({35, 0, 0, 1}, [](const GuiDriver& gui, const DrivenDialog& blur) {
-        TypeInto(gui, blur, Items::amount, "35");
-        WaitUntil("the slider", [&] { return blur.Value(Items::slider) == 35; });
+        TypeInto(gui, blur, BlurItems::amount, "35");
+        WaitUntil("the slider", [&] { return blur.Value(BlurItems::slider) == 35; });
     });
 }
 
 TEST_F(BlurDialogTest, TheSliderWritesTheFieldDuringItsDrag) {
     ExpectTakenBack({1, 0, 0, 1}, [](const GuiDriver&, const DrivenDialog& blur) {
-        DragSlider(blur, Items::slider, {1, 100}, {90, 50, 1}, [&](int value) {
+        DragSlider(blur, BlurItems::slider, {1, 100}, {90, 50, 1}, [&](int value) {
             WaitUntil("the field",
-                      [&] { return blur.Text(Items::amount) == std::to_string(value); });
+                      [&] { return blur.Text(BlurItems::amount) == std::to_string(value); });
         });
     });
 }
 
 TEST_F(BlurDialogTest, TheSliderByTheKeys) {
     ExpectTakenBack({100, 0, 0, 1}, [](const GuiDriver& gui, const DrivenDialog& blur) {
-        TabTo(gui, blur, Items::slider);
+        TabTo(gui, blur, BlurItems::slider);
         gui.Chord({VK_HOME});
-        WaitUntil("the field", [&] { return blur.Text(Items::amount) == "100"; });
+        WaitUntil("the field", [&] { return blur.Text(BlurItems::amount) == "100"; });
         EXPECT_TRUE(blur.IsOpen());
     });
 }
 
 TEST_F(BlurDialogTest, TheArrowsStepTheField) {
     ExpectTakenBack({31, 0, 0, 1}, [](const GuiDriver& gui, const DrivenDialog& blur) {
-        TabTo(gui, blur, Items::amount);
+        TabTo(gui, blur, BlurItems::amount);
         gui.Chord({VK_UP});
-        WaitUntil("21", [&] { return blur.Text(Items::amount) == "21"; });
+        WaitUntil("21", [&] { return blur.Text(BlurItems::amount) == "21"; });
         gui.Chord({VK_SHIFT, VK_UP});
-        WaitUntil("31", [&] { return blur.Text(Items::amount) == "31"; });
-        EXPECT_EQ(blur.Value(Items::slider), 31);
+        WaitUntil("31", [&] { return blur.Text(BlurItems::amount) == "31"; });
+        EXPECT_EQ(blur.Value(BlurItems::slider), 31);
     });
 }
 
 TEST_F(BlurDialogTest, TheCheckBoxEnablesTheDirections) {
     ExpectTakenBack({20, 1, 0, 1}, [](const GuiDriver&, const DrivenDialog& blur) {
-        blur.Click(Items::motion, {6, 8});
-        WaitUntil("the directions", [&] { return blur.IsEnabled(Items::lastDirection); });
+        blur.Click(BlurItems::motion, {6, 8});
+        WaitUntil("the directions", [&] { return blur.IsEnabled(BlurItems::lastDirection); });
         EXPECT_TRUE(AreDirectionsEnabled(blur));
-        EXPECT_EQ(blur.Value(Items::motion), 1);
-        blur.Click(Items::motion, {6, 8});
-        WaitUntil("no directions", [&] { return !blur.IsEnabled(Items::lastDirection); });
+        EXPECT_EQ(blur.Value(BlurItems::motion), 1);
+        blur.Click(BlurItems::motion, {6, 8});
+        WaitUntil("no directions", [&] { return !blur.IsEnabled(BlurItems::lastDirection); });
         EXPECT_FALSE(AreDirectionsEnabled(blur));
-        EXPECT_EQ(blur.Value(Items::motion), 0);
-        blur.Press(Items::motion);
+        EXPECT_EQ(blur.Value(BlurItems::motion), 0);
+        blur.Press(BlurItems::motion);
     });
 }
 
 TEST_F(BlurDialogTest, EachDirectionTurnsTheOthersOff) {
     stored.blur.motion = 1;
     ExpectTakenBack({20, 1, 0, 7}, [](const GuiDriver&, const DrivenDialog& blur) {
-        for (int item = Items::firstDirection; item <= Items::lastDirection; ++item) {
+        for (int item = BlurItems::firstDirection; item <= BlurItems::lastDirection; ++item) {
             blur.ClickMiddle(item);
             WaitUntil("the direction", [&] { return blur.Value(item) == 1; });
-            EXPECT_EQ(ChosenDirection(blur), item - Items::firstDirection);
+            EXPECT_EQ(ChosenDirection(blur), item - BlurItems::firstDirection);
         }
     });
 }
@@ -155,15 +153,15 @@ TEST_F(BlurDialogTest, AnAmountBeyondTheLimits) {
             "An integer in the range between 1 and 100 required. Would you like to insert the "
             "closest value?";
         const DrivenDialog blur = OpenBlur(gui, editor);
-        TabTo(gui, blur, Items::amount);
+        TabTo(gui, blur, BlurItems::amount);
         gui.Type("0");
         EXPECT_EQ(AnswerAlert(gui, blur), question);
-        WaitUntil("the closest", [&] { return blur.Text(Items::amount) == "1"; });
-        EXPECT_EQ(blur.Value(Items::slider), 1);
-        TypeInto(gui, blur, Items::amount, "10");
+        WaitUntil("the closest", [&] { return blur.Text(BlurItems::amount) == "1"; });
+        EXPECT_EQ(blur.Value(BlurItems::slider), 1);
+        TypeInto(gui, blur, BlurItems::amount, "10");
         gui.Type("1");
         EXPECT_EQ(AnswerAlert(gui, blur, cancelItem), question);
-        WaitUntil("the value before", [&] { return blur.Text(Items::amount) == "10"; });
+        WaitUntil("the value before", [&] { return blur.Text(BlurItems::amount) == "10"; });
         CloseWith(blur, okItem);
     });
     ExpectApplied(*BlurOf({10, 0, 0, 1}));
@@ -172,11 +170,11 @@ TEST_F(BlurDialogTest, AnAmountBeyondTheLimits) {
 TEST_F(BlurDialogTest, AnEmptyFieldKeepsItsValue) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog blur = OpenBlur(gui, editor);
-        TabTo(gui, blur, Items::amount);
+        TabTo(gui, blur, BlurItems::amount);
         gui.Chord({VK_DELETE});
-        WaitUntil("nothing", [&] { return blur.Text(Items::amount).empty(); });
-        TabTo(gui, blur, Items::slider);
-        WaitUntil("the value", [&] { return blur.Text(Items::amount) == "20"; });
+        WaitUntil("nothing", [&] { return blur.Text(BlurItems::amount).empty(); });
+        TabTo(gui, blur, BlurItems::slider);
+        WaitUntil("the value", [&] { return blur.Text(BlurItems::amount) == "20"; });
         CloseWith(blur, okItem);
     });
     ExpectApplied(*BlurOf({}));
@@ -185,12 +183,12 @@ TEST_F(BlurDialogTest, AnEmptyFieldKeepsItsValue) {
 TEST_F(BlurDialogTest, AnEmptyFieldTakesWhatTheSliderIsMovedTo) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog blur = OpenBlur(gui, editor);
-        TabTo(gui, blur, Items::amount);
+        TabTo(gui, blur, BlurItems::amount);
         gui.Chord({VK_DELETE});
-        WaitUntil("nothing", [&] { return blur.Text(Items::amount).empty(); });
-        blur.Click(Items::slider, PlaceOnSlider(blur, Items::slider, {1, 100}, 57));
+        WaitUntil("nothing", [&] { return blur.Text(BlurItems::amount).empty(); });
+        blur.Click(BlurItems::slider, PlaceOnSlider(blur, BlurItems::slider, {1, 100}, 57));
         TabTo(gui, blur, okItem);
-        EXPECT_EQ(blur.Text(Items::amount), "57");
+        EXPECT_EQ(blur.Text(BlurItems::amount), "57");
         CloseWith(blur, okItem);
     });
     ExpectApplied(*BlurOf({57, 0, 0, 1}));
@@ -201,12 +199,13 @@ TEST_F(BlurDialogTest, TheKeyboard) {
         const DrivenDialog blur = OpenBlur(gui, editor);
         TabTo(gui, blur, okItem);
         EXPECT_EQ(TabOrder(gui, blur),
-                  (std::vector<int>{okItem, cancelItem, ApplyItems::apply, Items::amount,
-                                    Items::slider, Items::motion}));
+                  (std::vector<int>{okItem, cancelItem, ApplyItems::apply, BlurItems::amount,
+                                    BlurItems::slider, BlurItems::motion}));
         gui.Chord({VK_MENU, 'M'});
-        WaitUntil("motion by its letter", [&] { return blur.Value(Items::motion) == 1; });
+        WaitUntil("motion by its letter", [&] { return blur.Value(BlurItems::motion) == 1; });
         gui.Chord({VK_MENU, 'B'});
-        WaitUntil("the field by its letter", [&] { return FocusedItem(blur) == Items::amount; });
+        WaitUntil("the field by its letter",
+                  [&] { return FocusedItem(blur) == BlurItems::amount; });
         gui.Chord({VK_RETURN});
         blur.WaitUntilClosed();
     });
@@ -233,12 +232,12 @@ TEST_F(BlurDialogTest, TheRepeatGoesOnInTheDirectionOfTheLastDialog) {
     }
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog first = OpenBlur(gui, editor);
-        TypeInto(gui, first, Items::amount, "80");
-        first.Press(Items::motion);
-        first.Press(Items::firstDirection + 2);
+        TypeInto(gui, first, BlurItems::amount, "80");
+        first.Press(BlurItems::motion);
+        first.Press(BlurItems::firstDirection + 2);
         CloseWith(first, okItem);
         const DrivenDialog second = OpenBlur(gui, editor);
-        second.Press(Items::firstDirection + 5);
+        second.Press(BlurItems::firstDirection + 5);
         CloseWith(second, okItem);
         WaitUntil("the repeat", [&] { return editor.IsEnabled(TextureItems::repeatFilter); });
         editor.Press(TextureItems::repeatFilter);

@@ -4,7 +4,6 @@
 
 namespace {
 
-using Items = BrushItems;
 using Texture = TextureItems;
 
 constexpr short standardSize = 11;
@@ -39,13 +38,13 @@ TEST_F(BrushDialogTest, TheFieldMovesTheSlider) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog brush = OpenBrush(gui, editor);
         EXPECT_EQ(brush.Title(), "Brush Tool Settings");
-        EXPECT_EQ(brush.Text(Items::size), std::to_string(standardSize));
-        EXPECT_EQ(brush.Value(Items::slider), standardSize);
-        brush.SetText(Items::size, "17");
-        WaitUntil("the slider", [&] { return brush.Value(Items::slider) == 17; });
+        EXPECT_EQ(brush.Text(BrushItems::size), std::to_string(standardSize));
+        EXPECT_EQ(brush.Value(BrushItems::slider), standardSize);
+        brush.SetText(BrushItems::size, "17");
+        WaitUntil("the slider", [&] { return brush.Value(BrushItems::slider) == 17; });
         CloseWith(brush, okItem);
         const DrivenDialog again = OpenBrush(gui, editor);
-        EXPECT_EQ(again.Text(Items::size), "17");
+        EXPECT_EQ(again.Text(BrushItems::size), "17");
         CloseWith(again, cancelItem);
         Stamp(gui, editor);
     });
@@ -55,9 +54,9 @@ TEST_F(BrushDialogTest, TheFieldMovesTheSlider) {
 TEST_F(BrushDialogTest, TheSliderWritesTheField) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog brush = OpenBrush(gui, editor);
-        DragSlider(brush, Items::slider, {2, 20}, {20, 2, 5}, [&](int value) {
+        DragSlider(brush, BrushItems::slider, {2, 20}, {20, 2, 5}, [&](int value) {
             WaitUntil("the field",
-                      [&] { return brush.Text(Items::size) == std::to_string(value); });
+                      [&] { return brush.Text(BrushItems::size) == std::to_string(value); });
         });
         CloseWith(brush, okItem);
         Stamp(gui, editor);
@@ -68,7 +67,7 @@ TEST_F(BrushDialogTest, TheSliderWritesTheField) {
 TEST_F(BrushDialogTest, CancelKeepsTheSize) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog brush = OpenBrush(gui, editor);
-        brush.SetText(Items::size, "17");
+        brush.SetText(BrushItems::size, "17");
         gui.Chord({VK_ESCAPE});
         brush.WaitUntilClosed();
         Stamp(gui, editor);
@@ -94,14 +93,14 @@ TEST_F(BrushDialogTest, SizesBeyondTheLimits) {
             "An integer in the range between 2 and 20 required. Would you like to insert the "
             "closest value?";
         const DrivenDialog brush = OpenBrush(gui, editor);
-        TypeInto(gui, brush, Items::size, "2");
+        TypeInto(gui, brush, BrushItems::size, "2");
         gui.Type("1");
         EXPECT_EQ(AnswerAlert(gui, brush), question);
-        WaitUntil("the most", [&] { return brush.Text(Items::size) == "20"; });
-        EXPECT_EQ(brush.Value(Items::slider), 20);
+        WaitUntil("the most", [&] { return brush.Text(BrushItems::size) == "20"; });
+        EXPECT_EQ(brush.Value(BrushItems::slider), 20);
         gui.Type("1");
         EXPECT_EQ(AnswerAlert(gui, brush), question);
-        WaitUntil("the least", [&] { return brush.Text(Items::size) == "2"; });
+        WaitUntil("the least", [&] { return brush.Text(BrushItems::size) == "2"; });
         CloseWith(brush, okItem);
         Stamp(gui, editor);
     });
@@ -111,7 +110,7 @@ TEST_F(BrushDialogTest, SizesBeyondTheLimits) {
 TEST_F(BrushDialogTest, ANewTextureHasTheStandardSize) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog brush = OpenBrush(gui, editor);
-        brush.SetText(Items::size, "17");
+        brush.SetText(BrushItems::size, "17");
         CloseWith(brush, okItem);
         editor.PressToOpen(Texture::newTexture);
         CloseWith(gui.WaitForTitle("New"), okItem);
@@ -126,11 +125,11 @@ TEST_F(BrushDialogTest, TheKeyboard) {
         const DrivenDialog brush = OpenBrush(gui, editor);
         TabTo(gui, brush, okItem);
         EXPECT_EQ(TabOrder(gui, brush),
-                  (std::vector<int>{okItem, cancelItem, Items::size, Items::slider}));
+                  (std::vector<int>{okItem, cancelItem, BrushItems::size, BrushItems::slider}));
         gui.Chord({VK_MENU, 'S'});
-        WaitUntil("the size", [&] { return FocusedItem(brush) == Items::size; });
+        WaitUntil("the size", [&] { return FocusedItem(brush) == BrushItems::size; });
         gui.Chord({VK_UP});
-        WaitUntil("one more", [&] { return brush.Text(Items::size) == "12"; });
+        WaitUntil("one more", [&] { return brush.Text(BrushItems::size) == "12"; });
         gui.Chord({VK_RETURN});
         brush.WaitUntilClosed();
         Stamp(gui, editor);

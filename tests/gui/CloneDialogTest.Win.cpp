@@ -4,7 +4,6 @@
 
 namespace {
 
-using Items = CloneItems;
 using Texture = TextureItems;
 
 class CloneDialogTest : public DialogRunTest {
@@ -37,10 +36,10 @@ TEST_F(CloneDialogTest, StartsWithTheDefaults) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog clone = OpenClone(gui, editor);
         EXPECT_EQ(clone.Title(), "Rubber Stamp Tool Settings");
-        EXPECT_EQ(clone.Text(Items::size), "16");
-        EXPECT_EQ(clone.Value(Items::slider), 16);
-        EXPECT_EQ(clone.Text(Items::horizontalOffset), "0");
-        EXPECT_EQ(clone.Text(Items::verticalOffset), "0");
+        EXPECT_EQ(clone.Text(CloneItems::size), "16");
+        EXPECT_EQ(clone.Value(CloneItems::slider), 16);
+        EXPECT_EQ(clone.Text(CloneItems::horizontalOffset), "0");
+        EXPECT_EQ(clone.Text(CloneItems::verticalOffset), "0");
         CloseWith(clone, cancelItem);
     });
 }
@@ -49,15 +48,15 @@ TEST_F(CloneDialogTest, StartsWithTheDefaults) {
 TEST_F(CloneDialogTest, TheOffsetsAreThoseOfTheStroke) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog clone = OpenClone(gui, editor);
-        TypeInto(gui, clone, Items::size, "9");
-        WaitUntil("the slider", [&] { return clone.Value(Items::slider) == 9; });
-        TypeInto(gui, clone, Items::horizontalOffset, "-31");
-        TypeInto(gui, clone, Items::verticalOffset, "22");
+        TypeInto(gui, clone, CloneItems::size, "9");
+        WaitUntil("the slider", [&] { return clone.Value(CloneItems::slider) == 9; });
+        TypeInto(gui, clone, CloneItems::horizontalOffset, "-31");
+        TypeInto(gui, clone, CloneItems::verticalOffset, "22");
         CloseWith(clone, okItem);
         const DrivenDialog again = OpenClone(gui, editor);
-        EXPECT_EQ(again.Text(Items::size), "9");
-        EXPECT_EQ(again.Text(Items::horizontalOffset), "-31");
-        EXPECT_EQ(again.Text(Items::verticalOffset), "22");
+        EXPECT_EQ(again.Text(CloneItems::size), "9");
+        EXPECT_EQ(again.Text(CloneItems::horizontalOffset), "-31");
+        EXPECT_EQ(again.Text(CloneItems::verticalOffset), "22");
         CloseWith(again, cancelItem);
         Paint(gui, editor);
     });
@@ -67,10 +66,10 @@ TEST_F(CloneDialogTest, TheOffsetsAreThoseOfTheStroke) {
 TEST_F(CloneDialogTest, TheSliderWritesTheField) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog clone = OpenClone(gui, editor);
-        clone.SetText(Items::horizontalOffset, "40");
-        DragSlider(clone, Items::slider, {1, 20}, {20, 1, 6}, [&](int value) {
+        clone.SetText(CloneItems::horizontalOffset, "40");
+        DragSlider(clone, CloneItems::slider, {1, 20}, {20, 1, 6}, [&](int value) {
             WaitUntil("the field",
-                      [&] { return clone.Text(Items::size) == std::to_string(value); });
+                      [&] { return clone.Text(CloneItems::size) == std::to_string(value); });
         });
         CloseWith(clone, okItem);
         Paint(gui, editor);
@@ -81,12 +80,12 @@ TEST_F(CloneDialogTest, TheSliderWritesTheField) {
 TEST_F(CloneDialogTest, CancelKeepsTheSettings) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         DrivenDialog clone = OpenClone(gui, editor);
-        clone.SetText(Items::horizontalOffset, "40");
+        clone.SetText(CloneItems::horizontalOffset, "40");
         CloseWith(clone, okItem);
         clone = OpenClone(gui, editor);
-        clone.SetText(Items::size, "3");
-        clone.SetText(Items::horizontalOffset, "7");
-        clone.SetText(Items::verticalOffset, "8");
+        clone.SetText(CloneItems::size, "3");
+        clone.SetText(CloneItems::horizontalOffset, "7");
+        clone.SetText(CloneItems::verticalOffset, "8");
         CloseWith(clone, cancelItem);
         Paint(gui, editor);
     });
@@ -96,18 +95,18 @@ TEST_F(CloneDialogTest, CancelKeepsTheSettings) {
 TEST_F(CloneDialogTest, ValuesBeyondTheLimits) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog clone = OpenClone(gui, editor);
-        TypeInto(gui, clone, Items::size, "2");
+        TypeInto(gui, clone, CloneItems::size, "2");
         gui.Type("1");
         EXPECT_EQ(AnswerAlert(gui, clone),
                   "An integer in the range between 1 and 20 required. Would you like to insert the "
                   "closest value?");
-        WaitUntil("the most", [&] { return clone.Text(Items::size) == "20"; });
-        TypeInto(gui, clone, Items::verticalOffset, "100");
+        WaitUntil("the most", [&] { return clone.Text(CloneItems::size) == "20"; });
+        TypeInto(gui, clone, CloneItems::verticalOffset, "100");
         gui.Type("1");
         EXPECT_EQ(AnswerAlert(gui, clone),
                   "An integer in the range between -1000 and 1000 required. Would you like to "
                   "insert the closest value?");
-        WaitUntil("the farthest", [&] { return clone.Text(Items::verticalOffset) == "1000"; });
+        WaitUntil("the farthest", [&] { return clone.Text(CloneItems::verticalOffset) == "1000"; });
         CloseWith(clone, okItem);
         Paint(gui, editor);
     });
@@ -131,11 +130,11 @@ TEST_F(CloneDialogTest, TheKeyboard) {
         const DrivenDialog clone = OpenClone(gui, editor);
         TabTo(gui, clone, okItem);
         EXPECT_EQ(TabOrder(gui, clone),
-                  (std::vector<int>{okItem, cancelItem, Items::size, Items::slider,
-                                    Items::horizontalOffset, Items::verticalOffset}));
+                  (std::vector<int>{okItem, cancelItem, CloneItems::size, CloneItems::slider,
+                                    CloneItems::horizontalOffset, CloneItems::verticalOffset}));
         gui.Chord({VK_MENU, 'V'});
         WaitUntil("the vertical offset",
-                  [&] { return FocusedItem(clone) == Items::verticalOffset; });
+                  [&] { return FocusedItem(clone) == CloneItems::verticalOffset; });
         gui.Chord({VK_ESCAPE});
         clone.WaitUntilClosed();
     });

@@ -8,7 +8,6 @@
 
 namespace {
 
-using Items = CombineItems;
 using Texture = TextureItems;
 
 const char* const nothingChosen = "[choose a texture by clicking on the button]";
@@ -43,9 +42,9 @@ class CombineDialogTest : public DialogRunTest {
         return texture;
     }
     void Choose(const GuiDriver& gui, const DrivenDialog& combine, const std::string& name) const {
-        combine.PressToOpen(Items::choose);
+        combine.PressToOpen(CombineItems::choose);
         ChooseFile(gui, "Open", PathOf(name));
-        WaitUntil("the name", [&] { return combine.Text(Items::fileName) == name; });
+        WaitUntil("the name", [&] { return combine.Text(CombineItems::fileName) == name; });
     }
 
     char currentFolder[MAX_PATH];
@@ -55,14 +54,14 @@ TEST_F(CombineDialogTest, AFileIsWantedBeforeOk) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog combine = OpenCombine(gui, editor);
         EXPECT_EQ(combine.Title(), "Combine");
-        EXPECT_EQ(combine.Text(Items::fileName), nothingChosen);
+        EXPECT_EQ(combine.Text(CombineItems::fileName), nothingChosen);
         EXPECT_FALSE(combine.IsEnabled(okItem));
         EXPECT_TRUE(combine.IsEnabled(ApplyItems::apply));
-        EXPECT_EQ(combine.Value(Items::mode), 1);
-        EXPECT_EQ(combine.Text(Items::amount), "50");
-        EXPECT_EQ(combine.Value(Items::slider), 50);
+        EXPECT_EQ(combine.Value(CombineItems::mode), 1);
+        EXPECT_EQ(combine.Text(CombineItems::amount), "50");
+        EXPECT_EQ(combine.Value(CombineItems::slider), 50);
         EXPECT_EQ(
-            Entries(combine, Items::mode),
+            Entries(combine, CombineItems::mode),
             (std::vector<std::string>{"Blend this texture with", "Structure this texture with",
                                       "Color this texture with"}));
         Keep(combine, "combine-without-a-file");
@@ -71,9 +70,9 @@ TEST_F(CombineDialogTest, AFileIsWantedBeforeOk) {
         gui.Chord({VK_RETURN});
         gui.WaitUntilIdle();
         EXPECT_TRUE(combine.IsOpen()) << "Return presses a grey OK";
-        combine.PressToOpen(Items::choose);
+        combine.PressToOpen(CombineItems::choose);
         CloseWith(gui.WaitForTitle("Open"), IDCANCEL);
-        EXPECT_EQ(combine.Text(Items::fileName), nothingChosen);
+        EXPECT_EQ(combine.Text(CombineItems::fileName), nothingChosen);
         EXPECT_FALSE(combine.IsEnabled(okItem));
         gui.Chord({VK_ESCAPE});
         combine.WaitUntilClosed();
@@ -88,7 +87,7 @@ TEST_F(CombineDialogTest, OkCombinesWithTheChosenFile) {
         gui.Chord({VK_MENU, 'T'});
         ChooseFile(gui, "Open", PathOf("lines.jpg"));
         WaitUntil("OK", [&] { return combine.IsEnabled(okItem); });
-        EXPECT_EQ(combine.Text(Items::fileName), "lines.jpg");
+        EXPECT_EQ(combine.Text(CombineItems::fileName), "lines.jpg");
         Keep(combine, "combine");
         TabTo(gui, combine, Items::slider);
         gui.Chord({VK_RETURN});
@@ -133,29 +132,30 @@ TEST_F(CombineDialogTest, EveryControlTakesTheResultBack) {
             ExpectShown(editor, *noise);
         };
         expectTakenBack([&] {
-            TypeInto(gui, combine, Items::amount, "81");
-            WaitUntil("the slider", [&] { return combine.Value(Items::slider) == 81; });
+            TypeInto(gui, combine, CombineItems::amount, "81");
+            WaitUntil("the slider", [&] { return combine.Value(CombineItems::slider) == 81; });
             amount = 81;
         });
         expectTakenBack([&] {
-            DragSlider(combine, Items::slider, {0, 100}, {0, 100}, [&](int value) {
-                WaitUntil("the field",
-                          [&] { return combine.Text(Items::amount) == std::to_string(value); });
+            DragSlider(combine, CombineItems::slider, {0, 100}, {0, 100}, [&](int value) {
+                WaitUntil("the field", [&] {
+                    return combine.Text(CombineItems::amount) == std::to_string(value);
+                });
             });
             amount = 100;
         });
         expectTakenBack([&] {
-            TabTo(gui, combine, Items::slider);
+            TabTo(gui, combine, CombineItems::slider);
             gui.Chord({VK_LEFT});
-            WaitUntil("the field", [&] { return combine.Text(Items::amount) == "99"; });
+            WaitUntil("the field", [&] { return combine.Text(CombineItems::amount) == "99"; });
             amount = 99;
         });
         expectTakenBack([&] {
-            ChooseEntry(gui, combine, Items::mode, 2);
+            ChooseEntry(gui, combine, CombineItems::mode, 2);
             mode = 2;
         });
         expectTakenBack([&] {
-            ChooseEntryByMouse(gui, combine, Items::mode, 3);
+            ChooseEntryByMouse(gui, combine, CombineItems::mode, 3);
             mode = 3;
         });
         CloseWith(combine, okItem);
@@ -182,8 +182,8 @@ TEST_F(CombineDialogTest, TheThreeModesMakeWhatARecipeMakes) {
             if (mode == 1) {
                 Choose(gui, combine, "lines.jpg");
             }
-            ChooseEntry(gui, combine, Items::mode, mode);
-            TypeInto(gui, combine, Items::amount,
+            ChooseEntry(gui, combine, CombineItems::mode, mode);
+            TypeInto(gui, combine, CombineItems::amount,
                      std::to_string(amounts.at(static_cast<std::size_t>(mode) - 1)));
             CloseWith(combine, okItem);
         }
@@ -199,11 +199,11 @@ TEST_F(CombineDialogTest, AMenuLeftWithoutAChoiceKeepsModeAndResult) {
         Choose(gui, combine, "lines.jpg");
         combine.Press(ApplyItems::apply);
         ExpectShown(editor, *Combined("lines.jpg", 50, 1));
-        OpenMenuOf(combine, Items::mode);
-        PointAtEntry(combine, Items::mode, 3);
+        OpenMenuOf(combine, CombineItems::mode);
+        PointAtEntry(combine, CombineItems::mode, 3);
         gui.Chord({VK_ESCAPE});
         WaitUntil("the menu to close", [&] { return !HasOpenMenu(combine); });
-        WaitUntil("the mode before", [&] { return combine.Value(Items::mode) == 1; });
+        WaitUntil("the mode before", [&] { return combine.Value(CombineItems::mode) == 1; });
         ExpectShown(editor, *Combined("lines.jpg", 50, 1));
         CloseWith(combine, okItem);
     });
@@ -215,11 +215,11 @@ TEST_F(CombineDialogTest, OpensAppliedWithTheFileOfBefore) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog first = OpenCombine(gui, editor);
         Choose(gui, first, "lines.jpg");
-        TypeInto(gui, first, Items::amount, "30");
+        TypeInto(gui, first, CombineItems::amount, "30");
         CloseWith(first, okItem);
         const DrivenDialog again = OpenCombine(gui, editor);
-        EXPECT_EQ(again.Text(Items::fileName), "lines.jpg");
-        EXPECT_EQ(again.Text(Items::amount), "30");
+        EXPECT_EQ(again.Text(CombineItems::fileName), "lines.jpg");
+        EXPECT_EQ(again.Text(CombineItems::amount), "30");
         EXPECT_TRUE(again.IsEnabled(okItem));
         CloseWith(again, okItem);
     });
@@ -237,7 +237,7 @@ TEST_F(CombineDialogTest, AChosenFileSurvivesACancelThatTakesTheResultBack) {
         CloseWith(combine, cancelItem);
         ExpectShown(editor, *Noise());
         const DrivenDialog again = OpenCombine(gui, editor);
-        EXPECT_EQ(again.Text(Items::fileName), "lines.jpg");
+        EXPECT_EQ(again.Text(CombineItems::fileName), "lines.jpg");
         CloseWith(again, cancelItem);
     });
     ExpectApplied(*Noise());
@@ -261,14 +261,14 @@ TEST_F(CombineDialogTest, WhatCannotBeCombinedIsTold) {
         EXPECT_EQ(tell("torn.jpg"), notLoaded);
         EXPECT_EQ(tell("size-513x10.jpg"), notLoaded);
         for (const int mode : {2, 3, 1}) {
-            ChooseEntry(gui, combine, Items::mode, mode);
+            ChooseEntry(gui, combine, CombineItems::mode, mode);
             EXPECT_EQ(tell("medium.jpg"),
                       "Only textures of same size can be combined. The choosen texture has a "
                       "different size.");
         }
         ExpectShown(editor, *Noise());
         // Changed after the Apply, so that OK tries once more.
-        TypeInto(gui, combine, Items::amount, "10");
+        TypeInto(gui, combine, CombineItems::amount, "10");
         combine.PressToOpen(okItem);
         EXPECT_EQ(AnswerAlert(gui, editor),
                   "Only textures of same size can be combined. The choosen texture has a different "
@@ -284,21 +284,22 @@ TEST_F(CombineDialogTest, AmountsBeyondTheLimitsAsk) {
             "An integer in the range between 0 and 100 required. Would you like to insert the "
             "closest value?";
         const DrivenDialog combine = OpenCombine(gui, editor);
-        TypeInto(gui, combine, Items::amount, "10");
+        TypeInto(gui, combine, CombineItems::amount, "10");
         gui.Type("1");
         EXPECT_EQ(AnswerAlert(gui, combine), question);
-        WaitUntil("the most", [&] { return combine.Value(Items::slider) == 100; });
+        WaitUntil("the most", [&] { return combine.Value(CombineItems::slider) == 100; });
         gui.Type("-1");
         EXPECT_EQ(AnswerAlert(gui, combine), question);
-        WaitUntil("the least", [&] { return combine.Value(Items::slider) == 0; });
+        WaitUntil("the least", [&] { return combine.Value(CombineItems::slider) == 0; });
         TabTo(gui, combine, cancelItem);
         gui.Chord({VK_MENU, 'A'});
-        WaitUntil("the amount", [&] { return FocusedItem(combine) == Items::amount; });
+        WaitUntil("the amount", [&] { return FocusedItem(combine) == CombineItems::amount; });
         TabTo(gui, combine, cancelItem);
         // OK is grey.
-        EXPECT_EQ(TabOrder(gui, combine),
-                  (std::vector<int>{cancelItem, ApplyItems::apply, Items::mode, Items::choose,
-                                    Items::slider, Items::amount}));
+        EXPECT_EQ(
+            TabOrder(gui, combine),
+            (std::vector<int>{cancelItem, ApplyItems::apply, CombineItems::mode,
+                              CombineItems::choose, CombineItems::slider, CombineItems::amount}));
         CloseWith(combine, cancelItem);
     });
 }

@@ -12,11 +12,6 @@
 using EditorUser = std::function<void(const GuiDriver& gui, const DrivenDialog& editor)>;
 
 class DialogRunTest : public PluginRunTest {
-  public:
-    /// The texture's size.
-    static constexpr short width = 150;
-    static constexpr short height = 100;
-
   protected:
     /// A run of the editor with the stored preferences, on a texture of the selection's size, blank
     /// or of the selection's noise. Apply is pressed at the end.

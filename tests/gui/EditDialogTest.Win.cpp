@@ -4,7 +4,6 @@
 
 namespace {
 
-using Items = SizeItems;
 using Texture = TextureItems;
 
 const char* const outOfMemory =
@@ -30,15 +29,15 @@ class EditDialogTest : public DialogRunTest {
 TEST_F(EditDialogTest, NewMakesAWhiteTexture) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog dialog = OpenNew(gui, editor);
-        EXPECT_EQ(dialog.Text(Items::name), "Untitled 1");
-        EXPECT_EQ(dialog.Text(Items::width), "150");
-        EXPECT_EQ(dialog.Text(Items::height), "100");
-        EXPECT_EQ(dialog.Text(Items::resolution), "72 dpi");
-        EXPECT_EQ(dialog.Text(Items::size), "58 kB");
-        TypeInto(gui, dialog, Items::name, "Felt");
-        TypeInto(gui, dialog, Items::width, "30");
-        TypeInto(gui, dialog, Items::height, "40");
-        WaitUntil("the size", [&] { return dialog.Text(Items::size) == "4 kB"; });
+        EXPECT_EQ(dialog.Text(SizeItems::name), "Untitled 1");
+        EXPECT_EQ(dialog.Text(SizeItems::width), "150");
+        EXPECT_EQ(dialog.Text(SizeItems::height), "100");
+        EXPECT_EQ(dialog.Text(SizeItems::resolution), "72 dpi");
+        EXPECT_EQ(dialog.Text(SizeItems::size), "58 kB");
+        TypeInto(gui, dialog, SizeItems::name, "Felt");
+        TypeInto(gui, dialog, SizeItems::width, "30");
+        TypeInto(gui, dialog, SizeItems::height, "40");
+        WaitUntil("the size", [&] { return dialog.Text(SizeItems::size) == "4 kB"; });
         CloseWith(dialog, okItem);
         ExpectSize(editor, "30 pixel", "40 pixel");
         EXPECT_EQ(editor.Text(Texture::name), "Felt");
@@ -66,14 +65,14 @@ TEST_F(EditDialogTest, NewHasNothingToRedo) {
 TEST_F(EditDialogTest, ACancelledNewChangesNothing) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog dialog = OpenNew(gui, editor);
-        TypeInto(gui, dialog, Items::name, "Felt");
-        TypeInto(gui, dialog, Items::width, "30");
-        ChooseEntry(gui, dialog, Items::units, 3);
+        TypeInto(gui, dialog, SizeItems::name, "Felt");
+        TypeInto(gui, dialog, SizeItems::width, "30");
+        ChooseEntry(gui, dialog, SizeItems::units, 3);
         CloseWith(dialog, cancelItem);
         ExpectSize(editor, "150 pixel", "100 pixel");
         EXPECT_EQ(editor.Text(Texture::name), "Untitled 1");
         const DrivenDialog again = OpenEdit(gui, editor);
-        EXPECT_EQ(again.Value(Items::units), 1) << "the unit is as it was, too";
+        EXPECT_EQ(again.Value(SizeItems::units), 1) << "the unit is as it was, too";
         CloseWith(again, cancelItem);
     });
     ExpectApplied(*Noise());
@@ -96,8 +95,8 @@ TEST_F(EditDialogTest, EditStretchesToTheNewSize) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog dialog = OpenEdit(gui, editor);
         EXPECT_EQ(dialog.Title(), "Edit");
-        TypeInto(gui, dialog, Items::width, "211");
-        TypeInto(gui, dialog, Items::height, "37");
+        TypeInto(gui, dialog, SizeItems::width, "211");
+        TypeInto(gui, dialog, SizeItems::height, "37");
         CloseWith(dialog, okItem);
         ExpectSize(editor, "211 pixel", "37 pixel");
         // The snapshot is of the new size: Undo finds nothing to take back.
@@ -113,7 +112,7 @@ TEST_F(EditDialogTest, TheSameSizeTouchesNoPixelAndTakesNoSnapshot) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         editor.Press(Texture::invert);
         const DrivenDialog dialog = OpenEdit(gui, editor);
-        TypeInto(gui, dialog, Items::name, "Other");
+        TypeInto(gui, dialog, SizeItems::name, "Other");
         CloseWith(dialog, okItem);
         WaitUntil("the name", [&] { return editor.Text(Texture::name) == "Other"; });
         editor.Choose(commandUndo);
@@ -125,8 +124,8 @@ TEST_F(EditDialogTest, TheSameSizeTouchesNoPixelAndTakesNoSnapshot) {
 TEST_F(EditDialogTest, ACancelledEditChangesNothing) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog dialog = OpenEdit(gui, editor);
-        TypeInto(gui, dialog, Items::name, "Other");
-        TypeInto(gui, dialog, Items::width, "20");
+        TypeInto(gui, dialog, SizeItems::name, "Other");
+        TypeInto(gui, dialog, SizeItems::width, "20");
         gui.Chord({VK_ESCAPE});
         dialog.WaitUntilClosed();
         ExpectSize(editor, "150 pixel", "100 pixel");
@@ -138,15 +137,15 @@ TEST_F(EditDialogTest, ACancelledEditChangesNothing) {
 TEST_F(EditDialogTest, TheUnitGoesToTheReadouts) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog dialog = OpenEdit(gui, editor);
-        ChooseEntry(gui, dialog, Items::units, 3);
-        WaitUntil("centimetres", [&] { return dialog.Text(Items::width) == "5.3"; });
-        EXPECT_EQ(dialog.Text(Items::height), "3.5");
+        ChooseEntry(gui, dialog, SizeItems::units, 3);
+        WaitUntil("centimetres", [&] { return dialog.Text(SizeItems::width) == "5.3"; });
+        EXPECT_EQ(dialog.Text(SizeItems::height), "3.5");
         CloseWith(dialog, okItem);
         ExpectSize(editor, "5.3 cm", "3.5 cm");
         const DrivenDialog again = OpenEdit(gui, editor);
-        EXPECT_EQ(again.Value(Items::units), 3);
-        ChooseEntry(gui, again, Items::units, 2);
-        WaitUntil("inches", [&] { return again.Text(Items::width) == "2.1"; });
+        EXPECT_EQ(again.Value(SizeItems::units), 3);
+        ChooseEntry(gui, again, SizeItems::units, 2);
+        WaitUntil("inches", [&] { return again.Text(SizeItems::width) == "2.1"; });
         CloseWith(again, okItem);
         ExpectSize(editor, "2.1 inch", "1.4 inch");
     });
@@ -157,17 +156,17 @@ TEST_F(EditDialogTest, TheUnitGoesToTheReadouts) {
 TEST_F(EditDialogTest, AMeasureInInchesBecomesPixels) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog dialog = OpenEdit(gui, editor);
-        ChooseEntry(gui, dialog, Items::units, 2);
-        TypeInto(gui, dialog, Items::height, "1.4");
-        ChooseEntry(gui, dialog, Items::units, 1);
+        ChooseEntry(gui, dialog, SizeItems::units, 2);
+        TypeInto(gui, dialog, SizeItems::height, "1.4");
+        ChooseEntry(gui, dialog, SizeItems::units, 1);
         WaitUntil("pixels",
-                  [&] { return dialog.Text(Items::height).find('.') == std::string::npos; });
-        EXPECT_EQ(dialog.Text(Items::width), "150");
-        EXPECT_EQ(dialog.Text(Items::height), "101") << "1.4 was not all of it";
-        ChooseEntry(gui, dialog, Items::units, 2);
-        TypeInto(gui, dialog, Items::height, "1.5");
-        ChooseEntry(gui, dialog, Items::units, 1);
-        WaitUntil("pixels", [&] { return dialog.Text(Items::height) == "108"; });
+                  [&] { return dialog.Text(SizeItems::height).find('.') == std::string::npos; });
+        EXPECT_EQ(dialog.Text(SizeItems::width), "150");
+        EXPECT_EQ(dialog.Text(SizeItems::height), "101") << "1.4 was not all of it";
+        ChooseEntry(gui, dialog, SizeItems::units, 2);
+        TypeInto(gui, dialog, SizeItems::height, "1.5");
+        ChooseEntry(gui, dialog, SizeItems::units, 1);
+        WaitUntil("pixels", [&] { return dialog.Text(SizeItems::height) == "108"; });
         CloseWith(dialog, okItem);
     });
     EXPECT_EQ(Applied()->grY, 108);
@@ -176,17 +175,17 @@ TEST_F(EditDialogTest, AMeasureInInchesBecomesPixels) {
 TEST_F(EditDialogTest, AnEmptyFieldTakesItsMeasureInTheNewUnit) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog dialog = OpenEdit(gui, editor);
-        ChooseEntry(gui, dialog, Items::units, 1);
-        TabTo(gui, dialog, Items::width);
+        ChooseEntry(gui, dialog, SizeItems::units, 1);
+        TabTo(gui, dialog, SizeItems::width);
         gui.Chord({VK_DELETE});
-        WaitUntil("nothing", [&] { return dialog.Text(Items::width).empty(); });
-        OpenMenuOf(dialog, Items::units);
+        WaitUntil("nothing", [&] { return dialog.Text(SizeItems::width).empty(); });
+        OpenMenuOf(dialog, SizeItems::units);
         gui.Chord({VK_END});
         gui.Chord({VK_RETURN});
-        WaitUntil("centimetres", [&] { return dialog.Value(Items::units) == 3; });
+        WaitUntil("centimetres", [&] { return dialog.Value(SizeItems::units) == 3; });
         TabTo(gui, dialog, okItem);
-        EXPECT_EQ(dialog.Text(Items::width), "5.3");
-        EXPECT_EQ(dialog.Text(Items::height), "3.5");
+        EXPECT_EQ(dialog.Text(SizeItems::width), "5.3");
+        EXPECT_EQ(dialog.Text(SizeItems::height), "3.5");
         CloseWith(dialog, cancelItem);
     });
 }
@@ -195,9 +194,9 @@ TEST_F(EditDialogTest, NewWithoutMemoryKeepsTheTexture) {
     settings.memoryBudget = 400 << 10;
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog dialog = OpenNew(gui, editor);
-        TypeInto(gui, dialog, Items::name, "Large");
-        TypeInto(gui, dialog, Items::width, "512");
-        TypeInto(gui, dialog, Items::height, "512");
+        TypeInto(gui, dialog, SizeItems::name, "Large");
+        TypeInto(gui, dialog, SizeItems::width, "512");
+        TypeInto(gui, dialog, SizeItems::height, "512");
         CloseWith(dialog, okItem);
         EXPECT_EQ(AnswerAlert(gui, editor), outOfMemory);
         ExpectSize(editor, "150 pixel", "100 pixel");
@@ -210,10 +209,10 @@ TEST_F(EditDialogTest, EditWithoutMemoryTakesNameAndUnitAlone) {
     settings.memoryBudget = 400 << 10;
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog dialog = OpenEdit(gui, editor);
-        TypeInto(gui, dialog, Items::name, "Large");
-        TypeInto(gui, dialog, Items::width, "512");
-        TypeInto(gui, dialog, Items::height, "512");
-        ChooseEntry(gui, dialog, Items::units, 2);
+        TypeInto(gui, dialog, SizeItems::name, "Large");
+        TypeInto(gui, dialog, SizeItems::width, "512");
+        TypeInto(gui, dialog, SizeItems::height, "512");
+        ChooseEntry(gui, dialog, SizeItems::units, 2);
         CloseWith(dialog, okItem);
         EXPECT_EQ(AnswerAlert(gui, editor), outOfMemory);
         ExpectSize(editor, "2.1 inch", "1.4 inch");
@@ -243,14 +242,14 @@ TEST_F(EditDialogTest, TheKeyboard) {
         const DrivenDialog dialog = OpenEdit(gui, editor);
         TabTo(gui, dialog, okItem);
         EXPECT_EQ(TabOrder(gui, dialog),
-                  (std::vector<int>{okItem, cancelItem, Items::name, Items::width, Items::height,
-                                    Items::units}));
+                  (std::vector<int>{okItem, cancelItem, SizeItems::name, SizeItems::width,
+                                    SizeItems::height, SizeItems::units}));
         gui.Chord({VK_MENU, 'E'});
-        WaitUntil("the height", [&] { return FocusedItem(dialog) == Items::height; });
+        WaitUntil("the height", [&] { return FocusedItem(dialog) == SizeItems::height; });
         gui.Type("9");
-        WaitUntil("9", [&] { return dialog.Text(Items::height) == "9"; });
+        WaitUntil("9", [&] { return dialog.Text(SizeItems::height) == "9"; });
         gui.Chord({VK_MENU, 'N'});
-        WaitUntil("the name", [&] { return FocusedItem(dialog) == Items::name; });
+        WaitUntil("the name", [&] { return FocusedItem(dialog) == SizeItems::name; });
         gui.Chord({VK_RETURN});
         dialog.WaitUntilClosed();
         ExpectSize(editor, "150 pixel", "9 pixel");

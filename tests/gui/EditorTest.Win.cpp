@@ -12,15 +12,9 @@ namespace {
 
 using Items = TextureItems;
 
-constexpr int width = 150;
-constexpr int height = 100;
-
 std::vector<Pixel> All(const Pixel color) {
-    return std::vector<Pixel>(width * height, color);
+    return std::vector<Pixel>(PluginRunTest::width * PluginRunTest::height, color);
 }
-
-const Pixel white = Color(255, 255, 255);
-const Pixel black = Color(0, 0, 0);
 
 class EditorTest : public PluginRunTest {
   protected:

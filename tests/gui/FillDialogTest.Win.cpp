@@ -3,7 +3,6 @@
 
 namespace {
 
-using Items = FillItems;
 using Texture = TextureItems;
 
 class FillDialogTest : public DialogRunTest {
@@ -32,14 +31,14 @@ TEST_F(FillDialogTest, TheFieldMovesTheSlider) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog fill = OpenFill(gui, editor);
         EXPECT_EQ(fill.Title(), "Fill Tool Settings");
-        EXPECT_EQ(fill.Text(Items::tolerance), "25");
-        EXPECT_EQ(fill.Value(Items::slider), 25);
-        EXPECT_EQ(fill.Value(Items::antiAlias), 1);
-        TypeInto(gui, fill, Items::tolerance, "93");
-        WaitUntil("the slider", [&] { return fill.Value(Items::slider) == 93; });
+        EXPECT_EQ(fill.Text(FillItems::tolerance), "25");
+        EXPECT_EQ(fill.Value(FillItems::slider), 25);
+        EXPECT_EQ(fill.Value(FillItems::antiAlias), 1);
+        TypeInto(gui, fill, FillItems::tolerance, "93");
+        WaitUntil("the slider", [&] { return fill.Value(FillItems::slider) == 93; });
         CloseWith(fill, okItem);
         const DrivenDialog again = OpenFill(gui, editor);
-        EXPECT_EQ(again.Text(Items::tolerance), "93");
+        EXPECT_EQ(again.Text(FillItems::tolerance), "93");
         CloseWith(again, cancelItem);
         Fill(gui, editor);
     });
@@ -49,15 +48,15 @@ TEST_F(FillDialogTest, TheFieldMovesTheSlider) {
 TEST_F(FillDialogTest, TheSliderWritesTheFieldAndTheBoxToggles) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog fill = OpenFill(gui, editor);
-        DragSlider(fill, Items::slider, {0, 100}, {100, 0, 80}, [&](int value) {
+        DragSlider(fill, FillItems::slider, {0, 100}, {100, 0, 80}, [&](int value) {
             WaitUntil("the field",
-                      [&] { return fill.Text(Items::tolerance) == std::to_string(value); });
+                      [&] { return fill.Text(FillItems::tolerance) == std::to_string(value); });
         });
-        fill.Click(Items::antiAlias, {6, 8});
-        WaitUntil("the box", [&] { return fill.Value(Items::antiAlias) == 0; });
+        fill.Click(FillItems::antiAlias, {6, 8});
+        WaitUntil("the box", [&] { return fill.Value(FillItems::antiAlias) == 0; });
         CloseWith(fill, okItem);
         const DrivenDialog again = OpenFill(gui, editor);
-        EXPECT_EQ(again.Value(Items::antiAlias), 0);
+        EXPECT_EQ(again.Value(FillItems::antiAlias), 0);
         CloseWith(again, cancelItem);
         Fill(gui, editor);
     });
@@ -67,8 +66,8 @@ TEST_F(FillDialogTest, TheSliderWritesTheFieldAndTheBoxToggles) {
 TEST_F(FillDialogTest, CancelKeepsTheSettings) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog fill = OpenFill(gui, editor);
-        fill.SetText(Items::tolerance, "100");
-        fill.Press(Items::antiAlias);
+        fill.SetText(FillItems::tolerance, "100");
+        fill.Press(FillItems::antiAlias);
         CloseWith(fill, cancelItem);
         Fill(gui, editor);
     });
@@ -78,12 +77,12 @@ TEST_F(FillDialogTest, CancelKeepsTheSettings) {
 TEST_F(FillDialogTest, AToleranceBeyondTheLimits) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog fill = OpenFill(gui, editor);
-        TypeInto(gui, fill, Items::tolerance, "10");
+        TypeInto(gui, fill, FillItems::tolerance, "10");
         gui.Type("1");
         EXPECT_EQ(AnswerAlert(gui, fill),
                   "An integer in the range between 0 and 100 required. Would you like to insert "
                   "the closest value?");
-        WaitUntil("the most", [&] { return fill.Text(Items::tolerance) == "100"; });
+        WaitUntil("the most", [&] { return fill.Text(FillItems::tolerance) == "100"; });
         CloseWith(fill, okItem);
         Fill(gui, editor);
     });
@@ -106,12 +105,12 @@ TEST_F(FillDialogTest, TheKeyboard) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog fill = OpenFill(gui, editor);
         TabTo(gui, fill, okItem);
-        EXPECT_EQ(TabOrder(gui, fill), (std::vector<int>{okItem, cancelItem, Items::tolerance,
-                                                         Items::slider, Items::antiAlias}));
+        EXPECT_EQ(TabOrder(gui, fill), (std::vector<int>{okItem, cancelItem, FillItems::tolerance,
+                                                         FillItems::slider, FillItems::antiAlias}));
         gui.Chord({VK_MENU, 'A'});
-        WaitUntil("the box by its letter", [&] { return fill.Value(Items::antiAlias) == 0; });
+        WaitUntil("the box by its letter", [&] { return fill.Value(FillItems::antiAlias) == 0; });
         gui.Chord({VK_MENU, 'T'});
-        WaitUntil("the field", [&] { return FocusedItem(fill) == Items::tolerance; });
+        WaitUntil("the field", [&] { return FocusedItem(fill) == FillItems::tolerance; });
         gui.Chord({VK_RETURN});
         fill.WaitUntilClosed();
         Fill(gui, editor);

@@ -4,8 +4,6 @@
 
 namespace {
 
-using Items = JPEGItems;
-
 /// The calls of the file's callback, and what it returns to a question that a dialog opens with.
 struct QualityTalk {
     std::int16_t remembered = 0;
@@ -48,9 +46,9 @@ class JPEGDialogTest : public DialogRunTest {
     }
     static void ExpectQuality(const DrivenDialog& dialog, int quality, bool isDefault) {
         WaitUntil("the field",
-                  [&] { return dialog.Text(Items::quality) == std::to_string(quality); });
-        WaitUntil("the slider", [&] { return dialog.Value(Items::slider) == quality; });
-        WaitUntil("the button", [&] { return dialog.IsEnabled(Items::standard) != isDefault; });
+                  [&] { return dialog.Text(JPEGItems::quality) == std::to_string(quality); });
+        WaitUntil("the slider", [&] { return dialog.Value(JPEGItems::slider) == quality; });
+        WaitUntil("the button", [&] { return dialog.IsEnabled(JPEGItems::standard) != isDefault; });
     }
 
     File file;
@@ -63,7 +61,7 @@ TEST_F(JPEGDialogTest, StartsWith75AndTakesTheFieldAtOnce) {
                   EXPECT_EQ(dialog.Title(), "JPEG Quality Setting");
                   ExpectQuality(dialog, 75, true);
                   gui.Chord({VK_MENU, 'Q'});
-                  WaitUntil("the field", [&] { return FocusedItem(dialog) == Items::quality; });
+                  WaitUntil("the field", [&] { return FocusedItem(dialog) == JPEGItems::quality; });
                   gui.Chord({VK_UP});
                   ExpectQuality(dialog, 76, false);
                   Keep(dialog, "jpeg");
@@ -77,10 +75,10 @@ TEST_F(JPEGDialogTest, StartsWith75AndTakesTheFieldAtOnce) {
 
 TEST_F(JPEGDialogTest, TheSliderMovesTheFieldByMouseAndKeys) {
     RunQuality([&](const GuiDriver& gui, const DrivenDialog& dialog) {
-        DragSlider(dialog, Items::slider, {20, 100}, {100, 20},
+        DragSlider(dialog, JPEGItems::slider, {20, 100}, {100, 20},
                    [&](int value) { ExpectQuality(dialog, value, false); });
         EXPECT_EQ(talk.changes.back(), 20);
-        TabTo(gui, dialog, Items::slider);
+        TabTo(gui, dialog, JPEGItems::slider);
         gui.Chord({VK_RIGHT});
         ExpectQuality(dialog, 21, false);
         gui.Chord({VK_HOME});
@@ -95,12 +93,12 @@ TEST_F(JPEGDialogTest, DefaultSetsBothAndIsGreyThere) {
     RunQuality([&](const GuiDriver& gui, const DrivenDialog& dialog) {
         ExpectQuality(dialog, 40, true);
         // As a whole: its first digit alone would be below the limit.
-        dialog.SetText(Items::quality, "90");
+        dialog.SetText(JPEGItems::quality, "90");
         ExpectQuality(dialog, 90, false);
-        dialog.ClickMiddle(Items::standard);
+        dialog.ClickMiddle(JPEGItems::standard);
         ExpectQuality(dialog, 40, true);
         EXPECT_EQ(talk.changes.back(), 40);
-        dialog.SetText(Items::quality, "100");
+        dialog.SetText(JPEGItems::quality, "100");
         gui.Chord({VK_MENU, 'D'});
         ExpectQuality(dialog, 40, true);
     });
@@ -111,11 +109,11 @@ TEST_F(JPEGDialogTest, QualitiesBeyondTheLimitsAsk) {
         const std::string question =
             "An integer in the range between 20 and 100 required. Would you like to insert the "
             "closest value?";
-        TabTo(gui, dialog, Items::quality);
+        TabTo(gui, dialog, JPEGItems::quality);
         gui.Type("1");
         EXPECT_EQ(AnswerAlert(gui, dialog), question);
         ExpectQuality(dialog, 20, false);
-        dialog.SetText(Items::quality, "100");
+        dialog.SetText(JPEGItems::quality, "100");
         gui.Chord({VK_END});
         gui.Type("1");
         EXPECT_EQ(AnswerAlert(gui, dialog, cancelItem), question);
@@ -127,7 +125,8 @@ TEST_F(JPEGDialogTest, EscapeIsACancelledSave) {
     EXPECT_EQ(RunQuality([](const GuiDriver& gui, const DrivenDialog& dialog) {
                   TabTo(gui, dialog, okItem);
                   EXPECT_EQ(TabOrder(gui, dialog),
-                            (std::vector<int>{okItem, cancelItem, Items::quality, Items::slider}));
+                            (std::vector<int>{okItem, cancelItem, JPEGItems::quality,
+                                              JPEGItems::slider}));
                   gui.Chord({VK_ESCAPE});
                   dialog.WaitUntilClosed();
               }),
@@ -153,7 +152,7 @@ class JPEGWriteTest : public DialogRunTest {
 TEST_F(JPEGWriteTest, OkWritesWithTheChosenQuality) {
     EXPECT_EQ(WriteWith("asked.jpg",
                         [](const DrivenDialog& dialog) {
-                            dialog.SetText(Items::quality, "60");
+                            dialog.SetText(JPEGItems::quality, "60");
                             CloseWith(dialog, okItem);
                         }),
               0);

@@ -4,8 +4,6 @@
 
 namespace {
 
-using Items = LinesItems;
-
 class LinesDialogTest : public DialogRunTest {
   protected:
     static DrivenDialog OpenLines(const GuiDriver& gui, const DrivenDialog& editor) {
@@ -48,15 +46,15 @@ TEST_F(LinesDialogTest, StartsWithTheStoredValues) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
         EXPECT_EQ(lines.Title(), "Lines");
-        EXPECT_EQ(lines.Value(Items::precision), 30);
-        EXPECT_EQ(lines.Value(Items::ink), 1);
-        EXPECT_EQ(lines.Value(Items::wax), 0);
-        EXPECT_EQ(lines.Value(Items::random), 0);
-        EXPECT_EQ(lines.Value(Items::averageColor), 1);
-        EXPECT_EQ(lines.Text(Items::angle), "-120");
+        EXPECT_EQ(lines.Value(LinesItems::precision), 30);
+        EXPECT_EQ(lines.Value(LinesItems::ink), 1);
+        EXPECT_EQ(lines.Value(LinesItems::wax), 0);
+        EXPECT_EQ(lines.Value(LinesItems::random), 0);
+        EXPECT_EQ(lines.Value(LinesItems::averageColor), 1);
+        EXPECT_EQ(lines.Text(LinesItems::angle), "-120");
         EXPECT_EQ(lines.Text(ApplyItems::apply), "Apply");
         WaitUntil("nothing to delete", [&] { return !lines.IsEnabled(ApplyItems::remove); });
-        const RECT swatch = lines.Bounds(Items::color);
+        const RECT swatch = lines.Bounds(LinesItems::color);
         const host::Picture shown = lines.Grab();
         const std::uint8_t* const pixel =
             shown.Pixel(static_cast<int>(swatch.left + swatch.right) / 2,
@@ -71,20 +69,20 @@ TEST_F(LinesDialogTest, InkAndWaxByTheMouse) {
     LinesParams expected;
     expected.appearance = linesInk;
     ExpectTakenBack(expected, [](const GuiDriver&, const DrivenDialog& lines) {
-        lines.Click(Items::ink, {6, 8});
-        WaitUntil("ink", [&] { return lines.Value(Items::ink) == 1; });
-        EXPECT_EQ(lines.Value(Items::wax), 0);
-        EXPECT_EQ(lines.Value(Items::random), 1) << "a pair of its own";
+        lines.Click(LinesItems::ink, {6, 8});
+        WaitUntil("ink", [&] { return lines.Value(LinesItems::ink) == 1; });
+        EXPECT_EQ(lines.Value(LinesItems::wax), 0);
+        EXPECT_EQ(lines.Value(LinesItems::random), 1) << "a pair of its own";
     });
 }
 
 TEST_F(LinesDialogTest, BackToWax) {
     LinesParams expected;
     ExpectTakenBack(expected, [](const GuiDriver&, const DrivenDialog& lines) {
-        lines.Press(Items::ink);
-        lines.Press(Items::wax);
-        EXPECT_EQ(lines.Value(Items::wax), 1);
-        EXPECT_EQ(lines.Value(Items::ink), 0);
+        lines.Press(LinesItems::ink);
+        lines.Press(LinesItems::wax);
+        EXPECT_EQ(lines.Value(LinesItems::wax), 1);
+        EXPECT_EQ(lines.Value(LinesItems::ink), 0);
     });
 }
 
@@ -92,13 +90,13 @@ TEST_F(LinesDialogTest, AverageAndRandomByTheMouse) {
     LinesParams expected;
     expected.colorMode = linesAverage;
     ExpectTakenBack(expected, [](const GuiDriver&, const DrivenDialog& lines) {
-        lines.Click(Items::averageColor, {6, 8});
-        WaitUntil("average", [&] { return lines.Value(Items::averageColor) == 1; });
-        EXPECT_EQ(lines.Value(Items::random), 0);
-        lines.Click(Items::random, {6, 8});
-        WaitUntil("random", [&] { return lines.Value(Items::random) == 1; });
-        EXPECT_EQ(lines.Value(Items::averageColor), 0);
-        lines.Press(Items::averageColor);
+        lines.Click(LinesItems::averageColor, {6, 8});
+        WaitUntil("average", [&] { return lines.Value(LinesItems::averageColor) == 1; });
+        EXPECT_EQ(lines.Value(LinesItems::random), 0);
+        lines.Click(LinesItems::random, {6, 8});
+        WaitUntil("random", [&] { return lines.Value(LinesItems::random) == 1; });
+        EXPECT_EQ(lines.Value(LinesItems::averageColor), 0);
+        lines.Press(LinesItems::averageColor);
     });
 }
 
@@ -106,7 +104,7 @@ TEST_F(LinesDialogTest, ThePrecisionByTheMouse) {
     LinesParams expected;
     expected.precision = 3;
     ExpectTakenBack(expected, [](const GuiDriver&, const DrivenDialog& lines) {
-        DragSlider(lines, Items::precision, {0, 100}, {80, 3});
+        DragSlider(lines, LinesItems::precision, {0, 100}, {80, 3});
     });
 }
 
@@ -114,9 +112,9 @@ TEST_F(LinesDialogTest, ThePrecisionByTheKeys) {
     LinesParams expected;
     expected.precision = 0;
     ExpectTakenBack(expected, [](const GuiDriver& gui, const DrivenDialog& lines) {
-        TabTo(gui, lines, Items::precision);
+        TabTo(gui, lines, LinesItems::precision);
         gui.Chord({VK_END});
-        WaitUntil("the lowest precision", [&] { return lines.Value(Items::precision) == 0; });
+        WaitUntil("the lowest precision", [&] { return lines.Value(LinesItems::precision) == 0; });
     });
 }
 
@@ -124,14 +122,14 @@ TEST_F(LinesDialogTest, TheAngleByTheMouse) {
     LinesParams expected;
     expected.angle = -90;
     ExpectTakenBack(expected, [](const GuiDriver&, const DrivenDialog& lines) {
-        const RECT globe = lines.Bounds(Items::globe);
+        const RECT globe = lines.Bounds(LinesItems::globe);
         const int x = static_cast<int>(globe.right - globe.left) / 2;
         const int y = static_cast<int>(globe.bottom - globe.top) / 2;
         std::vector<std::string> angles{"180", "90", "-90"};
-        lines.Drag(Items::globe, {{x, y + 25}, {x + 25, y}, {x - 25, y}}, [&] {
+        lines.Drag(LinesItems::globe, {{x, y + 25}, {x + 25, y}, {x - 25, y}}, [&] {
             // The field follows while the button is down.
             WaitUntil("the angle " + angles.front(), [&] {
-                const std::string text = lines.Text(Items::angle);
+                const std::string text = lines.Text(LinesItems::angle);
                 return text == angles.front() || (angles.front() == "180" && text == "-180");
             });
             angles.erase(angles.begin());
@@ -141,7 +139,7 @@ TEST_F(LinesDialogTest, TheAngleByTheMouse) {
 
 /// The angle that the dial shows.
 std::vector<std::uint8_t> DialOf(const DrivenDialog& lines) {
-    const RECT dial = lines.Bounds(Items::globe);
+    const RECT dial = lines.Bounds(LinesItems::globe);
     const host::Picture whole = lines.Grab();
     std::vector<std::uint8_t> bytes;
     for (LONG y = dial.top; y < dial.bottom; ++y) {
@@ -157,7 +155,7 @@ TEST_F(LinesDialogTest, TheAngleByItsFieldTurnsTheDial) {
     expected.angle = 170;
     ExpectTakenBack(expected, [](const GuiDriver& gui, const DrivenDialog& lines) {
         const std::vector<std::uint8_t> still = DialOf(lines);
-        TypeInto(gui, lines, Items::angle, "170");
+        TypeInto(gui, lines, LinesItems::angle, "170");
         WaitUntil("the dial to turn", [&] { return DialOf(lines) != still; });
     });
 }
@@ -181,17 +179,17 @@ TEST_F(LinesDialogTest, TheAngleOfAPresetTurnsTheDial) {
 TEST_F(LinesDialogTest, AnEmptyAngleTakesWhatTheDialIsTurnedTo) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
-        TabTo(gui, lines, Items::angle);
+        TabTo(gui, lines, LinesItems::angle);
         gui.Chord({VK_DELETE});
-        WaitUntil("nothing", [&] { return lines.Text(Items::angle).empty(); });
-        const RECT globe = lines.Bounds(Items::globe);
+        WaitUntil("nothing", [&] { return lines.Text(LinesItems::angle).empty(); });
+        const RECT globe = lines.Bounds(LinesItems::globe);
         const int x = static_cast<int>(globe.right - globe.left) / 2;
         const int y = static_cast<int>(globe.bottom - globe.top) / 2;
-        lines.Drag(Items::globe, {{x + 25, y}},
-                   [&] { WaitUntil("90", [&] { return lines.Text(Items::angle) == "90"; }); });
-        EXPECT_EQ(FocusedItem(lines), Items::angle) << "the dial takes no focus";
+        lines.Drag(LinesItems::globe, {{x + 25, y}},
+                   [&] { WaitUntil("90", [&] { return lines.Text(LinesItems::angle) == "90"; }); });
+        EXPECT_EQ(FocusedItem(lines), LinesItems::angle) << "the dial takes no focus";
         TabTo(gui, lines, okItem);
-        EXPECT_EQ(lines.Text(Items::angle), "90");
+        EXPECT_EQ(lines.Text(LinesItems::angle), "90");
         CloseWith(lines, okItem);
     });
     LinesParams expected;
@@ -202,7 +200,7 @@ TEST_F(LinesDialogTest, AnEmptyAngleTakesWhatTheDialIsTurnedTo) {
 TEST_F(LinesDialogTest, AnAngleThatIsNone) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
-        TabTo(gui, lines, Items::angle);
+        TabTo(gui, lines, LinesItems::angle);
         gui.Chord({VK_HOME});
         gui.Chord({VK_SHIFT, VK_END});
         gui.Type("1");
@@ -211,7 +209,7 @@ TEST_F(LinesDialogTest, AnAngleThatIsNone) {
         EXPECT_EQ(AnswerAlert(gui, lines),
                   "An integer in the range between -180 and 180 required. Would you like to insert "
                   "the closest value?");
-        WaitUntil("the closest", [&] { return lines.Text(Items::angle) == "180"; });
+        WaitUntil("the closest", [&] { return lines.Text(LinesItems::angle) == "180"; });
         CloseWith(lines, okItem);
     });
     LinesParams expected;
@@ -224,7 +222,7 @@ TEST_F(LinesDialogTest, TheSwatchOpensTheSystemsColours) {
     expected.colorMode = linesAverage;
     expected.color = {0x7F00, 0x7F00, 0x7F00};
     ExpectTakenBack(expected, [](const GuiDriver& gui, const DrivenDialog& lines) {
-        lines.ClickMiddle(Items::color);
+        lines.ClickMiddle(LinesItems::color);
         const DrivenDialog colors = gui.WaitForTitle("Color");
         constexpr int red = 0x2C2;
         constexpr int green = 0x2C3;
@@ -233,8 +231,8 @@ TEST_F(LinesDialogTest, TheSwatchOpensTheSystemsColours) {
         colors.SetText(green, "127");
         colors.SetText(blue, "127");
         CloseWith(colors, IDOK);
-        WaitUntil("average", [&] { return lines.Value(Items::averageColor) == 1; });
-        EXPECT_EQ(lines.Value(Items::random), 0);
+        WaitUntil("average", [&] { return lines.Value(LinesItems::averageColor) == 1; });
+        EXPECT_EQ(lines.Value(LinesItems::random), 0);
     });
 }
 
@@ -242,9 +240,9 @@ TEST_F(LinesDialogTest, ACancelledColourSwitchesToTheAverageAllTheSame) {
     LinesParams expected;
     expected.colorMode = linesAverage;
     ExpectTakenBack(expected, [](const GuiDriver& gui, const DrivenDialog& lines) {
-        lines.ClickMiddle(Items::color);
+        lines.ClickMiddle(LinesItems::color);
         CloseWith(gui.WaitForTitle("Color"), IDCANCEL);
-        WaitUntil("average", [&] { return lines.Value(Items::averageColor) == 1; });
+        WaitUntil("average", [&] { return lines.Value(LinesItems::averageColor) == 1; });
     });
 }
 
@@ -254,14 +252,15 @@ TEST_F(LinesDialogTest, TheKeyboardGoesThroughAllControls) {
         WaitUntil("nothing to delete", [&] { return !lines.IsEnabled(ApplyItems::remove); });
         TabTo(gui, lines, okItem);
         // Tab comes to the checked ones of the radio buttons.
-        EXPECT_EQ(
-            TabOrder(gui, lines),
-            (std::vector<int>{okItem, cancelItem, ApplyItems::apply, Items::precision, Items::wax,
-                              Items::random, Items::angle, ApplyItems::presets, ApplyItems::save}));
+        EXPECT_EQ(TabOrder(gui, lines),
+                  (std::vector<int>{okItem, cancelItem, ApplyItems::apply, LinesItems::precision,
+                                    LinesItems::wax, LinesItems::random, LinesItems::angle,
+                                    ApplyItems::presets, ApplyItems::save}));
         gui.Chord({VK_MENU, 'I'});
-        WaitUntil("ink by its letter", [&] { return lines.Value(Items::ink) == 1; });
+        WaitUntil("ink by its letter", [&] { return lines.Value(LinesItems::ink) == 1; });
         gui.Chord({VK_MENU, 'A'});
-        WaitUntil("the angle by its letter", [&] { return FocusedItem(lines) == Items::angle; });
+        WaitUntil("the angle by its letter",
+                  [&] { return FocusedItem(lines) == LinesItems::angle; });
         gui.Chord({VK_RETURN});
         lines.WaitUntilClosed();
     });

@@ -11,9 +11,6 @@ namespace {
 
 using Items = TextureItems;
 
-constexpr int width = 150;
-constexpr int height = 100;
-
 class MenuTest : public PluginRunTest {};
 
 TEST_F(MenuTest, TheClipboardCommandsStandThereDisabled) {

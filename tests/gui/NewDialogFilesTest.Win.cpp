@@ -5,14 +5,13 @@
 
 namespace {
 
-using Items = SizeItems;
 using Texture = TextureItems;
 
 TEST_F(NewDialogTest, OpenGoesStraightToTheEditor) {
     WriteBytes(folder.Path() / "baseline.jpg", BytesOf("tests/files/jpeg/baseline.jpg"));
     RunNew(
         [&](const GuiDriver& gui, const DrivenDialog& opening) {
-            opening.PressToOpen(Items::open);
+            opening.PressToOpen(SizeItems::open);
             ChooseFile(gui, "Open", folder.Path() / "baseline.jpg");
         },
         [](const GuiDriver&, const DrivenDialog& editor) {
@@ -26,7 +25,7 @@ TEST_F(NewDialogTest, AFileOf512By512IsOpened) {
     WriteBytes(folder.Path() / "big.jpg", BytesOf("tests/files/jpeg/size-512x512.jpg"));
     RunNew(
         [&](const GuiDriver& gui, const DrivenDialog& opening) {
-            opening.PressToOpen(Items::open);
+            opening.PressToOpen(SizeItems::open);
             ChooseFile(gui, "Open", folder.Path() / "big.jpg");
         },
         [](const GuiDriver&, const DrivenDialog& editor) {
@@ -42,7 +41,7 @@ TEST_F(NewDialogTest, LargerFilesAreRefusedAndForgotten) {
     RunNew(
         [&](const GuiDriver& gui, const DrivenDialog& opening) {
             for (const char* const name : names) {
-                opening.PressToOpen(Items::open);
+                opening.PressToOpen(SizeItems::open);
                 ChooseFile(gui, "Open", folder.Path() / name);
                 EXPECT_EQ(AnswerAlert(gui, opening),
                           "The bitmap inside the choosen file is bigger than 512 x 512 pixels. "
@@ -62,7 +61,7 @@ TEST_F(NewDialogTest, ADamagedFileLeadsToAnAlertAndABlankTexture) {
     WriteBytes(folder.Path() / "torn.jpg", "no picture");
     Run([&](const GuiDriver& gui) {
         const DrivenDialog opening = gui.WaitFor(createrDialog);
-        opening.PressToOpen(Items::open);
+        opening.PressToOpen(SizeItems::open);
         ChooseFile(gui, "Open", folder.Path() / "torn.jpg");
         EXPECT_EQ(AnswerAlert(gui, opening),
                   "Loading this file failed (Memory may be full, the bitmap may be bigger than 512 "
@@ -77,7 +76,7 @@ TEST_F(NewDialogTest, ADamagedFileLeadsToAnAlertAndABlankTexture) {
 TEST_F(NewDialogTest, AHostWithoutMemoryForTheTextureIsTold) {
     settings.memoryBudget = 300 << 10;
     Select(host::MakePicture(512, 512, 3, 77), {0, 0, 512, 512});
-    for (const int contents : {Items::blank, Items::selection}) {
+    for (const int contents : {SizeItems::blank, SizeItems::selection}) {
         const host::RunReport report = Run([&](const GuiDriver& gui) {
             const DrivenDialog opening = gui.WaitFor(createrDialog);
             opening.Press(contents);
@@ -100,7 +99,7 @@ TEST_F(NewDialogTest, AnAbortedSelectionIsWhiteFromThereOn) {
     }
     Run([&](const GuiDriver& gui) {
         const DrivenDialog opening = gui.WaitFor(createrDialog);
-        opening.Press(Items::selection);
+        opening.Press(SizeItems::selection);
         CloseWith(opening, okItem);
         const DrivenDialog editor = gui.WaitFor(textureDialog);
         ExpectShown(editor, *expected);
@@ -126,7 +125,7 @@ TEST_F(NewDialogTest, ADamagedSettingsFileCostsAnAlertAndTheSettings) {
 
 TEST_F(NewDialogTest, ACancelledOpenStays) {
     RunNew([&](const GuiDriver& gui, const DrivenDialog& opening) {
-        opening.PressToOpen(Items::open);
+        opening.PressToOpen(SizeItems::open);
         CloseWith(gui.WaitForTitle("Open"), IDCANCEL);
         EXPECT_TRUE(opening.IsOpen());
         CloseWith(opening, okItem);

@@ -5,16 +5,15 @@
 
 namespace {
 
-using Items = SizeItems;
 using Texture = TextureItems;
 
 TEST_F(NewDialogTest, NameAndSizeGoToTheEditor) {
     RunNew(
         [&](const GuiDriver& gui, const DrivenDialog& opening) {
-            TypeInto(gui, opening, Items::name, "My felt");
-            TypeInto(gui, opening, Items::width, "37");
-            TypeInto(gui, opening, Items::height, "21");
-            WaitUntil("the size", [&] { return opening.Text(Items::size) == "3 kB"; });
+            TypeInto(gui, opening, SizeItems::name, "My felt");
+            TypeInto(gui, opening, SizeItems::width, "37");
+            TypeInto(gui, opening, SizeItems::height, "21");
+            WaitUntil("the size", [&] { return opening.Text(SizeItems::size) == "3 kB"; });
             CloseWith(opening, okItem);
         },
         [](const GuiDriver&, const DrivenDialog& editor) {
@@ -28,14 +27,14 @@ TEST_F(NewDialogTest, NameAndSizeGoToTheEditor) {
 TEST_F(NewDialogTest, ANameIsAtMost31CharactersLong) {
     RunNew(
         [&](const GuiDriver& gui, const DrivenDialog& opening) {
-            TabTo(gui, opening, Items::name);
-            opening.SetText(Items::name, std::string(31, 'a'));
-            PostMessageA(opening.Control(Items::name), EM_SETSEL, 31, 31);
+            TabTo(gui, opening, SizeItems::name);
+            opening.SetText(SizeItems::name, std::string(31, 'a'));
+            PostMessageA(opening.Control(SizeItems::name), EM_SETSEL, 31, 31);
             gui.Type("b");
             EXPECT_EQ(AnswerAlert(gui, opening),
                       "The length of this text field must be less than 31 characters.");
             WaitUntil("the name before",
-                      [&] { return opening.Text(Items::name) == std::string(31, 'a'); });
+                      [&] { return opening.Text(SizeItems::name) == std::string(31, 'a'); });
             CloseWith(opening, okItem);
         },
         [](const GuiDriver&, const DrivenDialog& editor) {
@@ -49,13 +48,13 @@ TEST_F(NewDialogTest, ASideOf0BecomesThatOf1) {
             const std::string question =
                 "An integer in the range between 1 and 512 required. Would you like to insert the "
                 "closest value?";
-            for (const int side : {Items::width, Items::height}) {
+            for (const int side : {SizeItems::width, SizeItems::height}) {
                 TabTo(gui, opening, side);
                 gui.Type("0");
                 EXPECT_EQ(AnswerAlert(gui, opening), question);
                 WaitUntil("1", [&] { return opening.Text(side) == "1"; });
             }
-            WaitUntil("the size", [&] { return opening.Text(Items::size) == "1 kB"; });
+            WaitUntil("the size", [&] { return opening.Text(SizeItems::size) == "1 kB"; });
             CloseWith(opening, okItem);
         },
         [](const GuiDriver&, const DrivenDialog& editor) {
@@ -67,8 +66,8 @@ TEST_F(NewDialogTest, ASideBeyond512BecomesThatOf512) {
     RunNew(
         [&](const GuiDriver& gui, const DrivenDialog& opening) {
             // 512 itself is taken as it is.
-            TypeInto(gui, opening, Items::width, "512");
-            for (const int side : {Items::width, Items::height}) {
+            TypeInto(gui, opening, SizeItems::width, "512");
+            for (const int side : {SizeItems::width, SizeItems::height}) {
                 TypeInto(gui, opening, side, "51");
                 gui.Type("3");
                 EXPECT_EQ(AnswerAlert(gui, opening),
@@ -76,7 +75,7 @@ TEST_F(NewDialogTest, ASideBeyond512BecomesThatOf512) {
                           "insert the closest value?");
                 WaitUntil("512", [&] { return opening.Text(side) == "512"; });
             }
-            EXPECT_EQ(opening.Text(Items::size), "1024 kB");
+            EXPECT_EQ(opening.Text(SizeItems::size), "1024 kB");
             CloseWith(opening, okItem);
         },
         [](const GuiDriver&, const DrivenDialog& editor) {
@@ -89,8 +88,8 @@ TEST_F(NewDialogTest, ASideBeyond512BecomesThatOf512) {
 TEST_F(NewDialogTest, NoInchesAreOnePixel) {
     RunNew(
         [&](const GuiDriver& gui, const DrivenDialog& opening) {
-            ChooseEntry(gui, opening, Items::units, 2);
-            TypeInto(gui, opening, Items::width, "0");
+            ChooseEntry(gui, opening, SizeItems::units, 2);
+            TypeInto(gui, opening, SizeItems::width, "0");
             CloseWith(opening, okItem);
         },
         [](const GuiDriver&, const DrivenDialog& editor) {
@@ -104,12 +103,12 @@ TEST_F(NewDialogTest, TheUnitsAtTheScreensResolution) {
     Select(host::MakePicture(512, 512, 3), {0, 0, 512, 512});
     RunNew(
         [&](const GuiDriver& gui, const DrivenDialog& opening) {
-            ChooseEntry(gui, opening, Items::units, 2);
-            WaitUntil("inches", [&] { return opening.Text(Items::width) == "7.1"; });
-            EXPECT_EQ(opening.Text(Items::height), "7.1");
-            ChooseEntry(gui, opening, Items::units, 3);
-            WaitUntil("centimetres", [&] { return opening.Text(Items::width) == "18.1"; });
-            EXPECT_EQ(opening.Text(Items::height), "18.1");
+            ChooseEntry(gui, opening, SizeItems::units, 2);
+            WaitUntil("inches", [&] { return opening.Text(SizeItems::width) == "7.1"; });
+            EXPECT_EQ(opening.Text(SizeItems::height), "7.1");
+            ChooseEntry(gui, opening, SizeItems::units, 3);
+            WaitUntil("centimetres", [&] { return opening.Text(SizeItems::width) == "18.1"; });
+            EXPECT_EQ(opening.Text(SizeItems::height), "18.1");
             CloseWith(opening, okItem);
         },
         [](const GuiDriver& gui, const DrivenDialog& editor) {
@@ -117,8 +116,8 @@ TEST_F(NewDialogTest, TheUnitsAtTheScreensResolution) {
             // The Edit dialog goes on in the unit.
             editor.PressToOpen(Texture::edit);
             const DrivenDialog edit = gui.WaitFor(editDialog);
-            EXPECT_EQ(edit.Value(Items::units), 3);
-            EXPECT_EQ(edit.Text(Items::width), "18.1");
+            EXPECT_EQ(edit.Value(SizeItems::units), 3);
+            EXPECT_EQ(edit.Text(SizeItems::width), "18.1");
             CloseWith(edit, cancelItem);
         });
 }
@@ -127,9 +126,9 @@ TEST_F(NewDialogTest, TheUnitsAt300DotsAnInch) {
     claimedResolution = 300;
     Select(host::MakePicture(512, 512, 3), {0, 0, 512, 512});
     RunNew([&](const GuiDriver& gui, const DrivenDialog& opening) {
-        EXPECT_EQ(opening.Text(Items::resolution), "300 dpi");
-        ChooseEntry(gui, opening, Items::units, 2);
-        WaitUntil("inches", [&] { return opening.Text(Items::width) == "1.7"; });
+        EXPECT_EQ(opening.Text(SizeItems::resolution), "300 dpi");
+        ChooseEntry(gui, opening, SizeItems::units, 2);
+        WaitUntil("inches", [&] { return opening.Text(SizeItems::width) == "1.7"; });
         CloseWith(opening, okItem);
     });
     EXPECT_EQ(Applied()->grX, 512);
@@ -137,13 +136,13 @@ TEST_F(NewDialogTest, TheUnitsAt300DotsAnInch) {
 
 TEST_F(NewDialogTest, AMeasureBeyondTheLimitInInches) {
     RunNew([&](const GuiDriver& gui, const DrivenDialog& opening) {
-        ChooseEntry(gui, opening, Items::units, 2);
-        TabTo(gui, opening, Items::width);
+        ChooseEntry(gui, opening, SizeItems::units, 2);
+        TabTo(gui, opening, SizeItems::width);
         gui.Type("8");
         EXPECT_EQ(AnswerAlert(gui, opening),
                   "A real number in the range between 0.0 and 7.1 required. Would you like to "
                   "insert the closest value?");
-        WaitUntil("the limit", [&] { return opening.Text(Items::width) == "7.1"; });
+        WaitUntil("the limit", [&] { return opening.Text(SizeItems::width) == "7.1"; });
         CloseWith(opening, okItem);
     });
     EXPECT_EQ(Applied()->grX, 512);

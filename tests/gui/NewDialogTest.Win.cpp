@@ -5,13 +5,12 @@
 
 namespace {
 
-using Items = SizeItems;
 using Texture = TextureItems;
 
 /// The dialog's controls of the size: labels, fields, readouts and the popup.
 bool IsSizeEnabled(const DrivenDialog& opening) {
-    const bool first = opening.IsEnabled(Items::width);
-    for (int item = Items::width - 1; item <= Items::units; ++item) {
+    const bool first = opening.IsEnabled(SizeItems::width);
+    for (int item = SizeItems::width - 1; item <= SizeItems::units; ++item) {
         EXPECT_EQ(opening.IsEnabled(item), first) << item;
     }
     return first;
@@ -20,19 +19,19 @@ bool IsSizeEnabled(const DrivenDialog& opening) {
 TEST_F(NewDialogTest, StartsWithTheSelectionsSizeAndABlankTexture) {
     RunNew([&](const GuiDriver&, const DrivenDialog& opening) {
         EXPECT_EQ(opening.Title(), "New");
-        EXPECT_EQ(opening.Text(Items::name), "Untitled 1");
-        EXPECT_EQ(opening.Text(Items::width), "150");
-        EXPECT_EQ(opening.Text(Items::height), "100");
-        EXPECT_EQ(opening.Text(Items::resolution), "72 dpi");
-        EXPECT_EQ(opening.Text(Items::size), "58 kB");
-        EXPECT_EQ(opening.Value(Items::units), 1);
-        EXPECT_EQ(Entries(opening, Items::units),
+        EXPECT_EQ(opening.Text(SizeItems::name), "Untitled 1");
+        EXPECT_EQ(opening.Text(SizeItems::width), "150");
+        EXPECT_EQ(opening.Text(SizeItems::height), "100");
+        EXPECT_EQ(opening.Text(SizeItems::resolution), "72 dpi");
+        EXPECT_EQ(opening.Text(SizeItems::size), "58 kB");
+        EXPECT_EQ(opening.Value(SizeItems::units), 1);
+        EXPECT_EQ(Entries(opening, SizeItems::units),
                   (std::vector<std::string>{"Pixels", "Inch", "cm"}));
-        EXPECT_EQ(ChosenContents(opening), Items::blank);
+        EXPECT_EQ(ChosenContents(opening), SizeItems::blank);
         EXPECT_TRUE(IsSizeEnabled(opening));
-        EXPECT_TRUE(opening.IsEnabled(Items::selection));
-        EXPECT_FALSE(opening.IsEnabled(Items::lastTexture));
-        EXPECT_EQ(opening.Value(Items::showNextTime), 1);
+        EXPECT_TRUE(opening.IsEnabled(SizeItems::selection));
+        EXPECT_FALSE(opening.IsEnabled(SizeItems::lastTexture));
+        EXPECT_EQ(opening.Value(SizeItems::showNextTime), 1);
         CloseWith(opening, okItem);
     });
     ExpectApplied(*Blank());
@@ -43,9 +42,9 @@ TEST_F(NewDialogTest, ALargeSelectionCannotBeTheTexture) {
     Select(host::MakePicture(1000, 300, 3), {0, 0, 300, 1000});
     RunNew(
         [&](const GuiDriver&, const DrivenDialog& opening) {
-            EXPECT_FALSE(opening.IsEnabled(Items::selection));
-            EXPECT_EQ(opening.Text(Items::width), "512");
-            EXPECT_EQ(opening.Text(Items::height), "300");
+            EXPECT_FALSE(opening.IsEnabled(SizeItems::selection));
+            EXPECT_EQ(opening.Text(SizeItems::width), "512");
+            EXPECT_EQ(opening.Text(SizeItems::height), "300");
             CloseWith(opening, okItem);
         },
         [](const GuiDriver&, const DrivenDialog& editor) {
@@ -57,9 +56,9 @@ TEST_F(NewDialogTest, ASelectionOf512By512Can) {
     host::Picture grey = host::MakePicture(512, 512, 3, 77);
     Select(grey, {0, 0, 512, 512});
     RunNew([&](const GuiDriver&, const DrivenDialog& opening) {
-        EXPECT_TRUE(opening.IsEnabled(Items::selection));
-        EXPECT_EQ(opening.Text(Items::size), "1024 kB");
-        opening.Press(Items::selection);
+        EXPECT_TRUE(opening.IsEnabled(SizeItems::selection));
+        EXPECT_EQ(opening.Text(SizeItems::size), "1024 kB");
+        opening.Press(SizeItems::selection);
         CloseWith(opening, okItem);
     });
     EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(512 * 512, Color(77, 77, 77)));
@@ -68,22 +67,22 @@ TEST_F(NewDialogTest, ASelectionOf512By512Can) {
 TEST_F(NewDialogTest, OneOf513Cannot) {
     Select(host::MakePicture(20, 513, 3), {0, 0, 513, 20});
     RunNew([&](const GuiDriver&, const DrivenDialog& opening) {
-        EXPECT_FALSE(opening.IsEnabled(Items::selection));
+        EXPECT_FALSE(opening.IsEnabled(SizeItems::selection));
         CloseWith(opening, okItem);
     });
 }
 
 TEST_F(NewDialogTest, TheContentsByTheMouse) {
     RunNew([&](const GuiDriver&, const DrivenDialog& opening) {
-        opening.Click(Items::selection, {6, 8});
-        WaitUntil("the selection", [&] { return opening.Value(Items::selection) == 1; });
-        EXPECT_EQ(ChosenContents(opening), Items::selection);
+        opening.Click(SizeItems::selection, {6, 8});
+        WaitUntil("the selection", [&] { return opening.Value(SizeItems::selection) == 1; });
+        EXPECT_EQ(ChosenContents(opening), SizeItems::selection);
         EXPECT_FALSE(IsSizeEnabled(opening));
-        opening.Click(Items::blank, {6, 8});
-        WaitUntil("blank", [&] { return opening.Value(Items::blank) == 1; });
-        EXPECT_EQ(ChosenContents(opening), Items::blank);
+        opening.Click(SizeItems::blank, {6, 8});
+        WaitUntil("blank", [&] { return opening.Value(SizeItems::blank) == 1; });
+        EXPECT_EQ(ChosenContents(opening), SizeItems::blank);
         EXPECT_TRUE(IsSizeEnabled(opening));
-        opening.Press(Items::selection);
+        opening.Press(SizeItems::selection);
         CloseWith(opening, okItem);
     });
     ExpectApplied(*Noise());
@@ -101,10 +100,10 @@ TEST_F(NewDialogTest, TheLastTextureIsThereOnceOneWasApplied) {
     selection = {0, 0, 30, 40};
     RunIn(filterHost, [&](const GuiDriver& gui) {
         const DrivenDialog opening = gui.WaitFor(createrDialog);
-        EXPECT_TRUE(opening.IsEnabled(Items::lastTexture));
-        opening.Click(Items::lastTexture, {6, 8});
-        WaitUntil("the last", [&] { return opening.Value(Items::lastTexture) == 1; });
-        EXPECT_EQ(ChosenContents(opening), Items::lastTexture);
+        EXPECT_TRUE(opening.IsEnabled(SizeItems::lastTexture));
+        opening.Click(SizeItems::lastTexture, {6, 8});
+        WaitUntil("the last", [&] { return opening.Value(SizeItems::lastTexture) == 1; });
+        EXPECT_EQ(ChosenContents(opening), SizeItems::lastTexture);
         EXPECT_FALSE(IsSizeEnabled(opening));
         CloseWith(opening, okItem);
         const DrivenDialog editor = gui.WaitFor(textureDialog);
@@ -128,7 +127,7 @@ TEST_F(NewDialogTest, ALastTextureThatIsGone) {
     }
     const host::RunReport report = RunIn(filterHost, [&](const GuiDriver& gui) {
         const DrivenDialog opening = gui.WaitFor(createrDialog);
-        opening.Press(Items::lastTexture);
+        opening.Press(SizeItems::lastTexture);
         CloseWith(opening, okItem);
     });
     EXPECT_EQ(report.result, -108);
@@ -138,7 +137,7 @@ TEST_F(NewDialogTest, AfterACancelTheDialogComesAgain) {
     host::FilterHost filterHost(settings);
     const auto cancel = [](const GuiDriver& gui) {
         const DrivenDialog opening = gui.WaitFor(createrDialog);
-        EXPECT_FALSE(opening.IsEnabled(Items::lastTexture));
+        EXPECT_FALSE(opening.IsEnabled(SizeItems::lastTexture));
         CloseWith(opening, cancelItem);
     };
     EXPECT_EQ(RunIn(filterHost, cancel).result, -128);
@@ -150,8 +149,8 @@ TEST_F(NewDialogTest, AfterACancelTheDialogComesAgain) {
 TEST_F(NewDialogTest, WithoutTheCheckMarkTheNextRunGoesStraightToTheEditor) {
     RunNew(
         [&](const GuiDriver&, const DrivenDialog& opening) {
-            opening.Click(Items::showNextTime, {6, 8});
-            WaitUntil("no mark", [&] { return opening.Value(Items::showNextTime) == 0; });
+            opening.Click(SizeItems::showNextTime, {6, 8});
+            WaitUntil("no mark", [&] { return opening.Value(SizeItems::showNextTime) == 0; });
             CloseWith(opening, okItem);
         },
         [](const GuiDriver&, const DrivenDialog& editor) {
@@ -170,9 +169,9 @@ TEST_F(NewDialogTest, WithoutTheCheckMarkTheNextRunGoesStraightToTheEditor) {
 TEST_F(NewDialogTest, TheCheckMarkTwiceIsThere) {
     RunNew(
         [&](const GuiDriver&, const DrivenDialog& opening) {
-            opening.Press(Items::showNextTime);
-            opening.Press(Items::showNextTime);
-            EXPECT_EQ(opening.Value(Items::showNextTime), 1);
+            opening.Press(SizeItems::showNextTime);
+            opening.Press(SizeItems::showNextTime);
+            EXPECT_EQ(opening.Value(SizeItems::showNextTime), 1);
             CloseWith(opening, okItem);
         },
         [](const GuiDriver&, const DrivenDialog& editor) {
@@ -203,20 +202,20 @@ TEST_F(NewDialogTest, TheKeyboard) {
     RunNew(
         [&](const GuiDriver& gui, const DrivenDialog& opening) {
             TabTo(gui, opening, okItem);
-            EXPECT_EQ(
-                TabOrder(gui, opening),
-                (std::vector<int>{okItem, cancelItem, Items::open, Items::name, Items::width,
-                                  Items::height, Items::units, Items::blank, Items::showNextTime}));
+            EXPECT_EQ(TabOrder(gui, opening),
+                      (std::vector<int>{okItem, cancelItem, SizeItems::open, SizeItems::name,
+                                        SizeItems::width, SizeItems::height, SizeItems::units,
+                                        SizeItems::blank, SizeItems::showNextTime}));
             gui.Chord({VK_MENU, 'H'});
-            WaitUntil("no mark", [&] { return opening.Value(Items::showNextTime) == 0; });
+            WaitUntil("no mark", [&] { return opening.Value(SizeItems::showNextTime) == 0; });
             gui.Chord({VK_MENU, 'S'});
-            WaitUntil("the selection", [&] { return opening.Value(Items::selection) == 1; });
+            WaitUntil("the selection", [&] { return opening.Value(SizeItems::selection) == 1; });
             gui.Chord({VK_MENU, 'B'});
-            WaitUntil("blank", [&] { return opening.Value(Items::blank) == 1; });
+            WaitUntil("blank", [&] { return opening.Value(SizeItems::blank) == 1; });
             gui.Chord({VK_MENU, 'W'});
-            WaitUntil("the width", [&] { return FocusedItem(opening) == Items::width; });
+            WaitUntil("the width", [&] { return FocusedItem(opening) == SizeItems::width; });
             gui.Type("40");
-            WaitUntil("40", [&] { return opening.Text(Items::width) == "40"; });
+            WaitUntil("40", [&] { return opening.Text(SizeItems::width) == "40"; });
             gui.Chord({VK_RETURN});
         },
         [](const GuiDriver&, const DrivenDialog& editor) {

@@ -18,6 +18,11 @@
 constexpr std::uint32_t testClock = 1234567890;
 
 class PluginRunTest : public CoreTest {
+  public:
+    /// The selection's size, and so the texture's, in pixels.
+    static constexpr short width = 150;
+    static constexpr short height = 100;
+
   protected:
     PluginRunTest();
     ~PluginRunTest() override;

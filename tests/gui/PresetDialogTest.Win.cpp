@@ -5,8 +5,6 @@
 
 namespace {
 
-using Items = ApplyItems;
-
 constexpr LinesParams crisp{10, linesInk, linesRandom, 90, {0x7FFF, 0x7FFF, 0x7FFF}};
 constexpr LinesParams soft{70, linesWax, linesAverage, -30, {0x2000, 0x4000, 0x6000}};
 
@@ -21,7 +19,7 @@ class PresetDialogTest : public DialogRunTest {
         AddPreset(stored.presets[presetLines], soft, "Soft");
     }
     static void SaveAs(const GuiDriver& gui, const DrivenDialog& lines, const std::string& name) {
-        lines.PressToOpen(Items::save);
+        lines.PressToOpen(ApplyItems::save);
         const DrivenDialog dialog = gui.WaitFor(presetDialog);
         TypeInto(gui, dialog, PresetItems::name, name);
         CloseWith(dialog, okItem);
@@ -52,9 +50,9 @@ using Names = std::vector<std::string>;
 TEST_F(PresetDialogTest, AnEmptyListShowsLastUsedAlone) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
-        EXPECT_EQ(Entries(lines, Items::presets), (Names{"Last Used", ""}));
-        EXPECT_EQ(lines.Value(Items::presets), 1);
-        WaitUntil("nothing to delete", [&] { return !lines.IsEnabled(Items::remove); });
+        EXPECT_EQ(Entries(lines, ApplyItems::presets), (Names{"Last Used", ""}));
+        EXPECT_EQ(lines.Value(ApplyItems::presets), 1);
+        WaitUntil("nothing to delete", [&] { return !lines.IsEnabled(ApplyItems::remove); });
         CloseWith(lines, cancelItem);
     });
 }
@@ -65,9 +63,9 @@ TEST_F(PresetDialogTest, SavedPresetsAreInTheFileByteByByte) {
         TypeInto(gui, lines, LinesItems::angle, "12");
         SaveAs(gui, lines, "Slanted");
         WaitUntil("the entry", [&] {
-            return Entries(lines, Items::presets) == Names{"Last Used", "", "Slanted"};
+            return Entries(lines, ApplyItems::presets) == Names{"Last Used", "", "Slanted"};
         });
-        EXPECT_EQ(lines.Value(Items::presets), 1) << "saving changes no selection";
+        EXPECT_EQ(lines.Value(ApplyItems::presets), 1) << "saving changes no selection";
         CloseWith(lines, cancelItem);
     });
     const std::string file = BytesOf(folder.Path() / "Zandermolite3.prf");
@@ -89,16 +87,16 @@ TEST_F(PresetDialogTest, SavingLeavesTheChosenOneChosen) {
     StoreTwo();
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
-        ChooseEntry(gui, lines, Items::presets, 3);
+        ChooseEntry(gui, lines, ApplyItems::presets, 3);
         ExpectValues(lines, crisp);
         SaveAs(gui, lines, "Another");
         WaitUntil("the entry", [&] {
-            return Entries(lines, Items::presets) ==
+            return Entries(lines, ApplyItems::presets) ==
                    Names{"Last Used", "", "Crisp", "Soft", "Another"};
         });
-        EXPECT_EQ(lines.Value(Items::presets), 3);
-        WaitUntil("Delete", [&] { return lines.IsEnabled(Items::remove); });
-        lines.PressToOpen(Items::remove);
+        EXPECT_EQ(lines.Value(ApplyItems::presets), 3);
+        WaitUntil("Delete", [&] { return lines.IsEnabled(ApplyItems::remove); });
+        lines.PressToOpen(ApplyItems::remove);
         EXPECT_EQ(AnswerAlert(gui, lines),
                   "Are you sure you want to delete the preset named <Crisp>?");
         CloseWith(lines, cancelItem);
@@ -118,7 +116,7 @@ TEST_F(PresetDialogTest, AreThereInTheNextRun) {
         const DrivenDialog editor = gui.WaitFor(textureDialog);
         const DrivenDialog lines = OpenLines(gui, editor);
         EXPECT_EQ(lines.Text(LinesItems::angle), "45");
-        ChooseEntry(gui, lines, Items::presets, 3);
+        ChooseEntry(gui, lines, ApplyItems::presets, 3);
         WaitUntil("the angle", [&] { return lines.Text(LinesItems::angle) == "12"; });
         CloseWith(lines, cancelItem);
         CloseWith(editor, cancelItem);
@@ -134,7 +132,7 @@ TEST_F(PresetDialogTest, NamesAreUniqueWhateverTheirCase) {
             EXPECT_EQ(AnswerAlert(gui, lines),
                       "This name is already taken. Please choose a unique name.");
         }
-        EXPECT_EQ(Entries(lines, Items::presets), (Names{"Last Used", "", "Crisp", "Soft"}));
+        EXPECT_EQ(Entries(lines, ApplyItems::presets), (Names{"Last Used", "", "Crisp", "Soft"}));
         CloseWith(lines, cancelItem);
     });
     EXPECT_EQ(StoredNames(), (Names{"Crisp", "Soft"}));
@@ -143,7 +141,7 @@ TEST_F(PresetDialogTest, NamesAreUniqueWhateverTheirCase) {
 TEST_F(PresetDialogTest, TheNameFieldWantsAName) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
-        lines.PressToOpen(Items::save);
+        lines.PressToOpen(ApplyItems::save);
         const DrivenDialog dialog = gui.WaitFor(presetDialog);
         EXPECT_EQ(dialog.Title(), "Save New Preset");
         WaitUntil("OK to be grey", [&] { return !dialog.IsEnabled(okItem); });
@@ -160,7 +158,7 @@ TEST_F(PresetDialogTest, TheNameFieldWantsAName) {
         gui.Chord({VK_RETURN});
         dialog.WaitUntilClosed();
         WaitUntil("the entry", [&] {
-            return Entries(lines, Items::presets) == Names{"Last Used", "", "a/b"};
+            return Entries(lines, ApplyItems::presets) == Names{"Last Used", "", "a/b"};
         });
         CloseWith(lines, cancelItem);
     });
@@ -170,12 +168,12 @@ TEST_F(PresetDialogTest, TheNameFieldWantsAName) {
 TEST_F(PresetDialogTest, ACancelledNameSavesNothing) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
-        lines.PressToOpen(Items::save);
+        lines.PressToOpen(ApplyItems::save);
         const DrivenDialog dialog = gui.WaitFor(presetDialog);
         gui.Type("Lost");
         gui.Chord({VK_ESCAPE});
         dialog.WaitUntilClosed();
-        EXPECT_EQ(Entries(lines, Items::presets).size(), 2u);
+        EXPECT_EQ(Entries(lines, ApplyItems::presets).size(), 2u);
         CloseWith(lines, cancelItem);
     });
     EXPECT_EQ(StoredNames(), Names{});
@@ -188,13 +186,13 @@ TEST_F(PresetDialogTest, AChosenPresetIsShownAndNotRun) {
     StoreTwo();
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
-        lines.Press(Items::apply);
+        lines.Press(ApplyItems::apply);
         ExpectShown(editor, *applied);
-        ChooseEntry(gui, lines, Items::presets, 4);
+        ChooseEntry(gui, lines, ApplyItems::presets, 4);
         ExpectValues(lines, soft);
-        EXPECT_EQ(lines.Value(Items::presets), 4);
+        EXPECT_EQ(lines.Value(ApplyItems::presets), 4);
         ExpectShown(editor, *blank);
-        WaitUntil("Delete", [&] { return lines.IsEnabled(Items::remove); });
+        WaitUntil("Delete", [&] { return lines.IsEnabled(ApplyItems::remove); });
         CloseWith(lines, okItem);
     });
     std::unique_ptr<PaintClass> expected = Blank();
@@ -206,17 +204,17 @@ TEST_F(PresetDialogTest, LastUsedChangesNothing) {
     StoreTwo();
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
-        ChooseEntry(gui, lines, Items::presets, 3);
+        ChooseEntry(gui, lines, ApplyItems::presets, 3);
         ExpectValues(lines, crisp);
-        ChooseEntry(gui, lines, Items::presets, 1);
+        ChooseEntry(gui, lines, ApplyItems::presets, 1);
         ExpectValues(lines, crisp);
-        WaitUntil("nothing to delete", [&] { return !lines.IsEnabled(Items::remove); });
+        WaitUntil("nothing to delete", [&] { return !lines.IsEnabled(ApplyItems::remove); });
         CloseWith(lines, cancelItem);
     });
 }
 
 void OpenMenu(const DrivenDialog& lines) {
-    OpenMenuOf(lines, Items::presets);
+    OpenMenuOf(lines, ApplyItems::presets);
 }
 
 /// The values load as the choice passes over the names, before one is chosen.
@@ -224,18 +222,18 @@ TEST_F(PresetDialogTest, TheOpenMenuShowsWhatItPasses) {
     StoreTwo();
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
-        ChooseEntry(gui, lines, Items::presets, 3);
+        ChooseEntry(gui, lines, ApplyItems::presets, 3);
         OpenMenu(lines);
-        while (lines.Value(Items::presets) != 4) {
-            const int passed = lines.Value(Items::presets);
+        while (lines.Value(ApplyItems::presets) != 4) {
+            const int passed = lines.Value(ApplyItems::presets);
             gui.Chord({VK_DOWN});
-            WaitUntil("the next", [&] { return lines.Value(Items::presets) != passed; });
+            WaitUntil("the next", [&] { return lines.Value(ApplyItems::presets) != passed; });
         }
         ExpectValues(lines, soft);
         EXPECT_TRUE(HasOpenMenu(lines));
         gui.Chord({VK_RETURN});
         WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
-        EXPECT_EQ(lines.Value(Items::presets), 4);
+        EXPECT_EQ(lines.Value(ApplyItems::presets), 4);
         ExpectValues(lines, soft);
         CloseWith(lines, cancelItem);
     });
@@ -246,14 +244,14 @@ TEST_F(PresetDialogTest, ThePointerPassesOverTheNames) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
         OpenMenu(lines);
-        PointAtEntry(lines, Items::presets, 3);
+        PointAtEntry(lines, ApplyItems::presets, 3);
         ExpectValues(lines, crisp);
-        PointAtEntry(lines, Items::presets, 4);
+        PointAtEntry(lines, ApplyItems::presets, 4);
         ExpectValues(lines, soft);
         gui.PressMouse();
         gui.ReleaseMouse();
         WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
-        EXPECT_EQ(lines.Value(Items::presets), 4);
+        EXPECT_EQ(lines.Value(ApplyItems::presets), 4);
         ExpectValues(lines, soft);
         CloseWith(lines, okItem);
     });
@@ -266,17 +264,17 @@ TEST_F(PresetDialogTest, LeavingTheMenuTakesTheValuesBack) {
     StoreTwo();
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
-        ChooseEntry(gui, lines, Items::presets, 3);
+        ChooseEntry(gui, lines, ApplyItems::presets, 3);
         OpenMenu(lines);
-        while (lines.Value(Items::presets) != 4) {
-            const int passed = lines.Value(Items::presets);
+        while (lines.Value(ApplyItems::presets) != 4) {
+            const int passed = lines.Value(ApplyItems::presets);
             gui.Chord({VK_DOWN});
-            WaitUntil("the next", [&] { return lines.Value(Items::presets) != passed; });
+            WaitUntil("the next", [&] { return lines.Value(ApplyItems::presets) != passed; });
         }
         ExpectValues(lines, soft);
         gui.Chord({VK_ESCAPE});
         WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
-        WaitUntil("the entry before", [&] { return lines.Value(Items::presets) == 3; });
+        WaitUntil("the entry before", [&] { return lines.Value(ApplyItems::presets) == 3; });
         ExpectValues(lines, crisp);
         CloseWith(lines, okItem);
     });
@@ -307,7 +305,7 @@ TEST_F(PresetDialogTest, AnAmpersandOfANameIsInTheOpenMenu) {
     AddPreset(stored.presets[presetLines], soft, longest.c_str());
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
-        EXPECT_EQ(Entries(lines, Items::presets),
+        EXPECT_EQ(Entries(lines, ApplyItems::presets),
                   (Names{"Last Used", "", "Salt & pepper", longest}));
         OpenMenu(lines);
         EXPECT_EQ(ShownInMenu(3), "Salt & pepper");
@@ -328,20 +326,20 @@ TEST_F(PresetDialogTest, LeavingTheMenuKeepsTunedValuesAndTheResult) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
         TypeInto(gui, lines, LinesItems::angle, "12");
-        lines.Press(Items::apply);
+        lines.Press(ApplyItems::apply);
         ExpectShown(editor, *applied);
         OpenMenu(lines);
-        PointAtEntry(lines, Items::presets, 4);
+        PointAtEntry(lines, ApplyItems::presets, 4);
         ExpectValues(lines, soft);
-        PointAtEntry(lines, Items::presets, 1);
+        PointAtEntry(lines, ApplyItems::presets, 1);
         ExpectValues(lines, tuned);
-        PointAtEntry(lines, Items::presets, 4);
+        PointAtEntry(lines, ApplyItems::presets, 4);
         ExpectValues(lines, soft);
         ExpectShown(editor, *applied);
         gui.Chord({VK_ESCAPE});
         WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
         ExpectValues(lines, tuned);
-        EXPECT_EQ(lines.Value(Items::presets), 1);
+        EXPECT_EQ(lines.Value(ApplyItems::presets), 1);
         ExpectShown(editor, *applied);
         CloseWith(lines, okItem);
     });
@@ -353,8 +351,8 @@ TEST_F(PresetDialogTest, ADragThatLeavesThePresetLeavesNothingToDelete) {
     StoreTwo();
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog lines = OpenLines(gui, editor);
-        ChooseEntry(gui, lines, Items::presets, 3);
-        WaitUntil("Delete", [&] { return lines.IsEnabled(Items::remove); });
+        ChooseEntry(gui, lines, ApplyItems::presets, 3);
+        WaitUntil("Delete", [&] { return lines.IsEnabled(ApplyItems::remove); });
         const RECT globe = lines.Bounds(LinesItems::globe);
         const int x = static_cast<int>(globe.right - globe.left) / 2;
         const int y = static_cast<int>(globe.bottom - globe.top) / 2;
@@ -362,9 +360,9 @@ TEST_F(PresetDialogTest, ADragThatLeavesThePresetLeavesNothingToDelete) {
             WaitUntil("-90", [&] { return lines.Text(LinesItems::angle) == "-90"; });
             gui.Chord({VK_MENU, 'D'});
         });
-        WaitUntil("Last Used", [&] { return lines.Value(Items::presets) == 1; });
-        EXPECT_FALSE(lines.IsEnabled(Items::remove));
-        EXPECT_EQ(Entries(lines, Items::presets), (Names{"Last Used", "", "Crisp", "Soft"}));
+        WaitUntil("Last Used", [&] { return lines.Value(ApplyItems::presets) == 1; });
+        EXPECT_FALSE(lines.IsEnabled(ApplyItems::remove));
+        EXPECT_EQ(Entries(lines, ApplyItems::presets), (Names{"Last Used", "", "Crisp", "Soft"}));
         CloseWith(lines, cancelItem);
     });
     EXPECT_EQ(StoredNames(), (Names{"Crisp", "Soft"}));
@@ -376,7 +374,7 @@ TEST_F(PresetDialogTest, NothingIsToDeleteWhenTheDialogOpens) {
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
         editor.PressToOpen(TextureItems::lines);
         const DrivenDialog lines = gui.WaitFor(linesDialog);
-        EXPECT_FALSE(lines.IsEnabled(Items::remove));
+        EXPECT_FALSE(lines.IsEnabled(ApplyItems::remove));
         CloseWith(lines, cancelItem);
     });
 }
@@ -387,19 +385,19 @@ TEST_F(PresetDialogTest, DeleteAsks) {
         const std::string question = "Are you sure you want to delete the preset named <Crisp>?";
         const DrivenDialog lines = OpenLines(gui, editor);
         const auto removeCrisp = [&](int answer) {
-            ChooseEntry(gui, lines, Items::presets, 3);
-            WaitUntil("Delete", [&] { return lines.IsEnabled(Items::remove); });
-            lines.PressToOpen(Items::remove);
+            ChooseEntry(gui, lines, ApplyItems::presets, 3);
+            WaitUntil("Delete", [&] { return lines.IsEnabled(ApplyItems::remove); });
+            lines.PressToOpen(ApplyItems::remove);
             EXPECT_EQ(AnswerAlert(gui, lines, answer), question);
         };
         removeCrisp(cancelItem);
-        WaitUntil("Last Used", [&] { return lines.Value(Items::presets) == 1; });
-        EXPECT_EQ(Entries(lines, Items::presets), (Names{"Last Used", "", "Crisp", "Soft"}));
+        WaitUntil("Last Used", [&] { return lines.Value(ApplyItems::presets) == 1; });
+        EXPECT_EQ(Entries(lines, ApplyItems::presets), (Names{"Last Used", "", "Crisp", "Soft"}));
         removeCrisp(okItem);
         WaitUntil("one entry less", [&] {
-            return Entries(lines, Items::presets) == Names{"Last Used", "", "Soft"};
+            return Entries(lines, ApplyItems::presets) == Names{"Last Used", "", "Soft"};
         });
-        EXPECT_EQ(lines.Value(Items::presets), 1);
+        EXPECT_EQ(lines.Value(ApplyItems::presets), 1);
         CloseWith(lines, cancelItem);
     });
     EXPECT_EQ(StoredNames(), (Names{"Soft"}));

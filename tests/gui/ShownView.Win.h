@@ -5,6 +5,9 @@
 #include "resources/Ids.h"
 #include "tests/support/Pictures.h"
 
+constexpr Pixel white = Color(255, 255, 255);
+constexpr Pixel black = Color(0, 0, 0);
+
 /// A copy of it.
 class ShownView {
   public:

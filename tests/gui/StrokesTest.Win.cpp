@@ -8,7 +8,7 @@ namespace {
 
 using Items = TextureItems;
 /// In the tools' coordinates: (0, 0) is the top left pixel of the first of three by three tiles.
-using Path = std::vector<hostapi::Point>;
+using TexturePath = std::vector<hostapi::Point>;
 
 struct Zoom {
     double factor;
@@ -21,7 +21,7 @@ hostapi::Point At(int x, int y) {
     return {static_cast<short>(y), static_cast<short>(x)};
 }
 
-std::string PathValue(const Path& path) {
+std::string PathValue(const TexturePath& path) {
     std::string value;
     for (const hostapi::Point& point : path) {
         value += (value.empty() ? "" : ";") + RecipeValue(point);
@@ -44,9 +44,9 @@ class StrokesTest : public DialogRunTest, public testing::WithParamInterface<Zoo
     // Each tool, as a line of the recipe that is run at once and as a step of the user for later.
     // Coordinates are even, so that they are whole pixels on the screen at each zoom.
 
-    void Paint(const std::string& operation, char key, int tool, const Path& path) {
+    void Paint(const std::string& operation, char key, int tool, const TexturePath& path) {
         // A press paints its place before the mouse moves.
-        Path painted = path;
+        TexturePath painted = path;
         painted.insert(painted.begin(), path.front());
         Add(operation + " path=" + PathValue(painted),
             [=, this](const GuiDriver& gui, const DrivenDialog& editor) {
@@ -73,7 +73,7 @@ class StrokesTest : public DialogRunTest, public testing::WithParamInterface<Zoo
             });
     }
     /// The offset is that of the source from the first place that the mouse moves to.
-    void Stamp(hostapi::Point source, const Path& path) {
+    void Stamp(hostapi::Point source, const TexturePath& path) {
         const hostapi::Point offset = At(source.h - path.at(1).h, source.v - path.at(1).v);
         Add("stamp offset=" + RecipeValue(offset) + " path=" + PathValue(path),
             [=, this](const GuiDriver& gui, const DrivenDialog& editor) {
@@ -157,7 +157,7 @@ class StrokesTest : public DialogRunTest, public testing::WithParamInterface<Zoo
         recipe->Run(line);
         steps.push_back(step);
     }
-    std::vector<ItemPlace> PlacesOf(const DrivenDialog& editor, const Path& path) const {
+    std::vector<ItemPlace> PlacesOf(const DrivenDialog& editor, const TexturePath& path) const {
         std::vector<ItemPlace> places;
         for (const hostapi::Point& point : path) {
             places.push_back(PlaceOfPixel(editor, point.h, point.v, GetParam().factor));

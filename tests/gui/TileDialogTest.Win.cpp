@@ -5,7 +5,6 @@
 
 namespace {
 
-using Items = TileItems;
 using Texture = TextureItems;
 
 class TileDialogTest : public DialogRunTest {
@@ -19,9 +18,9 @@ TEST_F(TileDialogTest, StartsWithTwoByTwo) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog tile = OpenTile(gui, editor);
         EXPECT_EQ(tile.Title(), "Tile");
-        EXPECT_EQ(tile.Text(Items::horizontal), "2");
-        EXPECT_EQ(tile.Text(Items::vertical), "2");
-        EXPECT_FALSE(tile.IsEnabled(Items::apply));
+        EXPECT_EQ(tile.Text(TileItems::horizontal), "2");
+        EXPECT_EQ(tile.Text(TileItems::vertical), "2");
+        EXPECT_FALSE(tile.IsEnabled(TileItems::apply));
         CloseWith(tile, okItem);
         editor.Settle();
         EXPECT_FALSE(editor.IsEnabled(Texture::repeatFilter));
@@ -33,8 +32,8 @@ TEST_F(TileDialogTest, StartsWithTwoByTwo) {
 TEST_F(TileDialogTest, TakesTheTwoCounts) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog tile = OpenTile(gui, editor);
-        TypeInto(gui, tile, Items::horizontal, "3");
-        TypeInto(gui, tile, Items::vertical, "1");
+        TypeInto(gui, tile, TileItems::horizontal, "3");
+        TypeInto(gui, tile, TileItems::vertical, "1");
         CloseWith(tile, okItem);
     });
     ExpectApplied(*RunTile(*Noise(), 3, 1));
@@ -56,8 +55,8 @@ TEST_F(TileDialogTest, MakesWhatARecipeMakes) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         for (const auto& [across, down] : counts) {
             const DrivenDialog tile = OpenTile(gui, editor);
-            TypeInto(gui, tile, Items::horizontal, std::to_string(across));
-            TypeInto(gui, tile, Items::vertical, std::to_string(down));
+            TypeInto(gui, tile, TileItems::horizontal, std::to_string(across));
+            TypeInto(gui, tile, TileItems::vertical, std::to_string(down));
             CloseWith(tile, okItem);
         }
         editor.PressToOpen(Texture::skew);
@@ -79,7 +78,7 @@ TEST_F(TileDialogTest, UndoLeadsBackToTheTiledTexture) {
 TEST_F(TileDialogTest, CancelLeavesTheTexture) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog tile = OpenTile(gui, editor);
-        tile.SetText(Items::horizontal, "5");
+        tile.SetText(TileItems::horizontal, "5");
         CloseWith(tile, cancelItem);
     });
     ExpectApplied(*Noise());
@@ -91,14 +90,14 @@ TEST_F(TileDialogTest, CountsBeyondTheLimits) {
             "An integer in the range between 1 and 12 required. Would you like to insert the "
             "closest value?";
         const DrivenDialog tile = OpenTile(gui, editor);
-        TabTo(gui, tile, Items::horizontal);
+        TabTo(gui, tile, TileItems::horizontal);
         gui.Type("0");
         EXPECT_EQ(AnswerAlert(gui, tile), question);
-        WaitUntil("the least", [&] { return tile.Text(Items::horizontal) == "1"; });
-        TypeInto(gui, tile, Items::vertical, "1");
+        WaitUntil("the least", [&] { return tile.Text(TileItems::horizontal) == "1"; });
+        TypeInto(gui, tile, TileItems::vertical, "1");
         gui.Type("3");
         EXPECT_EQ(AnswerAlert(gui, tile), question);
-        WaitUntil("the most", [&] { return tile.Text(Items::vertical) == "12"; });
+        WaitUntil("the most", [&] { return tile.Text(TileItems::vertical) == "12"; });
         CloseWith(tile, okItem);
     });
     ExpectApplied(*RunTile(*Noise(), 1, 12));
@@ -129,8 +128,8 @@ TEST_F(TileDialogTest, OneCopyIsANewTextureWithoutAWayBack) {
         CloseWith(brush, okItem);
         editor.Press(Texture::invert);
         const DrivenDialog tile = OpenTile(gui, editor);
-        TypeInto(gui, tile, Items::horizontal, "1");
-        TypeInto(gui, tile, Items::vertical, "1");
+        TypeInto(gui, tile, TileItems::horizontal, "1");
+        TypeInto(gui, tile, TileItems::vertical, "1");
         CloseWith(tile, okItem);
         editor.Settle();
         editor.ChooseToOpen(commandBrushSettings);
@@ -148,10 +147,10 @@ TEST_F(TileDialogTest, TheKeyboard) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         const DrivenDialog tile = OpenTile(gui, editor);
         TabTo(gui, tile, okItem);
-        EXPECT_EQ(TabOrder(gui, tile),
-                  (std::vector<int>{okItem, cancelItem, Items::horizontal, Items::vertical}));
+        EXPECT_EQ(TabOrder(gui, tile), (std::vector<int>{okItem, cancelItem, TileItems::horizontal,
+                                                         TileItems::vertical}));
         gui.Chord({VK_MENU, 'V'});
-        WaitUntil("the rows", [&] { return FocusedItem(tile) == Items::vertical; });
+        WaitUntil("the rows", [&] { return FocusedItem(tile) == TileItems::vertical; });
         gui.Type("1");
         gui.Chord({VK_RETURN});
         tile.WaitUntilClosed();

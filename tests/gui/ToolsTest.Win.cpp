@@ -10,8 +10,6 @@ namespace {
 
 using Items = TextureItems;
 
-constexpr int width = 150;
-constexpr int height = 100;
 const std::string toolKeys = "vbengskihz";
 
 class ToolsTest : public PluginRunTest {

@@ -8,11 +8,6 @@ namespace {
 
 using Items = TextureItems;
 
-constexpr int width = 150;
-constexpr int height = 100;
-constexpr Pixel white = Color(255, 255, 255);
-constexpr Pixel black = Color(0, 0, 0);
-
 class ViewTest : public PluginRunTest {};
 
 TEST_F(ViewTest, ZoomWalksItsLadderAndStopsAtTheEnds) {

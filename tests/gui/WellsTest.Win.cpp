@@ -54,20 +54,20 @@ class WellsTest : public PluginRunTest {
     }
 };
 
-constexpr std::array<int, 3> black = {0, 0, 0};
-constexpr std::array<int, 3> white = {255, 255, 255};
+constexpr std::array<int, 3> blackWell = {0, 0, 0};
+constexpr std::array<int, 3> whiteWell = {255, 255, 255};
 
 TEST_F(WellsTest, KeysSwapAndReset) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
-        WaitForColors(editor, black, white);
+        WaitForColors(editor, blackWell, whiteWell);
         gui.Type("x");
-        WaitForColors(editor, white, black);
+        WaitForColors(editor, whiteWell, blackWell);
         gui.Type("X");
-        WaitForColors(editor, black, white);
+        WaitForColors(editor, blackWell, whiteWell);
         gui.Type("x");
-        WaitForColors(editor, white, black);
+        WaitForColors(editor, whiteWell, blackWell);
         gui.Type("d");
-        WaitForColors(editor, black, white);
+        WaitForColors(editor, blackWell, whiteWell);
     });
     ExpectStored(black16, white16);
 }
@@ -76,7 +76,7 @@ TEST_F(WellsTest, KeysSwapAndReset) {
 TEST_F(WellsTest, BothWellsHaveABlackOutline) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
         gui.Type("x");
-        WaitForColors(editor, white, black);
+        WaitForColors(editor, whiteWell, blackWell);
         const RECT bounds = editor.Bounds(Items::colorWells);
         const int right = bounds.right - bounds.left;
         const int bottom = bounds.bottom - bounds.top;
@@ -100,7 +100,7 @@ TEST_F(WellsTest, BothWellsHaveABlackOutline) {
             EXPECT_FALSE(isBlack(x, y)) << x << ", " << y << ": between frame and well";
         }
         gui.Type("x");
-        WaitForColors(editor, black, white);
+        WaitForColors(editor, blackWell, whiteWell);
         const host::Picture swapped = editor.Grab();
         const auto isOutline = [&](int x, int y) {
             return swapped.Pixel(bounds.left + x, bounds.top + y)[0] == 0;
@@ -121,14 +121,14 @@ TEST_F(WellsTest, BothWellsHaveABlackOutline) {
 TEST_F(WellsTest, SymbolsSwapAndReset) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
         editor.ClickMiddle(Items::switchColors);
-        WaitForColors(editor, white, black);
+        WaitForColors(editor, whiteWell, blackWell);
         editor.ClickMiddle(Items::defaultColors);
-        WaitForColors(editor, black, white);
+        WaitForColors(editor, blackWell, whiteWell);
         // Between the parts.
         editor.Click(Items::colorWells, {2, 2});
         gui.WaitUntilIdle();
         EXPECT_TRUE(IsWindowEnabled(editor.Window())) << "no dialog of the system";
-        WaitForColors(editor, black, white);
+        WaitForColors(editor, blackWell, whiteWell);
     });
 }
 
@@ -136,7 +136,7 @@ TEST_F(WellsTest, WhiteOfTheSystemsDialogIsNotTheFirstWhite) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
         editor.Click(Items::colorWells, inForeground);
         ChooseInDialog(gui, {"255", "255", "255"}, IDOK);
-        WaitForColors(editor, white, white);
+        WaitForColors(editor, whiteWell, whiteWell);
     });
     ExpectStored({0xFF00, 0xFF00, 0xFF00}, white16);
 }
@@ -145,9 +145,9 @@ TEST_F(WellsTest, TheBackgroundTakesAColourAndPaintsIt) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
         editor.Click(Items::colorWells, InBackground(editor));
         ChooseInDialog(gui, {"10", "20", "30"}, IDOK);
-        WaitForColors(editor, black, {10, 20, 30});
+        WaitForColors(editor, blackWell, {10, 20, 30});
         gui.Type("x");
-        WaitForColors(editor, {10, 20, 30}, black);
+        WaitForColors(editor, {10, 20, 30}, blackWell);
         ChooseTool(gui, editor, 'n', 4);
         Stroke(editor, {PlaceOfPixel(editor, 150 + 7, 100 + 9)});
     });
@@ -159,7 +159,7 @@ TEST_F(WellsTest, CancelInTheSystemsDialogKeepsTheColour) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
         editor.Click(Items::colorWells, inForeground);
         ChooseInDialog(gui, {"10", "20", "30"}, IDCANCEL);
-        WaitForColors(editor, black, white);
+        WaitForColors(editor, blackWell, whiteWell);
     });
     ExpectStored(black16, white16);
 }
