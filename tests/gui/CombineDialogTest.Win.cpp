@@ -66,7 +66,7 @@ TEST_F(CombineDialogTest, AFileIsWantedBeforeOk) {
                                       "Color this texture with"}));
         Keep(combine, "combine-without-a-file");
         combine.ClickMiddle(ApplyItems::apply);
-        TabTo(gui, combine, Items::slider);
+        TabTo(gui, combine, CombineItems::slider);
         gui.Chord({VK_RETURN});
         gui.WaitUntilIdle();
         EXPECT_TRUE(combine.IsOpen()) << "Return presses a grey OK";
@@ -89,7 +89,7 @@ TEST_F(CombineDialogTest, OkCombinesWithTheChosenFile) {
         WaitUntil("OK", [&] { return combine.IsEnabled(okItem); });
         EXPECT_EQ(combine.Text(CombineItems::fileName), "lines.jpg");
         Keep(combine, "combine");
-        TabTo(gui, combine, Items::slider);
+        TabTo(gui, combine, CombineItems::slider);
         gui.Chord({VK_RETURN});
         combine.WaitUntilClosed();
         editor.Settle();
