@@ -202,7 +202,7 @@ TEST_F(CombineDialogTest, AMenuLeftWithoutAChoiceKeepsModeAndResult) {
         OpenMenuOf(combine, CombineItems::mode);
         PointAtEntry(combine, CombineItems::mode, 3);
         gui.Chord({VK_ESCAPE});
-        WaitUntil("the menu to close", [&] { return !HasOpenMenu(combine); });
+        WaitUntilMenuIsClosed(gui, combine);
         WaitUntil("the mode before", [&] { return combine.Value(CombineItems::mode) == 1; });
         ExpectShown(editor, *Combined("lines.jpg", 50, 1));
         CloseWith(combine, okItem);

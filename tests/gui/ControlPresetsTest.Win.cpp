@@ -116,8 +116,7 @@ TEST_P(EveryEffectTest, AMenuLeftWithoutAChoiceLeavesTheValuesAndTheResult) {
         PointAtEntry(dialog, ApplyItems::presets, 4);
         PointAtEntry(dialog, ApplyItems::presets, 3);
         gui.Chord({VK_ESCAPE});
-        WaitUntil("the menu to close", [&] { return !HasOpenMenu(dialog); });
-        dialog.Settle();
+        WaitUntilMenuIsClosed(gui, dialog);
         EXPECT_EQ(dialog.Value(ApplyItems::presets), 1);
         EXPECT_FALSE(dialog.IsEnabled(ApplyItems::remove));
         EXPECT_EQ(father.reverts, before);
@@ -137,8 +136,7 @@ TEST_P(EveryEffectTest, LastUsedChosenInTheMenuKeepsTheValues) {
         PointAtEntry(dialog, ApplyItems::presets, 1);
         gui.PressMouse();
         gui.ReleaseMouse();
-        WaitUntil("the menu to close", [&] { return !HasOpenMenu(dialog); });
-        dialog.Settle();
+        WaitUntilMenuIsClosed(gui, dialog);
         Apply(dialog);
     });
     ExpectFilled(End::high);

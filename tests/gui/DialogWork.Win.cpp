@@ -92,7 +92,7 @@ void ChooseEntryByMouse(const GuiDriver& gui, const DrivenDialog& dialog, int it
     MoveMouse(PlaceInMenu(place));
     gui.PressMouse();
     gui.ReleaseMouse();
-    WaitUntil("the menu to close", [&] { return !HasOpenMenu(dialog); });
+    WaitUntilMenuIsClosed(gui, dialog);
     WaitUntil("the entry", [&] { return dialog.Value(item) == place; });
     dialog.Settle();
 }
@@ -102,6 +102,12 @@ bool HasOpenMenu(const DrivenDialog& dialog) {
     info.cbSize = sizeof info;
     GetGUIThreadInfo(GetWindowThreadProcessId(dialog.Window(), nullptr), &info);
     return (info.flags & GUI_INMENUMODE) != 0;
+}
+
+void WaitUntilMenuIsClosed(const GuiDriver& gui, const DrivenDialog& dialog) {
+    WaitUntil("the menu to close", [&] { return !HasOpenMenu(dialog); });
+    // The dialog reads the queue before it takes the choice, and so replies to other threads.
+    gui.WaitUntilIdle();
 }
 
 void OpenMenuOf(const DrivenDialog& dialog, int item) {

@@ -27,6 +27,8 @@ void PointAtEntry(const DrivenDialog& dialog, int item, int place);
 /// Opens a popup's menu with the mouse.
 void OpenMenuOf(const DrivenDialog& dialog, int item);
 bool HasOpenMenu(const DrivenDialog& dialog);
+/// Until the dialog has taken the choice, or has its values back, too.
+void WaitUntilMenuIsClosed(const GuiDriver& gui, const DrivenDialog& dialog);
 /// The texts of a popup's entries.
 std::vector<std::string> Entries(const DrivenDialog& dialog, int item);
 

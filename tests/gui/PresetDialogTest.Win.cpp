@@ -232,7 +232,7 @@ TEST_F(PresetDialogTest, TheOpenMenuShowsWhatItPasses) {
         ExpectValues(lines, soft);
         EXPECT_TRUE(HasOpenMenu(lines));
         gui.Chord({VK_RETURN});
-        WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
+        WaitUntilMenuIsClosed(gui, lines);
         EXPECT_EQ(lines.Value(ApplyItems::presets), 4);
         ExpectValues(lines, soft);
         CloseWith(lines, cancelItem);
@@ -250,7 +250,7 @@ TEST_F(PresetDialogTest, ThePointerPassesOverTheNames) {
         ExpectValues(lines, soft);
         gui.PressMouse();
         gui.ReleaseMouse();
-        WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
+        WaitUntilMenuIsClosed(gui, lines);
         EXPECT_EQ(lines.Value(ApplyItems::presets), 4);
         ExpectValues(lines, soft);
         CloseWith(lines, okItem);
@@ -273,7 +273,7 @@ TEST_F(PresetDialogTest, LeavingTheMenuTakesTheValuesBack) {
         }
         ExpectValues(lines, soft);
         gui.Chord({VK_ESCAPE});
-        WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
+        WaitUntilMenuIsClosed(gui, lines);
         WaitUntil("the entry before", [&] { return lines.Value(ApplyItems::presets) == 3; });
         ExpectValues(lines, crisp);
         CloseWith(lines, okItem);
@@ -311,7 +311,7 @@ TEST_F(PresetDialogTest, AnAmpersandOfANameIsInTheOpenMenu) {
         EXPECT_EQ(ShownInMenu(3), "Salt & pepper");
         EXPECT_EQ(ShownInMenu(4), longest);
         gui.Chord({VK_ESCAPE});
-        WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
+        WaitUntilMenuIsClosed(gui, lines);
         CloseWith(lines, cancelItem);
     });
 }
@@ -337,7 +337,7 @@ TEST_F(PresetDialogTest, LeavingTheMenuKeepsTunedValuesAndTheResult) {
         ExpectValues(lines, soft);
         ExpectShown(editor, *applied);
         gui.Chord({VK_ESCAPE});
-        WaitUntil("the menu to close", [&] { return !HasOpenMenu(lines); });
+        WaitUntilMenuIsClosed(gui, lines);
         ExpectValues(lines, tuned);
         EXPECT_EQ(lines.Value(ApplyItems::presets), 1);
         ExpectShown(editor, *applied);
