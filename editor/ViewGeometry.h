@@ -14,7 +14,7 @@ enum ViewMode : short { viewDrawing = 0, viewTilePreview = 1 };
 
 /// The width of a scroll bar beside the view, in pixels at 96 dots an inch.
 constexpr int scrollBarWidth = 15;
-/// That of the drawing area's frame.
+/// The width of the drawing area's frame, in pixels at 96 dots an inch.
 constexpr int viewFrameWidth = 2;
 
 /// The next factor of the ladder; 4.0 and 0.25 are its ends. Factors beside the ladder stay.

@@ -1,4 +1,4 @@
-// What a dialog tells a screen reader of its items.
+// The names, roles and values of a dialog's items, as a screen reader is told of them.
 #include "framework/dialog/NorvantaDialog.h"
 
 void NorvantaDialog::SetRole(short item, ItemRole role, short named) {

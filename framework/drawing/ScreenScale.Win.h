@@ -5,5 +5,5 @@
 
 #include "framework/drawing/ScreenScale.h"
 
-/// That of a dialog of ours, or of the one that a control stands in.
+/// Returns the scale of a dialog's window; for a control, that of the dialog it stands in.
 ScreenScale ScaleOf(HWND window);

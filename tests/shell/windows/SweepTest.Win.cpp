@@ -187,7 +187,8 @@ class SweepTest : public testing::Test {
     /// Settings as each point finds them.
     void RestoreSettings() const { WriteBytes(folder.Path() / settingsFile, baseline.settings); }
 
-    /// The run of the point, and another one. Returns what they leave behind.
+    /// Runs all the work with the call refused, then a short run with none refused. Returns the
+    /// levels after both.
     Levels RunRefused(const RefusedPoint& point) {
         RestoreSettings();
         Run(point, FullWork(point.kind));
