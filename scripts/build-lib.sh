@@ -34,6 +34,16 @@ note_failure() {
   echo "$1" >> build/failed
 }
 
+# Ends the process group PID, if it is still there, when the script ends; PID alone while it has not founded
+# its group yet. A group that is gone must not make a failure of it: under `set -e` the shell ends with the
+# status of the trap's failed command.
+# stop_group_at_exit PID
+stop_group_at_exit() {
+  # shellcheck disable=SC2064 # the group is this one, whatever the variable says later
+  trap "kill -TERM -$1 2> /dev/null || kill -TERM $1 2> /dev/null || :" EXIT
+  trap 'exit 130' INT TERM
+}
+
 # As CMakeLists.txt has it.
 project_version() {
   sed -n 's/^project(.*VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt
