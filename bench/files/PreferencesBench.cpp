@@ -1,34 +1,13 @@
 // Reading and writing a preference file with as many presets as its count can tell, in memory.
 #include <benchmark/benchmark.h>
 
-#include <cstring>
 #include <string>
 
-#include "files/PreferenceFormat.h"
+#include "fixtures/PreferencesInMemory.h"
 
 namespace {
 
 constexpr int presetCount = 32766;
-
-std::string Written(const Preferences& preferences) {
-    std::string bytes;
-    WritePreferences(
-        [&bytes](const void* buffer, std::int32_t count) {
-            bytes.append(static_cast<const char*>(buffer), static_cast<std::size_t>(count));
-        },
-        preferences);
-    return bytes;
-}
-
-void ReadFrom(const std::string& bytes, Preferences& preferences) {
-    const char* at = bytes.data();
-    ReadPreferences(
-        [&at](void* buffer, std::int32_t count) {
-            std::memcpy(buffer, at, static_cast<std::size_t>(count));
-            at += count;
-        },
-        preferences);
-}
 
 std::string ManyPresets() {
     Preferences preferences;
@@ -39,23 +18,23 @@ std::string ManyPresets() {
         preferences.presets[presetSkew].DataAt(static_cast<short>(i + 1), &record);
         new (record) SkewParams();
     }
-    return Written(preferences);
+    return WrittenBytes(preferences);
 }
 
 void Load(benchmark::State& state) {
     const std::string bytes = ManyPresets();
     for (auto _ : state) {
         Preferences preferences;
-        ReadFrom(bytes, preferences);
+        ReadFromBytes(bytes, preferences);
     }
 }
 BENCHMARK(Load)->Name("Loading 32766 presets/fast")->Unit(benchmark::kMillisecond);
 
 void Save(benchmark::State& state) {
     Preferences preferences;
-    ReadFrom(ManyPresets(), preferences);
+    ReadFromBytes(ManyPresets(), preferences);
     for (auto _ : state) {
-        benchmark::DoNotOptimize(Written(preferences).data());
+        benchmark::DoNotOptimize(WrittenBytes(preferences).data());
     }
 }
 BENCHMARK(Save)->Name("Saving 32766 presets/fast")->Unit(benchmark::kMillisecond);

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "files/PreferenceFile.h"
+#include "fixtures/PreferencesInMemory.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/PreferenceBytes.h"
 #include "tests/support/RandomInput.h"
@@ -17,30 +18,6 @@ class PreferenceFormatTest : public CoreTest {
     PreferenceFormatTest() { dialogPlaces = {}; }
     ~PreferenceFormatTest() override { dialogPlaces = {}; }
 
-    /// Returns how many bytes were taken; the rest of `bytes` means nothing.
-    static std::size_t Read(const std::string& bytes, Preferences& preferences) {
-        std::size_t at = 0;
-        ReadPreferences(
-            [&](void* buffer, std::int32_t count) {
-                const auto size = static_cast<std::size_t>(count);
-                if (bytes.size() - at < size) {
-                    throw std::int16_t{preferenceShortRead};
-                }
-                std::memcpy(buffer, bytes.data() + at, size);
-                at += size;
-            },
-            preferences);
-        return at;
-    }
-    static std::string Write(const Preferences& preferences) {
-        std::string bytes;
-        WritePreferences(
-            [&](const void* buffer, std::int32_t count) {
-                bytes.append(static_cast<const char*>(buffer), static_cast<std::size_t>(count));
-            },
-            preferences);
-        return bytes;
-    }
     static std::string RandomBytes(std::size_t count, unsigned seed) {
         RandomInput random(seed);
         std::string bytes;
@@ -58,7 +35,7 @@ class PreferenceFormatTest : public CoreTest {
 };
 
 TEST_F(PreferenceFormatTest, TheFirstFileStandsInTheTableByteForByte) {
-    const std::string bytes = Write(preferences);
+    const std::string bytes = WrittenBytes(preferences);
     EXPECT_EQ(bytes.size(), 383u);
     for (const PreferenceRow& row : DefaultHeadRows()) {
         EXPECT_EQ(bytes.substr(row.offset, row.bytes.size()), row.bytes) << "at " << row.offset;
@@ -69,7 +46,7 @@ TEST_F(PreferenceFormatTest, TheFirstFileStandsInTheTableByteForByte) {
 TEST_F(PreferenceFormatTest, EachFieldOfTheHeadHasItsPlace) {
     std::string bytes = FirstPreferenceFile();
     bytes.replace(6, listsOffset - 6, RandomBytes(listsOffset - 6, 1));
-    EXPECT_EQ(Read(bytes, preferences), bytes.size());
+    EXPECT_EQ(ReadFromBytes(bytes, preferences), bytes.size());
     const auto number = [&bytes]<typename Number>(std::size_t offset, Number) {
         Number value;
         std::memcpy(&value, bytes.data() + offset, sizeof value);
@@ -117,7 +94,7 @@ TEST_F(PreferenceFormatTest, EachFieldOfTheHeadHasItsPlace) {
     EXPECT_EQ(preferences.shapes.halfShift, number(177, std::uint8_t{}));
     EXPECT_EQ(preferences.shapes.color, color(187));
     // Padding included, and whatever the floating-point fields hold.
-    EXPECT_EQ(Write(preferences), bytes);
+    EXPECT_EQ(WrittenBytes(preferences), bytes);
 }
 
 TEST_F(PreferenceFormatTest, ListsAndPlacesComeBackAsTheyWere) {
@@ -131,7 +108,7 @@ TEST_F(PreferenceFormatTest, ListsAndPlacesComeBackAsTheyWere) {
         }
     }
     bytes += RandomBytes(placesSize, 99);
-    EXPECT_EQ(Read(bytes, preferences), bytes.size());
+    EXPECT_EQ(ReadFromBytes(bytes, preferences), bytes.size());
     EXPECT_EQ(NameOf(preferences.presets[presetLines], 1), "(none)");
     EXPECT_EQ(NameOf(preferences.presets[presetDrops], 1), "preset 10");
     EXPECT_EQ(NameOf(preferences.presets[presetDividers], 1), "preset 20");
@@ -139,7 +116,7 @@ TEST_F(PreferenceFormatTest, ListsAndPlacesComeBackAsTheyWere) {
     EXPECT_EQ(NameOf(preferences.presets[presetTwirls], 1), "preset 40");
     EXPECT_EQ(NameOf(preferences.presets[presetSkew], 2), "preset 51");
     EXPECT_EQ(NameOf(preferences.presets[presetShapes], 1), "(none)");
-    EXPECT_EQ(Write(preferences), bytes);
+    EXPECT_EQ(WrittenBytes(preferences), bytes);
 }
 
 TEST_F(PreferenceFormatTest, TheListsStandInTheirOrder) {
@@ -154,7 +131,7 @@ TEST_F(PreferenceFormatTest, TheListsStandInTheirOrder) {
                     std::string(payloads[i], static_cast<char>('a' + i));
     }
     expected += std::string(placesSize, '\0');
-    EXPECT_EQ(Write(preferences), expected);
+    EXPECT_EQ(WrittenBytes(preferences), expected);
 }
 
 TEST_F(PreferenceFormatTest, ThePlacesStandInTheirOrder) {
@@ -163,7 +140,7 @@ TEST_F(PreferenceFormatTest, ThePlacesStandInTheirOrder) {
         // Top, left, bottom, right.
         bytes += WordBytes(i) + WordBytes(100 + i) + WordBytes(200 + i) + WordBytes(-300 - i);
     }
-    ASSERT_EQ(Read(bytes, preferences), bytes.size());
+    ASSERT_EQ(ReadFromBytes(bytes, preferences), bytes.size());
     EXPECT_EQ(preferences.editorPlace.top, 0);
     EXPECT_EQ(preferences.editorPlace.left, 100);
     EXPECT_EQ(preferences.editorPlace.bottom, 200);
@@ -185,7 +162,7 @@ TEST_F(PreferenceFormatTest, ThePlacesStandInTheirOrder) {
         EXPECT_EQ(dialogPlaces[dialog].bottom, 200 + place);
         EXPECT_EQ(dialogPlaces[dialog].right, -300 - place);
     }
-    EXPECT_EQ(Write(preferences), bytes);
+    EXPECT_EQ(WrittenBytes(preferences), bytes);
 }
 
 TEST_F(PreferenceFormatTest, ACountOfOneOrLessIsAnEmptyList) {
@@ -195,8 +172,8 @@ TEST_F(PreferenceFormatTest, ACountOfOneOrLessIsAnEmptyList) {
         for (std::size_t i = 0; i < presetEffectCount; ++i) {
             bytes.replace(listsOffset + 2 * i, 2, WordBytes(count));
         }
-        EXPECT_EQ(Read(bytes, fresh), 383u) << count;
-        EXPECT_EQ(Write(fresh), FirstPreferenceFile()) << "written as empty lists are";
+        EXPECT_EQ(ReadFromBytes(bytes, fresh), 383u) << count;
+        EXPECT_EQ(WrittenBytes(fresh), FirstPreferenceFile()) << "written as empty lists are";
     }
 }
 
@@ -210,8 +187,8 @@ TEST_F(PreferenceFormatTest, WhatStandsBehindANameOrTheEndMeansNothing) {
     std::string name = NameBytes("short");
     name.replace(6, 250, RandomBytes(250, 6));
     // No more than the four bytes in which a resolution would begin.
-    EXPECT_EQ(Read(file(name) + "left over", preferences), file(name).size() + 4);
-    EXPECT_EQ(Write(preferences), file(NameBytes("short")));
+    EXPECT_EQ(ReadFromBytes(file(name) + "left over", preferences), file(name).size() + 4);
+    EXPECT_EQ(WrittenBytes(preferences), file(NameBytes("short")));
 }
 
 /// The end of a file whose editor stood at `place` on a screen of `resolution`.
@@ -230,11 +207,11 @@ TEST_F(PreferenceFormatTest, TheResolutionOfThePlaceFollowsTheEnd) {
     preferences.editorPlace = {10, 20, 600, 900};
     preferences.placeResolution = 144;
     const std::string bytes = PlacedFile() + ResolutionBytes(144, FromHex("0A00 1400 5802 8403"));
-    EXPECT_EQ(Write(preferences), bytes);
+    EXPECT_EQ(WrittenBytes(preferences), bytes);
     Preferences read;
-    EXPECT_EQ(Read(bytes, read), bytes.size());
+    EXPECT_EQ(ReadFromBytes(bytes, read), bytes.size());
     EXPECT_EQ(read.placeResolution, 144);
-    EXPECT_EQ(Write(read), bytes);
+    EXPECT_EQ(WrittenBytes(read), bytes);
 }
 
 TEST_F(PreferenceFormatTest, AFileWithoutAResolutionIsFor96) {
@@ -244,33 +221,34 @@ TEST_F(PreferenceFormatTest, AFileWithoutAResolutionIsFor96) {
                                     "VELS" + ResolutionBytes(144, FromHex("0A00 1400 5802")),
                                     ResolutionBytes(144, FromHex("0A00 1400 5802 84"))}) {
         Preferences read;
-        Read(PlacedFile() + rest, read);
+        ReadFromBytes(PlacedFile() + rest, read);
         EXPECT_EQ(read.placeResolution, 96);
         EXPECT_EQ(read.editorPlace.right, 900);
-        EXPECT_EQ(Write(read), PlacedFile()) << "and stays without one";
+        EXPECT_EQ(WrittenBytes(read), PlacedFile()) << "and stays without one";
     }
 }
 
 // A program that does not know of it writes another place before it, and leaves it.
 TEST_F(PreferenceFormatTest, AResolutionCountsBesideItsPlaceAlone) {
     Preferences read;
-    Read(PlacedFile() + ResolutionBytes(144, FromHex("0A00 1400 5802 8503")), read);
+    ReadFromBytes(PlacedFile() + ResolutionBytes(144, FromHex("0A00 1400 5802 8503")), read);
     EXPECT_EQ(read.placeResolution, 96);
 }
 
 // Or that from before would count again, beside a place that happens to be the same.
 TEST_F(PreferenceFormatTest, AResolutionOnceWrittenIsWrittenFromThenOn) {
     Preferences read;
-    Read(PlacedFile() + ResolutionBytes(144, FromHex("0A00 1400 5802 8403")), read);
+    ReadFromBytes(PlacedFile() + ResolutionBytes(144, FromHex("0A00 1400 5802 8403")), read);
     read.placeResolution = 96;
-    EXPECT_EQ(Write(read), PlacedFile() + ResolutionBytes(96, FromHex("0A00 1400 5802 8403")));
+    EXPECT_EQ(WrittenBytes(read),
+              PlacedFile() + ResolutionBytes(96, FromHex("0A00 1400 5802 8403")));
 }
 
 TEST_F(PreferenceFormatTest, ANameWithoutItsZeroIsCut) {
     std::string bytes = FirstPreferenceFile();
     bytes.replace(listsOffset + 2 * presetSkew, 2,
                   WordBytes(2) + std::string(256, 'x') + std::string(4, '\0'));
-    Read(bytes, preferences);
+    ReadFromBytes(bytes, preferences);
     EXPECT_EQ(NameOf(preferences.presets[presetSkew], 1), std::string(255, 'x'));
 }
 
@@ -278,8 +256,8 @@ TEST_F(PreferenceFormatTest, EntriesGoBehindThoseThatAreThere) {
     std::string bytes = FirstPreferenceFile();
     bytes.replace(listsOffset + 2 * presetSkew, 2,
                   WordBytes(2) + NameBytes("once") + std::string(4, '\0'));
-    Read(bytes, preferences);
-    Read(bytes, preferences);
+    ReadFromBytes(bytes, preferences);
+    ReadFromBytes(bytes, preferences);
     EXPECT_EQ(NameOf(preferences.presets[presetSkew], 1), "once");
     EXPECT_EQ(NameOf(preferences.presets[presetSkew], 2), "once");
     EXPECT_EQ(NameOf(preferences.presets[presetSkew], 3), "(none)");
@@ -296,16 +274,16 @@ TEST_F(PreferenceFormatTest, TheLongestListComesBackAsItWas) {
     }
     std::string bytes = FirstPreferenceFile();
     bytes.replace(listsOffset + 2 * presetSkew, 2, WordBytes(32767) + entries);
-    ASSERT_EQ(Read(bytes, preferences), bytes.size());
+    ASSERT_EQ(ReadFromBytes(bytes, preferences), bytes.size());
     EXPECT_EQ(NameOf(preferences.presets[presetSkew], count), "32765");
-    EXPECT_EQ(Write(preferences), bytes);
+    EXPECT_EQ(WrittenBytes(preferences), bytes);
 }
 
 TEST_F(PreferenceFormatTest, AShapesRecordIsWholeInMemory) {
     std::string bytes = FirstPreferenceFile();
     const std::string payload = DefaultHead().substr(133, 60);
     bytes.replace(listsOffset + 2 * presetShapes, 2, WordBytes(2) + NameBytes("grid") + payload);
-    Read(bytes, preferences);
+    ReadFromBytes(bytes, preferences);
     void* data = nullptr;
     ASSERT_TRUE(preferences.presets[presetShapes].DataAt(1, &data));
     const ShapesParams shapes = *static_cast<const ShapesParams*>(data);
@@ -317,7 +295,7 @@ TEST_F(PreferenceFormatTest, AnotherKindOrVersionOfFileIsRefused) {
     for (std::size_t at = 0; at < 6; ++at) {
         std::string bytes = FirstPreferenceFile();
         bytes[at] = static_cast<char>(bytes[at] + 1);
-        EXPECT_EQ(FaultOf([&] { Read(bytes, preferences); }), -43) << at;
+        EXPECT_EQ(FaultOf([&] { ReadFromBytes(bytes, preferences); }), -43) << at;
     }
 }
 
@@ -328,7 +306,7 @@ TEST_F(PreferenceFormatTest, EveryFileThatEndsEarlyIsShort) {
                       RandomBytes(16, 8));
     for (std::size_t size = 0; size < bytes.size(); ++size) {
         Preferences fresh;
-        EXPECT_EQ(FaultOf([&] { Read(bytes.substr(0, size), fresh); }), -39) << size;
+        EXPECT_EQ(FaultOf([&] { ReadFromBytes(bytes.substr(0, size), fresh); }), -39) << size;
     }
 }
 
@@ -338,7 +316,7 @@ TEST_F(PreferenceFormatTest, AnyBytesInAHeadAndListsDoNoHarm) {
         std::string bytes = FromHex("56454C4B 0100") + RandomBytes(3000, seed);
         // Now and then small counts, so that lists are read, too.
         bytes.replace(listsOffset, 2, WordBytes(static_cast<int>(seed % 5)));
-        const int id = FaultOf([&] { Read(bytes, fresh); });
+        const int id = FaultOf([&] { ReadFromBytes(bytes, fresh); });
         EXPECT_TRUE(id == 0 || id == -39) << id;
     }
 }
