@@ -1,8 +1,9 @@
 // Where windows stand on the screens: arithmetic alone.
 #pragma once
 
-/// On the screens, in 32 bits: several of them can lie beyond what 16 bits hold. Screens to the
-/// left of the primary one, or above it, have negative coordinates.
+/// In pixels of a window, or on the screens: several of them can lie beyond what 16 bits hold, and
+/// those to the left of the primary one, or above it, have negative coordinates. Right and bottom
+/// are exclusive.
 struct ScreenRect {
     int left;
     int top;

@@ -25,11 +25,6 @@ constexpr int zoomButtonWidth = 16;
 
 constexpr short previewTab = 2;
 
-hostapi::Rect RectOf(const Area& area) {
-    return {static_cast<short>(area.top), static_cast<short>(area.left),
-            static_cast<short>(area.bottom), static_cast<short>(area.right)};
-}
-
 }  // namespace
 
 hostapi::Rect TextureDialog::View() const {
@@ -166,8 +161,8 @@ void TextureDialog::DrawView(const ViewGeometry& geometry) {
         force = false;
     }
     Port().SetBackground(viewGround);
-    for (const Area& strip : geometry.Strips()) {
-        FillRect(RectOf(strip));
+    for (const ScreenRect& strip : geometry.Strips()) {
+        FillRect(ToRect(strip));
     }
 }
 

@@ -109,7 +109,7 @@ std::vector<TilePlace> ViewGeometry::Blocks() const {
 
 // The strips begin where the last repeat ends, which the image's truncated size does not: no pixel
 // keeps what it showed before.
-std::vector<Area> ViewGeometry::Strips() const {
+std::vector<ScreenRect> ViewGeometry::Strips() const {
     if (x.mode != viewDrawing) {
         return {};
     }
@@ -117,12 +117,12 @@ std::vector<Area> ViewGeometry::Strips() const {
     const int right = std::clamp(x.Origin() + repeatsShown * x.Scaled(), left, x.view);
     const int top = std::clamp(y.Origin(), 0, y.view);
     const int bottom = std::clamp(y.Origin() + repeatsShown * y.Scaled(), top, y.view);
-    std::vector<Area> strips = {{0, 0, left, y.view},
-                                {right, 0, x.view, y.view},
-                                {left, 0, right, top},
-                                {left, bottom, right, y.view}};
+    std::vector<ScreenRect> strips = {{0, 0, left, y.view},
+                                      {right, 0, x.view, y.view},
+                                      {left, 0, right, top},
+                                      {left, bottom, right, y.view}};
     std::erase_if(strips,
-                  [](const Area& strip) { return strip.Width() < 1 || strip.Height() < 1; });
+                  [](const ScreenRect& strip) { return strip.Width() < 1 || strip.Height() < 1; });
     return strips;
 }
 

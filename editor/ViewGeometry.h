@@ -7,6 +7,7 @@
 
 #include <vector>
 
+#include "base/ScreenGeometry.h"
 #include "framework/drawing/ScreenScale.h"
 #include "hostapi/HostTypes.h"
 
@@ -24,18 +25,6 @@ double ZoomedOut(double zoom);
 /// The part of the drawing area's item that shows the texture: inside its frame, with room for the
 /// scroll bars at the right and at the bottom.
 hostapi::Rect ViewRect(const hostapi::Rect& item, ScreenScale scale = {});
-
-/// Right and bottom are exclusive. Wide, since a large texture in large zoom reaches far.
-struct Area {
-    int left;
-    int top;
-    int right;
-    int bottom;
-
-    int Width() const { return right - left; }
-    int Height() const { return bottom - top; }
-    friend bool operator==(const Area&, const Area&) = default;
-};
 
 /// The corner at which a repeat of the tile is drawn.
 struct TilePlace {
@@ -104,7 +93,7 @@ struct ViewGeometry {
     /// row or column may reach beyond the repeats.
     std::vector<TilePlace> Blocks() const;
     /// The drawing mode's background: what the repeats leave of the view.
-    std::vector<Area> Strips() const;
+    std::vector<ScreenRect> Strips() const;
     /// In the order of drawing. Each line is as wide as a pixel at 96 dots an inch.
     std::vector<MarkLine> SizeMarks(ScreenScale scale = {}) const;
 

@@ -147,7 +147,7 @@ TEST(ViewGeometry, TilesAndStripsCoverTheView) {
                             }
                         }
                     }
-                    for (const Area& strip : geometry.Strips()) {
+                    for (const ScreenRect& strip : geometry.Strips()) {
                         if (strip.top == 0 && strip.bottom == 30) {
                             std::fill(covered.begin() + strip.left, covered.begin() + strip.right,
                                       1);
@@ -163,12 +163,12 @@ TEST(ViewGeometry, TilesAndStripsCoverTheView) {
 }
 
 TEST(ViewGeometry, StripsDoNotOverlapTheTiles) {
-    const std::vector<Area> strips = Square(16, 0.25, 20).Strips();
+    const std::vector<ScreenRect> strips = Square(16, 0.25, 20).Strips();
     ASSERT_EQ(strips.size(), 4u);
-    EXPECT_EQ(strips[0], (Area{0, 0, 4, 20}));
-    EXPECT_EQ(strips[1], (Area{16, 0, 20, 20}));
-    EXPECT_EQ(strips[2], (Area{4, 0, 16, 4}));
-    EXPECT_EQ(strips[3], (Area{4, 16, 16, 20}));
+    EXPECT_EQ(strips[0], (ScreenRect{0, 0, 4, 20}));
+    EXPECT_EQ(strips[1], (ScreenRect{16, 0, 20, 20}));
+    EXPECT_EQ(strips[2], (ScreenRect{4, 0, 16, 4}));
+    EXPECT_EQ(strips[3], (ScreenRect{4, 16, 16, 20}));
 }
 
 TEST(ViewGeometry, PositionsGoBackToTheTexture) {
