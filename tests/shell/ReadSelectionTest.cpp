@@ -165,6 +165,25 @@ TEST_F(ReadSelectionTest, AMaskThatIsNotDeliveredSelectsAll) {
     }
 }
 
+TEST_F(ReadSelectionTest, WhereAMaskEndsBeforeItsRowTheRestStaysWhite) {
+    RowHost rowHost(NoiseImage({0, 0, 2, 6}, 3));
+    rowHost.mask.assign(12, 255);
+    rowHost.Attach(record);
+    static decltype(record.advanceState) hostsAdvance;
+    hostsAdvance = record.advanceState;
+    record.advanceState = []() -> std::int16_t {
+        const std::int16_t result = hostsAdvance();
+        filterRecord->maskRect.right = 4;
+        return result;
+    };
+    record.haveMask = 1;
+    const auto pic = ReadSelection(&context);
+    ASSERT_NE(pic, nullptr);
+    for (short x = 0; x < 6; ++x) {
+        EXPECT_EQ(pic->GetPixel(x, 1) & 0xFF, x < 4 ? *rowHost.image.At(x, 1) : 0xFF) << x;
+    }
+}
+
 TEST_F(ReadSelectionTest, AnAbortLeavesTheOtherRowsWhite) {
     for (int row = 0; row < 5; ++row) {
         RowHost rowHost(NoiseImage({0, 0, 5, 4}, 3));

@@ -254,6 +254,72 @@ TEST_F(SelectorsTest, TheTrialOfTheFirstRowLeavesTheRequestAsItWas) {
     EXPECT_EQ(Start(), 0);
 }
 
+TEST_F(SelectorsTest, TheTrialOfTheFirstRowAsksForItsInputAlone) {
+    Parameters();
+    SetRectangles();
+    EXPECT_EQ(Start(), 0);
+    const AdvanceRequest& trial = rowHost.requests.front();
+    const hostapi::Rect& selection = rowHost.image.bounds;
+    EXPECT_TRUE(AreEqual(trial.in, {selection.top, selection.left, std::int16_t(selection.top + 1),
+                                    selection.right}));
+    EXPECT_TRUE(IsZero(trial.out));
+    EXPECT_TRUE(IsZero(trial.mask));
+    EXPECT_EQ(trial.inLoPlane, 0);
+    EXPECT_EQ(trial.inHiPlane, 2);
+}
+
+/// The distance of rows of 40 pixels of three planes, as a host may say it.
+struct RowDistance {
+    int rowBytes;
+    bool isTooLong;
+};
+
+class RowDistanceTest : public SelectorsTest, public testing::WithParamInterface<RowDistance> {};
+
+TEST_P(RowDistanceTest, RowsOfTwoOrFourBytesAChannelAreRefused) {
+    static decltype(record.advanceState) hostsAdvance;
+    hostsAdvance = record.advanceState;
+    record.advanceState = []() -> std::int16_t {
+        const std::int16_t result = hostsAdvance();
+        if (Windows().events.empty()) {
+            filterRecord->inRowBytes = GetParam().rowBytes;
+        }
+        return result;
+    };
+    Parameters();
+    EXPECT_EQ(Start(), GetParam().isTooLong ? -30100 : 0);
+    EXPECT_EQ(Windows().events.empty(), GetParam().isTooLong);
+    record.advanceState = hostsAdvance;
+}
+
+INSTANTIATE_TEST_SUITE_P(Hosts, RowDistanceTest,
+                         testing::Values(RowDistance{120, false}, RowDistance{183, false},
+                                         RowDistance{239, false}, RowDistance{240, true},
+                                         RowDistance{303, true}, RowDistance{304, false},
+                                         RowDistance{479, false}, RowDistance{480, true},
+                                         RowDistance{543, true}, RowDistance{544, false},
+                                         RowDistance{-240, true}, RowDistance{0, false}));
+
+TEST_F(SelectorsTest, ShortRowsSayNothingOfTheirChannels) {
+    // Rows of 21 pixels may be padded to any of these.
+    for (const int rowBytes : {64, 126, 128, 252, 256}) {
+        rowHost.image = NoiseImage({0, 0, 8, 21}, 3);
+        rowHost.Attach(record);
+        static int distance;
+        distance = rowBytes;
+        static decltype(record.advanceState) hostsAdvance;
+        hostsAdvance = record.advanceState;
+        record.advanceState = []() -> std::int16_t {
+            const std::int16_t result = hostsAdvance();
+            filterRecord->inRowBytes = distance;
+            filterRecord->outRowBytes = distance;
+            return result;
+        };
+        Parameters();
+        EXPECT_EQ(Start(), 0) << rowBytes;
+    }
+}
+
 TEST_F(SelectorsTest, AnAboutWithinAStartLeavesTheRecordToTheEditor) {
     Parameters();
     static hostapi::FilterRecord* seen;
@@ -297,6 +363,18 @@ TEST_F(SelectorsTest, WithoutMemoryForAWindowTheHostIsToldSo) {
     Windows().edit = [](std::unique_ptr<PaintClass>&) { throw std::bad_alloc(); };
     EXPECT_EQ(Start(), -108);
     EXPECT_EQ(Log().beeps, 0);
+}
+
+TEST_F(SelectorsTest, WithoutMemoryAfterAFaultTheFaultCounts) {
+    Parameters();
+    SetRectangles();
+    Windows().edit = [](std::unique_ptr<PaintClass>&) {
+        errorCell = 20008;
+        throw std::bad_alloc();
+    };
+    EXPECT_EQ(Start(), 0);
+    EXPECT_EQ(Log().beeps, 1);
+    ExpectEmptyRectangles();
 }
 
 TEST_F(SelectorsTest, AHostThatTakesNoBlocksBackEndsNothing) {
