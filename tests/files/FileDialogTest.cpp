@@ -85,13 +85,19 @@ TEST_F(FileDialogTest, WithoutExtensionsAllFilesAreOffered) {
 }
 
 TEST_F(FileDialogTest, AFilterHas1024BytesAtMost) {
-    // Each type takes 12 bytes when saving; the end takes one.
-    std::vector<FileType> types(85, Type(".JPG"));
-    types.push_back(noFileType);
-    EXPECT_EQ(MakeFileDialog(FileDialogMode::save, nullptr, types.data()).filter.size(), 1021u);
-    types.insert(types.begin(), Type(".JPG"));
-    EXPECT_EQ(FaultOf([&] { MakeFileDialog(FileDialogMode::save, nullptr, types.data()); }), 20008);
-    EXPECT_EQ(FaultOf([&] { file.ChooseFile(FileDialogMode::save, nullptr, types.data(), 1); }),
+    // When saving each type takes 12 bytes, or 10 with two letters; the end takes one.
+    const auto types = [](std::size_t threeLetters, std::size_t twoLetters) {
+        std::vector<FileType> list(threeLetters, Type(".JPG"));
+        list.insert(list.end(), twoLetters, Type(".GZ "));
+        list.push_back(noFileType);
+        return list;
+    };
+    const std::vector<FileType> most = types(81, 5);
+    EXPECT_EQ(MakeFileDialog(FileDialogMode::save, nullptr, most.data()).filter.size(), 1023u);
+    const std::vector<FileType> tooMany = types(82, 4);
+    EXPECT_EQ(FaultOf([&] { MakeFileDialog(FileDialogMode::save, nullptr, tooMany.data()); }),
+              20008);
+    EXPECT_EQ(FaultOf([&] { file.ChooseFile(FileDialogMode::save, nullptr, tooMany.data(), 1); }),
               20008);
     EXPECT_TRUE(asked.empty());
 }

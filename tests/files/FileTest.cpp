@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -44,6 +46,33 @@ TEST_F(FileTest, OpenNeedsAFileThatExists) {
     EXPECT_EQ(GetLastFileError(), 0);
     EXPECT_EQ(file.Close(), 0);
     EXPECT_EQ(Bytes(), "abc");
+}
+
+TEST_F(FileTest, EveryOperationButExistsForgetsTheLastError) {
+    Put("abc");
+    char bytes[4] = "xyz";
+    const std::pair<const char*, std::function<void()>> operations[] = {
+        {"Open", [&] { file.Open(); }},
+        {"Read", [&] { file.Read(bytes, 0, 1); }},
+        {"Write", [&] { file.Write(bytes, 0, 1); }},
+        {"Append", [&] { file.Append(bytes, 1); }},
+        {"GetSize", [&] { file.GetSize(); }},
+        {"SetSize", [&] { file.SetSize(2); }},
+        {"Close", [&] { file.Close(); }},
+        {"a second Close", [&] { file.Close(); }},
+        {"Read of a closed file", [&] { file.Read(bytes, 0, 1); }},
+        {"Write of a closed file", [&] { file.Write(bytes, 0, 1); }},
+        {"Delete", [&] { file.Delete(); }},
+        {"Delete without a name", [&] { file.Delete(); }},
+        {"Create", [&] {
+             Name("other.dat");
+             file.Create();
+         }}};
+    for (const auto& [name, operation] : operations) {
+        lastFileError = 19005;
+        operation();
+        EXPECT_EQ(GetLastFileError(), 0) << name;
+    }
 }
 
 TEST_F(FileTest, AFolderIsNoFile) {
