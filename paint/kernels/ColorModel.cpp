@@ -2,6 +2,7 @@
 
 #include "paint/kernels/Dispatch.h"
 #include "paint/kernels/PixelBytes.h"
+#include "paint/kernels/SaturateWide.h"
 #include "raster/Truncation.h"
 
 // Both outcomes of a choice are computed and one is taken, so that the compiler can do several
@@ -129,7 +130,7 @@ void HLSToRGB(const ColorHLS* in, unsigned char* rgb) {
 }
 
 void SaturateRow(unsigned char* pixels, int count, double delta) {
-    ForThisProcessor<SaturateLoop>(pixels, count, delta);
+    ForThisProcessor<SaturateLoop, SaturateWide>(pixels, count, delta);
 }
 
 void TurnHueRow(const unsigned char* pixels, const unsigned char* other, unsigned char* out,
