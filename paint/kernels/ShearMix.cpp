@@ -14,57 +14,84 @@ namespace {
 // estimate, in the same units, is less than 512 off, and decides the value unless a whole number is
 // nearer than that.
 
-constexpr std::int32_t estimateError = 512;
+constexpr Pixel estimateError = 512;
 /// The estimate has four times the value.
 constexpr int valueBits = shearFractionBits + 2;
+constexpr int lowHalf = 16;
 
-std::int32_t Estimate(int at, int along, int across, int diagonal, std::int32_t fraction) {
-    const int leading = at + across;
-    return ((at + along + leading) << shearFractionBits) + fraction * (along + diagonal - leading);
+/// Red and blue lie in the halves of one number up to here.
+constexpr Pixel RedBlueOf(Pixel pixel) {
+    return pixel & 0x00FF00FF;
+}
+
+constexpr Pixel GreenByteOf(Pixel pixel) {
+    return pixel >> 8 & 0xFF;
+}
+
+/// Each estimate, of 32 signed bits, is raised by its error.
+struct Estimates {
+    Pixel red;
+    Pixel green;
+    Pixel blue;
+};
+
+/// `leading` and `trailing` are the sums across, of the places before and after the position.
+Estimates EstimatesOf(Pixel redBlue, Pixel green, Pixel redBlueLeading, Pixel greenLeading,
+                      Pixel redBlueTrailing, Pixel greenTrailing, Pixel fraction) {
+    const Pixel rise = redBlueTrailing - redBlueLeading;
+    const auto redRise = static_cast<Pixel>(static_cast<std::int32_t>(rise << lowHalf) >> lowHalf);
+    const auto blueRise = static_cast<Pixel>(static_cast<std::int32_t>(rise - redRise) >> lowHalf);
+    return {
+        (redBlue << shearFractionBits) + redRise * fraction + estimateError,
+        (green << shearFractionBits) + (greenTrailing - greenLeading) * fraction + estimateError,
+        (redBlue >> lowHalf << shearFractionBits) + blueRise * fraction + estimateError};
 }
 
 /// Not 0 if the value may be another whole number than that of the estimate.
-std::int32_t Doubt(std::int32_t estimate) {
-    constexpr std::int32_t belowValue = (1 << valueBits) - 1;
-    return ((estimate + estimateError) & belowValue) < 2 * estimateError ? 1 : 0;
+Pixel Doubt(Pixel estimate) {
+    constexpr Pixel belowValue = (Pixel{1} << valueBits) - 1;
+    return (estimate & belowValue & ~(2 * estimateError - 1)) == 0 ? 1 : 0;
 }
 
-Pixel Channel(std::int32_t estimate) {
-    return static_cast<Pixel>(std::clamp(estimate >> valueBits, 0, 255));
+/// Positions below 0 are read beyond the pixels around them, where values can leave a byte. The
+/// others can not, but where there is a doubt.
+template <bool isBelow0>
+Pixel Channel(Pixel estimate) {
+    const Pixel value = static_cast<Pixel>(static_cast<std::int32_t>(estimate) >> valueBits);
+    return isBelow0 ? static_cast<Pixel>(std::clamp(static_cast<std::int32_t>(value), 0, 255))
+                    : value;
 }
 
-void MixLoop(const ShearedRun& run, unsigned char* __restrict out,
-             unsigned char* __restrict undecided) {
+template <bool isBelow0>
+void MixLoop(const ShearedRun& run, unsigned char* __restrict out, Pixel* __restrict undecided) {
     const Pixel* const at = run.at;
-    const Pixel* const along = run.along;
     const Pixel* const across = run.across;
-    const Pixel* const diagonal = run.diagonal;
-    const std::int32_t* const fractions = run.fractions;
-    for (int first = 0; first + shearGroup <= run.count; first += shearGroup) {
-        std::int32_t doubt = 0;
-        Pixel mixed[shearGroup];
-        for (int i = 0; i < shearGroup; ++i) {
-            const Pixel a = at[first + i];
-            const Pixel b = along[first + i];
-            const Pixel c = across[first + i];
-            const Pixel d = diagonal[first + i];
-            const std::int32_t f = fractions[first + i];
-            const std::int32_t red = Estimate(RedOf(a), RedOf(b), RedOf(c), RedOf(d), f);
-            const std::int32_t green = Estimate(GreenOf(a), GreenOf(b), GreenOf(c), GreenOf(d), f);
-            const std::int32_t blue = Estimate(BlueOf(a), BlueOf(b), BlueOf(c), BlueOf(d), f);
-            doubt |= Doubt(red) | Doubt(green) | Doubt(blue);
-            mixed[i] = Channel(red) | Channel(green) << 8 | Channel(blue) << 16;
-        }
-        std::memcpy(out + first * bytesPerPixel, mixed, sizeof mixed);
-        undecided[first / shearGroup] = static_cast<unsigned char>(doubt);
+    const auto fraction = static_cast<Pixel>(run.fraction);
+    for (int i = 0; i < run.count; ++i) {
+        const Pixel a = at[i];
+        const Pixel b = at[i + 1];
+        const Pixel c = across[i];
+        const Pixel d = across[i + 1];
+        const Pixel redBlueLeading = RedBlueOf(a) + RedBlueOf(c);
+        const Pixel greenLeading = GreenByteOf(a) + GreenByteOf(c);
+        const Estimates estimates = EstimatesOf(
+            RedBlueOf(a) + RedBlueOf(b) + redBlueLeading,
+            GreenByteOf(a) + GreenByteOf(b) + greenLeading, redBlueLeading, greenLeading,
+            RedBlueOf(b) + RedBlueOf(d), GreenByteOf(b) + GreenByteOf(d), fraction);
+        undecided[i] = Doubt(estimates.red) | Doubt(estimates.green) | Doubt(estimates.blue);
+        const Pixel mixed = Channel<isBelow0>(estimates.red) |
+                            Channel<isBelow0>(estimates.green) << 8 |
+                            Channel<isBelow0>(estimates.blue) << 16;
+        StorePixel(out, i, mixed);
     }
 }
 
 }  // namespace
 
-void MixSheared(const ShearedRun& run, unsigned char* out, unsigned char* undecided) {
-    ForThisProcessor<MixLoop>(run, out, undecided);
-    if (run.count % shearGroup != 0) {
-        undecided[run.count / shearGroup] = 1;
+void MixSheared(const ShearedRun& run, unsigned char* out, Pixel* undecided) {
+    if (run.fraction < 0) {
+        ForThisProcessor<MixLoop<true>>(run, out, undecided);
+    } else {
+        ForThisProcessor<MixLoop<false>>(run, out, undecided);
     }
 }
