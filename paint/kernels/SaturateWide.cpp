@@ -22,7 +22,7 @@ namespace {
 constexpr int groupSize = 8;
 constexpr double perByte = 0.00392156862745098;  // 1 / 255
 
-/// What depends on the order of the channels. With 1 for red above green, 2 for blue above red and
+/// Tables by the order of the channels. With 1 for red above green, 2 for blue above red and
 /// 4 for green above blue that is, from the highest to the lowest:
 ///   0  all equal, whose hue is 0    1  red, blue, green     2  blue, green, red
 ///   3  blue, red, green             4  green, red, blue     5  red, green, blue
@@ -79,14 +79,14 @@ struct Doubles {
                                    _mm256_cvttpd_epi32(values.high), 1);
 }
 
-/// Of four pixels, 0 to 1.
+/// Channels of four pixels, 0 to 1.
 struct SortedChannels {
     __m256d most;
     __m256d middle;
     __m256d least;
 };
 
-/// What places the middle channel, of four pixels.
+/// The place of the middle channel between the others, of four pixels.
 struct HuePlace {
     __m256d start;
     __m256d sign;
