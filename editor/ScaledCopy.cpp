@@ -5,6 +5,7 @@
 #include <limits>
 #include <memory>
 
+#include "base/Rectangles.h"
 #include "base/TryMake.h"
 #include "hostapi/Results.h"
 
@@ -18,13 +19,13 @@ constexpr std::int64_t slack = 4;
 /// each repeat.
 class SourceOffsets {
   public:
-    SourceOffsets(int sourceSize, int targetSize, int repeats, std::size_t step)
-        : count(static_cast<std::size_t>(targetSize) * static_cast<std::size_t>(repeats)),
-          offsets(TryMakeArray<std::size_t>(count)) {
+    /// Begins with the target pixel `from`, which is -targetSize at least.
+    SourceOffsets(int sourceSize, int targetSize, int from, int newCount, std::size_t step)
+        : count(static_cast<std::size_t>(newCount)), offsets(TryMakeArray<std::size_t>(count)) {
         const double ratio = static_cast<double>(sourceSize) / targetSize;
-        for (int i = 0; offsets && i < targetSize * repeats; ++i) {
-            offsets[static_cast<std::size_t>(i)] =
-                static_cast<std::size_t>(i % targetSize * ratio) * step;
+        for (int i = 0; offsets && i < newCount; ++i) {
+            const int inTile = (from + targetSize + i) % targetSize;
+            offsets[static_cast<std::size_t>(i)] = static_cast<std::size_t>(inTile * ratio) * step;
         }
     }
 
@@ -46,9 +47,10 @@ void ScaleRow(const unsigned char* source, const SourceOffsets& columns, unsigne
 
 /// A source row is scaled once; its repeats are copies of the target row above. False without
 /// memory.
-bool ScaleRows(const PicClass& pic, const ScaledCopy::Size& size, unsigned char* target) {
-    const SourceOffsets columns(pic.grX, size.width, size.columns, bytesPerPixel);
-    const SourceOffsets rows(pic.grY, size.height, size.rows,
+bool ScaleRows(const PicClass& pic, const ScaledCopy::Size& size, const hostapi::VRect& part,
+               unsigned char* target) {
+    const SourceOffsets columns(pic.grX, size.width, part.left, Width(part), bytesPerPixel);
+    const SourceOffsets rows(pic.grY, size.height, part.top, Height(part),
                              static_cast<std::size_t>(pic.RowBytes()));
     if (columns.Failed() || rows.Failed()) {
         return false;
@@ -63,6 +65,10 @@ bool ScaleRows(const PicClass& pic, const ScaledCopy::Size& size, unsigned char*
         }
     }
     return true;
+}
+
+std::int64_t BytesOf(int width, int height) {
+    return std::int64_t{width} * height * targetPixel + slack;
 }
 
 hostapi::PSPixelMap MapOf(int width, int height, void* base) {
@@ -94,12 +100,23 @@ bool ScaledCopy::Make(const PicClass& pic, const Size& size) {
     if (map.bounds.right == width && map.bounds.bottom == height) {
         return true;
     }
+    if (buffer.Size() > BytesOf(width, height)) {
+        Free();
+    }
+    return Fill(pic, size, {0, 0, height, width});
+}
+
+bool ScaledCopy::MakePart(const PicClass& pic, const Size& size, const hostapi::VRect& part) {
+    return Fill(pic, size, part);
+}
+
+bool ScaledCopy::Fill(const PicClass& pic, const Size& size, const hostapi::VRect& part) {
     Discard();
-    if (!Allocate(width, height)) {
+    if (!Allocate(Width(part), Height(part))) {
         Free();
         return false;
     }
-    if (!ScaleRows(pic, size, static_cast<unsigned char*>(map.baseAddr))) {
+    if (!ScaleRows(pic, size, part, static_cast<unsigned char*>(map.baseAddr))) {
         Discard();
         return false;
     }
@@ -107,12 +124,9 @@ bool ScaledCopy::Make(const PicClass& pic, const Size& size) {
 }
 
 bool ScaledCopy::Allocate(int width, int height) {
-    const std::int64_t size = std::int64_t{width} * height * targetPixel + slack;
+    const std::int64_t size = BytesOf(width, height);
     if (size > std::numeric_limits<std::int32_t>::max()) {
         return false;
-    }
-    if (buffer.Size() > size) {
-        buffer.Free();
     }
     if (buffer.Allocate(static_cast<std::int32_t>(size)) != hostapi::noErr) {
         return false;

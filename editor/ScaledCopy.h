@@ -26,11 +26,16 @@ class ScaledCopy {
     void Free();
     /// Makes a copy of that size, unless there is one. False without memory; there is no copy then.
     bool Make(const PicClass& pic, const Size& size);
+    /// Makes a copy of the part alone, which may reach over the edges of the tile into its repeats:
+    /// its corner is one tile at most above and to the left of the tile's. A block that is larger
+    /// is kept. `size` is the tile's; its repeats count no more than the part. As Make.
+    bool MakePart(const PicClass& pic, const Size& size, const hostapi::VRect& part);
     /// Describes the copy for the host; valid until the next Make or Discard. Three bytes a pixel,
     /// red, green, blue, without gaps.
     const hostapi::PSPixelMap& Map() const { return map; }
 
   private:
+    bool Fill(const PicClass& pic, const Size& size, const hostapi::VRect& part);
     bool Allocate(int width, int height);
 
     hostapi::PSPixelMap map{};

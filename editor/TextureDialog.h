@@ -184,6 +184,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     void DrawPicture(const ViewGeometry& geometry, const TilePlace& place, bool force);
     void RedrawAll();
     void RedrawContents();
+    void RedrawTouched(const hostapi::VRect& touched);
     void DrawFrame(const hostapi::Rect& rect);
     void DrawView(const ViewGeometry& geometry);
     void DrawSizeMarks(const ViewGeometry& geometry);
@@ -225,4 +226,6 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     std::optional<short> shownProgress;
     HelpReadout help;
     ScaledCopy scaledCopy;
+    /// The copy of what a stroke has touched since it was last shown.
+    ScaledCopy touchedCopy;
 };

@@ -110,6 +110,7 @@ bool TextureDialog::TrackStamp() {
     hostapi::Point place;
     GetMouse(&place);
     hostapi::Point now = TexturePoint(place);
+    bool isViewStale = true;
     while (true) {
         const hostapi::Point before = now;
         bool isDown = false;
@@ -129,6 +130,8 @@ bool TextureDialog::TrackStamp() {
         if (pic->stampSourcePending) {
             AimStamp(now);
             ShowStampCross(place);
+            // The cross of the source before it goes with the redraw of all of the view.
+            isViewStale = true;
         } else if (pic->stampOffsetH == 0 && pic->stampOffsetV == 0) {
             return false;
         }
@@ -137,7 +140,12 @@ bool TextureDialog::TrackStamp() {
             DrawStampCross();
         }
         stroke.Paint(before, now);
-        RedrawContents();
+        if (isViewStale) {
+            RedrawContents();
+            isViewStale = false;
+        } else {
+            RedrawTouched(stroke.Touched(before, now));
+        }
         ShowStampCross(place);
     }
     pic->stampCrossShown = false;

@@ -224,7 +224,12 @@ void TextureDialog::TrackStroke(Stroke& stroke) {
             continue;
         }
         stroke.Paint(before, now);
-        RedrawContents();
+        if (first) {
+            // Without the size marks from here on, and whatever the view showed before.
+            RedrawContents();
+        } else {
+            RedrawTouched(stroke.Touched(before, now));
+        }
         before = now;
     }
 }

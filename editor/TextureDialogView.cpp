@@ -131,6 +131,34 @@ void TextureDialog::RedrawContents() {
     DrawView(Geometry());
 }
 
+/// Brings a view that shows the rest of the texture to where RedrawContents would bring it, by
+/// drawing the changed part alone: a host that draws little in little time keeps up with the mouse.
+/// `touched` is as Stroke::Touched returns it.
+void TextureDialog::RedrawTouched(const hostapi::VRect& touched) {
+    const hostapi::Rect view = View();
+    const ViewGeometry geometry = Geometry();
+    const ScreenSpan across = geometry.x.Showing(touched.left, touched.right);
+    const ScreenSpan down = geometry.y.Showing(touched.top, touched.bottom);
+    const bool isWholeTile =
+        across.count == geometry.x.Scaled() && down.count == geometry.y.Scaled();
+    // An uncovered part of the view shows nothing until its paint.
+    if (isWholeTile || NeedsPaint(view) ||
+        !touchedCopy.MakePart(
+            *pic, {geometry.x.Scaled(), geometry.y.Scaled()},
+            {down.from, across.from, down.from + down.count, across.from + across.count})) {
+        RedrawContents();
+        return;
+    }
+    // Beyond the outer repeats is no tile to go on in.
+    const ClippedTo clip(Port(), Offset(ToRect(geometry.Tiles()), view.left, view.top));
+    for (const int y : geometry.y.PlacesOf(down)) {
+        for (const int x : geometry.x.PlacesOf(across)) {
+            DisplayPixelsIfDrawable(&touchedCopy.Map(), &touchedCopy.Map().bounds, view.top + y,
+                                    view.left + x, &Port().Target());
+        }
+    }
+}
+
 // The corner between the scroll bars stays open: the grow box is there.
 void TextureDialog::DrawFrame(const hostapi::Rect& rect) {
     const int openWidth = Width(GetBounds(Items::verticalScroll));

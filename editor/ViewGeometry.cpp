@@ -87,6 +87,27 @@ int ViewAxis::Repeats() const {
     return mode == viewDrawing ? repeatsShown : (view + 1) / Scaled() + 1;
 }
 
+ScreenSpan ViewAxis::Showing(int from, int to) const {
+    const int scaled = Scaled();
+    // The pixel that shows a texture pixel first is found by doubles: it may be the next one.
+    const int first = from * scaled / tile - 1;
+    const int end = (to * scaled + tile - 1) / tile + 1;
+    return end - first >= scaled ? ScreenSpan{0, scaled} : ScreenSpan{first, end - first};
+}
+
+std::vector<int> ViewAxis::PlacesOf(const ScreenSpan& span) const {
+    std::vector<int> places;
+    // From the repeat before the first on: what begins there may reach into it.
+    for (int repeat = -1; repeat < Repeats(); ++repeat) {
+        const int place = Origin() + repeat * Scaled() + span.from;
+        if (place + span.count > std::max(Origin(), 0) &&
+            place < std::min(Origin() + Repeats() * Scaled(), view)) {
+            places.push_back(place);
+        }
+    }
+    return places;
+}
+
 ScrollRange ViewAxis::Range() const {
     return {std::max(Image() - view, 0), view - pageOverlap};
 }
@@ -107,16 +128,19 @@ std::vector<TilePlace> ViewGeometry::Blocks() const {
     return blocks;
 }
 
-// The strips begin where the last repeat ends, which the image's truncated size does not: no pixel
-// keeps what it showed before.
+// The image's truncated size can be larger: no pixel keeps what it showed before.
+ScreenRect ViewGeometry::Tiles() const {
+    const int left = std::clamp(x.Origin(), 0, x.view);
+    const int top = std::clamp(y.Origin(), 0, y.view);
+    return {left, top, std::clamp(x.Origin() + x.Repeats() * x.Scaled(), left, x.view),
+            std::clamp(y.Origin() + y.Repeats() * y.Scaled(), top, y.view)};
+}
+
 std::vector<ScreenRect> ViewGeometry::Strips() const {
     if (x.mode != viewDrawing) {
         return {};
     }
-    const int left = std::clamp(x.Origin(), 0, x.view);
-    const int right = std::clamp(x.Origin() + repeatsShown * x.Scaled(), left, x.view);
-    const int top = std::clamp(y.Origin(), 0, y.view);
-    const int bottom = std::clamp(y.Origin() + repeatsShown * y.Scaled(), top, y.view);
+    const auto [left, top, right, bottom] = Tiles();
     std::vector<ScreenRect> strips = {{0, 0, left, y.view},
                                       {right, 0, x.view, y.view},
                                       {left, 0, right, top},

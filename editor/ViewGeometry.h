@@ -53,6 +53,14 @@ struct ScrollRange {
     friend bool operator==(const ScrollRange&, const ScrollRange&) = default;
 };
 
+/// Pixels beside each other in one direction of a repeat of the tile on the screen.
+struct ScreenSpan {
+    int from;
+    int count;
+
+    friend bool operator==(const ScreenSpan&, const ScreenSpan&) = default;
+};
+
 /// One direction of the view: x with the widths, or y with the heights.
 struct ViewAxis {
     /// The tile's size in texture pixels.
@@ -79,6 +87,12 @@ struct ViewAxis {
     int BlockSize() const { return Block() * Scaled(); }
     /// Repeats that are drawn: three, or as many as fill the view. 0 where Scaled() is.
     int Repeats() const;
+    /// The pixels of the tile on the screen that show texture pixels `from` to `to`, `to` excluded,
+    /// and some beside them. `from` lies in the tile. They begin in the tile, one pixel before it
+    /// at most, and are no more than the tile has.
+    ScreenSpan Showing(int from, int to) const;
+    /// Where such pixels begin in the view, once for each repeat in which the view shows any.
+    std::vector<int> PlacesOf(const ScreenSpan& span) const;
     ScrollRange Range() const;
     /// A coordinate of the view in texture pixels, by the drawing mode's origin. Not wrapped; may
     /// lie outside the image.
@@ -92,6 +106,8 @@ struct ViewGeometry {
     /// In the order of drawing: rows from the top, from the left within a row. The last block of a
     /// row or column may reach beyond the repeats.
     std::vector<TilePlace> Blocks() const;
+    /// The part of the view that the repeats take up.
+    ScreenRect Tiles() const;
     /// The drawing mode's background: what the repeats leave of the view.
     std::vector<ScreenRect> Strips() const;
     /// In the order of drawing. Each line is as wide as a pixel at 96 dots an inch.

@@ -20,9 +20,14 @@ class Stroke {
     /// without a movement is the segment from a point to itself. Does nothing in a stroke that has
     /// not begun.
     void Paint(hostapi::Point from, hostapi::Point to);
+    /// The part of the texture outside of which Paint(from, to) changes no pixel. Its top left
+    /// corner lies in the tile, and it is no larger than the tile; beyond the tile's right and
+    /// bottom edges it goes on at the left and at the top.
+    hostapi::VRect Touched(hostapi::Point from, hostapi::Point to) const;
 
   protected:
-    explicit Stroke(PaintClass& newPic) : pic(newPic) {}
+    /// `newReach` is the distance, across and down, beyond which the tool changes no pixel.
+    Stroke(PaintClass& newPic, short newReach) : pic(newPic), reach(newReach) {}
 
     /// Keeps the texture in the clone, which stays allocated after the stroke, for the next one.
     /// All alpha bytes begin with `alpha`. False without memory.
@@ -32,6 +37,8 @@ class Stroke {
     bool hasBegun = false;
 
   private:
+    const short reach;
+
     virtual void PaintSegment(hostapi::Point from, hostapi::Point to) = 0;
 };
 

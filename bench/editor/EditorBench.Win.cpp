@@ -17,6 +17,7 @@
 #include "base/Module.Win.h"
 #include "base/Platform.h"
 #include "base/Progress.h"
+#include "base/Rectangles.h"
 #include "bench/Records.h"
 #include "editor/Operations.h"
 #include "files/Preferences.h"
@@ -35,21 +36,39 @@ using Items = TextureItems;
 constexpr short side = 512;
 constexpr int opens = 15;
 constexpr int applies = 7;
-constexpr std::chrono::milliseconds strokeTime(3000);
-/// The view shows the tile so often, each time by a call of the host.
-constexpr int drawsOfView = 9;
+constexpr int strokes = 3;
+constexpr std::chrono::milliseconds strokeTime(1500);
 
-std::atomic<int> displays = 0;
-/// When the last of them was done.
+/// Redraws of the view so far. A redraw begins with the first call of the host's display service
+/// that draws over what the redraw before has drawn.
+std::atomic<int> redraws = 0;
+std::vector<hostapi::VRect> drawnInRedraw;
+/// When the last call was done.
 std::atomic<Clock::rep> lastDisplay = 0;
 decltype(hostapi::FilterRecord::displayPixels) hostDisplay = nullptr;
+/// The time that each call takes in a slow host, beside the drawing.
+std::atomic<DWORD> slowness = 0;
+
+void CountRedraw(const hostapi::VRect& drawn) {
+    const bool isNext = std::any_of(
+        drawnInRedraw.begin(), drawnInRedraw.end(),
+        [&](const hostapi::VRect& before) { return !IsEmpty(Intersect(drawn, before)); });
+    if (isNext) {
+        drawnInRedraw.clear();
+        ++redraws;
+    }
+    drawnInRedraw.push_back(drawn);
+}
 
 std::int16_t HOST_CALL CountDisplay(const hostapi::PSPixelMap* source,
                                     const hostapi::VRect* sourceRect, std::int32_t row,
                                     std::int32_t column, void* context) {
     const std::int16_t result = hostDisplay(source, sourceRect, row, column, context);
+    if (slowness != 0) {
+        Sleep(slowness);
+    }
     lastDisplay = Clock::now().time_since_epoch().count();
-    ++displays;
+    CountRedraw({row, column, row + Height(*sourceRect), column + Width(*sourceRect)});
     return result;
 }
 
@@ -147,11 +166,19 @@ double MeasurePlainWindow() {
     return taken;
 }
 
+struct StrokeSetting {
+    const char* name;
+    int zoomSteps;
+    /// Every redraw is one of the whole view, as it is while a part of it waits for its paint.
+    bool isPlain;
+    DWORD millisecondsACall;
+};
+
 /// Looks at the mouse a second, each with a redraw, while a stroke goes round.
-double MeasureStroke(int zoomSteps) {
+double MeasureStroke(const StrokeSetting& setting) {
     double polls = 0;
     Run([&](const GuiDriver& gui, const DrivenDialog& editor) {
-        for (int step = 0; step < zoomSteps; ++step) {
+        for (int step = 0; step < setting.zoomSteps; ++step) {
             editor.Press(Items::zoomIn);
         }
         gui.Type("b");
@@ -160,16 +187,48 @@ double MeasureStroke(int zoomSteps) {
         editor.Point(Items::drawingArea, {150, 150});
         gui.PressMouse();
         const Clock::time_point start = Clock::now();
-        const int drawnBefore = displays;
+        const int redrawnBefore = redraws;
+        slowness = setting.millisecondsACall;
+        if (setting.isPlain) {
+            const RECT view = editor.Bounds(Items::drawingArea);
+            const RECT pixel{view.left + 5, view.top + 5, view.left + 6, view.top + 6};
+            InvalidateRect(editor.Window(), &pixel, FALSE);
+        }
         for (int i = 0; Clock::now() - start < strokeTime; ++i) {
             editor.Point(Items::drawingArea, {150 + i * 3 % 300, 150 + i * 5 % 250});
             Sleep(1);
         }
-        polls = (displays - drawnBefore) / drawsOfView / (MillisecondsSince(start) / 1000);
+        polls = (redraws - redrawnBefore) / (MillisecondsSince(start) / 1000);
+        slowness = 0;
         gui.ReleaseMouse();
         editor.Settle();
     });
     return polls;
+}
+
+/// The settings take turns.
+void MeasureStrokes() {
+    constexpr DWORD slow = 10;
+    constexpr StrokeSetting settings[] = {
+        {"zoom 1", 0, false, 0},
+        {"zoom 1, plain", 0, true, 0},
+        {"zoom 2", 2, false, 0},
+        {"zoom 2, plain", 2, true, 0},
+        {"zoom 1, 10 ms a call", 0, false, slow},
+        {"zoom 1, plain, 10 ms a call", 0, true, slow},
+        {"zoom 2, 10 ms a call", 2, false, slow},
+        {"zoom 2, plain, 10 ms a call", 2, true, slow},
+    };
+    std::vector<double> polls[std::size(settings)];
+    for (int i = 0; i < strokes; ++i) {
+        for (std::size_t j = 0; j < std::size(settings); ++j) {
+            polls[j].push_back(MeasureStroke(settings[j]));
+        }
+    }
+    for (std::size_t j = 0; j < std::size(settings); ++j) {
+        std::printf("Polls a second, %-28s median %6.0f, best %6.0f\n", settings[j].name,
+                    Median(polls[j]), *std::max_element(polls[j].begin(), polls[j].end()));
+    }
 }
 
 // --- Apply ---
@@ -298,16 +357,8 @@ void Report(const char* name, const std::vector<double>& values) {
                 values.front(), *std::min_element(values.begin(), values.end()));
 }
 
-}  // namespace
-
-int main() {
-    instanceHandle = GetModuleHandleA(nullptr);
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "editor-bench";
-    std::filesystem::create_directories(folder);
-    const PreferencePlaceInMemory place((folder / "Zandermolite.8bf").string());
-    StorePreferences(false);
-    std::printf("Tile %d by %d, window %d by %d\n", side, side, GetSystemMetrics(SM_CXSCREEN),
-                GetSystemMetrics(SM_CYSCREEN));
+/// Takes turns with a plain window.
+void MeasureOpenings() {
     std::vector<double> plain;
     std::vector<double> opening;
     for (int i = 0; i < opens; ++i) {
@@ -316,8 +367,30 @@ int main() {
     }
     Report("Editor opens", opening);
     Report("Plain window of 63 buttons", plain);
-    std::printf("Polls a second at zoom 1: %.0f\n", MeasureStroke(0));
-    std::printf("Polls a second at zoom 2: %.0f\n", MeasureStroke(2));
-    MeasureApplies();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> asked(argv + 1, argv + argc);
+    const auto isAsked = [&](const char* what) {
+        return asked.empty() || std::find(asked.begin(), asked.end(), what) != asked.end();
+    };
+    instanceHandle = GetModuleHandleA(nullptr);
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "editor-bench";
+    std::filesystem::create_directories(folder);
+    const PreferencePlaceInMemory place((folder / "Zandermolite.8bf").string());
+    StorePreferences(false);
+    std::printf("Tile %d by %d, window %d by %d\n", side, side, GetSystemMetrics(SM_CXSCREEN),
+                GetSystemMetrics(SM_CYSCREEN));
+    if (isAsked("open")) {
+        MeasureOpenings();
+    }
+    if (isAsked("stroke")) {
+        MeasureStrokes();
+    }
+    if (isAsked("apply")) {
+        MeasureApplies();
+    }
     std::filesystem::remove_all(folder);
 }

@@ -16,6 +16,7 @@
 #include "framework/dialog/DialogWindow.Win.h"
 #include "framework/dialog/DisabledWindows.Win.h"
 #include "framework/drawing/GdiObject.Win.h"
+#include "framework/drawing/InterfaceLib.Win.h"
 #include "framework/drawing/ScreenScale.Win.h"
 #include "framework/fields/NumberField.h"
 
@@ -241,6 +242,15 @@ void* NorvantaDialog::Window() const {
 void NorvantaDialog::UpdateNow() {
     CheckWindow();
     UpdateWindow(DialogWindow::Window(*this));
+}
+
+bool NorvantaDialog::NeedsPaint(const hostapi::Rect& rect) const {
+    CheckWindow();
+    RECT invalid{};
+    const RECT asked = ToSystem(rect);
+    RECT both{};
+    return GetUpdateRect(DialogWindow::Window(*this), &invalid, FALSE) != FALSE &&
+           IntersectRect(&both, &invalid, &asked) != FALSE;
 }
 
 void NorvantaDialog::SetTitle(const char* title) {

@@ -229,6 +229,8 @@ class NorvantaDialog {
     void InvalidateItem(short item);
     /// Paints what is invalid, at once.
     void UpdateNow();
+    /// A part of the rectangle is invalid: its paint is still to come.
+    bool NeedsPaint(const hostapi::Rect& rect) const;
     /// The scale of the window's screen: of all figures in pixels. 96 dots an inch before Setup.
     ScreenScale Scale() const { return scale; }
     /// Measures of the dialog's font, in pixels.

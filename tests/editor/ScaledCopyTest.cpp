@@ -110,6 +110,49 @@ TEST_F(ScaledCopyTest, ASmallerCopyGivesTheLargerBlockBack) {
     EXPECT_EQ(BytesOf(copy), PlainScaling(pic, 32, 32));
 }
 
+TEST_F(ScaledCopyTest, APartGoesOnInTheRepeats) {
+    PicClass pic(5, 3, false);
+    FillWithNoise(pic);
+    for (const ScaledCopy::Size size : {ScaledCopy::Size{5, 3}, {7, 4}, {3, 2}}) {
+        ScaledCopy repeats;
+        ASSERT_TRUE(repeats.Make(pic, {size.width, size.height, 3, 3}));
+        const Bytes all = BytesOf(repeats);
+        ScaledCopy copy;
+        const hostapi::VRect parts[] = {{0, 0, size.height, size.width},
+                                        {-1, -1, 1, 2},
+                                        {-size.height, -1, 0, 0},
+                                        {1, 2, size.height + 1, 4},
+                                        {0, 1, 1, size.width + 1}};
+        for (const hostapi::VRect& part : parts) {
+            ASSERT_TRUE(copy.MakePart(pic, size, part));
+            const int width = part.right - part.left;
+            const int height = part.bottom - part.top;
+            EXPECT_EQ(copy.Map().bounds.right, width);
+            EXPECT_EQ(copy.Map().bounds.bottom, height);
+            Bytes expected;
+            for (int y = 0; y < height; ++y) {
+                const auto start =
+                    all.begin() +
+                    ((part.top + size.height + y) * size.width * 3 + part.left + size.width) * 3;
+                expected.insert(expected.end(), start, start + width * 3);
+            }
+            EXPECT_EQ(BytesOf(copy), expected) << part.left << ", " << part.top;
+        }
+    }
+}
+
+TEST_F(ScaledCopyTest, APartIsMadeAnewAndKeepsItsBlock) {
+    PicClass pic(8, 8, false);
+    ScaledCopy copy;
+    ASSERT_TRUE(copy.MakePart(pic, {16, 16}, {0, 0, 16, 16}));
+    const std::int32_t held = HostBuffer::TotalBytes();
+    FillWithNoise(pic);
+    ASSERT_TRUE(copy.MakePart(pic, {16, 16}, {0, 0, 2, 16}));
+    EXPECT_EQ(HostBuffer::TotalBytes(), held);
+    const Bytes plain = PlainScaling(pic, 16, 16);
+    EXPECT_EQ(BytesOf(copy), Bytes(plain.begin(), plain.begin() + 2 * 16 * 3));
+}
+
 host::MemorySettings SmallMemory() {
     host::MemorySettings settings;
     settings.budget = 300000;
@@ -129,6 +172,14 @@ TEST_F(TightScaledCopyTest, WithoutMemoryThereIsNone) {
     EXPECT_EQ(copy.Map().baseAddr, nullptr);
     EXPECT_TRUE(copy.Make(pic, {50, 50}));
     EXPECT_EQ(BytesOf(copy), PlainScaling(pic, 50, 50));
+}
+
+TEST_F(TightScaledCopyTest, WithoutMemoryThereIsNoPart) {
+    PicClass pic(100, 100, false);
+    ScaledCopy copy;
+    EXPECT_FALSE(copy.MakePart(pic, {400, 400}, {0, 0, 400, 400}));
+    EXPECT_EQ(copy.Map().baseAddr, nullptr);
+    EXPECT_TRUE(copy.MakePart(pic, {400, 400}, {0, 0, 40, 40}));
 }
 
 TEST_F(TightScaledCopyTest, ASizeBeyondAllMemoryIsNoCopy) {

@@ -120,6 +120,56 @@ TEST(ViewGeometry, ThePreviewScrollsATileThatIsLargerThanTheView) {
     EXPECT_EQ(axis.Repeats(), 1);
 }
 
+TEST(ViewGeometry, APartOfTheTileIsShownByFewPixels) {
+    EXPECT_EQ(Axis(100, 1.0, 200).Showing(10, 12), (ScreenSpan{9, 4}));
+    EXPECT_EQ(Axis(100, 1.0, 200).Showing(0, 1), (ScreenSpan{-1, 3}));
+    EXPECT_EQ(Axis(100, 1.0, 200).Showing(95, 120), (ScreenSpan{94, 27}));
+    EXPECT_EQ(Axis(100, 4.0, 200).Showing(10, 12), (ScreenSpan{39, 10}));
+    EXPECT_EQ(Axis(100, 1.0, 200).Showing(3, 101), (ScreenSpan{0, 100}));
+    EXPECT_EQ(Axis(1, 0.25, 200).Showing(0, 1), (ScreenSpan{0, 0}));
+}
+
+/// Each pixel of the view that shows one of the texture's pixels in question is in the span of one
+/// of the places; by the rule of the scaled copy.
+TEST(ViewGeometry, NoPixelOfAPartIsLeftOut) {
+    for (const double zoom : ladder) {
+        for (const int tile : {1, 2, 7, 33, 60, 150, 512}) {
+            for (const int view : {20, 150, 2000}) {
+                ViewAxis axis = Axis(tile, zoom, view);
+                if (axis.Scaled() < 1) {
+                    EXPECT_TRUE(axis.PlacesOf(axis.Showing(0, 1)).empty());
+                    continue;
+                }
+                axis.scroll = axis.Range().maximum / 2;
+                const double ratio = static_cast<double>(tile) / axis.Scaled();
+                for (int from = 0; from < tile; from += tile / 7 + 1) {
+                    const int to = from + tile / 5 + 1;
+                    const ScreenSpan span = axis.Showing(from, to);
+                    std::vector<bool> covered(static_cast<std::size_t>(view));
+                    for (const int place : axis.PlacesOf(span)) {
+                        for (int i = place; i < place + span.count; ++i) {
+                            if (i >= 0 && i < view) {
+                                EXPECT_FALSE(covered[static_cast<std::size_t>(i)]) << "twice";
+                                covered[static_cast<std::size_t>(i)] = true;
+                            }
+                        }
+                    }
+                    for (int i = 0; i < view; ++i) {
+                        const int inImage = i - axis.Origin();
+                        if (inImage < 0 || inImage >= 3 * axis.Scaled()) {
+                            continue;
+                        }
+                        const int shown = static_cast<int>(inImage % axis.Scaled() * ratio);
+                        const bool isMeant = (shown >= from && shown < to) || shown + tile < to;
+                        EXPECT_TRUE(!isMeant || covered[static_cast<std::size_t>(i)])
+                            << tile << " at " << zoom << ": " << i << " shows " << shown;
+                    }
+                }
+            }
+        }
+    }
+}
+
 TEST(ViewGeometry, NothingOfATileBelowAPixelIsDrawn) {
     const ViewGeometry drawing = Square(1, 0.25, 50);
     EXPECT_TRUE(drawing.Blocks().empty());

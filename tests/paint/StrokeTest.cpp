@@ -1,5 +1,8 @@
 #include "paint/Stroke.h"
 
+#include <algorithm>
+
+#include "base/Rectangles.h"
 #include "plain/PlainTools.h"
 #include "tests/support/ToolTest.h"
 
@@ -214,6 +217,102 @@ TEST_F(StrokeTest, ARasterWithoutPixelsFailsItsAssertion) {
     EXPECT_EQ(AssertionOf([&] { pic.Gradient(At(0, 0), At(0, 3)); }),
               "PicClass / Zeile 342 !(locked)");
     EXPECT_EQ(AssertionOf([&] { pic.FloodFill(At(0, 0)); }), "PicClass / Zeile 377 !(locked)");
+}
+
+// --- What a segment touches ---
+
+/// The part as it lies in the tile.
+bool IsTouched(const hostapi::VRect& touched, int x, int y, const PaintClass& pic) {
+    const auto isIn = [](int place, int from, int to, int size) {
+        return (place >= from && place < to) || place + size < to;
+    };
+    return isIn(x, touched.left, touched.right, pic.grX) &&
+           isIn(y, touched.top, touched.bottom, pic.grY);
+}
+
+class TouchedTest : public StrokeTest {
+  protected:
+    /// Paints a segment and compares what has changed.
+    template <typename ToolStroke>
+    void ExpectTouched(PaintClass& pic, hostapi::Point from, hostapi::Point to) {
+        ToolStroke stroke(pic);
+        ASSERT_TRUE(stroke.HasBegun());
+        const std::vector<Pixel> before = PixelsOf(pic);
+        stroke.Paint(from, to);
+        const hostapi::VRect touched = stroke.Touched(from, to);
+        EXPECT_GE(touched.left, 0);
+        EXPECT_GE(touched.top, 0);
+        EXPECT_LT(touched.left, pic.grX);
+        EXPECT_LT(touched.top, pic.grY);
+        EXPECT_LE(Width(touched), pic.grX);
+        EXPECT_LE(Height(touched), pic.grY);
+        const std::vector<Pixel> after = PixelsOf(pic);
+        for (std::size_t i = 0; i < after.size(); ++i) {
+            if (after[i] == before[i]) {
+                continue;
+            }
+            const int x = static_cast<int>(i) % pic.grX;
+            const int y = static_cast<int>(i) / pic.grX;
+            ASSERT_TRUE(IsTouched(touched, x, y, pic))
+                << x << ", " << y << ": from " << from.h << ", " << from.v << " to " << to.h << ", "
+                << to.v << " on " << pic.grX << " by " << pic.grY;
+            changed = true;
+        }
+    }
+    /// One of each tool, of any size it has.
+    void ExpectTouchedByAll(PaintClass& pic, hostapi::Point from, hostapi::Point to) {
+        pic.brushSize = input.Number(2, 20);
+        pic.stampSize = input.Number(2, 20);
+        pic.stampOffsetH = input.Number(-40, 40);
+        pic.stampOffsetV = input.Number(-40, 40);
+        ExpectTouched<BrushStroke>(pic, from, to);
+        ExpectTouched<EraserStroke>(pic, from, to);
+        ExpectTouched<PencilStroke>(pic, from, to);
+        ExpectTouched<StampStroke>(pic, from, to);
+    }
+
+    bool changed = false;
+};
+
+TEST_F(TouchedTest, NothingElseChanges) {
+    for (int i = 0; i < 300; ++i) {
+        Canvas canvas(*this, input.Number(1, 90), input.Number(1, 90),
+                      static_cast<unsigned>(i) + 1);
+        const hostapi::Point from = AnyPoint(300);
+        const hostapi::Point by = AnyPoint(30);
+        ExpectTouchedByAll(canvas.pic, from, At(from.h + by.h, from.v + by.v));
+    }
+    EXPECT_TRUE(changed);
+}
+
+TEST_F(TouchedTest, NothingElseChangesAtTheEndsOfThePositions) {
+    for (int i = 0; i < 60; ++i) {
+        Canvas canvas(*this, input.Number(70, 90), input.Number(70, 90),
+                      static_cast<unsigned>(i) + 1);
+        const auto farAway = [&] {
+            return input.Number(0, 1) == 0 ? input.Number(-32768, -32600)
+                                           : input.Number(32600, 32767);
+        };
+        const hostapi::Point from = At(farAway(), farAway());
+        const auto near = [&](int place) { return std::clamp(place + 3, -32768, 32767); };
+        ExpectTouchedByAll(canvas.pic, from, At(near(from.h), near(from.v)));
+    }
+    EXPECT_TRUE(changed);
+}
+
+TEST_F(TouchedTest, ThePencilTouchesItsLineAlone) {
+    Canvas canvas(*this, 100, 80);
+    const PencilStroke stroke(canvas.pic);
+    EXPECT_TRUE(AreEqual(stroke.Touched(At(3, 5), At(9, 4)), {4, 3, 6, 10}));
+    EXPECT_TRUE(AreEqual(stroke.Touched(At(98, 85), At(103, 85)), {5, 98, 6, 104}));
+    EXPECT_TRUE(AreEqual(stroke.Touched(At(-2, -80), At(-3, -81)), {79, 97, 81, 99}));
+}
+
+TEST_F(TouchedTest, ALongSegmentTouchesTheTile) {
+    Canvas canvas(*this, 100, 80);
+    const BrushStroke stroke(canvas.pic);
+    EXPECT_TRUE(AreEqual(stroke.Touched(At(0, 0), At(100, 0)), {69, 0, 92, 100}));
+    EXPECT_TRUE(AreEqual(stroke.Touched(At(0, 0), At(0, 80)), {0, 89, 80, 112}));
 }
 
 }  // namespace
