@@ -98,10 +98,11 @@ function(add_project_test name)
 endfunction()
 
 # run_by_itself(ENTRY): for tests that count what the session holds, so that no other program may open
-# or close anything meanwhile. Wine gives them a session of their own, in which one entry runs at a time.
+# or close anything meanwhile. Wine gives those of a build a session of their own, in which one entry runs
+# at a time: they begin first, so that they do not follow each other when all else has ended.
 function(run_by_itself entry)
-  set_property(TEST ${entry} APPEND PROPERTY ENVIRONMENT "WINE_SESSION=alone")
-  set_tests_properties(${entry} PROPERTIES RESOURCE_LOCK session)
+  set_property(TEST ${entry} APPEND PROPERTY ENVIRONMENT "WINE_SESSION=alone-${CMAKE_SYSTEM_PROCESSOR}")
+  set_tests_properties(${entry} PROPERTIES RESOURCE_LOCK session COST 100)
 endfunction()
 
 # For add_project_test, whose variables it reads: an entry of `program` with further arguments.

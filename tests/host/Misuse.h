@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #ifdef __SANITIZE_ADDRESS__
-#define MISBEHAVING __attribute__((no_sanitize_address, no_sanitize_undefined, noinline))
+#define MISBEHAVING __attribute__((no_sanitize("address", "undefined"), noinline))
 #else
 #define MISBEHAVING __attribute__((noinline))
 #endif
