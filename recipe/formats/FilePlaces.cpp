@@ -15,7 +15,7 @@ FilePlaces::FilePlaces(fs::path recipeFolderPath, fs::path outputFolderPath)
 
 fs::path FilePlaces::FindInput(const std::string& name) const {
     const fs::path path = host::PathFromUtf8(name);
-    // An absolute path takes the place of the folder before it.
+    // operator/ drops the folder before an absolute path.
     for (const fs::path& candidate : {path, recipeFolder / path}) {
         std::error_code notThere;
         if (fs::exists(candidate, notThere)) {

@@ -1,4 +1,4 @@
-// Where the files that a recipe names lie.
+// Finds the files that a recipe names.
 #pragma once
 
 #include <filesystem>

@@ -8,7 +8,7 @@ namespace recipe {
 
 namespace {
 
-/// Runs a step of the encoder. It fails for lack of memory only: a full disk throws its own error.
+/// Runs a step of the encoder, which fails only without memory: a full disk throws its own error.
 template <typename Step>
 void RunStep(Step step) {
     try {

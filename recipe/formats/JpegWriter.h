@@ -1,4 +1,4 @@
-// JPEG files row by row, by the editor's way of saving textures.
+// Writes JPEG files row by row, with the encoder that the editor saves textures with.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +10,7 @@
 
 namespace recipe {
 
-/// Writes one RGB picture of 8 bits a component into a file. Throws std::runtime_error when that
-/// fails.
+/// Writes one RGB picture of 8 bits a component to a file. Throws std::runtime_error if that fails.
 class JpegWriter {
   public:
     JpegWriter(OutputFile& outputFile, int width, int height);

@@ -40,14 +40,14 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::Write(const void* bytes, std::size_t count) {
-    // Nothing at all may come from nowhere, which fwrite does not allow.
+    // No bytes may come with a null pointer, which fwrite does not allow.
     if (count > 0 && std::fwrite(bytes, 1, count, stream.get()) != count) {
         Fail();
     }
 }
 
 void OutputFile::Commit() {
-    // A full disk may show at the last flush only.
+    // A full disk may be reported by the last flush only.
     if (std::fflush(stream.get()) != 0 || std::ferror(stream.get()) != 0) {
         Fail();
     }

@@ -8,11 +8,11 @@
 
 namespace recipe {
 
-/// Written under another name beside the target, and renamed at the end. Until then whatever stood
-/// at the target stays.
+/// Is written under another name beside the target, and renamed at the end. Until then a file of
+/// the target's name stays as it is.
 class OutputFile {
   public:
-    /// Throws std::runtime_error, as all here.
+    /// All members throw std::runtime_error.
     explicit OutputFile(std::filesystem::path targetPath);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
@@ -22,7 +22,7 @@ class OutputFile {
     std::FILE* Stream() const { return stream.get(); }
     void Write(const void* bytes, std::size_t count);
     void Commit();
-    /// Throws for a write to Stream() that failed, with the reason in errno.
+    /// Throws the error of a failed write to Stream(), whose reason is in errno.
     [[noreturn]] void Fail() const;
 
   private:

@@ -43,7 +43,7 @@ void CheckTextureSize(const fs::path& file, int width, int height) {
     }
 }
 
-/// Rounded to the nearest.
+/// One component over white, rounded to the nearest.
 unsigned char OverWhite(unsigned char color, unsigned char opacity) {
     const int sum = color * opacity + 255 * (255 - opacity);
     return static_cast<unsigned char>((sum + 127) / 255);
@@ -73,8 +73,7 @@ std::unique_ptr<PaintClass> LoadPngTexture(const fs::path& file) {
     return texture;
 }
 
-/// Looks at the size before the whole is read, so that each thing wrong with a file has a message
-/// of its own.
+/// Checks the sizes in the header before the file is read, so that each fault has its own message.
 void CheckTmpFile(const fs::path& file, std::FILE* stream) {
     std::int16_t sides[2];
     if (std::fread(sides, sizeof sides, 1, stream) != 1) {
@@ -104,7 +103,7 @@ std::unique_ptr<PaintClass> LoadTmpTexture(const fs::path& file) {
     return texture;
 }
 
-/// An own message for each thing that can be told from the header.
+/// Throws with a message of its own for each fault that the header shows.
 void CheckJpegFile(const fs::path& file, ImageFile& image) {
     ImageInfo info;
     const std::int16_t status = image.ReadImageInfo(&info);
@@ -135,14 +134,14 @@ std::unique_ptr<PaintClass> LoadJpegTexture(const fs::path& file) {
     return texture;
 }
 
-/// The white raster in the undo store gets the work channel of every white texture.
+/// Gives the white raster of the undo store the work channel that every white texture has.
 void CompleteUndo(PaintClass& texture) {
     texture.SwapUndo();
     texture.SetAllAlpha(opaque);
     texture.SwapUndo();
 }
 
-/// The row's colours, `columns` times side by side.
+/// Fills `rgb` to its end with the row's colours, repeated side by side.
 void FillRepeatedRow(const PaintClass& texture, short y, std::vector<std::uint8_t>& rgb) {
     const unsigned char* source = texture.PixelAddress(0, y);
     const std::size_t period = static_cast<std::size_t>(texture.grX) * colorPlanes;
@@ -157,7 +156,7 @@ void FillRepeatedRow(const PaintClass& texture, short y, std::vector<std::uint8_
     }
 }
 
-/// All rows of the repeated texture through a writer of its size.
+/// Writes all rows of the repeated texture with a writer of its size.
 template <typename Writer>
 void WriteRepeated(const PaintClass& texture, int width, int height, Writer& writer,
                    const ProgressHook& progress) {

@@ -70,7 +70,7 @@ using KeyType = std::variant<Whole, Choice, Word, Real, ColorTriple, Coordinates
 
 /// The key has to be given.
 struct Required {};
-/// The key may be left out, and the operation looks whether it is there.
+/// The key is optional; the operation checks whether it is given.
 struct LeftOut {};
 /// The effect of leaving a key out.
 using WhenMissing = std::variant<Required, LeftOut, Value>;
@@ -103,8 +103,8 @@ struct OperationDefinition {
     std::vector<KeyDefinition> keys;
     /// Throws std::exception or a fault of the core when it fails.
     std::function<void(Session& session, const Arguments& arguments)> run;
-    /// Looks at values that are right each by itself, before the recipe runs. Throws ValueError,
-    /// with all of the message, if they make no sense together. May be null.
+    /// Checks the combination of values that are each valid by itself, before the recipe runs.
+    /// Throws ValueError with the whole message if they make no sense together. May be null.
     void (*check)(const Arguments& arguments) = nullptr;
 };
 
@@ -119,8 +119,8 @@ class Arguments {
     const Type& Get(std::string_view key) const {
         return std::get<Type>(values.at(key));
     }
-    /// A Whole or Choice, as the type of the field that it is for. The range of the key's row has
-    /// to fit in it.
+    /// A Whole or Choice as `Integer`, the type of its field, which must hold the range of the
+    /// key's row.
     template <class Integer>
     Integer Number(std::string_view key) const {
         const std::int64_t number = Get<std::int64_t>(key);

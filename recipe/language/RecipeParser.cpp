@@ -43,7 +43,7 @@ struct Line {
     std::vector<Pair> pairs;
 };
 
-/// Takes one line apart.
+/// Splits one line into the operation and its keys with their values.
 class LineScanner {
   public:
     explicit LineScanner(std::string_view line) : rest(line) {}
@@ -62,7 +62,7 @@ class LineScanner {
     }
 
   private:
-    /// The end of the line, or a comment, which is all the rest of it.
+    /// Whether only a comment is left, or nothing.
     bool AtEnd() const { return rest.empty() || rest.front() == '#'; }
 
     void SkipBlanks() {
@@ -269,7 +269,7 @@ class Parser {
     const Replacements& replacements;
 };
 
-/// Cuts the first line off, without its end.
+/// Removes the first line from `text` and returns it without its line end.
 std::string_view TakeLine(std::string_view& text) {
     const std::size_t length = std::min(text.find('\n'), text.size());
     std::string_view line = text.substr(0, length);

@@ -1,4 +1,4 @@
-// The text of a recipe to its checked operations.
+// Turns the text of a recipe into checked operations.
 #pragma once
 
 #include <map>
@@ -17,12 +17,12 @@ using Replacements = std::map<std::string, std::string, std::less<>>;
 /// Whether `${name}` can be written: a letter or underscore, then letters, digits and underscores.
 bool IsReplacementName(std::string_view name);
 
-/// Checks the whole recipe against the table, one operation a line. `text` may be any bytes: all
-/// that is no recipe throws a RecipeError for the first line at fault. The operations point into
-/// `table`, which has to outlive them.
+/// Checks the whole recipe against the table, one operation a line. `text` may be any bytes; throws
+/// a RecipeError for the first line that is invalid. The operations point into `table`, which must
+/// outlive them.
 ///
-/// A replacement is made in names, keys and values after they have been told apart, so its text is
-/// taken as it is: blanks, quotes and # in it mean nothing, and it is not looked through again.
+/// Replacements are made in names, keys and values after the line has been split, so their text is
+/// literal: blanks, quotes and # in it mean nothing, and it is not searched for further ones.
 std::vector<Operation> ParseRecipe(std::string_view text,
                                    std::span<const OperationDefinition> table,
                                    const Replacements& replacements = {});

@@ -7,7 +7,8 @@ namespace recipe {
 
 namespace {
 
-/// How a character starts, and the range of those that may be written with this many bytes.
+/// The first byte of characters of `length` bytes has the bits `lead` under `mask`; code points
+/// below `lowest` have a shorter encoding.
 struct Form {
     std::uint8_t mask;
     std::uint8_t lead;

@@ -24,8 +24,8 @@ Overloaded(Handlers...) -> Overloaded<Handlers...>;
     throw ValueError("must be " + whatItMustBe + ", not " + Quoted(text));
 }
 
-/// Any digits are a number: one beyond 64 bits becomes the nearest end of them, so that the range
-/// check says what is wrong with it.
+/// Saturates at the limits of 64 bits, so that the range check reports what is wrong with a number
+/// of any length.
 std::optional<std::int64_t> ReadInteger(std::string_view text) {
     const bool negative = text.starts_with('-');
     text.remove_prefix(negative ? 1 : 0);
@@ -45,12 +45,12 @@ std::optional<std::int64_t> ReadInteger(std::string_view text) {
     return negative ? -number : number;
 }
 
-/// from_chars also takes "inf" and "nan", which are no numbers in a recipe.
+/// Excludes "inf" and "nan", which from_chars accepts and a recipe does not.
 bool LooksLikeDecimal(std::string_view text) {
     return !text.empty() && text.find_first_not_of("0123456789.eE+-") == std::string_view::npos;
 }
 
-/// One that is too large or too small for a double is no number either: no range reaches so far.
+/// Empty also for a number beyond a double's range: no key's range reaches so far.
 std::optional<double> ReadReal(std::string_view text) {
     if (!LooksLikeDecimal(text)) {
         const std::optional<std::int64_t> integer = ReadInteger(text);
@@ -62,7 +62,7 @@ std::optional<double> ReadReal(std::string_view text) {
     return status == std::errc() && stop == end ? std::optional(number) : std::nullopt;
 }
 
-/// As many integers of the type as the array holds, with one comma between each two.
+/// Reads as many integers of the type as the array holds, separated by commas.
 template <class Integer, std::size_t count>
 std::optional<std::array<Integer, count>> ReadTuple(std::string_view text) {
     std::array<Integer, count> tuple{};
@@ -223,7 +223,7 @@ Value ParseValue(const KeyType& type, std::string_view text) {
 std::string LowerCaseExtension(std::string_view fileName) {
     const std::size_t name = fileName.find_last_of("/\\") + 1;  // npos + 1 is 0
     const std::size_t dot = fileName.rfind('.');
-    // A name such as ".png" is all name.
+    // A name such as ".png" has no extension.
     if (dot == std::string_view::npos || dot <= name) {
         return {};
     }

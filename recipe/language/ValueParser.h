@@ -1,4 +1,4 @@
-// The text of one value to the value.
+// Turns the text of one value into the value.
 #pragma once
 
 #include <stdexcept>
@@ -9,13 +9,13 @@
 
 namespace recipe {
 
-/// A value that cannot be. ParseValue's says what it has to be, so that a key's name can stand
-/// before it: "must be ...".
+/// An invalid value. The texts of ParseValue say what is valid, to follow a key's name: "must be
+/// ...".
 class ValueError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// Throws ValueError for any text that is not a value of the type, or lies outside its range.
+/// Throws ValueError for a text that is not a value of the type, or one outside its range.
 Value ParseValue(const KeyType& type, std::string_view text);
 
 /// The extension of a file name in lower case, with its dot; empty if it has none.

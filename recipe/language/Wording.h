@@ -1,4 +1,4 @@
-// How messages name things.
+// Names and lists in messages.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace recipe {
 
-/// A piece of a recipe in single quotes, cut when it is long.
+/// A piece of a recipe in single quotes, shortened if it is long.
 std::string Quoted(std::string_view text);
 
 /// "a", "a or b", "a, b or c".

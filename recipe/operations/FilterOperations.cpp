@@ -43,7 +43,7 @@ void RunCombineWithFile(Session& session, const Arguments& arguments) {
     }
 }
 
-/// Puts a texture in the place of the present one, or throws if there was no memory for it.
+/// Replaces the session's texture; throws std::bad_alloc if `texture` is null.
 void Replace(Session& session, std::unique_ptr<PaintClass> texture) {
     CheckMemory(texture != nullptr);
     session.SetTexture(std::move(texture));
@@ -87,7 +87,7 @@ std::vector<OperationDefinition> FilterOperations() {
           {"mode", Whole{1, 3}, Defaults(1)},
           {"amount", percent, Defaults(50)}},
          RunCombineWithFile},
-        // For these two the new texture takes the snapshot: undo does not lead back to the old one.
+        // These two take the snapshot of the new texture: undo does not restore the old one.
         {"tile",
          keeps,
          {{"horizontal", copies, Defaults(2)}, {"vertical", copies, Defaults(2)}},

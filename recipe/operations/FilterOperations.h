@@ -1,5 +1,5 @@
-// The rows of the operation table that take no record: they change the whole texture, move it or
-// make another one of it.
+// The rows of the operation table without a record: operations that change the whole texture, move
+// it or replace it.
 #pragma once
 
 #include <vector>

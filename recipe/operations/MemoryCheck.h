@@ -1,4 +1,4 @@
-// How operations report that memory was short.
+// Reports the core's lack of memory as an exception.
 #pragma once
 
 #include <new>

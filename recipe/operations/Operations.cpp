@@ -29,7 +29,7 @@ namespace {
 constexpr std::int64_t highest32 = std::numeric_limits<std::uint32_t>::max();
 
 void RunNew(Session& session, const Arguments& arguments) {
-    // The old one goes only when the new one stands: a failure leaves the session as it was.
+    // The old texture is freed only after the new one is made: a failure changes nothing.
     session.SetTexture(
         NewTexture(arguments.Number<short>("width"), arguments.Number<short>("height")));
 }
@@ -69,7 +69,7 @@ void RunRepeat(Session& session, const Arguments& arguments) {
                  [&](double share) { session.ReportProgress(share); });
 }
 
-// The tile that the entry below transfers. A host hands its filters no word of its caller's.
+// The tile that the entry below transfers: a host passes no pointer of its caller's to a filter.
 const PaintClass* appliedTexture = nullptr;
 
 /// The plug-in's transfer as a filter of its own, without the editor before it.

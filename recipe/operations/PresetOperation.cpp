@@ -14,7 +14,8 @@ namespace recipe {
 
 namespace {
 
-/// The first of that name, as the editor compares names; counted from 1. 0 if there is none.
+/// Number of the first preset of that name, counted from 1 and compared as the editor does; 0 if
+/// there is none.
 short IndexOfPreset(const SimpleLink& presets, const std::string& name) {
     const std::vector<std::string> names = PresetNames(presets);
     for (std::size_t i = 0; i < names.size(); ++i) {

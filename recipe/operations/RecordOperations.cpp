@@ -60,7 +60,8 @@ OperationDefinition DefinitionOf(const CatalogRow& row) {
     return definition;
 }
 
-/// Skew with a key that no record has: whether it reads the nearest pixels, as no dialog does.
+/// Skew with a key that is no field of its record and has no control: whether it reads the nearest
+/// pixels.
 OperationDefinition SkewDefinition(const CatalogRow& row) {
     OperationDefinition definition = DefinitionOf(row);
     const KeyDefinition nearest{"nearest", Choice{offAndOn}, Defaults(0)};

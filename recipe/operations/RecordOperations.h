@@ -1,4 +1,4 @@
-// The operations that the catalogue has, as rows of the operation table.
+// The catalogue's operations as rows of the operation table.
 #pragma once
 
 #include <vector>

@@ -13,8 +13,8 @@ namespace {
 
 using hostapi::Point;
 
-/// One stroke along the path that the operation gives. A path of one point is the segment from it
-/// to itself: a press without a movement.
+/// Makes one stroke along the operation's path. A path of one point is a press without a movement:
+/// the segment from the point to itself.
 template <class ToolStroke>
 void PaintPath(Session& session, const Arguments& arguments) {
     ToolStroke stroke(session.Texture());

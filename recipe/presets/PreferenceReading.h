@@ -1,4 +1,4 @@
-// Preference files of the plug-in, which the tool reads and never changes.
+// Reads the plug-in's preference files.
 #pragma once
 
 #include <filesystem>
@@ -10,15 +10,15 @@
 
 namespace recipe {
 
-/// Throws std::runtime_error in one line if there is no such file or it cannot be understood whole,
-/// or std::bad_alloc. The places of the dialogs go to `dialogPlaces`.
+/// Throws std::bad_alloc, or std::runtime_error with a text of one line if the file is missing or
+/// any part of it is invalid. The places of the dialogs are stored in `dialogPlaces`.
 void ReadPreferenceFile(const std::filesystem::path& file, Preferences& preferences);
 
-/// A preset's name as UTF-8. The plug-in keeps names in the code page of its system: what is no
-/// UTF-8 is taken for Windows' western one.
+/// A preset's name as UTF-8. The plug-in stores names in the code page of its system; a name that
+/// is not UTF-8 is read as Windows-1252.
 std::string PresetNameText(std::string_view name);
 
-/// The names of entries in order, as PresetNameText.
+/// The names of the entries in order, each as PresetNameText returns it.
 std::vector<std::string> PresetNames(const SimpleLink& presets);
 
 }  // namespace recipe

@@ -12,7 +12,7 @@ namespace recipe {
 
 namespace {
 
-/// The class of each dialog, as PlacedDialog counts them.
+/// The class of each dialog, in the order of PlacedDialog.
 constexpr const char* dialogNames[placedDialogCount] = {
     "TextureDialog",  "EditDialog",       "CreaterDialog",     "BlurDialog",     "SharpenDialog",
     "NoiseDialog",    "SaturationDialog", "BrightContrDialog", "AddColorDialog", "MosaicDialog",
@@ -66,7 +66,7 @@ std::string LineOf(const CatalogRow& row, const void* record) {
     return line.Text();
 }
 
-/// A name may hold anything at all; the listing stays one of lines.
+/// The name with `?` for control characters, which would break the listing's lines.
 std::string Printable(std::string name) {
     std::ranges::replace_if(
         name, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; }, '?');

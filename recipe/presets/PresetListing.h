@@ -7,7 +7,7 @@
 
 namespace recipe {
 
-/// The settings as the lines of a recipe, with names as comments; then the places of the dialogs.
+/// The settings as lines of a recipe with the presets' names as comments, then the dialogs' places.
 std::string ListingOf(const Preferences& preferences);
 
 /// Writes the listing of the file (a name in UTF-8) to standard output. Throws as

@@ -23,7 +23,7 @@ void KeepFault(std::int16_t id, const char* file, int line) {
 }
 
 std::int16_t HOST_CALL ServeColor(hostapi::ColorServicesInfo* info) {
-    // Nothing but conversions is asked for here.
+    // The core asks for conversions alone.
     static const host::ColorSource nothing{};
     return host::ServeColor(info, nothing);
 }

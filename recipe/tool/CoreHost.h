@@ -1,4 +1,4 @@
-// The tool in the place of the host and of the window system that the core has in the plug-in.
+// The services that the core gets from the host and the window system in the plug-in.
 #pragma once
 
 #include <cstdint>
@@ -10,22 +10,21 @@
 
 namespace recipe {
 
-/// Gives the core a record with memory and colour conversion in it, a clock that can be set, and an
-/// ear for its faults. The core reaches them through state of the whole process, so there is one at
-/// a time, and what stood there before comes back at its end. Rasters have to be gone before their
-/// host.
+/// Gives the core a record with memory and colour conversion, a clock that can be set, and a
+/// receiver of its faults. The core reaches them through global state, so there is one at a time;
+/// its end restores the state before. Rasters must be freed before their host.
 class CoreHost {
   public:
-    /// `memory` limits what the core's rasters can take.
+    /// `memory` limits the memory of the core's rasters.
     explicit CoreHost(const host::MemorySettings& memory = {});
     CoreHost(const CoreHost&) = delete;
     CoreHost& operator=(const CoreHost&) = delete;
     ~CoreHost();
 
-    /// Sets the clock that SeedRandom reads from here on; before, it reads the real one.
+    /// Sets the time that SeedRandom reads from now on, in place of the system's.
     static void SetClock(std::uint32_t seconds);
 
-    /// Returns the report of the core before it threw `id`, in one line.
+    /// Returns what the core reported before it threw `id`, in one line.
     static std::string FaultText(std::int16_t id);
 
     host::MemorySuites& Memory() { return suites; }

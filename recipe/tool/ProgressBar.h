@@ -1,20 +1,20 @@
-// How far the work has come, on one line of the terminal.
+// Progress of the work, on one line of the terminal.
 #pragma once
 
 namespace recipe {
 
-/// Draws on standard error, and leaves nothing there at its end.
+/// Draws on standard error, and erases the line at its end.
 class ProgressBar {
   public:
-    /// One that is not visible does nothing.
+    /// An invisible bar does nothing.
     explicit ProgressBar(bool isVisible) : visible(isVisible) {}
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
     ~ProgressBar() { Clear(); }
 
-    /// `share` from 0 to 1. Draws only if that shows.
+    /// Draws if the percentage changes. `share` is 0 to 1.
     void Show(double share);
-    /// Makes room for a line of other text.
+    /// Erases the line, so that other text can be written.
     void Clear();
 
   private:

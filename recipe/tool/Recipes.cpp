@@ -26,7 +26,7 @@ struct CheckedRecipe {
     std::vector<Operation> operations;
 };
 
-/// One line, whatever control characters a file name brings into it.
+/// One line, also with control characters in the file's name.
 std::string ErrorLine(const std::string& name, const RecipeError& error) {
     std::string line = name + ":" + std::to_string(error.line) + ": " + error.what();
     std::ranges::replace_if(
@@ -34,13 +34,13 @@ std::string ErrorLine(const std::string& name, const RecipeError& error) {
     return line + "\n";
 }
 
-/// In one piece, so that the lines of processes running at once don't mix.
+/// Writes in one piece, so that lines of processes that run at the same time do not mix.
 void WriteError(const std::string& text) {
     std::fwrite(text.data(), 1, text.size(), stderr);
     std::fflush(stderr);
 }
 
-/// Throws RecipeError if there is more than any recipe has, or nothing to read.
+/// Throws RecipeError if the text is longer than any recipe or cannot be read.
 std::string ReadAll(std::FILE* stream) {
     constexpr std::size_t longest = std::size_t{16} << 20;
     std::string text;
@@ -145,7 +145,7 @@ class Batch {
         for (const auto& [name, value] : settings.replacements) {
             arguments.push_back("--set=" + name + "=" + value);
         }
-        // A name that begins with a dash is no option.
+        // Keeps a name that begins with a dash from being an option.
         arguments.insert(arguments.end(), {"--", recipe.name});
         return arguments;
     }
@@ -165,7 +165,7 @@ class Batch {
     const std::vector<CheckedRecipe>& recipes;
     const Settings& settings;
     std::atomic<std::size_t> next = 0;
-    /// Guards all below.
+    /// Guards the members below.
     std::mutex reporting;
     ProgressBar bar;
     std::size_t finished = 0;

@@ -1,4 +1,4 @@
-// Recipes as the command line gives them: checked all, then run.
+// Checks and runs the recipes of a command line.
 #pragma once
 
 #include <span>
@@ -31,9 +31,9 @@ struct Settings {
     bool quiet = false;
 };
 
-/// Checks all recipes, then runs them: a single one here, several each in a process of its own,
-/// since the core's state belongs to the process. One line on standard error for each recipe that
-/// is wrong or fails. Returns an ExitStatus.
+/// Checks all recipes, then runs them: a single one in this process, several in one process each,
+/// since the core's state is global. Writes one line to standard error for each recipe that is
+/// invalid or fails. Returns an ExitStatus.
 int RunRecipes(const Settings& settings);
 
 }  // namespace recipe

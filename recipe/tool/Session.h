@@ -13,15 +13,15 @@
 
 namespace recipe {
 
-/// Enough for the largest texture that `tile` makes of the largest there is, which needs room for
-/// itself, its undo store and another block of its size.
+/// Enough for the largest texture that `tile` makes, which needs memory for itself, its undo store
+/// and another block of its size.
 inline host::MemorySettings StandardMemory() {
     host::MemorySettings memory;
     memory.budget = std::int64_t{1} << 30;
     return memory;
 }
 
-/// The state of a run. One at a time in a process, as its CoreHost.
+/// The state of a run. A process has one at a time, like its CoreHost.
 class Session {
   public:
     explicit Session(FilePlaces filePlaces, ProgressHook progressHook = nullptr,
@@ -30,16 +30,16 @@ class Session {
     Session& operator=(const Session&) = delete;
     ~Session();
 
-    /// Runs the operations in order. Throws RecipeError with the line of the first that fails.
+    /// Runs the operations in order. Throws RecipeError with the line of the one that fails.
     void Run(const std::vector<Operation>& operations);
 
-    /// Valid from the first `new` or `open` on, which the parser sees to.
+    /// Valid after the first `new` or `open`, which the parser guarantees.
     PaintClass& Texture() { return *texture; }
     void SetTexture(std::unique_ptr<PaintClass> newTexture);
 
     const FilePlaces& Places() const { return places; }
     CoreHost& Core() { return core; }
-    /// The present operation has come so far: 0 to 1.
+    /// Reports the share of the current operation that is done, 0 to 1.
     void ReportProgress(double share) const;
 
     /// The editor's two colours.

@@ -84,7 +84,7 @@ pid_t Spawn(const std::string& program, const std::vector<std::string>& argument
     return child;
 }
 
-/// A child that ends early takes no more; its status tells why.
+/// Stops without an error when the child has ended early; its status tells why.
 void WriteAll(const Descriptor& to, std::string_view text) {
     while (!text.empty()) {
         const ssize_t count = write(to.number, text.data(), text.size());
@@ -150,7 +150,7 @@ std::filesystem::path ThisProgram() {
 
 ChildResult RunProgram(const std::filesystem::path& program,
                        const std::vector<std::string>& arguments, std::string_view input) {
-    // Writing to a child that has ended is no reason to end.
+    // Writing to a child that has ended fails, instead of ending this process.
     std::signal(SIGPIPE, SIG_IGN);
     Pipe toChild;
     Pipe fromChild;

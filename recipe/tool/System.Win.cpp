@@ -24,7 +24,7 @@ std::string Utf8FromWide(const wchar_t* wide) {
     if (size <= 0) {
         return {};
     }
-    // The size counts the terminating zero, for which the string has room of its own.
+    // The size includes the terminating zero, which the string adds itself.
     std::string text(static_cast<std::size_t>(size) - 1, '\0');
     WideCharToMultiByte(CP_UTF8, 0, wide, -1, text.data(), size, nullptr, nullptr);
     return text;
@@ -40,9 +40,9 @@ std::wstring WideFromUtf8(const std::string& text) {
     return wide;
 }
 
-/// In the system's code page; empty for what cannot be said in it.
+/// The text in the system's code page; empty if a character is missing from it.
 std::string CodePageText(const std::wstring& wide) {
-    // UTF-8 as the code page says everything, and knows neither of the two last parameters.
+    // UTF-8 as the code page has all characters, and does not allow the two last parameters.
     const bool isUtf8 = GetACP() == CP_UTF8;
     BOOL substituted = FALSE;
     BOOL* const noteSubstitutes = isUtf8 ? nullptr : &substituted;
@@ -54,7 +54,7 @@ std::string CodePageText(const std::wstring& wide) {
     return text;
 }
 
-/// Another name of a file that is there, as disks keep one for old programs; empty without one.
+/// The short name of an existing file, which disks keep for old programs; empty without one.
 std::wstring ShortName(const std::wstring& name) {
     std::wstring shortName(GetShortPathNameW(name.c_str(), nullptr, 0), L'\0');
     shortName.resize(
@@ -87,7 +87,7 @@ struct Pipe {
         }
     }
 
-    /// The end that the child must not have.
+    /// Keeps the child from inheriting this end.
     static void Keep(const HandleOwner& end) {
         SetHandleInformation(end.handle, HANDLE_FLAG_INHERIT, 0);
     }
@@ -96,7 +96,7 @@ struct Pipe {
     HandleOwner writing;
 };
 
-/// In the form that CommandLineToArgvW takes apart again: backslashes count only before a quote.
+/// Quotes for CommandLineToArgvW, to which backslashes are special only before a quote.
 std::wstring QuotedArgument(const std::wstring& argument) {
     std::wstring quoted = L"\"";
     std::size_t backslashes = 0;
@@ -132,7 +132,7 @@ HANDLE Spawn(const std::wstring& program, const std::vector<std::string>& argume
     return process.hProcess;
 }
 
-/// A child that ends early takes no more; its status tells why.
+/// Stops without an error when the child has ended early; its status tells why.
 void WriteAll(const HandleOwner& to, std::string_view text) {
     while (!text.empty()) {
         DWORD count = 0;
@@ -164,8 +164,8 @@ int WaitFor(const HandleOwner& process) {
     return status <= 255 ? static_cast<int>(status) : -1;
 }
 
-/// One child at a time gets its ends of the pipes: every other that starts meanwhile would inherit
-/// them, and hold them open.
+/// Held while a child gets its ends of the pipes: another one that starts meanwhile would inherit
+/// them and hold them open.
 std::mutex spawning;
 
 }  // namespace
@@ -188,7 +188,7 @@ std::string CoreFileName(const std::filesystem::path& path) {
 
 std::vector<std::string> CommandLineArguments(int /*argc*/, char** /*argv*/) {
     int count = 0;
-    // argv holds what the system's code page can say of the arguments.
+    // argv has the arguments in the system's code page, which lacks some characters.
     wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
     std::vector<std::string> arguments;
     for (int i = 1; wide != nullptr && i < count; ++i) {

@@ -1,4 +1,4 @@
-// The tool's whole boundary to the system it runs on. System.Native.cpp and System.Win.cpp fill it.
+// All that the tool asks of the system; implemented in System.Native.cpp and System.Win.cpp.
 #pragma once
 
 #include <cstdio>
@@ -18,19 +18,19 @@ using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 /// As std::fopen, for any file name; null on failure with the reason in errno.
 FileHandle OpenFile(const std::filesystem::path& path, const char* mode);
 
-/// The file's name as the core's own files take it: as it is, or in Windows' code page. Throws
-/// std::runtime_error for one that cannot be said in it.
+/// The file's name in the form that the core opens: as it is, or in Windows' code page. Throws
+/// std::runtime_error if the code page lacks a character.
 std::string CoreFileName(const std::filesystem::path& path);
 
 /// Returns the arguments after the program's name, as UTF-8.
 std::vector<std::string> CommandLineArguments(int argc, char** argv);
 
-/// From here on standard input delivers the bytes as they are.
+/// Makes standard input deliver its bytes unchanged.
 void MakeStandardInputBinary();
 
 bool StandardErrorIsTerminal();
 
-/// Tells this process from all that run at the same time.
+/// Differs between all processes that run at the same time.
 unsigned long ProcessId();
 
 struct ChildResult {
@@ -43,9 +43,9 @@ struct ChildResult {
 /// The file of the program that runs.
 std::filesystem::path ThisProgram();
 
-/// Runs a program and waits for its end. `input` is its standard input; it shares the standard
-/// output. May be called from several threads at once. Throws std::runtime_error if no process can
-/// be had.
+/// Runs a program with `input` as its standard input and this one's standard output, and waits for
+/// its end. May be called from several threads at once. Throws std::runtime_error if the process
+/// cannot be started.
 ChildResult RunProgram(const std::filesystem::path& program,
                        const std::vector<std::string>& arguments, std::string_view input);
 

@@ -17,11 +17,11 @@ using recipe::Settings;
 
 struct CommandLine {
     Settings settings;
-    /// To be listed; empty to run recipes.
+    /// The file to list; empty to run recipes.
     std::string preferenceFile;
 };
 
-/// Takes NAME=VALUE apart. Throws CLI::ValidationError.
+/// Adds the replacement of a text NAME=VALUE. Throws CLI::ValidationError.
 void AddReplacement(const std::string& assignment, recipe::Replacements& replacements) {
     const std::size_t sign = assignment.find('=');
     const std::string name = assignment.substr(0, sign);
