@@ -75,7 +75,7 @@ HWND HostProgram::Window() {
                GetForegroundWindow() == window;
     });
     const HWND window = FindMainWindow();
-    // The window takes it when it has done everything before.
+    // The window takes it after all messages before.
     Ask(window, WM_NULL);
     return window;
 }

@@ -34,7 +34,7 @@ class HostProgram {
 
     /// The visible dialog with the title, once it is there.
     HWND WaitForDialog(const std::wstring& title);
-    /// After what made it go.
+    /// Waits until no dialog is open.
     void WaitForDialogsEnd();
     /// A message box's text, or that of a control.
     static std::wstring BoxText(HWND box);

@@ -6,7 +6,7 @@ namespace {
 TEST_F(HostWindowTest, ClickDeselectsAndEscapeDropsADrag) {
     StartWithPicture();
     DragUsualSelection();
-    // A drag that Escape ends leaves the selection that there was.
+    // A drag that Escape ends leaves the selection unchanged.
     MoveMouse(program->OnScreen({10, 10}, usual));
     PressMouse();
     MoveMouse(program->OnScreen({60, 60}, usual));

@@ -1,4 +1,4 @@
-// Files of every kind that others write, and what becomes of damaged ones.
+// Files of every kind that other programs write, and damaged ones.
 #include "files/JPEGDecoder.h"
 
 #include <cstdlib>
@@ -57,8 +57,8 @@ std::uint32_t SumOf(const std::string& bytes) {
     return sum;
 }
 
-/// Red, green and blue of what the library alone makes of a stream, or nothing if it gives up or
-/// no texture can have it.
+/// The picture that the library alone reads from a stream; nothing if it fails or the picture is no
+/// texture.
 std::optional<PlainPicture> PlainTexture(const std::string& jpeg) {
     std::optional<PlainPicture> picture = DecodeJpegPlainly(jpeg, 512);
     if (!picture || (picture->components != 1 && picture->components != 3)) {
@@ -123,8 +123,8 @@ TEST_F(JPEGDecoderTest, ReadsThemAlmostAsAnUnrelatedDecoderDoes) {
     for (const Expected& expected : ExpectedPictures()) {
         SCOPED_TRACE(expected.name);
         const std::string bytes = Fixture(expected.name);
-        // The other one has no arithmetic decoder, and another idea of how the colours of pictures
-        // run that are narrower than its blocks.
+        // The other library has no arithmetic decoder, and interpolates the colours of pictures
+        // narrower than its blocks in another way.
         if (IsRefusedForItsSize(expected) || expected.width < 3 ||
             expected.name.find("arithmetic") != std::string::npos) {
             continue;

@@ -106,7 +106,7 @@ TEST_F(JPEGSupportTest, WithoutAnAnswerTheQualityDialogDecides) {
     quality.dialogQuality = 0;
     ASSERT_EQ(Write(tiny, tinyLayout), 0);
     EXPECT_EQ(BytesIn("written.jpg"), EncodeJpegPlainly(tiny, 75));
-    // So it does after an answer that is no quality.
+    // The same after a callback's value that is no quality.
     file.callback = AnswerQuality;
     for (const std::int16_t answer : std::initializer_list<std::int16_t>{0, -1}) {
         quality = {};
@@ -123,7 +123,7 @@ TEST_F(JPEGSupportTest, CancellingTheQualityDialogLeavesTheFile) {
     quality.dialogResult = 32512;
     EXPECT_EQ(Write(tiny, tinyLayout), 32512);
     EXPECT_EQ(BytesIn("written.jpg"), "old");
-    // So does one that cannot be made.
+    // The same with a dialog that cannot be made.
     quality.dialogResult = -108;
     EXPECT_EQ(Write(tiny, tinyLayout), -108);
     EXPECT_EQ(BytesIn("written.jpg"), "old");
@@ -155,7 +155,7 @@ PlainPicture Noise(int side) {
     return noise;
 }
 
-/// A disk that is full when a file is longer than `room`, and how it says so.
+/// The longest file that fits on the disk, in bytes.
 std::int32_t room;
 enum class Refusal { fails, isShort, failsToFlush };
 Refusal refusal;
@@ -171,7 +171,7 @@ class FullDiskTest : public JPEGSupportTest {
             end = position;
             return original.seek(handle, position);
         };
-        // Growing a file is no trouble; it is the bytes that find no room.
+        // The file can be enlarged; writing its bytes fails.
         fileSystem.write = [](void* handle, const void* buffer, std::int32_t count,
                               std::int32_t* transferred) {
             const std::int32_t fitting = std::min(count, room - end);

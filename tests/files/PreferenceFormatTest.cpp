@@ -235,7 +235,7 @@ TEST_F(PreferenceFormatTest, AResolutionCountsBesideItsPlaceAlone) {
     EXPECT_EQ(read.placeResolution, 96);
 }
 
-// Or that from before would count again, beside a place that happens to be the same.
+// Else an earlier resolution would apply again to a place that happens to be the same.
 TEST_F(PreferenceFormatTest, AResolutionOnceWrittenIsWrittenFromThenOn) {
     Preferences read;
     ReadFromBytes(PlacedFile() + ResolutionBytes(144, FromHex("0A00 1400 5802 8403")), read);

@@ -32,8 +32,8 @@ class FileSizeLimit {
     rlimit before{};
 };
 
-/// A folder in which nothing can be made or deleted; not even by root, who is somebody else
-/// meanwhile.
+/// A folder in which nothing can be made or deleted. For root, the process takes another user's
+/// rights meanwhile.
 class ReadOnlyFolder {
   public:
     explicit ReadOnlyFolder(const std::filesystem::path& newPath) : path(newPath) {

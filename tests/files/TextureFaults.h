@@ -1,5 +1,5 @@
-// A texture that is saved and loaded while the system refuses. The editor says a failed load with
-// alert 16106 and a failed save with 16107; no status and no fault reaches the user beside that.
+// A texture that is saved and loaded while the system refuses. The editor reports a failed load
+// with alert 16106 and a failed save with 16107, and nothing else.
 #pragma once
 
 #include <memory>

@@ -21,7 +21,7 @@ TEST(ScreenGeometryTest, PushesIntoTheWorkArea) {
     EXPECT_EQ(PushedInto({-50, -60, 50, 40}, area), (ScreenRect{8, 8, 108, 108}));
     EXPECT_EQ(PushedInto({1000, 700, 1100, 800}, area), (ScreenRect{916, 660, 1016, 760}));
     EXPECT_EQ(PushedInto({100, 100, 200, 200}, area), (ScreenRect{100, 100, 200, 200}));
-    // Where not all of it fits, the top left corner is what stays in sight.
+    // If it does not fit, its top left corner stays in sight.
     EXPECT_EQ(PushedInto({100, 100, 2100, 1100}, area), (ScreenRect{8, 8, 2008, 1008}));
 }
 

@@ -2,8 +2,8 @@
 //
 //     fuzz-any-record COUNT [FIRST_SEED]
 //
-// Ends with status 1 and the seed at the first run that leaves something behind; a sanitizer ends
-// it by itself, and the file named in FUZZ_SEED_FILE, if any, tells the seed of the run it was at.
+// Ends with status 1 and the seed at the first run that leaves something behind. A sanitizer ends
+// it by itself; the file named in FUZZ_SEED_FILE, if any, has the seed of that run.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>

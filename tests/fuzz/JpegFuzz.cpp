@@ -39,7 +39,7 @@ class Host {
     hostapi::FilterRecord record{};
 };
 
-/// With the host that is there, so that no raster outlives it.
+/// Loads while the host exists, so that no raster outlives it.
 void LoadAsTexture() {
     ImageFile file;
     file.SetPath("a.jpg");

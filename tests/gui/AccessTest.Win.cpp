@@ -251,12 +251,13 @@ TEST_F(WindowAccessTest, ReturnPressesTheButtonThatHasTheFocus) {
         TabTo(gui, editor, Texture::blur);
         gui.Chord({VK_RETURN});
         const DrivenDialog blur = gui.WaitFor(blurDialog);
-        // There the default button closes the dialog, whatever else has the focus than a button,
+        // Here Return presses the default button, which closes the dialog, unless a button has the
+        // focus.
         TabTo(gui, blur, BlurItems::slider);
         gui.Chord({VK_RETURN});
         blur.WaitUntilClosed();
         WaitUntil("the focus", [&] { return FocusedItem(editor) == Texture::blur; });
-        // and so does Cancel with the focus.
+        // Cancel has the focus, and Return presses it.
         gui.Chord({VK_RETURN});
         const DrivenDialog again = gui.WaitFor(blurDialog);
         TabTo(gui, again, cancelItem);

@@ -44,7 +44,7 @@ class ApplyDialogTest : public DialogRunTest {
 /// On stand-ins for the system, so that the fault is noted and not shown.
 class FatherTest : public CoreTest {
   protected:
-    // An error that stands closes every dialog to come.
+    // A pending error would close every later dialog.
     ~FatherTest() override { errorCell = 0; }
 };
 

@@ -1,5 +1,5 @@
-// Controls bound to the fields of a record: what no dialog of an operation has yet, on the
-// resources of the real dialogs.
+// Controls bound to the fields of a record, in ways that no dialog of an operation uses yet; with
+// the resources of the real dialogs.
 #include "dialogs/ToolsDialog.h"
 #include "paint/records/EffectParams.h"
 #include "paint/records/FilterParams.h"

@@ -1,5 +1,5 @@
-// Which controls of an operation's dialog stand for which field of its record, as a user sees it.
-// The limits are those of the fields.
+// The controls of each operation's dialog and the fields of its record that they show. The limits
+// are those of the fields.
 #pragma once
 
 #include <span>

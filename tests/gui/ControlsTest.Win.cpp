@@ -1,5 +1,5 @@
-// Every control of every operation's dialog, with the mouse and the keyboard: what it makes of the
-// record and of its partners, and that it takes an applied result back.
+// Every control of every operation's dialog, by mouse and keyboard: it changes the record and its
+// partners, and takes an applied result back.
 #include <cmath>
 #include <numbers>
 #include <tuple>
@@ -204,7 +204,7 @@ TEST_P(SliderTest, SlidersMoveTheirPartnersByTheMouse) {
                                [&](int value) { ExpectPartners(dialog, number, value); });
                 });
             };
-            // From wherever it stands there is a change.
+            // One of the two is a change, wherever the slider stands.
             drag(low, high);
             drag(high, low);
             dialog.Click(number.slider,
@@ -266,7 +266,7 @@ TEST_P(DialTest, DialsTurnTheirFields) {
 
 // --- Choices ---
 
-/// Exactly this button of its group is on.
+/// Whether this button alone of its group is checked.
 bool IsAlone(const DrivenDialog& dialog, const std::vector<RadioRow>& radios,
              const RadioRow& expected) {
     return std::all_of(radios.begin(), radios.end(), [&](const RadioRow& radio) {

@@ -31,7 +31,7 @@ class DialogRunTest : public PluginRunTest {
 
     /// Takes a place of the drawing area as the source of the Rubber Stamp, which is chosen.
     static void TakeStampSource(const GuiDriver& gui, const DrivenDialog& editor, ItemPlace place);
-    /// Alt pressed and released without another key would go to the menu.
+    /// Releases Alt after another key: alone, it would open the menu.
     static void ReleaseAlt(const GuiDriver& gui);
     /// Drags the Rubber Stamp from place to place. It waits for a movement without a look at the
     /// button, so the mouse moves once more after the release. `beforeLast` runs before the last

@@ -80,8 +80,8 @@ void PointAtEntry(const DrivenDialog& dialog, int item, int place) {
     const POINT middle = PlaceInMenu(place);
     LONG step = 0;
     WaitUntil("the entry under the pointer", [&] {
-        // Wine takes a movement that comes while a menu deals with the one before for the same; a
-        // hand moves on.
+        // Wine loses a movement that comes while a menu handles the one before, so the mouse keeps
+        // moving.
         MoveMouse({middle.x + step++ % 2, middle.y});
         return dialog.Value(item) == place;
     });
@@ -106,7 +106,7 @@ bool HasOpenMenu(const DrivenDialog& dialog) {
 
 void WaitUntilMenuIsClosed(const GuiDriver& gui, const DrivenDialog& dialog) {
     WaitUntil("the menu to close", [&] { return !HasOpenMenu(dialog); });
-    // The dialog reads the queue before it takes the choice, and so replies to other threads.
+    // The dialog looks at its queue, and so replies to other threads, before it takes the choice.
     gui.WaitUntilIdle();
 }
 
@@ -169,8 +169,8 @@ void CloseWith(const DrivenDialog& dialog, int item) {
 
 host::Picture GrabWithFrame(const DrivenDialog& dialog) {
     dialog.WaitUntilPainted();
-    // A control that has begun to paint awaits nothing more; the thread takes a message when it is
-    // done.
+    // A control that has begun to paint has nothing left to be painted; the thread takes a message
+    // only when it is done.
     dialog.Settle();
     return GrabFrame(dialog.Window());
 }

@@ -20,14 +20,14 @@ void TypeInto(const GuiDriver& gui, const DrivenDialog& dialog, int item, const 
 void ChooseEntry(const GuiDriver& gui, const DrivenDialog& dialog, int item, int place);
 /// The same with the mouse in its menu.
 void ChooseEntryByMouse(const GuiDriver& gui, const DrivenDialog& dialog, int item, int place);
-/// Where an entry of the menu that is open is on the screen.
+/// The place of an entry of the open menu, on the screen.
 POINT PlaceInMenu(int place);
 /// Moves the pointer over an entry of a live popup whose menu is open, until it shows the entry.
 void PointAtEntry(const DrivenDialog& dialog, int item, int place);
 /// Opens a popup's menu with the mouse.
 void OpenMenuOf(const DrivenDialog& dialog, int item);
 bool HasOpenMenu(const DrivenDialog& dialog);
-/// Until the dialog has taken the choice, or has its values back, too.
+/// Waits until the menu is closed and the dialog has taken the choice or restored its values.
 void WaitUntilMenuIsClosed(const GuiDriver& gui, const DrivenDialog& dialog);
 /// The texts of a popup's entries.
 std::vector<std::string> Entries(const DrivenDialog& dialog, int item);

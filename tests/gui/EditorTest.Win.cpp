@@ -121,7 +121,7 @@ TEST_F(EditorTest, WithoutAStoreUndoDoesNothing) {
         editor.Choose(commandUndo);
         EXPECT_EQ(editor.MenuText(commandUndo), "Undo\tCtrl+Z");
         editor.Choose(commandUndo);
-        // Nor is there a way back from Apply.
+        // The dialog cannot take an Apply back either.
         editor.PressToOpen(Items::blur);
         const DrivenDialog blur = gui.WaitFor(blurDialog);
         blur.Press(ApplyItems::apply);

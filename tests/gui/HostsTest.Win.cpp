@@ -114,7 +114,7 @@ TEST_F(HostsTest, WithoutMemoryForALargerTextureTheEditorSaysSo) {
     EXPECT_EQ(Applied()->grX, 150);
 }
 
-/// The host's window, which no dialog of the program stands over any more.
+/// The host's window, with no dialog of the program over it.
 class ShownHost {
   public:
     ShownHost()
@@ -192,7 +192,7 @@ TEST_F(HostsTest, AfterAFaultNothingIsSaved) {
     const std::string settingsBefore = BytesOf(folder.Path() / "Zandermolite3.prf");
     Run([&](const GuiDriver& gui) {
         const DrivenDialog editor = gui.WaitFor(textureDialog);
-        // Would be kept: from now on the New dialog.
+        // A settings file would keep it: the New dialog would open from then on.
         editor.Choose(commandNewAtLaunch);
         errorCell = 20008;
         editor.WaitUntilClosed();
@@ -360,7 +360,7 @@ TEST_F(HostsTest, AThrowWhileTheTextureIsDrawnMovesNothingElse) {
         WaitUntil("the throw", [] { return throws > 0; });
         gui.WaitUntilIdle();
         filterRecord->displayPixels = display;
-        // Alone: with the texture all would be drawn from its own corner again.
+        // The wells alone: together with the texture, all would be drawn again.
         InvalidateRect(editor.Window(), &wells, FALSE);
         gui.WaitUntilIdle();
         EXPECT_EQ(wellsNow(), drawn);
@@ -387,7 +387,7 @@ TEST_F(HostsTest, TheEndOfTheProgramIsACancel) {
     EXPECT_EQ(quit.wParam, 7u);
 }
 
-/// A run that the end of the program ends where `work` has brought it.
+/// A run that the end of the program interrupts after `work`.
 class ProgramEndTest : public HostsTest {
   protected:
     void ExpectCancel(const std::function<void(const GuiDriver&)>& work) {

@@ -83,7 +83,7 @@ void LongStoryTest::StoreSettings() {
     stored.twirls.intensity = 45;
 }
 
-/// The texture that New makes of the selection: what is not selected in it is white.
+/// The texture that New makes of the selection, white where nothing is selected.
 std::unique_ptr<PaintClass> LongStoryTest::Selected() const {
     const host::Selection selected = host::SelectEllipse(selection, *feather);
     auto texture = std::make_unique<PaintClass>(static_cast<short>(hostapi::Width(canvas)),
@@ -160,7 +160,7 @@ void LongStoryTest::WorkInTheEditor(const GuiDriver& gui, const DrivenDialog& ed
     DragStamp(gui, editor, PlacesOf(editor, stamped));
     ChooseTool(gui, editor, 'g', 5);
     editor.WaitUntilPainted();
-    // Not quite level: the ramp is.
+    // The drag is not quite level; the ramp is.
     const hostapi::Point dragged{static_cast<short>(rampTo.v + 6), rampTo.h};
     editor.Drag(Texture::drawingArea, PlacesOf(editor, {rampFrom, dragged}),
                 [&] { editor.Settle(); });

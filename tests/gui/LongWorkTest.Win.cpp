@@ -16,16 +16,16 @@ using Items = TextureItems;
 /// The system's number of the busy cursor.
 constexpr int busyCursor = 32514;
 
-/// Stands before the editor's progress bar and the system's busy cursor. Holds the program at a
-/// wanted moment of its work, so that its user can look at the screen then.
+/// Receives the calls to the editor's progress bar and the busy cursor, and holds the program at a
+/// chosen one, so that its user can look at the screen.
 class HeldWork final : public ProgressTarget {
   public:
-    /// Between the two no work goes on.
+    /// Begin and End are called while no work runs.
     void Begin() {
         editor = std::exchange(ShowClass::target, this);
         isWatching = this;
         platformServices.showWaitCursor = [] { isWatching->ShowWait(); };
-        // Time flies, so that no look at the clock comes too early for the cursor.
+        // The clock runs fast, so that every look at it is late enough for the cursor.
         platformServices.tickCount = [] {
             constexpr std::uint32_t second = 1000;
             static std::uint32_t now = 0;
@@ -40,9 +40,9 @@ class HeldWork final : public ProgressTarget {
         platformServices = plugins;
     }
 
-    /// The next time that the bar is drawn with at least `percent`.
+    /// Holds the next time that the bar is drawn with at least `percent`.
     void HoldFrom(int percent) { holdsFrom = percent; }
-    /// The next time that the busy cursor is shown.
+    /// Holds the next time that the busy cursor is shown.
     void HoldAtCursor() { holdsAtCursor = true; }
     /// Returns the percents that the bar was drawn with last.
     int WaitUntilHeld() const {

@@ -1,5 +1,5 @@
-// That runs of the editor, one after the other in one process, leave nothing behind: objects of the
-// system, memory of the process, buffers of the host.
+// Many runs of the editor in one process leave nothing behind: no objects of the system, no memory
+// of the process, no buffers of the host.
 //
 // MANY_RUNS in the environment says how many runs make a series, rounded up to whole rounds through
 // all dialogs; a thousand take some minutes.

@@ -1,4 +1,4 @@
-// The New dialog: files that are opened, and what can be wrong with them and the host.
+// The New dialog: files that are opened, and faults of the files and the host.
 #include "fixtures/FileDialog.Win.h"
 #include "paint/EffectRun.h"
 #include "tests/gui/NewDialogTest.Win.h"

@@ -113,7 +113,7 @@ TEST_F(NewDialogTest, TheLastTextureIsThereOnceOneWasApplied) {
     EXPECT_EQ(ColorsOf(*Applied()), std::vector<Pixel>(150 * 100, Color(0, 0, 0)));
 }
 
-/// The host says that there is no memory, nobody else says anything.
+/// The lost texture is reported as a lack of memory by the host alone.
 TEST_F(NewDialogTest, ALastTextureThatIsGone) {
     host::FilterHost filterHost(settings);
     RunIn(filterHost, [&](const GuiDriver& gui) {

@@ -10,8 +10,8 @@ class NewDialogTest : public DialogRunTest {
     // The system's dialogs leave the process in the folder of the choice.
     ~NewDialogTest() override { SetCurrentDirectoryA(currentFolder); }
 
-    /// A run with the dialog, in which the user is to press OK or what does the same; then, in the
-    /// editor, that it opened on the right texture.
+    /// A run with the dialog, which the user accepts; expects that the editor then shows the right
+    /// texture.
     host::RunReport RunNew(
         const std::function<void(const GuiDriver& gui, const DrivenDialog& opening)>& user,
         const EditorUser& look = {});

@@ -1,6 +1,6 @@
-// The dialogs of all operations, over the catalogue: a record that was stored
-// goes through the controls and comes out the same, one that is set in the controls is the one that
-// runs, and both make the pixels that a recipe makes of them.
+// The dialogs of all operations of the catalogue: a stored record goes through the controls
+// unchanged, a record that is set in the controls is the one that runs, and both make the pixels
+// that a recipe makes.
 //
 // RANDOM_RECORDS in the environment says how many random records of each operation are set in the
 // controls.
@@ -171,7 +171,7 @@ class SetRecordsTest : public OperationDialogsTest, public testing::WithParamInt
                 ClickRadio(dialog, radio);
             }
         }
-        // Disabled by a radio button that was chosen only now, or enabled by it.
+        // After the radio buttons, which disable and enable them.
         for (const BoxRow& box : RowsOf(boxRows, row.id)) {
             SetBox(dialog, box, static_cast<int>(numberOf(box.field)));
         }
@@ -201,7 +201,7 @@ class SetRecordsTest : public OperationDialogsTest, public testing::WithParamInt
     Preferences wanted;
 
   private:
-    /// Holds the wanted records to what controls can be set to.
+    /// Changes the wanted records to values that the controls can be set to.
     void KeepToControls() {
         // The system's dialog gives colours of a byte.
         for (RGBColor16* const color :
@@ -276,8 +276,8 @@ class SetRecordsTest : public OperationDialogsTest, public testing::WithParamInt
         const Limits limits = ShownLimits(number, FieldNamed(row, number.field));
         SetSlider(gui, dialog, number.slider, {limits.low, limits.high}, shown);
     }
-    /// To its place with the mouse. Where a pixel stands for some values, the rest of the way goes
-    /// with the arrow keys.
+    /// Moves the slider to its place with the mouse, then with the arrow keys to the value, of
+    /// which a pixel may stand for several.
     static void SetSlider(const GuiDriver& gui, const DrivenDialog& dialog, int item,
                           SliderLimits limits, int value) {
         dialog.Click(item, PlaceOnSlider(dialog, item, limits, value));
@@ -354,7 +354,7 @@ TEST_F(OperationDialogsTest, CancelTakesAllAppliesBack) {
     ExpectApplied(*noise);
 }
 
-// Every control is on, so that Tab comes to each that takes the focus at all.
+// Every control is enabled, so that Tab reaches each that can have the focus.
 TEST_F(OperationDialogsTest, TabGoesThroughAllControlsAsTheyAreRead) {
     stored.blur.motion = 1;
     stored.dividers.randomColors = 0;

@@ -193,13 +193,13 @@ int PluginRunTest::Displays() {
 
 void PluginRunTest::Stroke(const DrivenDialog& editor, const std::vector<ItemPlace>& places) {
     editor.WaitUntilPainted();
-    // A paint that has begun is over when the thread takes a message. Its displays are none of the
-    // stroke.
+    // The thread takes a message only after a paint that has begun, whose displays are not the
+    // stroke's.
     editor.Settle();
     int drawnBefore = displays;
     editor.Drag(TextureItems::drawingArea, places, [&] {
         WaitUntil("the stroke to be drawn", [&] { return displays > drawnBefore; });
-        // A stroke takes messages between its looks at the mouse: all of the view is drawn then.
+        // A stroke takes messages between its looks at the mouse, when all of the view is drawn.
         editor.Settle();
         drawnBefore = displays;
     });

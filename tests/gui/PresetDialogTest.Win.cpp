@@ -346,7 +346,7 @@ TEST_F(PresetDialogTest, LeavingTheMenuKeepsTunedValuesAndTheResult) {
     ExpectApplied(*applied);
 }
 
-/// A drag lets no Idle run; keys that are pressed meanwhile are taken before the next one.
+/// No Idle runs during a drag; keys that are pressed meanwhile are handled before the next Idle.
 TEST_F(PresetDialogTest, ADragThatLeavesThePresetLeavesNothingToDelete) {
     StoreTwo();
     RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {

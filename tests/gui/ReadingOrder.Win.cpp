@@ -24,7 +24,7 @@ bool HasStyle(const DrivenDialog& dialog, int item, DWORD style) {
     return (static_cast<DWORD>(GetWindowLongA(dialog.Control(item), GWL_STYLE)) & style) != 0;
 }
 
-/// BS_PUSHBUTTON and so on; -1 for what is no button.
+/// BS_PUSHBUTTON and so on; -1 for an item that is no button.
 int ButtonType(const DrivenDialog& dialog, int item) {
     const HWND control = dialog.Control(item);
     return ClassOf(control) == "Button" ? static_cast<int>(GetWindowLongA(control, GWL_STYLE)) &

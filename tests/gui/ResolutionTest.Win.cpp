@@ -1,6 +1,5 @@
-// The windows on screens of several resolutions: what is given in pixels at 96 dots an inch is
-// larger there by the resolution, and nothing stands over anything that it does not stand over
-// at 96.
+// The windows on screens of several resolutions: sizes in pixels grow from 96 dots an inch to the
+// resolution, and no items overlap that do not overlap at 96.
 //
 // The resolution is that of the screen on which the program runs; see docs/testing.md.
 #include "editor/Operations.h"

@@ -143,7 +143,7 @@ TEST_F(StampTest, AltDuringAStrokeTakesANewSource) {
     ExpectApplied(*expected);
 }
 
-// A press alone waits for the mouse to move, whatever the button does meanwhile.
+// A press waits for the mouse to move, also after the release of the button.
 TEST_F(StampTest, AClickWithoutAMovementPaintsNothingAndCostsAnUndoStep) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         ChooseTool(gui, editor, 's', 6);
@@ -256,7 +256,7 @@ TEST_F(StampTest, TheCrossShowsWhereItReadsAtEachZoom) {
             const ItemPlace moved = InBaseTile(editor, {90, 60}, zoom);
             DragAlong(gui, editor, {{80, 50}, {90, 60}, {100, 56}}, zoom,
                       [&] { ExpectCross(editor, source); });
-            // It goes with the redraw after the stroke.
+            // The redraw after the stroke erases it.
             editor.WaitUntilPainted();
             const ItemPlace last{source.x + end.x - moved.x, source.y + end.y - moved.y};
             EXPECT_EQ(ShownView(editor).At({last.x - 4, last.y}) & 0x00FFFFFF, 0x00FFFFFFu) << zoom;

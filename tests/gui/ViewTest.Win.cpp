@@ -23,7 +23,7 @@ TEST_F(ViewTest, ZoomWalksItsLadderAndStopsAtTheEnds) {
             const auto tiles = [zoom](int side) { return 3 * static_cast<int>(side * zoom); };
             EXPECT_EQ(shown.Across(), std::min(tiles(width), viewAcross)) << zoom;
             EXPECT_EQ(shown.Down(), std::min(tiles(height), viewDown)) << zoom;
-            // A texture that does not fit can be scrolled, and stands in the middle.
+            // A texture that does not fit can be scrolled, and is centred.
             const auto middle = [zoom](int side, int view) {
                 return std::max(static_cast<int>(side * zoom * 3) - view, 0) / 2;
             };

@@ -261,7 +261,7 @@ TEST_F(BatchRunTest, TheControlWordIsTheTraits) {
               std::string::npos);
     EXPECT_NE(Run("Control", {"--trait", "fpu-37f"}).out.find("parameters): 895"),
               std::string::npos);
-    // That may be the program's own word; the other trait would take it away.
+    // It may be the process's own control word, which the other trait would change.
     EXPECT_NE(
         Run("Control", {"--trait", "fpu-27f", "--trait", "fpu-37f"}).out.find("parameters): 895"),
         std::string::npos);

@@ -93,7 +93,7 @@ TEST(DocumentTest, ForgetsTheOldestStepsBeyondItsMemory) {
     document.Undo();
     EXPECT_FALSE(document.CanUndo());
     EXPECT_EQ(document.Image().Pixel(1, 1)[1], 2);
-    // The picture that was read is out of reach.
+    // The picture that was read cannot be restored any more.
     EXPECT_TRUE(document.IsModified());
 }
 

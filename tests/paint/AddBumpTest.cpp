@@ -105,8 +105,8 @@ TEST_F(AddBumpTest, AUniformTextureStaysAsItIs) {
     EXPECT_EQ(ColorsOf(pic), std::vector<Pixel>(42, Color(0xFF, 0x10, 0x77)));
 }
 
-/// How far all pixels of 20 rows are moved by an edge along a * x + b * y = 0 through the middle,
-/// which crosses each row once.
+/// Sum of the changes in 20 rows by an edge along a * x + b * y = 0 through the middle, which
+/// crosses each row once.
 int ReliefOfEdge(int a, int b) {
     PaintClass pic(60, 60);
     PaintClass before(60, 60);

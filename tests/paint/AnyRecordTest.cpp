@@ -1,5 +1,5 @@
-// No settings whatever make an operation crash, hang or write beside its blocks, which the
-// sanitizers and the strict host see to. tests/fuzz/ makes any number of such runs.
+// No settings make an operation crash, hang or write outside its blocks, which the sanitizers and
+// the strict host would report. tests/fuzz/ makes any number of such runs.
 #include <vector>
 
 #include "tests/support/AnyOperation.h"

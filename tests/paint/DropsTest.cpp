@@ -129,7 +129,7 @@ TEST_F(DropsTest, CountsAboveTheDialogsCountAs100) {
 
 TEST_F(DropsTest, SmallTilesHaveNoLight) {
     DropsParams params = OnlyLight();
-    // The mean of the sides is below 40, and so the rim without width.
+    // The mean of the sides is below 40, so the rim has no width.
     for (const int reflection : {0, 100}) {
         params.reflection = static_cast<std::int16_t>(reflection);
         EXPECT_EQ(DropsOnGrey(30, 30, params), std::vector<Pixel>(900, grey));

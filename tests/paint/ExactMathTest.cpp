@@ -99,8 +99,8 @@ class Hash {
 
 constexpr int samples = 40000;
 
-// The same numbers in every build: nothing here depends on the system's library. That they are the
-// right ones is what the tests below show where the arbitrary-precision library is.
+// The numbers are the same in every build: nothing here depends on the system's library. The tests
+// below show that they are right, where there is the arbitrary-precision library.
 
 TEST(ExactMathTest, EveryWholeDegreeHasTheSameSineOnEverySystem) {
     Hash hash;

@@ -103,8 +103,8 @@ TEST_F(FloodFillTest, IsTheSameAsThePlainOneForAnyBytes) {
     }
 }
 
-/// In the queue's 16 bits a region that goes around the torus often enough runs over, and goes on
-/// in another place.
+/// The queue's 16 bits overflow where a region winds around the torus often enough, and the fill
+/// continues in another place.
 TEST_F(FloodFillTest, CoordinatesThatRunOverAreTheSameAsThePlainOnes) {
     for (const auto& [width, height] : {std::pair<short, short>{100, 7}, {7, 100}, {63, 65}}) {
         PaintClass flat(width, height);

@@ -26,7 +26,7 @@ struct Exceptions {
     const char* shift = nullptr;
     /// The alpha bytes stay.
     const char* alpha = nullptr;
-    /// Short memory leaves the texture whole.
+    /// A shortage of memory leaves the texture unchanged or fully processed.
     const char* memory = nullptr;
     /// A clone that a tool has left is used up.
     const char* clone = nullptr;

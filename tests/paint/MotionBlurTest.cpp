@@ -65,7 +65,7 @@ TEST_F(MotionBlurTest, ALengthBelowOneChangesNothing) {
     PaintClass pic(9, 9);
     FillWithNoise(pic);
     const std::vector<Pixel> before = PixelsOf(pic);
-    // The run step hands this over for the amounts 1 to 3.
+    // The run step passes this for the amounts 1 to 3.
     for (const int amount : {1, 2, 3}) {
         EXPECT_TRUE(pic.MotionBlur(static_cast<short>(amount / 4), 1));
     }

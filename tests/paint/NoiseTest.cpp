@@ -88,7 +88,7 @@ TEST_F(NoiseTest, TheSameAsThePlainLoopAtTheMargins) {
 }
 
 TEST_F(NoiseTest, MiddleGreyStaysGrey) {
-    // Up to 16 steps each way in each of the two passes, the second from where the first has led.
+    // Up to 16 steps each way in each of the two passes; the second begins at the first's result.
     const std::set<Pixel> colors = ColorsAfter(128, noiseGrey);
     EXPECT_GT(colors.size(), 20u);
     for (const Pixel color : colors) {

@@ -1,5 +1,5 @@
-// Operations that the laws of the catalogue do not reach with short memory, or reach by chance
-// only: memory runs out at any place, or a tool has left its clone.
+// Shortages of memory that the laws of the catalogue do not reach, or only by chance: memory fails
+// at any place, or a tool has left its clone.
 #include <functional>
 #include <string>
 #include <vector>

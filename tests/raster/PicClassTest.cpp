@@ -158,7 +158,8 @@ TEST_F(PicClassTest, HoldsPixelsUndoAndNothingElse) {
     EXPECT_EQ(memory.LiveBuffers(), before + 3);
 }
 
-// Pixels, undo, probe: each construction must leave one more block's memory to the host.
+// Each construction takes blocks for pixels and undo, and probes for one more, which the host must
+// have left.
 class PicClassMemoryTest : public CoreTest {
   protected:
     PicClassMemoryTest() : CoreTest(SettingsFor(3)) {}

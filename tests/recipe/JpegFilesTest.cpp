@@ -77,7 +77,7 @@ TEST_F(JpegFilesTest, SaysWhatIsWrongWithOne) {
               failure + "is 513 by 10 pixels, and a texture has 1 to 512 on either side");
     EXPECT_EQ(failureOf(Fixture("size-40000x1.jpg")),
               failure + "is 40000 by 1 pixels, and a texture has 1 to 512 on either side");
-    // That the tables of codes are not there shows only with the pixels.
+    // Missing code tables are noticed only when the pixels are read.
     std::string damaged = jpeg;
     damaged[damaged.find("\xFF\xDA") + 6] = '\x33';
     EXPECT_EQ(failureOf(damaged), failure + "is damaged, or there is not enough memory");

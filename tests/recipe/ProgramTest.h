@@ -13,7 +13,7 @@
 struct ProgramResult {
     int status;
     std::string output;
-    /// Line ends as the program wrote them before the system's own way with them.
+    /// With the line ends that the program wrote, before the system translated them.
     std::string errors;
 
     bool operator==(const ProgramResult&) const = default;

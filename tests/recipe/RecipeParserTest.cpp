@@ -208,7 +208,7 @@ TEST(IsReplacementName, IsAnIdentifier) {
     }
 }
 
-/// Whatever the bytes, there are operations, or an error with a line that exists.
+/// Expects operations, or an error with the number of an existing line.
 void ExpectAnswer(const std::string& text) {
     const auto lines = static_cast<int>(std::count(text.begin(), text.end(), '\n')) + 1;
     try {

@@ -1,4 +1,4 @@
-// Classes in place of the program's own controls: what they draw is enough to judge a layout by.
+// Classes in place of the program's own controls, which draw enough to judge a layout by.
 #pragma once
 
 /// Once, before a dialog is opened.

@@ -270,7 +270,7 @@ TEST_F(ReadSelectionTest, NoRasterWithoutMemory) {
     RowHost rowHost(NoiseImage({0, 0, 5, 4}, 3));
     memory.FailAllocation(1);
     EXPECT_EQ(Read(rowHost), nullptr);
-    // The last allocation of a raster only asks whether there would be room for one more.
+    // The last allocation of a raster only probes for the memory of one more.
     memory.FailAllocation(3);
     EXPECT_EQ(Read(rowHost), nullptr);
     EXPECT_TRUE(rowHost.events.empty());

@@ -226,7 +226,7 @@ TEST_F(WriteTileTest, HostsThatShrinkGetThePhaseOfTheSelection) {
         Shrinking shrinking;
         Rect selection;
     };
-    // One that says nothing can only be served where its rows begin with the selection's.
+    // A host that does not say so can only be served if its rows begin with the selection's.
     constexpr Case cases[] = {
         {Shrinking::openly, {-2, -3, 9, 15}},
         {Shrinking::openly, {2, 3, 6, 20}},

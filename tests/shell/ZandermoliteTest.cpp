@@ -162,7 +162,7 @@ TEST_F(ZandermoliteTest, CancelInTheEditorStillHandsTheTextureOver) {
 TEST_F(ZandermoliteTest, NoMemoryIsAResult) {
     memory.FailAllocation(1);
     EXPECT_EQ(Run(), -108);
-    // The last allocation of a raster only asks whether there would be room for one more.
+    // The last allocation of a raster only probes for the memory of one more.
     memory.FailAllocation(3);
     EXPECT_EQ(Run(), -108);
 }

@@ -20,7 +20,7 @@
 
 namespace {
 
-/// Numbers of any value, those that tend to matter more often than others.
+/// Numbers of any value, critical ones more often than others.
 class AnyInput {
   public:
     explicit AnyInput(unsigned seed) : generator(seed) {}
@@ -121,7 +121,7 @@ void PaintAnyStroke(PaintClass& pic, AnyInput& input) {
     }
 }
 
-/// Any number at all, or one that the dialogs give: words alone rarely make anything that shows.
+/// Sets any number, or one that the dialogs give: random words alone rarely change a pixel.
 void SetAnyNumber(const Field& field, void* record, AnyInput& input) {
     if (field.type == FieldType::color || input.OneIn(4)) {
         return;

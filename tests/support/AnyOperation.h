@@ -12,7 +12,7 @@ const char* AnyOperationName(std::size_t operation);
 
 struct AnyRun {
     std::size_t operation;
-    /// Nothing may come out of an operation but its return and a failed assertion.
+    /// Whether the operation ended with a failed assertion, the only fault that it may throw.
     bool assertionFailed;
     /// Whether the operation left its clone behind, which only strokes and failed assertions may.
     bool cloneLeft;

@@ -6,8 +6,8 @@
 #include "base/Progress.h"
 #include "tests/support/CoreTest.h"
 
-/// While it lives, an editor stands and every look at the clock finds it 250 ms on, so that no tick
-/// is swallowed. In a CoreTest; one at a time.
+/// For its lifetime there is an editor, and every look at the clock finds it 250 ms later, so that
+/// every tick shows the cursor. In a CoreTest; one at a time.
 class BusyCursor {
   public:
     BusyCursor() {
@@ -29,7 +29,7 @@ class BusyCursor {
     int Arrows() const { return Log().arrowCursors; }
 
   private:
-    /// Goes on from test to test, as what the program remembers of the last tick does.
+    /// Is never set back, since the program remembers its last tick from test to test.
     static inline std::uint32_t clock = 1000000;
 
     struct Editor final : ProgressTarget {

@@ -62,7 +62,7 @@ CoreTest::CoreTest(const host::MemorySettings& settings) : memory(settings) {
 }
 
 CoreTest::~CoreTest() {
-    // Only now, when what the test itself held is gone.
+    // After the test has freed its own blocks.
     memory.CheckAtEnd();
     EXPECT_EQ(memory.FoundFaults().Lines(), std::vector<std::string>{});
     filterRecord = nullptr;

@@ -24,7 +24,7 @@ struct HostImage {
     bool operator==(const HostImage& other) const { return bytes == other.bytes; }
 };
 
-/// An image of bytes that look like nothing in particular; the same for the same `seed`.
+/// An image of random bytes, the same for the same `seed`.
 HostImage NoiseImage(const hostapi::Rect& bounds, int planes, unsigned seed = 1);
 
 enum class Shrinking { none, openly, silently };

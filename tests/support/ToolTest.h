@@ -11,7 +11,7 @@
 
 using Path = std::vector<hostapi::Point>;
 
-/// A position as it is said, first across.
+/// A position with the horizontal coordinate first.
 constexpr hostapi::Point At(int x, int y) {
     return {.v = static_cast<std::int16_t>(y), .h = static_cast<std::int16_t>(x)};
 }

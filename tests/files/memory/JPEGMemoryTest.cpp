@@ -1,5 +1,5 @@
-// Whatever is thrown through the library's frames, it comes out, and nothing of the library's or
-// the program's is left behind.
+// Anything that is thrown through the library's frames reaches the caller, and no memory of the
+// library's or the program's is left.
 #include "tests/files/memory/JPEGMemory.h"
 
 #include "files/JPEGDecoder.h"

@@ -173,7 +173,7 @@ TEST_F(AccessTest, WithoutTheSystemsLibrariesTheDialogsWorkAllTheSame) {
     ImportExchange imports(GetModuleHandleA(nullptr));
     ASSERT_TRUE(imports.Exchange("LoadLibraryW", reinterpret_cast<void*>(&LoadNothing)));
     Run([](Script& script, const ScreenReader& reader) {
-        // The system's own answer.
+        // The system's own object.
         EXPECT_NE(reader.Hear(script.Item(slider)).role, ROLE_SYSTEM_SLIDER);
         script.Click(script.Middle(slider));
         script.WaitFor("hit 14");

@@ -1,4 +1,4 @@
-// Alerts on what no field takes, and what becomes of it.
+// Alerts on texts that a field refuses, and the texts afterwards.
 #include "tests/framework/windows/FieldTest.Win.h"
 
 namespace {

@@ -427,8 +427,8 @@ void OpenAndClose() {
 TEST_F(DialogLifeTest, NothingIsLeftBehind) {
     constexpr int openingsBefore = 10;
     constexpr int openings = 100;
-    // The system keeps a few device contexts, as many as were in use at one time, which depends on
-    // whose paint came in between. One object an opening would be ten times as many.
+    // The system keeps as many device contexts as were ever in use at the same time, which depends
+    // on the order of paints. A leak of one object an opening would be ten times as many.
     constexpr int contextsOfTheSystem = openings / 10;
     const auto openSome = [](int count) {
         for (int i = 0; i < count; ++i) {

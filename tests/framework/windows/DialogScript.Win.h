@@ -31,7 +31,7 @@ class EventLog {
     std::vector<std::string> events;
 };
 
-/// A dialog that tells its log what it was asked, and does what the test gives it to do.
+/// A dialog that logs its calls and runs the test's functions in them.
 class TestDialog : public NorvantaDialog {
   public:
     explicit TestDialog(short resource, NorvantaDialog* newOwner = nullptr,
@@ -71,7 +71,7 @@ class Script {
 
     HWND Dialog() const { return dialog; }
     HWND Item(int item) const { return GetDlgItem(dialog, item); }
-    /// All that was sent before has been dealt with.
+    /// Waits until all that was sent before has been handled.
     void Settle() const { WaitForRest(dialog); }
 
     /// In the client area of the item.
@@ -91,9 +91,9 @@ class Script {
     std::string Text(int item) const { return TextOf(Item(item)); }
     std::string Title() const { return TextOf(dialog); }
 
-    /// Until it has happened so often since the log was cleared.
+    /// Waits until the event has happened so many times since the log was cleared.
     void WaitFor(const std::string& event, int times = 1) const;
-    /// The log stands in the error.
+    /// The error's text has the log.
     void WaitUntil(const std::string& what, const std::function<bool()>& condition) const;
     /// The item that has the focus; 0 for none.
     int Focus() const { return FocusedItem(dialog); }
@@ -145,7 +145,7 @@ class DialogTest : public testing::Test {
     DialogTest();
     ~DialogTest() override;
 
-    /// The next click is no second one.
+    /// Keeps the next click from being the second of a double click.
     static void LetTimePass() { Log().ticks += 10000; }
 
     hostapi::FilterRecord record{};

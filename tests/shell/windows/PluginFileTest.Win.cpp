@@ -234,9 +234,10 @@ bool LevelsReturnTo(const Levels& expected) {
     return false;
 }
 
-/// That `use`, repeated, leaves nothing behind. The system keeps some objects of first uses (pens
-/// and brushes of a dialog, when it first paints one in full), so a series of uses may find more
-/// than the one before; but what each use leaves would make every series end above its beginning.
+/// Expects that `use`, repeated, leaves nothing behind. The system keeps some objects of first uses
+/// (pens and brushes of a dialog, when it first paints one in full), so a series of uses may find
+/// more than the one before; but what each use leaves would make every series end above its
+/// beginning.
 testing::AssertionResult LeavesNothingBehind(int times, const std::function<void()>& use) {
     constexpr int seriesAllowed = 3;
     Levels before{};

@@ -13,8 +13,7 @@
 /// is the primary. Windows can be moved to them and seen there, by their places. One at a time.
 class FakeScreens {
   public:
-    /// Without a screen the system does not tell of any: each is gone by the time that it is asked
-    /// for.
+    /// With no screens the system reports none, as if each were gone when it is asked for.
     explicit FakeScreens(std::vector<Screen> screens);
     FakeScreens(const FakeScreens&) = delete;
     FakeScreens& operator=(const FakeScreens&) = delete;

@@ -35,8 +35,9 @@ bool IsGdiObject(void* number) {
     return GetObjectType(number) != 0;
 }
 
-/// Whether the window is this process's: the numbers are the session's. The procedure of another's
-/// is not to be had, which the system knows at once; to learn whose a window is takes it a while.
+/// Whether the window is this process's: the numbers are the session's. The window procedure is
+/// asked for first, since the system refuses that of another process at once, and takes longer to
+/// say whose a window is.
 bool IsOwnWindow(void* number) {
     const auto window = static_cast<HWND>(number);
     DWORD process = 0;

@@ -17,7 +17,7 @@ void Expect(HRESULT result, const char* what) {
     }
 }
 
-/// A text that there may be none of.
+/// The text that the method returns, if any.
 template <typename Method>
 std::string TextBy(IAccessible* object, Method method, LONG id, const char* what) {
     BSTR text = nullptr;
