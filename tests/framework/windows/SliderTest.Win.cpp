@@ -1,5 +1,6 @@
 // Sliders and scroll bars.
 #include <algorithm>
+#include <atomic>
 #include <string>
 #include <utility>
 #include <vector>
@@ -155,7 +156,7 @@ TEST_F(SliderTest, SettingTheSliderTellsNobody) {
 }
 
 TEST_F(SliderTest, AValueThatIsNotAcceptedIsStoredAtTheEndOfTheDrag) {
-    double duringTheDrag = -1;
+    std::atomic<double> duringTheDrag = -1;
     double atTheEnd = -1;
     setup = [&] { dialog.SetRange(scrollBar, 0, 9); };
     dialog.atScroll = [&](short, int) {
@@ -170,7 +171,7 @@ TEST_F(SliderTest, AValueThatIsNotAcceptedIsStoredAtTheEndOfTheDrag) {
         RECT rect{};
         GetWindowRect(script.Item(scrollBar), &rect);
         script.Press({rect.right - 4, (rect.top + rect.bottom) / 2});
-        script.WaitFor("scroll 10 to 1");
+        script.WaitUntil("the call", [&] { return duringTheDrag != -1; });
         EXPECT_EQ(duringTheDrag, 0);
         EXPECT_EQ(dialog.GetValue(scrollBar), 0) << "not accepted";
         ReleaseMouse();
