@@ -7,12 +7,12 @@
 # The sanitizer build, by Clang, compiles the neutral sources of the product without them: there one
 # that forgets to name a header of the system does not compile.
 
-# add_shared_headers(NAME HEADERS... [OPTIONS LIBRARY...])
+# add_shared_headers(NAME [FOR_ALL_COMPILERS] HEADERS... [OPTIONS LIBRARY...])
 # The target that makes the precompiled header, with the flags of those that will share it: the
-# project's own and those of the libraries.
+# project's own and those of the libraries. Clang has it only where it is for all compilers.
 function(add_shared_headers name)
-  cmake_parse_arguments(H "" "" "HEADERS;OPTIONS" ${ARGN})
-  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+  cmake_parse_arguments(H FOR_ALL_COMPILERS "" "HEADERS;OPTIONS" ${ARGN})
+  if(NOT H_FOR_ALL_COMPILERS AND NOT CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     return()
   endif()
   set(source ${CMAKE_BINARY_DIR}/${name}.cpp)
@@ -20,12 +20,25 @@ function(add_shared_headers name)
   add_library(${name} OBJECT ${source})
   target_link_libraries(${name} PRIVATE project_options ${H_OPTIONS})
   target_precompile_headers(${name} PRIVATE ${H_HEADERS})
+  keep_time_out_of_headers(${name})
+endfunction()
+
+# keep_time_out_of_headers(TARGET): Clang notes the time in a precompiled header unless told not to, so
+# that a compiler cache takes each for a new one.
+function(keep_time_out_of_headers target)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+    target_compile_options(${target} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
+  endif()
 endfunction()
 
 # share_headers(TARGET NAME)
 function(share_headers target name)
   if(TARGET ${name})
     target_precompile_headers(${target} REUSE_FROM ${name})
+    keep_time_out_of_headers(${target})
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+      return()
+    endif()
     # GCC 12 sees overruns that are none in its own library's strings, and reports them once the
     # header is precompiled. A compiler cache asks for the last option.
     target_compile_options(${target} PRIVATE

@@ -61,3 +61,14 @@ endforeach()
 add_library(system_headers INTERFACE)
 target_include_directories(system_headers SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/include
                            /usr/include/stb)
+
+# compile_quickly(TARGET): for code that runs once in a program, with large libraries of templates. The
+# sanitizers double the optimiser's time; in the other builds the shared precompiled headers ask for some
+# optimisation.
+function(compile_quickly target)
+  if(ZANDERMOLITE_SANITIZE)
+    target_compile_options(${target} PRIVATE -O0)
+  else()
+    target_compile_options(${target} PRIVATE -O1)
+  endif()
+endfunction()

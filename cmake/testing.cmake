@@ -18,7 +18,7 @@ if(ZANDERMOLITE_SANITIZE)
   target_compile_options(test_options INTERFACE -fno-sanitize=undefined,fuzzer-no-link)
 endif()
 
-add_shared_headers(test_headers HEADERS
+add_shared_headers(test_headers FOR_ALL_COMPILERS HEADERS
   <gtest/gtest.h> <algorithm> <array> <cstdint> <cstring> <filesystem> <fstream> <functional>
   <limits> <map> <memory> <new> <optional> <random> <set> <stdexcept> <string> <string_view>
   <utility> <vector>
