@@ -44,6 +44,8 @@ TEST(PopupStepsTest, ASelectionOutsideTheMenuFindsItsWayBack) {
 
 TEST(PopupStepsTest, LongMenusHaveColumns) {
     EXPECT_EQ(PopupEntriesInColumn(768, 18), 38);
+    EXPECT_EQ(PopupEntriesInColumn(766, 18), 38);
+    EXPECT_EQ(PopupEntriesInColumn(765, 18), 37) << "with the frame";
     EXPECT_EQ(PopupEntriesInColumn(768, 0), 20) << "no entry to measure";
     EXPECT_EQ(PopupEntriesInColumn(10, 18), 1);
     EXPECT_FALSE(StartsPopupColumn(1, 20));

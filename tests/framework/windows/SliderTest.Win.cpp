@@ -141,6 +141,24 @@ TEST_F(SliderTest, TheThumbIsAPentagonWithBevels) {
     });
 }
 
+TEST_F(SliderTest, APressedThumbIsSunkenAndHasTheFocus) {
+    setup = [&] { dialog.SetValue(slider, 50); };
+    Run([&](Script& script) {
+        EXPECT_NE(script.Focus(), slider);
+        // At the left edge of the thumb's slope a raised bevel is light, and a sunken one dark.
+        const auto slope = [&] { return LettersAroundTheMiddle(script.Shot(slider), 10)[10]; };
+        EXPECT_EQ(slope().substr(4, 2), "LH");
+        script.Press(script.Middle(slider));
+        script.WaitUntil("the press", [&] { return dialogState.dragDepth > 0; });
+        EXPECT_EQ(Value(slider), 50);
+        EXPECT_EQ(slope().substr(4, 2), "SD");
+        EXPECT_EQ(script.Focus(), slider);
+        ReleaseMouse();
+        script.WaitFor("hit 14");
+        EXPECT_EQ(slope().substr(4, 2), "LH");
+    });
+}
+
 TEST_F(SliderTest, SettingTheSliderTellsNobody) {
     setup = [&] {
         dialog.SetRange(slider, -100, 100);
@@ -158,7 +176,8 @@ TEST_F(SliderTest, SettingTheSliderTellsNobody) {
 TEST_F(SliderTest, AValueThatIsNotAcceptedIsStoredAtTheEndOfTheDrag) {
     std::atomic<double> duringTheDrag = -1;
     double atTheEnd = -1;
-    setup = [&] { dialog.SetRange(scrollBar, 0, 9); };
+    // No further: an arrow that is held steps again after a while.
+    setup = [&] { dialog.SetRange(scrollBar, 0, 1); };
     dialog.atScroll = [&](short, int) {
         duringTheDrag = dialog.GetValue(scrollBar);
         return false;
