@@ -8,6 +8,8 @@
 #include <cstring>
 #include <filesystem>
 #include <functional>
+#include <memory>
+#include <new>
 #include <optional>
 #include <random>
 #include <string>
@@ -23,8 +25,10 @@
 #include "files/Preferences.h"
 #include "fixtures/GuiDriver.Win.h"
 #include "fixtures/PreferencePlaceInMemory.h"
+#include "fixtures/PreferencesInMemory.h"
 #include "framework/dialog/NorvantaDialog.h"
 #include "host/record/FilterHost.h"
+#include "hostapi/Results.h"
 #include "resources/Ids.h"
 #include "shell/Selectors.h"
 
@@ -72,16 +76,23 @@ std::int16_t HOST_CALL CountDisplay(const hostapi::PSPixelMap* source,
     return result;
 }
 
+double MillisecondsSince(Clock::time_point start) {
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+/// The time of the plug-in's last start, the host's callbacks included, in milliseconds.
+double startTook = 0;
+
 void HOST_CALL Entry(std::int16_t selector, hostapi::FilterRecord* record, void*,
                      std::int16_t* result) {
     hostDisplay = record->displayPixels;
     record->displayPixels = CountDisplay;
+    const Clock::time_point start = Clock::now();
     DispatchSelector(selector, record, result);
+    if (selector == hostapi::filterSelectorStart) {
+        startTook = MillisecondsSince(start);
+    }
     record->displayPixels = hostDisplay;
-}
-
-double MillisecondsSince(Clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
 /// An editor whose client area has the screen's size, and the worst case of each dialog's record.
@@ -357,6 +368,72 @@ void Report(const char* name, const std::vector<double>& values) {
                 values.front(), *std::min_element(values.begin(), values.end()));
 }
 
+// --- The transfer ---
+
+/// The texture into a large selection, as after Apply in the editor: through the host, which has
+/// its picture's rows delivered and taken back one by one. Beside it a plain copy of as many bytes.
+void MeasureTransfer() {
+    constexpr int large = 8000;
+    constexpr int transfers = 5;
+    StorePreferences(false);
+    host::Picture picture = host::MakePicture(large, large, 3, 200);
+    const host::Selection all = host::SelectRectangle({0, 0, large, large});
+    host::FilterHost filterHost;
+    RunWithUser([&] { filterHost.Run(Entry, picture, all); },
+                [](const GuiDriver& gui) { CloseWith(gui.WaitFor(textureDialog), okItem); });
+    std::vector<double> applied;
+    std::vector<double> copied;
+    std::vector<std::uint8_t> copy(picture.pixels.size());
+    for (int i = 0; i < transfers; ++i) {
+        filterHost.Run(Entry, picture, all, host::Execution::repeat);
+        applied.push_back(startTook);
+        const Clock::time_point start = Clock::now();
+        std::memcpy(copy.data(), picture.pixels.data(), copy.size());
+        copied.push_back(MillisecondsSince(start));
+    }
+    Report("Repeat over 8000 by 8000", applied);
+    Report("Plain copy of its bytes", copied);
+}
+
+// --- Settings ---
+
+/// As many presets in one list as its count has room for.
+std::unique_ptr<Preferences> ManyPresets() {
+    constexpr int presetCount = 32766;
+    auto preferences = std::make_unique<Preferences>();
+    for (int i = 0; i < presetCount; ++i) {
+        void* const record = ::operator new(sizeof(SkewParams));
+        new (record) SkewParams();
+        preferences->presets[presetSkew].Append(record, std::to_string(i).c_str());
+    }
+    return preferences;
+}
+
+/// A real file, which the process has in its own folder; and beside it the bytes in memory.
+void MeasurePresets() {
+    const std::unique_ptr<Preferences> many = ManyPresets();
+    const std::string bytes = WrittenBytes(*many);
+    std::vector<double> saved;
+    std::vector<double> loaded;
+    std::vector<double> read;
+    for (int i = 0; i < opens; ++i) {
+        Clock::time_point start = Clock::now();
+        SavePreferences(*many);
+        saved.push_back(MillisecondsSince(start));
+        Preferences fromFile;
+        start = Clock::now();
+        LoadPreferences(fromFile);
+        loaded.push_back(MillisecondsSince(start));
+        Preferences fromMemory;
+        start = Clock::now();
+        ReadFromBytes(bytes, fromMemory);
+        read.push_back(MillisecondsSince(start));
+    }
+    Report("Saving 32766 presets", saved);
+    Report("Loading them from the file", loaded);
+    Report("Reading them from memory", read);
+}
+
 /// Takes turns with a plain window.
 void MeasureOpenings() {
     std::vector<double> plain;
@@ -385,6 +462,12 @@ int main(int argc, char** argv) {
                 GetSystemMetrics(SM_CYSCREEN));
     if (isAsked("open")) {
         MeasureOpenings();
+    }
+    if (isAsked("presets")) {
+        MeasurePresets();
+    }
+    if (isAsked("transfer")) {
+        MeasureTransfer();
     }
     if (isAsked("stroke")) {
         MeasureStrokes();

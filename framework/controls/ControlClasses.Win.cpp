@@ -2,10 +2,13 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "base/Module.Win.h"
 #include "base/TryMake.h"
 #include "framework/controls/ControlSupport.Win.h"
 #include "framework/controls/SystemLibrary.Win.h"
+#include "framework/dialog/StackingOrder.h"
 #include "framework/dialog/TabNames.h"
 #include "framework/drawing/InterfaceLib.Win.h"
 
@@ -84,6 +87,34 @@ class ThemeLibrary {
 
 std::unique_ptr<ThemeLibrary> themes;
 
+/// From the top, without their own children.
+std::vector<HWND> ChildrenOf(HWND parent) {
+    std::vector<HWND> children;
+    for (HWND child = GetWindow(parent, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        children.push_back(child);
+    }
+    return children;
+}
+
+/// `now` with the windows in their order, below the first one or all on top.
+std::vector<HWND> Restacked(std::vector<HWND> now, const std::vector<HWND>& windows,
+                            FirstWindow first) {
+    if (std::find(now.begin(), now.end(), windows.front()) == now.end()) {
+        return now;
+    }
+    std::erase_if(now, [&](HWND window) {
+        return std::find(windows.begin() + 1, windows.end(), window) != windows.end();
+    });
+    auto place = std::find(now.begin(), now.end(), windows.front());
+    if (first == FirstWindow::goesToTop) {
+        std::rotate(now.begin(), place, place + 1);
+        place = now.begin();
+    }
+    now.insert(place + 1, windows.begin() + 1, windows.end());
+    return now;
+}
+
 void BuildTabs(HWND control) {
     char text[textBufferSize];
     GetWindowTextA(control, text, static_cast<int>(sizeof text));
@@ -119,12 +150,31 @@ void UnregisterControlClasses() {
     themes.reset();
 }
 
+void StackInOrder(const std::vector<HWND>& windows, FirstWindow first) {
+    if (windows.empty()) {
+        return;
+    }
+    const std::vector<HWND> now = ChildrenOf(GetParent(windows.front()));
+    const std::vector<HWND> wanted = Restacked(now, windows, first);
+    std::vector<std::size_t> places;
+    for (const HWND window : wanted) {
+        places.push_back(
+            static_cast<std::size_t>(std::find(now.begin(), now.end(), window) - now.begin()));
+    }
+    for (const std::size_t index : WindowsToMove(places)) {
+        SetWindowPos(wanted[index], index == 0 ? HWND_TOP : wanted[index - 1], 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+}
+
 void PrepareControls(const std::vector<ItemRecord>& items) {
-    HWND before = HWND_TOP;
+    std::vector<HWND> controls;
+    for (const ItemRecord& record : items) {
+        controls.push_back(static_cast<HWND>(record.control));
+    }
+    StackInOrder(controls, FirstWindow::goesToTop);
     for (const ItemRecord& record : items) {
         const HWND control = static_cast<HWND>(record.control);
-        SetWindowPos(control, before, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-        before = control;
         if (themes != nullptr) {
             themes->SwitchOff(control);
         }

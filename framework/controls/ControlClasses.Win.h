@@ -23,6 +23,12 @@ enum ControlMessage : UINT {
 void RegisterControlClasses();
 void UnregisterControlClasses();
 
+/// Stacks the windows, children of one parent, in this order: each right below the one before it.
+/// The first goes to the top, or stays where it is. Those that stand so already are left alone: a
+/// dialog has dozens, and each move is a call of the system's server.
+enum class FirstWindow { goesToTop, stays };
+void StackInOrder(const std::vector<HWND>& windows, FirstWindow first);
+
 /// Brings the controls of a dialog that has just opened into shape: the tab order is the items',
 /// visual themes are off, edit fields take 255 bytes, tabs get their names.
 void PrepareControls(const std::vector<ItemRecord>& items);

@@ -251,14 +251,11 @@ void NorvantaDialog::SetFocus(short item, int step) {
 }
 
 void NorvantaDialog::SetTabOrder(const std::vector<short>& order) {
-    HWND before = nullptr;
+    std::vector<HWND> controls;
     for (const short item : order) {
-        const HWND control = ControlOf(Record(item));
-        if (before != nullptr) {
-            SetWindowPos(control, before, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-        }
-        before = control;
+        controls.push_back(ControlOf(Record(item)));
     }
+    StackInOrder(controls, FirstWindow::stays);
 }
 
 void NorvantaDialog::SetLabel(short label, short item) {

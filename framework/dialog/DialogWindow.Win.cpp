@@ -230,6 +230,8 @@ bool DialogWindow::Open(HWND window, NorvantaDialog& dialog) {
     ShowWindow(window, IsZoomed(window) ? SW_SHOWMAXIMIZED : SW_SHOW);
     SetForegroundWindow(window);
     dialog.isShown = true;
+    // All of it at once, which is sooner than a message for each control in its turn.
+    RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     // Being shown brings messages, and one may have closed it.
     return !dialog.windowExists || dialog.GetFocusItem() == 0;
 }
