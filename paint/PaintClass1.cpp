@@ -9,6 +9,7 @@
 #include "paint/kernels/BlurSums.h"
 #include "paint/kernels/Dispatch.h"
 #include "paint/kernels/PixelBytes.h"
+#include "paint/kernels/WideConvolution.h"
 #include "paint/kernels/WrappedPlane.h"
 
 namespace {
@@ -96,10 +97,94 @@ void BlurColorRow(BlurSums& sums, const WrappedPlane planes[3], short y, unsigne
     }
 }
 
+/// Blurs all colours by a square so large that only a damaged record has it: one like the tile
+/// would take seconds weight by weight.
+class WideBlur {
+  public:
+    explicit WideBlur(const BlurRun& newRun) : run(newRun), convolution(run.kernel) {}
+
+    /// True if there was no memory.
+    bool Failed() const { return convolution.Failed(); }
+
+    /// Into the clone, which equals the texture. True if the work has ended early.
+    bool Run() const {
+        for (int top = 0; top < run.pic.grY; top += convolution.SumSide()) {
+            for (int y = top; y < EndOfBlock(top, run.pic.grY); ++y) {
+                if (run.EndsAt(static_cast<short>(y))) {
+                    return true;
+                }
+            }
+            for (int left = 0; left < run.pic.grX; left += convolution.SumSide()) {
+                for (int c = redByte; c <= blueByte; ++c) {
+                    LoadBlock(left, top, c);
+                    convolution.Run();
+                    StoreBlock(left, top, c);
+                }
+            }
+        }
+        return false;
+    }
+
+  private:
+    int EndOfBlock(int start, short size) const {
+        return std::min<int>(start + convolution.SumSide(), size);
+    }
+
+    /// The pixels from half a square to the left of and above the block on.
+    void LoadBlock(int left, int top, int channel) const {
+        const int half = run.kernel.Half();
+        for (int y = 0; y < WideConvolution::side; ++y) {
+            const unsigned char* const row =
+                run.pic.PixelAddress(0, Wrap(top + y - half, run.pic.grY));
+            std::uint32_t* const numbers = convolution.Row(y);
+            int place = Wrap(left - half, run.pic.grX);
+            for (int x = 0; x < WideConvolution::side; ++x) {
+                numbers[x] = row[place * bytesPerPixel + channel];
+                place = place + 1 == run.pic.grX ? 0 : place + 1;
+            }
+        }
+    }
+
+    void StoreBlock(int left, int top, int channel) const {
+        for (int y = top; y < EndOfBlock(top, run.pic.grY); ++y) {
+            unsigned char* const row = run.pic.clone->PixelAddress(0, static_cast<short>(y));
+            const std::uint32_t* const sums = convolution.Row(y - top);
+            for (int x = left; x < EndOfBlock(left, run.pic.grX); ++x) {
+                row[x * bytesPerPixel + channel] = static_cast<unsigned char>(sums[x - left] >> 24);
+            }
+        }
+    }
+
+    const BlurRun& run;
+    WideConvolution convolution;
+};
+
+/// True if it has blurred, or ended early: not without memory, nor where it takes longer.
+bool BlurWidely(const BlurRun& run) {
+    PaintClass& pic = run.pic;
+    if (!WideConvolution::Pays(run.kernel, pic.grX, pic.grY) || pic.GetClone() == nullptr) {
+        return false;
+    }
+    const WideBlur blur(run);
+    if (blur.Failed()) {
+        return false;
+    }
+    pic.CopyToClone();
+    if (!blur.Run()) {
+        pic.CopyFromClone();
+        pic.SetDirty();
+    }
+    pic.DeleteClone();
+    return true;
+}
+
 /// Every pixel is computed from the unfiltered colours, which the planes hold. The alpha bytes
 /// stay.
 bool BlurColors(const BlurRun& run, BlurMode mode) {
     PaintClass& pic = run.pic;
+    if (mode == blurAllPixels && BlurWidely(run)) {
+        return true;
+    }
     PicClass* const clone = pic.GetClone();
     if (clone == nullptr) {
         return false;

@@ -7,6 +7,7 @@
 #include "base/Progress.h"
 #include "paint/PaintClass.h"
 #include "paint/kernels/BlurKernel.h"
+#include "paint/kernels/WideConvolution.h"
 #include "paint/records/FilterParams.h"
 #include "plain/PlainBlur.h"
 #include "tests/support/Bar.h"
@@ -120,6 +121,42 @@ TEST_F(BlurTest, SquaresBeyondTheDialogsAreTheSameAsThePlainLoopToo) {
             ExpectSameAsPlain(9, 7, radius, mode, generator);
         }
     }
+}
+
+/// Squares so large that they go through transforms, against the loop that stands in without
+/// memory for those.
+TEST_F(BlurTest, SquaresLikeTheTileAreTheSameWithoutMemoryForTransforms) {
+    constexpr double radius = 40.0;
+    for (const auto& [width, height] : {std::pair<short, short>{1100, 100}, {100, 1100}}) {
+        ASSERT_TRUE(WideConvolution::Pays(BlurKernel(radius), width, height));
+        PaintClass wide(width, height);
+        PaintClass slow(width, height);
+        FillWithNoise(wide);
+        CopyShifted(wide, slow, 0, 0);
+        int blocks = 0;
+        {
+            const FailingHandles none(0);
+            ASSERT_TRUE(Blur(wide, radius, allPixels));
+            blocks = none.Asked();
+        }
+        // The kernel takes one, the transforms three.
+        EXPECT_EQ(blocks, 4);
+        const FailingHandles handles(blocks);
+        ASSERT_TRUE(Blur(slow, radius, allPixels));
+        EXPECT_GT(handles.Asked(), blocks);
+        EXPECT_EQ(PixelsOf(wide), PixelsOf(slow));
+        EXPECT_TRUE(wide.changed);
+        EXPECT_EQ(wide.clone, nullptr);
+    }
+}
+
+TEST_F(BlurTest, SquaresLikeTheTileReportEveryRowToo) {
+    PaintClass pic(512, 300);
+    Bar bar;
+    ASSERT_TRUE(Blur(pic, 40.0, allPixels));
+    EXPECT_EQ(bar.percents.size(), 300u);
+    EXPECT_EQ(bar.percents.front(), 0);
+    EXPECT_EQ(bar.percents.back(), 99);
 }
 
 TEST_F(BlurTest, ASquareBeyondTheLargestLeavesTheTexture) {
