@@ -65,6 +65,9 @@ class NoiseRun {
         return BelowZeroMask(static_cast<std::int32_t>((state & 0x7FFF0000) - limit));
     }
 
+    /// Whether only the highest draw leaves a pixel as it is, if any.
+    bool DisturbsNearlyAll() const { return limit >= 0x7FFF0000; }
+
     /// The state of the generator after the first draw of the next pixel.
     std::uint32_t decision;
 
@@ -79,13 +82,15 @@ class NoiseRun {
     const std::uint32_t limit;
 };
 
+/// The pixels of a row that go together, and as many more whose states may be written after those.
+constexpr int chunk = 256;
+constexpr int chunkSlack = 8;
+
 /// A run by chunks of rows: first the state after the first draw of each pixel, then what the
 /// pixels become, many at a time.
 class ChunkRun : public NoiseRun {
   protected:
     using NoiseRun::NoiseRun;
-
-    static constexpr int chunk = 256;
 
     template <typename DisturbChunk>
     static void ForEachChunk(unsigned char* pixels, int count, DisturbChunk disturbChunk) {
@@ -94,7 +99,7 @@ class ChunkRun : public NoiseRun {
         }
     }
 
-    std::uint32_t states[chunk];
+    std::uint32_t states[chunk + chunkSlack];
 };
 
 /// The next draw after a state.
@@ -186,6 +191,32 @@ class ColorNoise : public ChunkRun {
 
 // Greys.
 
+/// The draws of pixels that are disturbed away from black and white: two each.
+struct FreeSteps {
+    constexpr FreeSteps() {
+        std::uint32_t factor = 1;
+        std::uint32_t addend = 0;
+        for (int i = 0; i < chunk + chunkSlack; ++i) {
+            factors[i] = factor;
+            addends[i] = addend;
+            for (int draw = 0; draw < 2; ++draw) {
+                factor *= RandomGenerator::factor;
+                addend = addend * RandomGenerator::factor + RandomGenerator::addend;
+            }
+        }
+    }
+
+    /// The state `pixels` pixels on.
+    std::uint32_t From(std::uint32_t state, int pixels) const {
+        return state * factors[pixels] + addends[pixels];
+    }
+
+    std::uint32_t factors[chunk + chunkSlack] = {};
+    std::uint32_t addends[chunk + chunkSlack] = {};
+};
+
+constexpr FreeSteps freeSteps;
+
 /// One disturbance for all channels, so that greys stay grey.
 class GreyNoise : public ChunkRun {
   public:
@@ -220,6 +251,58 @@ class GreyNoise : public ChunkRun {
     }
 
     void FindStates(int count) {
+        if (DisturbsNearlyAll()) {
+            std::uint32_t after = 0;
+            bool areAllDisturbed = false;
+            ForThisProcessor<DisturbedStatesLoop>(*this, count, after, areAllDisturbed);
+            if (areAllDisturbed) {
+                decision = after;
+                return;
+            }
+        }
+        FindStatesOneByOne(count);
+    }
+
+    /// The states if all pixels are disturbed. In one step from each pixel near black or white to
+    /// the next, as only these wait for their draws; then those between them, many at a time.
+    static void DisturbedStatesLoop(GreyNoise& run, int count, std::uint32_t& after,
+                                    bool& areAllDisturbed) {
+        int narrow[chunk + 1];
+        int narrowCount = 0;
+        for (int i = 0; i < count; ++i) {
+            narrow[narrowCount] = i;
+            narrowCount += run.IsNarrow(i) ? 1 : 0;
+        }
+        std::uint32_t state = run.decision;
+        int first = 0;
+        for (int k = 0; k < narrowCount; ++k) {
+            const int place = narrow[k];
+            run.StoreFreeStates(state, first, place);
+            const std::uint32_t draw = freeSteps.From(state, place + 1 - first);
+            const std::uint32_t isSmall = run.SmallMask(place, run.DrawWithin(place, draw));
+            constexpr DrawSteps twoDraws(2);
+            state = Chosen(isSmall, twoDraws.From(draw), oneDraw.From(draw));
+            first = place + 1;
+        }
+        run.StoreFreeStates(state, first, count - 1);
+        after = freeSteps.From(state, count - first);
+        std::uint32_t disturbed = ~0u;
+        for (int i = 0; i < count; ++i) {
+            disturbed &= run.DisturbedMask(run.states[i]);
+        }
+        areAllDisturbed = disturbed != 0;
+    }
+
+    /// From pixel `first`, which has this state, to pixel `last`, and a few more.
+    void StoreFreeStates(std::uint32_t state, int first, int last) {
+        for (int start = 0; start <= last - first; start += chunkSlack) {
+            for (int i = 0; i < chunkSlack; ++i) {
+                states[first + start + i] = freeSteps.From(state, start + i);
+            }
+        }
+    }
+
+    void FindStatesOneByOne(int count) {
         constexpr DrawSteps drawsOfDisturbed(2);
         std::uint32_t state = decision;
         for (int i = 0; i < count; ++i) {
