@@ -1,10 +1,10 @@
 // Searches random records and tile sizes for those with which each operation takes longest.
 //
-//     bench-worst [RECORDS [SEED [OPERATION]]]
+//     bench-worst [--damaged] [RECORDS [SEED [OPERATION]]]
 //
-// 1000 records of each operation, or of one. One in four of a catalogue's operation holds
-// any bytes at all, as a damaged preset does; the others are in the dialog's ranges, with a
-// preference for their ends. Ends with 1 if one run takes a second or more of the processor's time.
+// 1000 records of each operation, or of one, in the dialog's ranges with a preference for their
+// ends; with --damaged, any bytes at all, as a damaged preset holds. Ends with 1 if one run takes a
+// second or more of the processor's time.
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
