@@ -11,6 +11,8 @@
 #include "base/Module.Win.h"
 #include "base/Platform.h"
 #include "framework/dialog/DialogState.h"
+#include "framework/dialog/ProgramEnd.Win.h"
+#include "framework/drawing/ScreenScale.Win.h"
 #include "hostapi/Results.h"
 #include "resources/Ids.h"
 
@@ -237,6 +239,9 @@ bool DialogWindow::Open(HWND window, NorvantaDialog& dialog) {
 }
 
 LRESULT CALLBACK DialogWindow::Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCDESTROY) {
+        ForgetScale(window);
+    }
     NorvantaDialog* const dialog = Of(window);
     if (dialog == nullptr || dialog->systemProcedure == nullptr) {
         return DefDlgProcA(window, message, wParam, lParam);
@@ -255,6 +260,8 @@ LRESULT CALLBACK DialogWindow::Subclass(HWND window, UINT message, WPARAM wParam
 // --- Every message ---
 
 bool DialogWindow::Handle(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    // Had a dialog's loop taken it, this dialog would be closing.
+    ProgramEnd::PostAgain();
     if (errorCell != 0) {
         // A fault ends the dialog, and then the ones below it; not before it has been told.
         if (!dialog.isOpening && !dialogState.isTellingFault) {

@@ -15,6 +15,7 @@
 #include "framework/dialog/DialogState.h"
 #include "framework/dialog/DialogWindow.Win.h"
 #include "framework/dialog/DisabledWindows.Win.h"
+#include "framework/dialog/ProgramEnd.Win.h"
 #include "framework/drawing/GdiObject.Win.h"
 #include "framework/drawing/InterfaceLib.Win.h"
 #include "framework/drawing/ScreenScale.Win.h"
@@ -67,6 +68,7 @@ NorvantaDialog::NorvantaDialog(short newResourceId, NorvantaDialog* newOwner, Ki
         hostsOtherWindows.Disable(static_cast<HWND>(dialogState.rootWindow));
         RegisterControlClasses();
         DialogWindow::InstallFilter();
+        ProgramEnd::Watch();
     }
     dialogState.newest = this;
 }
@@ -81,6 +83,7 @@ NorvantaDialog::~NorvantaDialog() {
     *link = next;
     DialogWindow::Forget(*this);
     if (dialogState.newest == nullptr) {
+        ProgramEnd::Unwatch();
         DialogWindow::RemoveFilter();
         UnregisterControlClasses();
         hostsOtherWindows.Restore();
@@ -134,6 +137,7 @@ void DialogWindow::TakeQuit(NorvantaDialog& dialog) {
 
 void NorvantaDialog::Setup() {
     const HWND window = DialogWindow::Window(*this);
+    KeepScale(window);
     scale = ScaleOf(window);
     DialogWindow::CountItems(*this);
     DialogWindow::FitPictures(*this);
@@ -169,6 +173,8 @@ void NorvantaDialog::Close(int newResult) {
     windowExists = false;
     // The window's own message of this does not find the dialog any more.
     DialogWindow::Forget(*this);
+    // A menu of the dialog would stay on the screen, and its loop go on.
+    EndMenu();
     if (kind == Kind::modal) {
         EndDialog(window, newResult);
         DialogWindow::FreePictures(*this);

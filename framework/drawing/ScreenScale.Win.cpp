@@ -1,34 +1,25 @@
 #include "framework/drawing/ScreenScale.Win.h"
 
 #include "base/WindowContext.Win.h"
-#include "framework/controls/SystemLibrary.Win.h"
 
 namespace {
 
-using DpiForWindow = UINT(WINAPI*)(HWND window);
+/// The resolution of a dialog's layout, in dots an inch.
+constexpr char resolutionProperty[] = "ZandermoliteResolution";
 
-/// GetDpiForWindow; null on systems before Windows 10.
-DpiForWindow FindDpiForWindow() {
-    const HMODULE library = LoadSystemLibrary(L"user32.dll");
-    if (library == nullptr) {
-        return nullptr;
-    }
-    const auto found = reinterpret_cast<DpiForWindow>(
-        reinterpret_cast<void*>(GetProcAddress(library, "GetDpiForWindow")));
-    // It stays loaded: we are linked to it.
-    FreeLibrary(library);
-    return found;
+/// A function that not every system has; null without it. The library is there: we are linked to
+/// it.
+template <typename Function>
+Function FindInSystem(const char* name) {
+    const HMODULE library = GetModuleHandleW(L"user32.dll");
+    return library != nullptr
+               ? reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)))
+               : nullptr;
 }
 
-/// 0 where the system does not know.
+/// 0 where the system does not know: before Windows 10.
 int MonitorResolution(HWND window) {
-    // Not initialised by its declaration: the guard of that would be the run-time library's.
-    static bool wasSought = false;
-    static DpiForWindow dpiForWindow = nullptr;
-    if (!wasSought) {
-        dpiForWindow = FindDpiForWindow();
-        wasSought = true;
-    }
+    const auto dpiForWindow = FindInSystem<UINT(WINAPI*)(HWND)>("GetDpiForWindow");
     return dpiForWindow != nullptr ? static_cast<int>(dpiForWindow(window)) : 0;
 }
 
@@ -49,6 +40,24 @@ int FontHeight(HWND dialog) {
 
 ScreenScale ScaleOf(HWND window) {
     const HWND dialog = GetAncestor(window, GA_ROOT);
-    return {
-        LayoutResolution(FontHeight(dialog), MonitorResolution(dialog), DeviceResolution(dialog))};
+    const auto kept = reinterpret_cast<INT_PTR>(GetPropA(dialog, resolutionProperty));
+    return {kept != 0 ? static_cast<int>(kept)
+                      : LayoutResolution(FontHeight(dialog), MonitorResolution(dialog),
+                                         DeviceResolution(dialog))};
+}
+
+void KeepScale(HWND dialog) {
+    // Not declared by the headers of the systems that we are built for.
+    enum ChangeBehavior { disableAll = 1 };
+    using SetChangeBehavior =
+        BOOL(WINAPI*)(HWND dialog, ChangeBehavior mask, ChangeBehavior values);
+    if (const auto set = FindInSystem<SetChangeBehavior>("SetDialogDpiChangeBehavior")) {
+        set(dialog, disableAll, disableAll);
+    }
+    SetPropA(dialog, resolutionProperty,
+             reinterpret_cast<HANDLE>(static_cast<INT_PTR>(ScaleOf(dialog).resolution)));
+}
+
+void ForgetScale(HWND dialog) {
+    RemovePropA(dialog, resolutionProperty);
 }

@@ -7,3 +7,10 @@
 
 /// Returns the scale of a dialog's window; for a control, that of the dialog it stands in.
 ScreenScale ScaleOf(HWND window);
+
+/// From now to ForgetScale a dialog's window has the scale that it has been laid out by, on
+/// whichever screen it comes to stand: fonts, places and pictures stay of one size. A host may
+/// follow each screen's resolution; the system then does not lay the window out anew.
+void KeepScale(HWND dialog);
+/// To be called when the window goes.
+void ForgetScale(HWND dialog);
