@@ -17,110 +17,12 @@
 #include "tests/support/PreferenceBytes.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/windows/DialogDriver.Win.h"
+#include "tests/support/windows/OwnRegistry.Win.h"
 
 namespace {
 
 /// As it is before the fixture puts its own in place.
 const PlatformServices systemsServices = platformServices;
-
-constexpr char productKey[] = "SOFTWARE\\Norvanta\\Brenvalder 3.0\\Zandermolite";
-constexpr char valueName[] = "PreferenceFile";
-
-void DeleteBelow(HKEY key) {
-    char name[256];
-    while (RegEnumKeyA(key, 0, name, sizeof name) == ERROR_SUCCESS) {
-        HKEY child = nullptr;
-        if (RegOpenKeyExA(key, name, 0, KEY_ALL_ACCESS, &child) == ERROR_SUCCESS) {
-            DeleteBelow(child);
-            RegCloseKey(child);
-        }
-        if (RegDeleteKeyA(key, name) != ERROR_SUCCESS) {
-            return;
-        }
-    }
-}
-
-/// While it lives, one of the registry's roots is an empty key of this process' own.
-class OwnRegistry {
-  public:
-    explicit OwnRegistry(DWORD options, HKEY newRoot = HKEY_LOCAL_MACHINE)
-        : root(newRoot),
-          name("Software\\ZandermoliteTests" + std::to_string(GetCurrentProcessId()) +
-               (newRoot == HKEY_CURRENT_USER ? "User" : "")) {
-        char noClass[] = "";
-        EXPECT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, name.c_str(), 0, noClass, options,
-                                  KEY_ALL_ACCESS, nullptr, &key, nullptr),
-                  ERROR_SUCCESS);
-        EXPECT_EQ(RegOverridePredefKey(root, key), ERROR_SUCCESS);
-    }
-    OwnRegistry(const OwnRegistry&) = delete;
-    OwnRegistry& operator=(const OwnRegistry&) = delete;
-    ~OwnRegistry() {
-        RegOverridePredefKey(root, nullptr);
-        DeleteBelow(key);
-        RegCloseKey(key);
-        RegDeleteKeyA(HKEY_CURRENT_USER, name.c_str());
-    }
-
-    void SetValue(DWORD type, const std::string& bytes) {
-        HKEY product = OpenProduct();
-        RegSetValueExA(product, valueName, 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
-                       static_cast<DWORD>(bytes.size()));
-        RegCloseKey(product);
-    }
-    /// The value's bytes; the type goes to `type`.
-    std::string Value(DWORD& type) {
-        HKEY product = OpenProduct();
-        char bytes[2048];
-        DWORD length = sizeof bytes;
-        type = REG_NONE;
-        const LSTATUS status = RegQueryValueExA(product, valueName, nullptr, &type,
-                                                reinterpret_cast<BYTE*>(bytes), &length);
-        RegCloseKey(product);
-        return status == ERROR_SUCCESS ? std::string(bytes, length) : "(none)";
-    }
-
-    HKEY Key() const { return key; }
-
-    /// From now on nobody may write the product's key, as ordinary users may not under the
-    /// machine's root.
-    void DenyWriting() { SetProductAccess(KEY_READ); }
-    void AllowWriting() { SetProductAccess(KEY_ALL_ACCESS); }
-
-  private:
-    void SetProductAccess(DWORD access) {
-        HKEY product = nullptr;
-        RegCloseKey(OpenProduct());
-        ASSERT_EQ(RegOpenKeyExA(key, productKey, 0, READ_CONTROL | WRITE_DAC, &product),
-                  ERROR_SUCCESS);
-        SID_IDENTIFIER_AUTHORITY world = SECURITY_WORLD_SID_AUTHORITY;
-        PSID everybody = nullptr;
-        ASSERT_TRUE(AllocateAndInitializeSid(&world, 1, SECURITY_WORLD_RID, 0, 0, 0, 0, 0, 0, 0,
-                                             &everybody));
-        alignas(ACL) BYTE bytes[256];
-        auto* const list = reinterpret_cast<ACL*>(bytes);
-        InitializeAcl(list, sizeof bytes, ACL_REVISION);
-        AddAccessAllowedAce(list, ACL_REVISION, access | READ_CONTROL | WRITE_DAC | DELETE,
-                            everybody);
-        SECURITY_DESCRIPTOR descriptor;
-        InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
-        SetSecurityDescriptorDacl(&descriptor, TRUE, list, FALSE);
-        EXPECT_EQ(RegSetKeySecurity(product, DACL_SECURITY_INFORMATION, &descriptor),
-                  ERROR_SUCCESS);
-        FreeSid(everybody);
-        RegCloseKey(product);
-    }
-    HKEY OpenProduct() const {
-        HKEY product = nullptr;
-        char noClass[] = "";
-        RegCreateKeyExA(key, productKey, 0, noClass, 0, KEY_ALL_ACCESS, nullptr, &product, nullptr);
-        return product;
-    }
-
-    HKEY root;
-    std::string name;
-    HKEY key = nullptr;
-};
 
 class SystemPreferencesTest : public CoreTest {
   protected:
@@ -218,20 +120,7 @@ TEST_F(SystemPreferencesTest, AReadOnlyFolderIsLeftForTheStandardOne) {
 /// The user's root and the folder of their application data are this test's own.
 class OrdinaryUserTest : public SystemPreferencesTest {
   protected:
-    OrdinaryUserTest() {
-        HKEY folders = nullptr;
-        const char* const names[] = {
-            "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders",
-            "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders"};
-        const std::string data = folder.Path().string();
-        for (const char* const name : names) {
-            EXPECT_EQ(RegCreateKeyA(user.Key(), name, &folders), ERROR_SUCCESS);
-            RegSetValueExA(folders, "AppData", 0, REG_SZ,
-                           reinterpret_cast<const BYTE*>(data.c_str()),
-                           static_cast<DWORD>(data.size() + 1));
-            RegCloseKey(folders);
-        }
-    }
+    OrdinaryUserTest() { user.SetDataFolder(folder.Path().wstring()); }
     ~OrdinaryUserTest() override {
         registry.AllowWriting();
         RemoveDirectoryA(standardPath.c_str());
@@ -296,15 +185,7 @@ class ForeignUserTest : public OrdinaryUserTest {
   protected:
     ForeignUserTest() {
         std::filesystem::create_directory(data);
-        HKEY folders = nullptr;
-        EXPECT_EQ(RegOpenKeyExA(
-                      user.Key(),
-                      "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders",
-                      0, KEY_SET_VALUE, &folders),
-                  ERROR_SUCCESS);
-        RegSetValueExW(folders, L"AppData", 0, REG_SZ, reinterpret_cast<const BYTE*>(data.c_str()),
-                       static_cast<DWORD>((data.native().size() + 1) * sizeof(wchar_t)));
-        RegCloseKey(folders);
+        user.SetDataFolder(data.wstring());
     }
 
     const std::filesystem::path data = folder.Path() / L"\u05D0\u0416\u03A9\u4E2D";

@@ -27,7 +27,6 @@ class FakeScreens {
 /// has if the environment variable REAL_SCREENS is set (scripts/two-screens), else some that it
 /// does not have, to the right, to the left and above, each with a bar of the system at one side.
 std::vector<Screen> SecondScreens();
-bool AreScreensReal();
 
 /// While it lives, there are the primary screen and `second`, one of SecondScreens.
 class TwoScreens {
