@@ -102,6 +102,47 @@ TEST_P(EveryEffectTest, PresetsAreSavedChosenAndDeleted) {
     });
 }
 
+/// By the dialog's id.
+std::string DeleteAssertionOf(short id) {
+    switch (id) {
+        case linesDialog:
+            return "LinesDialog / Zeile 117 !(menuitem > 2)";
+        case shapesDialog:
+            return "ShapesDialog / Zeile 123 !(menuitem > 2)";
+        case dropsDialog:
+            return "DropsDialog / Zeile 100 !(menuitem > 2)";
+        case devidersDialog:
+            return "DevidersDialog / Zeile 105 !(menuitem > 2)";
+        case wavesDialog:
+            return "WavesDialog / Zeile 106 !(menuitem > 2)";
+        case twirlsDialog:
+            return "TwirlsDialog / Zeile 104 !(menuitem > 2)";
+        case skewDialog:
+            return "SkewDialog / Zeile 96 !(menuitem > 2)";
+        default:
+            return "";
+    }
+}
+
+// The button is disabled then; messages of another program come all the same.
+TEST_P(EveryEffectTest, ADeleteWithoutAPresetIsAFault) {
+    platformServices.reportFault = [](std::int16_t id, const char* file, int line) {
+        Log().faults.push_back({id, file, line});
+    };
+    const int ended = Open([&](const GuiDriver&, const DrivenDialog& dialog) {
+        WaitUntil("nothing to delete", [&] { return !dialog.IsEnabled(ApplyItems::remove); });
+        PostMessageA(dialog.Window(), WM_COMMAND, MAKEWPARAM(ApplyItems::remove, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(dialog.Control(ApplyItems::remove)));
+        dialog.WaitUntilClosed();
+    });
+    ASSERT_EQ(Log().faults.size(), 1u);
+    EXPECT_EQ(Log().faults[0].id, 2);
+    EXPECT_EQ(Log().faults[0].line, -1);
+    EXPECT_EQ(Log().faults[0].file, DeleteAssertionOf(row.id));
+    EXPECT_EQ(ended, 2);
+    errorCell = 0;
+}
+
 TEST_P(EveryEffectTest, AMenuLeftWithoutAChoiceLeavesTheValuesAndTheResult) {
     AddFilled("Another", End::low);
     AddFilled("Third", End::high);

@@ -186,6 +186,30 @@ TEST_F(HostsTest, AFaultBelowADialogClosesAllAndIsToldOnce) {
     EXPECT_FALSE(std::filesystem::exists(folder.Path() / "Zandermolite.tmp"));
 }
 
+// The buttons are disabled then; messages of another program come all the same.
+TEST_F(HostsTest, ARepeatOfNothingIsAFault) {
+    NoteFaults();
+    SkipNewDialog();
+    const std::pair<int, const char*> repeats[] = {
+        {Items::repeatEffect, "TextureDialog / Zeile 1806 !(effect != 0)"},
+        {Items::repeatFilter, "TextureDialog / Zeile 1762 !(filter != 0)"}};
+    for (const auto& [item, assertion] : repeats) {
+        const int button = item;
+        const host::RunReport report = Run([&](const GuiDriver& gui) {
+            const DrivenDialog editor = gui.WaitFor(textureDialog);
+            PostMessageA(editor.Window(), WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                         reinterpret_cast<LPARAM>(editor.Control(button)));
+            editor.WaitUntilClosed();
+        });
+        ASSERT_FALSE(Log().faults.empty());
+        EXPECT_EQ(Log().faults.back().file, assertion);
+        EXPECT_EQ(report.result, 0);
+        EXPECT_TRUE(picture.pixels == before.pixels);
+        errorCell = 0;
+    }
+    EXPECT_EQ(Log().faults.size(), 2u);
+}
+
 TEST_F(HostsTest, AfterAFaultNothingIsSaved) {
     NoteFaults();
     SkipNewDialog();
@@ -424,6 +448,18 @@ TEST_F(ProgramEndTest, WithinAnAlert) {
             PostMessageA(lines.Control(LinesItems::angle), WM_CHAR, static_cast<WPARAM>(digit), 0);
         }
         gui.WaitForAlert(lines);
+    });
+}
+
+// Its loop is one of the system's within two of ours.
+TEST_F(ProgramEndTest, WithinAPopupsMenu) {
+    SkipNewDialog();
+    ExpectCancel([](const GuiDriver& gui) {
+        const DrivenDialog lines = OpenLines(gui);
+        const RECT popup = lines.Bounds(ApplyItems::presets);
+        lines.Click(ApplyItems::presets,
+                    {popup.right - popup.left - 8, (popup.bottom - popup.top) / 2});
+        WaitUntil("the menu", [&] { return IsInMenu(lines.Window()); });
     });
 }
 

@@ -99,6 +99,45 @@ TEST_F(AlertTest, AFaultInADialogShowsItsBoxOnceAndClosesTheDialog) {
     EXPECT_EQ(idles, 1) << "the timer went on below the box";
 }
 
+/// Opens two more over itself, of which the last one fails.
+class NestingDialog : public NorvantaDialog {
+  public:
+    NestingDialog(int newLevel, std::vector<int>& newResults, NorvantaDialog* newOwner = nullptr)
+        : NorvantaDialog(sharpenDialog, newOwner), level(newLevel), results(newResults) {
+        KeepHidden();
+    }
+    void Idle() override {
+        if (hasBegun) {
+            return;
+        }
+        hasBegun = true;
+        if (level == 0) {
+            FatalError(20002, "C:\\source\\Faulty.cpp", 7);
+        }
+        NestingDialog inner(level - 1, results, this);
+        results.push_back(inner.Run());
+    }
+
+  private:
+    int level;
+    std::vector<int>& results;
+    bool hasBegun = false;
+};
+
+TEST_F(AlertTest, AFaultInANestedDialogShowsOneBoxAndClosesThemAll) {
+    std::vector<int> results;
+    const std::vector<SeenDialog> boxes = DriveDialogs(
+        [&] {
+            NestingDialog dialog(2, results);
+            results.push_back(dialog.Run());
+        },
+        {Ending::pressOk, Ending::pressOk});
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_EQ(boxes[0].Text(3), "A fatal error of type = 20002 occured.");
+    EXPECT_EQ(results, (std::vector<int>{20002, 20002, 20002}));
+    EXPECT_EQ(errorCell, 20002);
+}
+
 TEST_F(AlertTest, TheLongestAssertionsAreNotCutOff) {
     for (const char* const text :
          {"PicClass / Zeile 333 !((x < grX) && (x >= 0) && (y < grY) && (y >= 0))",
