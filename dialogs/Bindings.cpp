@@ -23,6 +23,7 @@ class Binding {
     virtual void Read() = 0;
     virtual bool Hit(short item) = 0;
     virtual void Scroll(short, int) {}
+    virtual bool Key(short, ItemKey, int) { return false; }
     virtual bool Draw(short) { return false; }
     virtual void Describe(short, ItemDescription&) const {}
 
@@ -53,6 +54,25 @@ class AngleDial : public GlobeControl {
   private:
     short angleItem = 0;
 };
+
+/// How far a key turns a dial: the arrows as on a slider, a page by an eighth of a turn.
+int DegreesOf(ItemKey key, bool isShifted) {
+    const int step = isShifted ? 10 : 1;
+    constexpr int page = 45;
+    switch (key) {
+        case ItemKey::back:
+            return -step;
+        case ItemKey::on:
+            return step;
+        case ItemKey::pageBack:
+            return -page;
+        case ItemKey::pageOn:
+            return page;
+        case ItemKey::press:
+            break;
+    }
+    return 0;
+}
 
 class NumberBinding : public Binding {
   public:
@@ -109,6 +129,16 @@ class NumberBinding : public Binding {
         if (item == items.slider && items.field != 0) {
             dialog.SetValue(items.field, value);
         }
+    }
+
+    bool Key(short item, ItemKey key, int modifiers) override {
+        const int degrees = DegreesOf(key, (modifiers & modifierShift) != 0);
+        if (items.dial == 0 || item != items.dial || degrees == 0) {
+            return false;
+        }
+        dialog.SetValue(items.field, TurnedAngle(dialog.GetShort(items.field), degrees));
+        ShowInPartners(dialog.GetValue(items.field));
+        return true;
     }
 
     bool Draw(short item) override {
@@ -372,6 +402,11 @@ void Bindings::Describe(short item, ItemDescription& description) const {
     for (const auto& row : rows) {
         row->Describe(item, description);
     }
+}
+
+bool Bindings::Key(short item, ItemKey key, int modifiers) {
+    return std::any_of(rows.begin(), rows.end(),
+                       [=](const auto& row) { return row->Key(item, key, modifiers); });
 }
 
 bool Bindings::Draw(short item) {

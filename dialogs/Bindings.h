@@ -99,6 +99,8 @@ class Bindings {
     bool Hit(short item);
     /// Passes the value of a slider on to its partner.
     void Scroll(short item, int value);
+    /// Acts on a key on a user item. Returns true if it has changed the value.
+    bool Key(short item, ItemKey key, int modifiers);
     /// Draws a user item. Returns false for those that no row has.
     bool Draw(short item);
     /// Adds what the rows know of the item.

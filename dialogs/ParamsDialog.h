@@ -40,6 +40,14 @@ class ParamsDialog : public ApplyDialog {
         }
     }
 
+    bool UserItemKey(short item, ItemKey key, int modifiers) override {
+        if (!bindings.Key(item, key, modifiers)) {
+            return ApplyDialog::UserItemKey(item, key, modifiers);
+        }
+        MarkChanged(true);
+        return true;
+    }
+
     ItemDescription Describe(short item) const override {
         ItemDescription description = ApplyDialog::Describe(item);
         bindings.Describe(item, description);

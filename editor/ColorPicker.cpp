@@ -74,8 +74,8 @@ void ColorPicker::DrawBackgroundOutline() const {
     paint(outerTop, innerLeft, bottom.top, upright.left);
 }
 
-void ColorPicker::Click(short x, short y) {
-    switch (PartAt(x, y)) {
+void ColorPicker::Use(WellPart used) {
+    switch (used) {
         case wellForeground:
             ChooseColorFor(*dialog, fore);
             DrawForeground();
@@ -95,6 +95,23 @@ void ColorPicker::Click(short x, short y) {
         case wellNone:
             break;
     }
+}
+
+hostapi::Rect ColorPicker::FocusFrame(WellPart part) const {
+    const int margin = dialog->Scale().Pixels(focusFrameMargin);
+    switch (part) {
+        case wellForeground:
+            return Inset(wells.foreRect, margin, margin);
+        case wellBackground:
+            return Inset(wells.backRectRight, margin, margin);
+        case wellSwap:
+            return Inset(wells.swapRect, -margin, -margin);
+        case wellDefault:
+            return Inset(wells.defaultRect, -margin, -margin);
+        case wellNone:
+            break;
+    }
+    return {};
 }
 
 std::vector<ItemPart> ColorPicker::Parts() const {

@@ -15,9 +15,13 @@ class ColorPicker {
 
     /// The background, then the foreground.
     void Draw() const;
+    /// Uses what is there.
+    void Click(short x, short y) { Use(PartAt(x, y)); }
     /// Chooses a colour, or exchanges or resets both.
-    void Click(short x, short y);
+    void Use(WellPart used);
     WellPart PartAt(short x, short y) const { return wells.PartAt(x, y); }
+    /// Where the part shows that keys act on it: in a well, around a symbol; empty for none.
+    hostapi::Rect FocusFrame(WellPart part) const;
     /// As screen readers are told of them, in the order of WellPart.
     std::vector<ItemPart> Parts() const;
 

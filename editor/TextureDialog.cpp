@@ -410,6 +410,7 @@ ItemDescription TextureDialog::Describe(short item) const {
             description.role = ItemRole::group;
             if (colorPicker != nullptr) {
                 description.parts = colorPicker->Parts();
+                description.focusedPart = focusedWell + 1;
             }
             break;
         case Items::toolPalette:

@@ -63,6 +63,8 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     short CursorAt(short item) override;
     /// Fills the help readout; always returns 0.
     std::uint32_t HelpAt(short item) override;
+    bool UserItemKey(short item, ItemKey key, int modifiers) override;
+    hostapi::Rect FocusFrame(short item) const override;
     ItemDescription Describe(short item) const override;
     bool ScrollChanged(short item, int value) override;
     void Paint(const Region& region) override;
@@ -200,6 +202,8 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     Preferences preferences;
     /// Made when the window exists.
     std::unique_ptr<ColorPicker> colorPicker;
+    /// The part of the wells that keys act on.
+    WellPart focusedWell = wellForeground;
     /// Has the texture's name.
     FileOwner files;
     /// The file that Combine opens with; without a name as long as none was chosen.

@@ -2,6 +2,8 @@
 //
 // A tool runs from the press of the button to its release: it polls the mouse itself and does not
 // return to the event loop before.
+#include <algorithm>
+
 #include "dialogs/BrushDialog.h"
 #include "dialogs/CloneDialog.h"
 #include "dialogs/FillDialog.h"
@@ -139,6 +141,33 @@ void TextureDialog::SwapColors() {
 void TextureDialog::ClickWells() {
     colorPicker->Click(Mouse().h, Mouse().v);
     InvalidateItem(Items::colorWells);
+}
+
+bool TextureDialog::UserItemKey(short item, ItemKey key, int modifiers) {
+    if (item != Items::colorWells) {
+        return SmallPSDialog::UserItemKey(item, key, modifiers);
+    }
+    switch (key) {
+        case ItemKey::back:
+            focusedWell = static_cast<WellPart>(std::max<int>(focusedWell - 1, wellForeground));
+            break;
+        case ItemKey::on:
+            focusedWell = static_cast<WellPart>(std::min<int>(focusedWell + 1, wellDefault));
+            break;
+        case ItemKey::press:
+            colorPicker->Use(focusedWell);
+            break;
+        case ItemKey::pageBack:
+        case ItemKey::pageOn:
+            return false;
+    }
+    InvalidateItem(item);
+    return true;
+}
+
+hostapi::Rect TextureDialog::FocusFrame(short item) const {
+    return item == Items::colorWells ? colorPicker->FocusFrame(focusedWell)
+                                     : SmallPSDialog::FocusFrame(item);
 }
 
 // --- The mouse in the drawing area ---

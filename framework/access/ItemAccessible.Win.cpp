@@ -215,7 +215,9 @@ LONG ItemAccessible::StateOf(const ItemDescription& description, LONG child) con
     LONG state = IsWindowEnabled(control) ? 0 : STATE_SYSTEM_UNAVAILABLE;
     state |= IsWindowVisible(control) ? 0 : STATE_SYSTEM_INVISIBLE;
     if (const ItemPart* const part = PartOf(description, child)) {
-        return state | (part->isChosen ? STATE_SYSTEM_CHECKED : 0);
+        state |= part->isChosen ? STATE_SYSTEM_CHECKED : 0;
+        const bool isFocused = child == description.focusedPart && GetFocus() == control;
+        return state | (isFocused ? STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_FOCUSED : 0);
     }
     // Arrows lead to the radio buttons that Tab passes by.
     const bool isRadio = (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) != 0;
@@ -252,12 +254,12 @@ HRESULT ItemAccessible::get_accKeyboardShortcut(VARIANT child, BSTR* shortcut) {
 
 HRESULT ItemAccessible::get_accFocus(VARIANT* child) {
     child->vt = VT_EMPTY;
-    return WithChild(Self(), [&](const ItemDescription&, LONG) {
+    return WithChild(Self(), [&](const ItemDescription& description, LONG) {
         if (GetFocus() != control) {
             return S_FALSE;
         }
         child->vt = VT_I4;
-        child->lVal = CHILDID_SELF;
+        child->lVal = description.focusedPart;
         return S_OK;
     });
 }

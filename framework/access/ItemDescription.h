@@ -50,6 +50,8 @@ struct ItemDescription {
     /// A sentence or two; empty for what explains itself.
     std::string help;
     std::vector<ItemPart> parts;
+    /// The part that keys act on, from 1 on; 0 for the whole item.
+    int focusedPart = 0;
 };
 
 /// The text of a control as it is read out: without the mark of its mnemonic, the key that a menu

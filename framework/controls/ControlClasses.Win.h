@@ -29,6 +29,10 @@ void UnregisterControlClasses();
 enum class FirstWindow { goesToTop, stays };
 void StackInOrder(const std::vector<HWND>& windows, FirstWindow first);
 
+bool IsUserItem(HWND control);
+/// The dialog draws a user item anew, and the frame of its focus, on a new background.
+void EraseUserItem(HWND control);
+
 /// Brings the controls of a dialog that has just opened into shape: the tab order is the items',
 /// visual themes are off, edit fields take 255 bytes, tabs get their names.
 void PrepareControls(const std::vector<ItemRecord>& items);

@@ -43,6 +43,15 @@ hostapi::Point KnobPlace(const GlobeGeometry& geometry, const GlobeValue& value)
             RoundToShort(geometry.center.h + std::sin(angle) * distance)};
 }
 
+int TurnedAngle(int angle, int degrees) {
+    constexpr int turn = 2 * greatestAngle;
+    const int turned = angle + degrees;
+    if (turned > greatestAngle) {
+        return turned - turn;
+    }
+    return turned < -greatestAngle ? turned + turn : turned;
+}
+
 GlobeValue ValueUnder(const GlobeGeometry& geometry, const GlobeValue& value,
                       hostapi::Point place) {
     const double right = place.h - geometry.center.h;

@@ -28,6 +28,10 @@ struct GlobeValue {
     friend bool operator==(const GlobeValue&, const GlobeValue&) = default;
 };
 
+/// `angle` turned by this many degrees, at most a whole turn: beyond the bottom it goes on from the
+/// other side.
+int TurnedAngle(int angle, int degrees);
+
 /// The middle of the knob. Without an elevation it is on the rim, at 90 in the centre.
 hostapi::Point KnobPlace(const GlobeGeometry& geometry, const GlobeValue& value);
 

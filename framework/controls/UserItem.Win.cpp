@@ -40,11 +40,17 @@ void Release(HWND control) {
     }
 }
 
-/// The dialog has to draw there.
-void InvalidateInParent(HWND control) {
+/// In the dialog's client area.
+RECT BoundsInParent(HWND control) {
     RECT rect{};
     GetWindowRect(control, &rect);
     MapWindowPoints(nullptr, GetParent(control), reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+}
+
+/// The dialog has to draw there.
+void InvalidateInParent(HWND control) {
+    const RECT rect = BoundsInParent(control);
     InvalidateRect(GetParent(control), &rect, FALSE);
 }
 
@@ -66,6 +72,10 @@ LRESULT Take(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_DESTROY:
             Free(control);
             return 0;
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+            EraseUserItem(control);
+            return 0;
         case WM_ENABLE:
             InvalidateInParent(control);
             return 0;
@@ -75,6 +85,19 @@ LRESULT Take(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 }  // namespace
+
+bool IsUserItem(HWND control) {
+    char className[16];
+    return GetClassNameA(control, className, static_cast<int>(sizeof className)) != 0 &&
+           lstrcmpiA(className, "tUserItem") == 0;
+}
+
+void EraseUserItem(HWND control) {
+    RECT rect = BoundsInParent(control);
+    const int margin = ScaleOf(control).Pixels(focusFrameMargin);
+    InflateRect(&rect, margin, margin);
+    InvalidateRect(GetParent(control), &rect, TRUE);
+}
 
 LRESULT CALLBACK UserItemProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
     return Guarded(LRESULT{0}, [&] { return Take(control, message, wParam, lParam); });

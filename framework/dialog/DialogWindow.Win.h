@@ -87,5 +87,6 @@ class DialogWindow {
     static short ItemOfLabel(const NorvantaDialog& dialog, short label);
     static bool ChooseInGroup(NorvantaDialog& dialog, const MSG& message);
     static bool PressFocused(NorvantaDialog& dialog, const MSG& message);
+    static bool UseItem(NorvantaDialog& dialog, const MSG& message);
     static bool FilterSystemKey(NorvantaDialog& dialog, int character);
 };

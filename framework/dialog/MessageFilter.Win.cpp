@@ -1,7 +1,9 @@
 // The filter that sees the messages of dialogs before the system does: accelerators, focus, keys.
+#include <optional>
 #include <string>
 
 #include "base/Callback.Win.h"
+#include "framework/controls/ControlClasses.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "framework/dialog/DialogWindow.Win.h"
 
@@ -89,6 +91,30 @@ HWND RadioButtonAfter(HWND window, HWND button, GroupStep step) {
     return found;
 }
 
+/// As on a slider.
+std::optional<ItemKey> ItemKeyOf(const MSG& message) {
+    if (message.message != WM_KEYDOWN) {
+        return std::nullopt;
+    }
+    switch (message.wParam) {
+        case VK_LEFT:
+        case VK_DOWN:
+            return ItemKey::back;
+        case VK_RIGHT:
+        case VK_UP:
+            return ItemKey::on;
+        case VK_NEXT:
+            return ItemKey::pageBack;
+        case VK_PRIOR:
+            return ItemKey::pageOn;
+        case VK_SPACE:
+        case VK_RETURN:
+            return ItemKey::press;
+        default:
+            return std::nullopt;
+    }
+}
+
 bool IsKeyMessage(UINT message) {
     return message >= WM_KEYFIRST && message <= WM_KEYLAST;
 }
@@ -109,8 +135,12 @@ void DialogWindow::RemoveFilter() {
 }
 
 LRESULT CALLBACK DialogWindow::Filter(int code, WPARAM wParam, LPARAM lParam) {
+    const MSG& message = *reinterpret_cast<const MSG*>(lParam);
+    if (code == MSGF_MENU && message.message == WM_QUIT) {
+        // Not every system's menu closes by itself.
+        EndMenu();
+    }
     if (code == MSGF_DIALOGBOX) {
-        const MSG& message = *reinterpret_cast<const MSG*>(lParam);
         if (Guarded(
                 true, [&] { return FilterMessage(message); },
                 [](std::int16_t id) { Tell(dialogState.active, id); })) {
@@ -139,7 +169,8 @@ bool DialogWindow::FilterMessage(const MSG& message) {
     TrackFocus();
     return active->windowExists &&
            (FilterKey(*active, message) || FollowMnemonic(*active, message) ||
-            ChooseInGroup(*active, message) || PressFocused(*active, message));
+            ChooseInGroup(*active, message) || PressFocused(*active, message) ||
+            UseItem(*active, message));
 }
 
 /// The item that the text of another one is the label of, by SetLabel or by its kind; 0 for none.
@@ -196,6 +227,23 @@ bool DialogWindow::PressFocused(NorvantaDialog& dialog, const MSG& message) {
         return false;
     }
     dialog.HitItem(item);
+    return true;
+}
+
+/// A key on a user item. Nothing else would hear of it.
+bool DialogWindow::UseItem(NorvantaDialog& dialog, const MSG& message) {
+    const std::optional<ItemKey> key = ItemKeyOf(message);
+    const short item = dialog.GetFocusItem();
+    if (!key || item == 0 || !IsUserItem(message.hwnd) ||
+        !dialog.UserItemKey(item, *key, GetMessageModifiers())) {
+        return false;
+    }
+    if (dialog.windowExists) {
+        EraseUserItem(message.hwnd);
+        const int part = dialog.Describe(item).focusedPart;
+        NotifyWinEvent(part != 0 ? EVENT_OBJECT_FOCUS : EVENT_OBJECT_VALUECHANGE, message.hwnd,
+                       OBJID_CLIENT, part);
+    }
     return true;
 }
 

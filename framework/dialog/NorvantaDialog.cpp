@@ -98,9 +98,29 @@ void NorvantaDialog::Paint(const Region& region) {
             DrawItem(item);
         }
     }
+    if (const short focused = GetFocusItem(); focused != 0) {
+        Port().DrawFocus(FocusFrame(focused));
+    }
 }
 
 void NorvantaDialog::DrawItem(short) {}
+
+bool NorvantaDialog::UserItemKey(short item, ItemKey key, int) {
+    if (key != ItemKey::press || RoleOf(item) != ItemRole::swatch) {
+        return false;
+    }
+    HitItem(item);
+    return true;
+}
+
+hostapi::Rect NorvantaDialog::FocusFrame(short item) const {
+    const ItemRole role = RoleOf(item);
+    if (role != ItemRole::dial && role != ItemRole::swatch) {
+        return {};
+    }
+    const int margin = Scale().Pixels(focusFrameMargin);
+    return Inset(GetBounds(item), -margin, -margin);
+}
 
 void NorvantaDialog::Idle() {}
 

@@ -48,6 +48,12 @@ constexpr double noMaximum = 1e30;
 constexpr int upArrowCharacter = 30;
 constexpr int downArrowCharacter = 31;
 
+/// The requests of keys to a user item: a step or a page to less or more, or the same as a click.
+enum class ItemKey { back, on, pageBack, pageOn, press };
+
+/// How far the frame of the focus lies from what it is around, in pixels at 96 dots an inch.
+constexpr int focusFrameMargin = 2;
+
 class NorvantaDialog {
   public:
     /// All dialogs of the program are modal.
@@ -125,6 +131,13 @@ class NorvantaDialog {
     // left without one, that from the beginning. The base does nothing.
     virtual void PopupOpens(short item);
     virtual void PopupIsClosed(short item);
+
+    /// A key on a user item that has the focus. Returns false if it means nothing there. The base
+    /// presses what shows a colour.
+    virtual bool UserItemKey(short item, ItemKey key, int modifiers);
+    /// Where a user item shows that it has the focus, outside of what it draws; empty for nowhere.
+    /// The base knows dials and what shows a colour.
+    virtual hostapi::Rect FocusFrame(short item) const;
 
     /// Tells of an item for screen readers. The base knows it from the control and from the
     /// texts around it; dialogs add what is theirs alone.

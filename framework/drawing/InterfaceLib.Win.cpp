@@ -321,6 +321,19 @@ void DrawingPort::DrawEdge(const hostapi::Rect& rect, short sign) {
     ::DrawEdge(context.Get(), &system, sign <= 0 ? BDR_SUNKENOUTER : BDR_SUNKENINNER, BF_RECT);
 }
 
+void DrawingPort::DrawFocus(const hostapi::Rect& rect) {
+    if (IsEmpty(rect)) {
+        return;
+    }
+    const PortContext context(*this);
+    const RECT frame = ToSystem(rect);
+    // The system's frame inverts, and would be gone where it is drawn twice.
+    ::FrameRect(context.Get(), &frame, GetSysColorBrush(COLOR_BTNFACE));
+    SetTextColor(context.Get(), RGB(0, 0, 0));
+    SetBkColor(context.Get(), RGB(255, 255, 255));
+    DrawFocusRect(context.Get(), &frame);
+}
+
 void DrawingPort::InvalidateRect(const hostapi::Rect& rect) {
     const RECT system = ToSystem(rect);
     ::InvalidateRect(static_cast<HWND>(target.window), &system, FALSE);

@@ -146,6 +146,9 @@ class DrawingPort {
     /// A thin edge: the outer line of a sunken one for 0 or less, else its inner line.
     void DrawEdge(const hostapi::Rect& rect, short sign);
 
+    /// The system's frame of what has the focus, on the background. Nothing for an empty rectangle.
+    void DrawFocus(const hostapi::Rect& rect);
+
     /// Marks for repaint, without erasing.
     void InvalidateRect(const hostapi::Rect& rect);
 

@@ -70,6 +70,15 @@ TEST_F(GlobeGeometryTest, AroundTheBottomTheAngleStaysWithinHalfATurn) {
     }
 }
 
+TEST_F(GlobeGeometryTest, ATurnGoesOnBeyondTheBottom) {
+    EXPECT_EQ(TurnedAngle(30, -45), -15);
+    EXPECT_EQ(TurnedAngle(170, 10), 180);
+    EXPECT_EQ(TurnedAngle(180, 1), -179);
+    EXPECT_EQ(TurnedAngle(-180, -1), 179);
+    EXPECT_EQ(TurnedAngle(-170, -10), -180);
+    EXPECT_EQ(TurnedAngle(150, 45), -165);
+}
+
 TEST_F(GlobeGeometryTest, WithAnAngleOnlyTheDistanceHasNoEffect) {
     const GlobeValue close = Under({angleOnly, 0}, 40, 57);
     const GlobeValue distant = Under({angleOnly, 0}, 42 - 400, 55 + 400);

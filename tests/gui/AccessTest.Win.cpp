@@ -197,6 +197,14 @@ TEST_F(WindowAccessTest, EveryControlOfTheEditor) {
         EXPECT_EQ(wells.parts[0].name, "Set the Foreground color");
         EXPECT_EQ(wells.parts[0].value, "red 0, green 0, blue 0");
         EXPECT_EQ(wells.parts[1].value, "red 255, green 255, blue 255");
+        TabTo(gui, editor, Texture::colorWells);
+        EXPECT_TRUE(hear(Texture::colorWells).Is(STATE_SYSTEM_FOCUSED));
+        EXPECT_TRUE(hear(Texture::colorWells).parts[0].Is(STATE_SYSTEM_FOCUSED));
+        EXPECT_FALSE(hear(Texture::colorWells).parts[1].Is(STATE_SYSTEM_FOCUSED));
+        gui.Chord({VK_RIGHT});
+        WaitUntil("the other well",
+                  [&] { return hear(Texture::colorWells).parts[1].Is(STATE_SYSTEM_FOCUSED); });
+        EXPECT_FALSE(hear(Texture::colorWells).parts[0].Is(STATE_SYSTEM_FOCUSED));
         gui.Type("x");
         WaitUntil("other colours", [&] {
             return hear(Texture::colorWells).parts[0].value == "red 255, green 255, blue 255";
@@ -229,6 +237,15 @@ TEST_F(WindowAccessTest, DirectionsSwatchesAndDialsSayWhatTheyShow) {
         const DrivenDialog lines = OpenDialog(gui, editor, Texture::lines, linesDialog);
         EXPECT_EQ(reader.Hear(lines.Control(LinesItems::globe)).value, "-30 degrees");
         EXPECT_EQ(reader.Hear(lines.Control(LinesItems::globe)).name, "Angle");
+        EXPECT_TRUE(reader.Hear(lines.Control(LinesItems::globe)).Is(STATE_SYSTEM_FOCUSABLE));
+        EXPECT_FALSE(reader.Hear(lines.Control(LinesItems::globe)).Is(STATE_SYSTEM_FOCUSED));
+        TabTo(gui, lines, LinesItems::globe);
+        EXPECT_TRUE(reader.Hear(lines.Control(LinesItems::globe)).Is(STATE_SYSTEM_FOCUSED));
+        gui.Chord({VK_LEFT});
+        WaitUntil("the turn", [&] { return lines.Text(LinesItems::angle) == "-31"; });
+        EXPECT_EQ(reader.Hear(lines.Control(LinesItems::globe)).value, "-31 degrees");
+        TabTo(gui, lines, LinesItems::color);
+        EXPECT_TRUE(reader.Hear(lines.Control(LinesItems::color)).Is(STATE_SYSTEM_FOCUSED));
         CloseWith(lines, cancelItem);
         const DrivenDialog color = OpenDialog(gui, editor, Texture::addColor, addColorDialog);
         EXPECT_EQ(reader.Hear(color.Control(AddColorItems::color)).value,

@@ -52,7 +52,7 @@ INSTANTIATE_TEST_SUITE_P(Of, MnemonicTest, testing::ValuesIn(IdsOfDialogs()), Na
 TEST_P(MnemonicTest, EveryLabelHasOne) {
     Open([&](const GuiDriver&, const DrivenDialog& dialog) {
         for (int item = 1; GetDlgItem(dialog.Window(), item) != nullptr; ++item) {
-            // A colour takes no focus.
+            // The text beside a colour has none; Tab reaches the colour.
             if (IsLabel(dialog, item) && dialog.Text(item) != "Color:") {
                 EXPECT_NE(MnemonicOf(dialog.Text(item)), 0) << dialog.Text(item);
             }

@@ -254,8 +254,9 @@ TEST_F(LinesDialogTest, TheKeyboardGoesThroughAllControls) {
         // Tab comes to the checked ones of the radio buttons.
         EXPECT_EQ(TabOrder(gui, lines),
                   (std::vector<int>{okItem, cancelItem, ApplyItems::apply, LinesItems::precision,
-                                    LinesItems::wax, LinesItems::random, LinesItems::angle,
-                                    ApplyItems::presets, ApplyItems::save}));
+                                    LinesItems::wax, LinesItems::random, LinesItems::color,
+                                    LinesItems::angle, LinesItems::globe, ApplyItems::presets,
+                                    ApplyItems::save}));
         gui.Chord({VK_MENU, 'I'});
         WaitUntil("ink by its letter", [&] { return lines.Value(LinesItems::ink) == 1; });
         gui.Chord({VK_MENU, 'A'});

@@ -1,6 +1,8 @@
 // The colour wells: clicks, keys, the system's colour dialog.
+#include "editor/ColorPicker.h"
 #include "files/Preferences.h"
 #include "resources/Ids.h"
+#include "tests/gui/DialogWork.Win.h"
 #include "tests/gui/PluginRun.Win.h"
 #include "tests/support/Pictures.h"
 
@@ -56,6 +58,22 @@ class WellsTest : public PluginRunTest {
 
 constexpr std::array<int, 3> blackWell = {0, 0, 0};
 constexpr std::array<int, 3> whiteWell = {255, 255, 255};
+
+TEST_F(WellsTest, WithoutColoursOrADialogThereAreNone) {
+    platformServices.reportFault = [](std::int16_t id, const char* file, int line) {
+        Log().faults.push_back({id, file, line});
+    };
+    filterRecord = &record;
+    SmallPSDialog dialog(sharpenDialog);
+    RGBColor16 color{};
+    const auto assertionWith = [](RGBColor16* f, RGBColor16* b, SmallPSDialog* d) {
+        return AssertionOf([=] { ColorPicker(f, b, ColorWells{}, d); });
+    };
+    EXPECT_EQ(assertionWith(nullptr, &color, &dialog), "ColorPicker / Zeile 29 !(f != NULL)");
+    EXPECT_EQ(assertionWith(&color, nullptr, &dialog), "ColorPicker / Zeile 30 !(b != NULL)");
+    EXPECT_EQ(assertionWith(&color, &color, nullptr), "ColorPicker / Zeile 31 !(d != NULL)");
+    errorCell = 0;
+}
 
 TEST_F(WellsTest, KeysSwapAndReset) {
     RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
@@ -162,6 +180,51 @@ TEST_F(WellsTest, CancelInTheSystemsDialogKeepsTheColour) {
         WaitForColors(editor, blackWell, whiteWell);
     });
     ExpectStored(black16, white16);
+}
+
+TEST_F(WellsTest, TheKeyboardReachesAllParts) {
+    RunEditor([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        TabTo(gui, editor, Items::save);
+        const host::Picture before = editor.Grab();
+        TabTo(gui, editor, Items::colorWells);
+        std::vector<host::Picture> frames;
+        const auto expectOtherFrame = [&] {
+            WaitUntil("another frame", [&] {
+                const host::Picture shown = editor.Grab();
+                return !(shown == before) && (frames.empty() || !(shown == frames.back()));
+            });
+            frames.push_back(editor.Grab());
+        };
+        expectOtherFrame();
+        gui.Chord({VK_SPACE});
+        ChooseInDialog(gui, {"10", "20", "30"}, IDOK);
+        WaitForColors(editor, {10, 20, 30}, whiteWell);
+        gui.Chord({VK_RIGHT});
+        gui.WaitUntilIdle();
+        gui.Chord({VK_RETURN});
+        ChooseInDialog(gui, {"40", "50", "60"}, IDOK);
+        WaitForColors(editor, {10, 20, 30}, {40, 50, 60});
+        gui.Chord({VK_UP});
+        gui.WaitUntilIdle();
+        gui.Chord({VK_SPACE});
+        WaitForColors(editor, {40, 50, 60}, {10, 20, 30});
+        gui.Chord({VK_RIGHT});
+        gui.WaitUntilIdle();
+        // It is the last part.
+        gui.Chord({VK_RIGHT});
+        gui.WaitUntilIdle();
+        gui.Chord({VK_SPACE});
+        WaitForColors(editor, blackWell, whiteWell);
+        expectOtherFrame();
+        gui.Chord({VK_LEFT});
+        expectOtherFrame();
+        gui.Chord({VK_DOWN});
+        expectOtherFrame();
+        gui.Chord({VK_DOWN});
+        expectOtherFrame();
+        TabTo(gui, editor, Items::save);
+        WaitUntil("no frame", [&] { return editor.Grab() == before; });
+    });
 }
 
 TEST_F(WellsTest, TheSystemsDialogOpensOnBlack) {

@@ -1,4 +1,6 @@
 // Popups and live menus.
+#include <atomic>
+
 #include "base/FatalError.h"
 #include "fixtures/InputDesktop.Win.h"
 #include "framework/dialog/DialogState.h"
@@ -135,6 +137,40 @@ TEST_F(PopupTest, ALiveMenuKeepsTheChosenEntry) {
         EXPECT_EQ(Value(live), 5);
     });
     EXPECT_EQ(Hits(live), 1);
+}
+
+TEST_F(PopupTest, ADialogThatClosesWhileAMenuIsOpenClosesTheMenu) {
+    dialog.atHit = [&](short item) { return item == live ? short{9} : short{0}; };
+    const int result = Run([&](Script& script) {
+        OpenMenu(script, live);
+        EXPECT_EQ(dialogState.dragDepth, 1);
+        SendChords({{VK_END}});
+        script.WaitUntil("a closed dialog", [&] { return !IsWindow(script.Dialog()); });
+    });
+    EXPECT_EQ(result, 9);
+    EXPECT_EQ(dialogState.dragDepth, 0);
+}
+
+// The menu takes the mouse, which ends the drag.
+TEST_F(PopupTest, AMenuThatOpensWithinADragIsAllThatKeepsIdleOut) {
+    std::atomic<int> idles = 0;
+    dialog.atIdle = [&] { ++idles; };
+    Run([&](Script& script) {
+        script.Press(script.Middle(userItem));
+        script.WaitUntil("the drag", [] { return dialogState.dragDepth == 1; });
+        PostMessageA(script.Item(popup), WM_LBUTTONDOWN, MK_LBUTTON, 0);
+        script.WaitUntil("an open menu", [&] { return script.IsInMenu(); });
+        script.WaitUntil("the end of the drag", [] { return dialogState.dragDepth == 1; });
+        const int before = idles;
+        script.Settle();
+        ReleaseMouse();
+        script.Settle();
+        EXPECT_EQ(dialogState.dragDepth, 1);
+        EXPECT_EQ(idles, before);
+        CloseMenu(script, VK_ESCAPE);
+        EXPECT_EQ(dialogState.dragDepth, 0);
+        script.WaitUntil("idle work", [&] { return idles > before; });
+    });
 }
 
 TEST_F(PopupTest, TheClickThatClosesAMenuGoesNowhere) {
