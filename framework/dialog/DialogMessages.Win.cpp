@@ -76,6 +76,12 @@ class DroppedFiles {
 }  // namespace
 
 bool DialogWindow::TakeCommand(NorvantaDialog& dialog, WPARAM wParam, LPARAM lParam) {
+    const bool isPress = lParam == 0 || HIWORD(wParam) == BN_CLICKED;
+    if (isPress && !IsWindowEnabled(Window(dialog))) {
+        // One more press, on its way when the last one opened a dialog over this one: what that
+        // dialog works on would be exchanged below it.
+        return true;
+    }
     const int id = LOWORD(wParam);
     if (id == commandHelp) {
         OpenHelp(dialog);

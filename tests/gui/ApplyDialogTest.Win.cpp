@@ -232,6 +232,24 @@ TEST_F(ApplyDialogTest, TheSettingsFileHoldsTheLastValuesAfterACancelOfTheEditor
     EXPECT_EQ(after.launchFlag, 0);
 }
 
+TEST_F(ApplyDialogTest, TheEditorTakesNoPressBelowAnotherDialog) {
+    RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        // A screen reader's press is not kept from a disabled window, as a mouse's is.
+        editor.PressToOpen(TextureItems::blur);
+        const DrivenDialog blur = gui.WaitFor(blurDialog);
+        editor.Press(TextureItems::lines);
+        editor.Choose(commandAbout);
+        editor.Press(cancelItem);
+        EXPECT_TRUE(blur.IsOpen());
+        EXPECT_FALSE(gui.QuestionOver(blur));
+        CloseWith(blur, okItem);
+        EXPECT_TRUE(editor.IsOpen());
+        editor.PressToOpen(TextureItems::lines);
+        CloseWith(gui.WaitFor(linesDialog), cancelItem);
+    });
+    ExpectFilledWithApplied();
+}
+
 TEST_F(ApplyDialogTest, DialogsComeBackWhereTheyWere) {
     const auto move = [](const DrivenDialog& dialog, int x, int y) {
         SetWindowPos(dialog.Window(), nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
