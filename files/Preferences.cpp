@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "base/Platform.h"
+#include "base/TryMake.h"
 #include "files/PreferenceFile.h"
 #include "files/PreferenceFormat.h"
 #include "resources/Ids.h"
@@ -18,6 +19,29 @@ PreferenceReader ReaderOf(PreferenceFile& file) {
 
 PreferenceWriter WriterOf(PreferenceFile& file) {
     return [&file](const void* buffer, std::int32_t count) { file.WriteNext(buffer, count); };
+}
+
+std::int32_t SizeOf(const Preferences& preferences) {
+    std::int32_t size = 0;
+    WritePreferences([&size](const void*, std::int32_t count) { size += count; }, preferences);
+    return size;
+}
+
+/// All in one write: if that is refused, the file is as it was. Without memory for it, record by
+/// record.
+void WriteWhole(PreferenceFile& file, const Preferences& preferences) {
+    const std::int32_t size = SizeOf(preferences);
+    const auto bytes = TryMakeArray<std::uint8_t>(static_cast<std::size_t>(size));
+    if (bytes == nullptr) {
+        WritePreferences(WriterOf(file), preferences);
+        return;
+    }
+    std::uint8_t* end = bytes.get();
+    const auto append = [&end](const void* buffer, std::int32_t count) {
+        end = std::copy_n(static_cast<const std::uint8_t*>(buffer), count, end);
+    };
+    WritePreferences(append, preferences);
+    file.WriteNext(bytes.get(), size);
 }
 
 /// A file that is half read or half written is of no use to anybody.
@@ -100,7 +124,7 @@ bool SavePreferences(const Preferences& preferences) {
         return false;
     }
     try {
-        WritePreferences(WriterOf(file), preferences);
+        WriteWhole(file, preferences);
     } catch (std::int16_t) {
         Discard(file, alertPreferencesNotWritten);
         return false;

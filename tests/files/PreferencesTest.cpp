@@ -214,17 +214,15 @@ TEST_F(PreferencesTest, ANameIsTakenWhateverItsCase) {
 TEST_F(PreferencesTest, AWriteErrorIsReportedAndTheFileIsDeleted) {
     AddSkew(preferences, "kept");
     ASSERT_TRUE(SavePreferences(preferences));
-    static int writes;
     static bool (*systemsWrite)(void*, const void*, std::int32_t, std::int32_t*);
     systemsWrite = fileSystem.write;
     for (const bool isShort : {false, true}) {
-        writes = 0;
         static bool answer;
         answer = isShort;
-        fileSystem.write = [](void* handle, const void* buffer, std::int32_t count,
+        fileSystem.write = [](void* handle, const void* buffer, std::int32_t,
                               std::int32_t* transferred) {
-            // Some 30 steps in, in the middle of a list.
-            return ++writes < 30 ? systemsWrite(handle, buffer, count, transferred) : answer;
+            // In the middle of a list.
+            return systemsWrite(handle, buffer, 400, transferred) && answer;
         };
         EXPECT_FALSE(SavePreferences(preferences));
         EXPECT_EQ(Alerts(), std::vector<int>{16103});
@@ -234,6 +232,29 @@ TEST_F(PreferencesTest, AWriteErrorIsReportedAndTheFileIsDeleted) {
     fileSystem.write = systemsWrite;
     EXPECT_TRUE(SavePreferences(preferences));
     EXPECT_EQ(BytesOf(File()).size(), 383u + 260);
+}
+
+TEST_F(PreferencesTest, AWriteThatIsRefusedLeavesTheFileAsItWas) {
+    ASSERT_TRUE(SavePreferences(preferences));
+    const std::string before = BytesOf(File());
+    AddSkew(preferences, "new");
+    static int writes;
+    static bool (*systemsWrite)(void*, const void*, std::int32_t, std::int32_t*);
+    systemsWrite = fileSystem.write;
+    // Nor does the system delete what it does not write.
+    fileSystem.remove = [](const char*) { return false; };
+    static int last;
+    last = 0;
+    do {
+        EXPECT_EQ(BytesOf(File()), before) << last;
+        ++last;
+        writes = 0;
+        fileSystem.write = [](void* handle, const void* buffer, std::int32_t count,
+                              std::int32_t* transferred) {
+            return ++writes != last && systemsWrite(handle, buffer, count, transferred);
+        };
+    } while (!SavePreferences(preferences));
+    EXPECT_EQ(BytesOf(File()).size(), before.size() + 260);
 }
 
 TEST_F(PreferencesTest, AReadErrorIsReportedAndTheFileIsDeleted) {
