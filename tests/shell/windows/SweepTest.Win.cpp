@@ -3,7 +3,8 @@
 //
 // SWEEP in the environment says how many calls of each series are refused: "all", or a number; they
 // are taken evenly from the calls that a run without refusals makes. SWEEP_CALL is the number of
-// one call, which alone is refused then.
+// one call, which alone is refused then. SWEEP_LOG is a file of the points tried so far, which are
+// left out (scripts/sweep).
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -11,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
 #include "files/PreferenceFile.h"
 #include "files/PreferenceFormat.h"
@@ -19,6 +21,7 @@
 #include "tests/shell/windows/Libraries.Win.h"
 #include "tests/shell/windows/RecordPatch.h"
 #include "tests/shell/windows/Refusals.h"
+#include "tests/shell/windows/SweepLog.h"
 #include "tests/shell/windows/SweepUser.Win.h"
 #include "tests/support/OwnPreferences.Win.h"
 #include "tests/support/ScratchFolder.h"
@@ -27,10 +30,11 @@
 
 namespace {
 
-constexpr hostapi::VRect bounds{5, 6, 69, 102};
-/// A blank texture, of which the selection takes a few.
-constexpr int tileWidth = 40;
-constexpr int tileHeight = 30;
+constexpr hostapi::VRect bounds{5, 6, 29, 66};
+/// A blank texture, of which the selection takes a few. With few rows: the operations report each,
+/// by calls that are all alike.
+constexpr int tileWidth = 24;
+constexpr int tileHeight = 10;
 constexpr char lastTexture[] = "Zandermolite.tmp";
 constexpr char settingsFile[] = "Zandermolite3.prf";
 constexpr char savedTexture[] = "saved.jpg";
@@ -92,7 +96,7 @@ struct Baseline {
     /// The preference file, with a preset in it.
     std::string settings;
     CallCounts calls{};
-    /// Some systems keep a handle for each file dialog that was not cancelled.
+    /// Some systems keep a handle for each file dialog that is not cancelled.
     int handlesKept = 0;
 };
 
@@ -135,9 +139,10 @@ class SweepTest : public testing::Test {
     void Run(const RefusedPoint& point, const SweepWork& work) {
         Remove(lastTexture);
         Remove(savedTexture);
+        hasEnteredFile = false;
         const LoadedPlugin plugin;
         host::FilterHost filterHost;
-        const host::Picture before = host::MakePicture(120, 90, 3, 100);
+        const host::Picture before = host::MakePicture(80, 40, 3, 100);
         host::Picture picture = before;
         host::RunReport report;
         Refusals::Begin(point);
@@ -148,7 +153,11 @@ class SweepTest : public testing::Test {
                     report = filterHost.Run(EntryWithRefusals(plugin.Entry()), picture,
                                             host::SelectRectangle(bounds));
                 },
-                [&](const GuiDriver& gui) { SweepUser(gui, work).Work(); });
+                [&](const GuiDriver& gui) {
+                    SweepUser user(gui, work);
+                    user.Work();
+                    hasEnteredFile = user.HasEnteredFile();
+                });
         }
         EXPECT_TRUE(report.completed);
         EXPECT_EQ(report.faults, std::vector<std::string>{});
@@ -192,6 +201,7 @@ class SweepTest : public testing::Test {
     Levels RunRefused(const RefusedPoint& point) {
         RestoreSettings();
         Run(point, FullWork(point.kind));
+        handlesKept = hasEnteredFile ? baseline.handlesKept : 0;
         const std::string left = File(settingsFile);
         EXPECT_TRUE(left == baseline.settings || IsWholePreferenceFile(left));
         Run({}, BriefWork());
@@ -199,11 +209,28 @@ class SweepTest : public testing::Test {
         return SettledLevels();
     }
 
-    void RunPoint(const RefusedPoint& point) {
-        SCOPED_TRACE(NameOf(point));
+    /// False if an earlier run of the program has done it.
+    bool RunLogged(const RefusedPoint& point) {
+        const std::string name = NameOf(point);
+        if (log.HasBegun(name)) {
+            return false;
+        }
+        SCOPED_TRACE(name);
         // Who ends the process is known by the last line.
-        std::printf("%s\n", NameOf(point).c_str());
+        std::printf("%s\n", name.c_str());
         std::fflush(stdout);
+        log.Begin(name);
+        const int failuresBefore = Failures();
+        RunPoint(point);
+        log.End(Failures() == failuresBefore ? "passed" : "failed");
+        return true;
+    }
+
+    static int Failures() {
+        return testing::UnitTest::GetInstance()->current_test_info()->result()->total_part_count();
+    }
+
+    void RunPoint(const RefusedPoint& point) {
         Levels levels = RunRefused(point);
         EXPECT_EQ(levels.windows, levelsBefore.windows);
         EXPECT_EQ(levels.menus, levelsBefore.menus);
@@ -223,16 +250,21 @@ class SweepTest : public testing::Test {
 
     /// More than before the last run, and than a run without refusals leaves.
     bool HoldsMore(const Levels& now) const {
-        return now.kernelHandles > levelsBefore.kernelHandles + baseline.handlesKept ||
+        return now.kernelHandles > levelsBefore.kernelHandles + handlesKept ||
                now.gdiObjects > levelsBefore.gdiObjects || now.icons > levelsBefore.icons;
     }
 
-    /// The threads of the users that have left may still take a moment to go.
+    /// The system's own threads may still take a moment to go, with what they hold: the levels as
+    /// soon as they are no higher than before, or when they stay the same.
     Levels SettledLevels() const {
+        constexpr int looks = 20;
+        constexpr DWORD betweenLooks = 50;
         Levels levels = CountLevels();
-        for (int i = 0; i < 20 && levels.threads > threadsBefore; ++i) {
-            Sleep(50);
-            levels = CountLevels();
+        bool isSettled = false;
+        for (int i = 0; i < looks && HoldsMore(levels) && !isSettled; ++i) {
+            Sleep(betweenLooks);
+            const Levels earlier = std::exchange(levels, CountLevels());
+            isSettled = levels == earlier;
         }
         return levels;
     }
@@ -240,6 +272,8 @@ class SweepTest : public testing::Test {
     /// Several runs: the first one makes the settings, and the system keeps what it has made for
     /// first uses.
     void MakeBaseline() {
+        // The system keeps the two registry keys by which it makes its first sound.
+        MessageBeep(MB_OK);
         Run({}, FullWork(Refused::host, "First"));
         EXPECT_TRUE(isWritten);
         baseline.settings = File(settingsFile);
@@ -257,7 +291,6 @@ class SweepTest : public testing::Test {
 
     /// Points of the series, evenly.
     void RunSeries(Refused kind) {
-        threadsBefore = CountLevels().threads;
         if (baseline.settings.empty()) {
             MakeBaseline();
         }
@@ -267,9 +300,8 @@ class SweepTest : public testing::Test {
         const auto start = std::chrono::steady_clock::now();
         int points = 0;
         for (const int call : WantedCalls(calls)) {
-            RunPoint({kind, call, false});
-            RunPoint({kind, call, true});
-            points += 2;
+            points += RunLogged({kind, call, false}) ? 1 : 0;
+            points += RunLogged({kind, call, true}) ? 1 : 0;
         }
         const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
         std::printf("%s: %d points over %d calls in %.1f s\n",
@@ -279,11 +311,14 @@ class SweepTest : public testing::Test {
     ScratchFolder folder;
     OwnPreferences preferences{folder.Path()};
     char temporaryBefore[MAX_PATH] = "";
-    /// The system may have one of its own by now.
-    int threadsBefore = 0;
+    /// None, before the first run of the series.
     Levels levelsBefore{};
     static inline Baseline baseline;
+    static inline SweepLog log;
     bool isWritten = false;
+    /// In the last run, and in the one of them with a call refused.
+    bool hasEnteredFile = false;
+    int handlesKept = 0;
 };
 
 TEST_F(SweepTest, WithoutObjectsToDrawWith) {

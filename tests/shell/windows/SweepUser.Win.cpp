@@ -11,10 +11,12 @@ constexpr int okButton = 1;
 /// More than any run has; one with an alert at each step has some thirty.
 constexpr int mostAnswers = 200;
 
-/// Until the dialog has opened another one, has closed, or stays as it is. The window of one that
-/// has closed may wait, hidden, for what it opened: without a dialog that rests.
+/// Until the dialog has taken what was asked of it, and has opened another one, has closed, or
+/// stays as it is. The window of one that has closed may wait, hidden, for what it opened: without
+/// a dialog that rests.
 void WaitForOutcome(const DrivenDialog& dialog) {
-    WaitForRestOr(dialog.Window(), [&] { return !IsWindowVisible(dialog.Window()); });
+    WaitForTurnOr(GetWindowThreadProcessId(dialog.Window(), nullptr),
+                  [&] { return !IsWindowVisible(dialog.Window()); });
 }
 
 void Press(const DrivenDialog& dialog, int item) {
@@ -61,8 +63,9 @@ void SweepUser::Work() {
         try {
             Answer(*top);
         } catch (const GuiError& error) {
-            // Unless it has closed under the user's hands.
-            if (top->IsOpen()) {
+            // Unless it has closed under the user's hands: it is hidden first, then without
+            // controls.
+            if (IsWindowVisible(top->Window())) {
                 throw GuiError(error.what() +
                                WindowsOf(GetWindowThreadProcessId(top->Window(), nullptr)));
             }
@@ -149,6 +152,6 @@ void SweepUser::Stroke(const DrivenDialog& editor) const {
         }
     }
     LetPaint();
-    gui.ReleaseMouse();
+    ReleaseMouse();
     WaitForOutcome(editor);
 }

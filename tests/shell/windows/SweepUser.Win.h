@@ -29,6 +29,8 @@ class SweepUser {
 
     /// Until no dialog is left. Throws GuiError if they have no end.
     void Work();
+    /// Whether the texture's file was named and the dialog for it not left.
+    bool HasEnteredFile() const { return hasEnteredFile; }
 
   private:
     void Answer(const DrivenDialog& dialog);

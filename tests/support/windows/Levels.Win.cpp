@@ -3,8 +3,12 @@
 #include <windows.h>
 
 #include <tlhelp32.h>
+#include <winternl.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <ostream>
+#include <stdexcept>
 #include <vector>
 
 namespace {
@@ -12,7 +16,6 @@ namespace {
 // Numbers are given out from the lowest free one, so what lies beyond these is not in use. Those of
 // windows, menus and icons are the session's, and other programs may have taken a few thousand: all
 // of them count.
-constexpr std::uintptr_t lastKernelHandle = 0x2000;
 constexpr std::uintptr_t lastGdiObject = 0x1000;
 constexpr std::uintptr_t lastUserObject = 0x10000;
 
@@ -26,9 +29,31 @@ int Count(std::uintptr_t first, std::uintptr_t last, std::uintptr_t step, Exists
     return count;
 }
 
-bool IsKernelHandle(void* number) {
-    DWORD flags;
-    return GetHandleInformation(number, &flags) != FALSE;
+using SystemReader = LONG(WINAPI*)(SYSTEM_INFORMATION_CLASS what, void* buffer, ULONG size,
+                                   ULONG* needed);
+
+/// In one question: to ask about each possible number takes hundred times as long.
+int CountKernelHandles() {
+    static const auto read = reinterpret_cast<SystemReader>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleA("ntdll.dll"), "NtQuerySystemInformation")));
+    constexpr LONG isTooSmall = static_cast<LONG>(0xC0000004);
+    std::vector<std::max_align_t> buffer(0x1000);
+    const auto ask = [&] {
+        return read(SystemHandleInformation, buffer.data(),
+                    static_cast<ULONG>(buffer.size() * sizeof buffer[0]), nullptr);
+    };
+    LONG status = ask();
+    while (status == isTooSmall) {
+        buffer.resize(2 * buffer.size());
+        status = ask();
+    }
+    if (status != 0) {
+        throw std::runtime_error("the system does not tell its handles");
+    }
+    const auto* const table = reinterpret_cast<const SYSTEM_HANDLE_INFORMATION*>(buffer.data());
+    return static_cast<int>(std::count_if(
+        table->Handle, table->Handle + table->Count,
+        [](const SYSTEM_HANDLE_ENTRY& entry) { return entry.OwnerPid == GetCurrentProcessId(); }));
 }
 
 bool IsGdiObject(void* number) {
@@ -89,7 +114,7 @@ void PrintTo(const Levels& levels, std::ostream* out) {
 Levels CountLevels() {
     constexpr std::uintptr_t firstUserObject = 0x20;
     const auto isMenu = [](void* number) { return IsMenu(static_cast<HMENU>(number)) != FALSE; };
-    return {Count(4, lastKernelHandle, 4, IsKernelHandle),
+    return {CountKernelHandles(),
             Count(1, lastGdiObject, 1, IsGdiObject),
             Count(firstUserObject, lastUserObject, 2, IsOwnWindow),
             Count(firstUserObject, lastUserObject, 2, isMenu),

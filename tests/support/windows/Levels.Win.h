@@ -17,6 +17,6 @@ struct Levels {
 
 void PrintTo(const Levels& levels, std::ostream* out);
 
-/// Counts by asking the system about every number that an object could have: the calls that return
-/// the counts are empty in Wine.
+/// Counts by asking the system about every number that an object could have, kernel handles apart:
+/// the calls that return the counts are empty in Wine.
 Levels CountLevels();
