@@ -197,7 +197,7 @@ bool WideConvolution::Pays(const BlurKernel& kernel, int width, int height) {
     // Measured: as long as BlurSums takes for this many products of a weight and a pixel.
     constexpr double products = 3e8;
     const double weightCount = 0.5 * (kernel.Half() + 1) * (kernel.Half() + 2);
-    return kernel.Half() < side / 2 && weightCount * width * height > products;
+    return kernel.Half() > 0 && kernel.Half() < side / 2 && weightCount * width * height > products;
 }
 
 void WideConvolution::Run() const {

@@ -69,6 +69,7 @@ TEST_F(WideConvolutionTest, PaysForSquaresLikeALargeTileOnly) {
     EXPECT_TRUE(pays(50.0, 512, 512));
     EXPECT_FALSE(pays(5.0, 512, 512)) << "the dialog's largest";
     EXPECT_FALSE(pays((BlurKernel::largestHalf - 1) / 2.0, 64, 64));
+    EXPECT_FALSE(pays(-700.0, 512, 512)) << "a square without pixels";
 }
 
 TEST_F(WideConvolutionTest, FailsWithoutMemory) {
