@@ -36,7 +36,9 @@ ShapesDialog::ShapesDialog(const ApplyContext& context, ShapesParams& newStored)
         FieldFor(&ShapesParams::stacking),
         {{1, Items::stacked, Items::stackedPicture}, {0, Items::blended, Items::blendedPicture}},
         {.shownAs = Items::stacked});
-    bindings.Number(FieldFor(&ShapesParams::angle), {.field = Items::angle, .dial = Items::globe});
+    // The dial stands between the label and its field.
+    bindings.Number(FieldFor(&ShapesParams::angle),
+                    {.field = Items::angle, .dial = Items::globe, .label = Items::angleLabel});
     bindings.TabOrder(
         {ApplyItems::apply,
          // The left column of boxes,
@@ -45,5 +47,5 @@ ShapesDialog::ShapesDialog(const ApplyContext& context, ShapesParams& newStored)
          Items::columns, Items::rows, Items::halfShift,
          // then the right one.
          Items::sizeDisplacement, Items::verticalDisplacement, Items::horizontalDisplacement,
-         Items::blended, Items::stacked, Items::globe, Items::angleLabel, Items::angle});
+         Items::blended, Items::stacked, Items::globe, Items::angle});
 }
