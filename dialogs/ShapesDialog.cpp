@@ -36,9 +36,7 @@ ShapesDialog::ShapesDialog(const ApplyContext& context, ShapesParams& newStored)
         FieldFor(&ShapesParams::stacking),
         {{1, Items::stacked, Items::stackedPicture}, {0, Items::blended, Items::blendedPicture}},
         {.shownAs = Items::stacked});
-    // The dial stands between the label and its field.
-    bindings.Number(FieldFor(&ShapesParams::angle),
-                    {.field = Items::angle, .dial = Items::globe, .label = Items::angleLabel});
+    bindings.Number(FieldFor(&ShapesParams::angle), {.field = Items::angle, .dial = Items::globe});
     bindings.TabOrder(
         {ApplyItems::apply,
          // The left column of boxes,
@@ -47,5 +45,5 @@ ShapesDialog::ShapesDialog(const ApplyContext& context, ShapesParams& newStored)
          Items::columns, Items::rows, Items::halfShift,
          // then the right one.
          Items::sizeDisplacement, Items::verticalDisplacement, Items::horizontalDisplacement,
-         Items::blended, Items::stacked, Items::globe, Items::angle});
+         Items::blended, Items::stacked, Items::globe, Items::angleLabel, Items::angle});
 }
