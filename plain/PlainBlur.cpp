@@ -15,20 +15,6 @@ double BellAt(int i, int j, int side, double reach) {
     return ExactPow360(-(u * u));
 }
 
-/// One channel's sum over the square around (x, y), brought down to a byte.
-unsigned char Convolved(const PicClass& pic, const PlainKernel& kernel, int x, int y, int channel) {
-    std::uint32_t sum = 0;
-    for (int k = 0; k < kernel.side; ++k) {
-        for (int j = 0; j < kernel.side; ++j) {
-            const unsigned char* const pixel = pic.PixelAddressWrapped(
-                static_cast<short>(x - kernel.half + j), static_cast<short>(y - kernel.half + k));
-            const auto place = static_cast<std::size_t>(k * kernel.side + j);
-            sum += pixel[channel] * kernel.weights[place];
-        }
-    }
-    return static_cast<unsigned char>(sum >> 24);
-}
-
 bool PlainBlurColors(PaintClass& pic, const PlainKernel& kernel, bool everywhere) {
     PicClass* const clone = pic.GetClone();
     if (clone == nullptr) {
@@ -38,9 +24,9 @@ bool PlainBlurColors(PaintClass& pic, const PlainKernel& kernel, bool everywhere
         for (short x = 0; x < pic.grX; ++x) {
             clone->SetPixel(x, y, pic.GetPixel(x, y));
             if (everywhere || pic.GetAlpha(x, y) != 255) {
-                const unsigned char red = Convolved(pic, kernel, x, y, 0);
-                const unsigned char green = Convolved(pic, kernel, x, y, 1);
-                const unsigned char blue = Convolved(pic, kernel, x, y, 2);
+                const unsigned char red = PlainBlurredByte(pic, kernel, x, y, 0);
+                const unsigned char green = PlainBlurredByte(pic, kernel, x, y, 1);
+                const unsigned char blue = PlainBlurredByte(pic, kernel, x, y, 2);
                 clone->SetRGB(x, y, red, green, blue);
             }
         }
@@ -55,7 +41,7 @@ void PlainBlurAlpha(PaintClass& pic, const PlainKernel& kernel) {
     for (short y = 0; y < pic.grY; ++y) {
         for (short x = 0; x < pic.grX; ++x) {
             const unsigned char alpha = pic.GetAlpha(x, y);
-            plane.push_back(alpha < 255 ? Convolved(pic, kernel, x, y, 3) : alpha);
+            plane.push_back(alpha < 255 ? PlainBlurredByte(pic, kernel, x, y, 3) : alpha);
         }
     }
     std::size_t place = 0;
@@ -67,6 +53,20 @@ void PlainBlurAlpha(PaintClass& pic, const PlainKernel& kernel) {
 }
 
 }  // namespace
+
+unsigned char PlainBlurredByte(const PicClass& pic, const PlainKernel& kernel, int x, int y,
+                               int channel) {
+    std::uint32_t sum = 0;
+    for (int k = 0; k < kernel.side; ++k) {
+        for (int j = 0; j < kernel.side; ++j) {
+            const unsigned char* const pixel = pic.PixelAddressWrapped(
+                static_cast<short>(x - kernel.half + j), static_cast<short>(y - kernel.half + k));
+            const auto place = static_cast<std::size_t>(k * kernel.side + j);
+            sum += pixel[channel] * kernel.weights[place];
+        }
+    }
+    return static_cast<unsigned char>(sum >> 24);
+}
 
 PlainKernel MakePlainKernel(double radius) {
     const double reach = radius * 2.0;

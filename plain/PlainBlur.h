@@ -16,6 +16,11 @@ struct PlainKernel {
 
 PlainKernel MakePlainKernel(double radius);
 
+/// One channel's sum over the square around (x, y), brought down to a byte. Channels 0 to 3 are
+/// red, green, blue and alpha.
+unsigned char PlainBlurredByte(const PicClass& pic, const PlainKernel& kernel, int x, int y,
+                               int channel);
+
 /// Modes 1 to 3. False without memory for the clone.
 bool PlainBlur(PaintClass& pic, double radius, short mode);
 bool PlainMotionBlur(PaintClass& pic, short length, short direction);
