@@ -2,7 +2,7 @@
 //
 //     fuzz-any-record COUNT [FIRST_SEED]
 //
-// Ends with status 1 and the seed at the first run that leaves something behind. A sanitizer ends
+// The program exits with status 1 and prints the seed at the first run that leaks. A sanitizer ends
 // it by itself; the file named in FUZZ_SEED_FILE, if any, has the seed of that run.
 #include <algorithm>
 #include <cstdio>

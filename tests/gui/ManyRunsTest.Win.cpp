@@ -1,5 +1,5 @@
-// Many runs of the editor in one process leave nothing behind: no objects of the system, no memory
-// of the process, no buffers of the host.
+// Series of many runs of the editor in one process, after which no objects of the system, no memory
+// of the process and no buffers of the host are left.
 //
 // MANY_RUNS in the environment says how many runs make a series, rounded up to whole rounds through
 // all dialogs; a thousand take some minutes.

@@ -234,7 +234,7 @@ bool LevelsReturnTo(const Levels& expected) {
     return false;
 }
 
-/// Expects that `use`, repeated, leaves nothing behind. The system keeps some objects of first uses
+/// Succeeds if `use`, repeated, leaks nothing. The system keeps some objects of first uses
 /// (pens and brushes of a dialog, when it first paints one in full), so a series of uses may find
 /// more than the one before; but what each use leaves would make every series end above its
 /// beginning.

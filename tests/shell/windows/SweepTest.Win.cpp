@@ -17,6 +17,7 @@
 #include "files/PreferenceFile.h"
 #include "files/PreferenceFormat.h"
 #include "fixtures/GuiDriver.Win.h"
+#include "fixtures/PreferencesInMemory.h"
 #include "tests/shell/windows/ImportPatch.Win.h"
 #include "tests/shell/windows/Libraries.Win.h"
 #include "tests/shell/windows/RecordPatch.h"
@@ -49,19 +50,9 @@ bool IsWholePreferenceFile(const std::string& bytes) {
     if (bytes.empty()) {
         return true;
     }
-    std::size_t at = 0;
     Preferences read;
     try {
-        ReadPreferences(
-            [&](void* buffer, std::int32_t count) {
-                const auto size = static_cast<std::size_t>(count);
-                if (bytes.size() - at < size) {
-                    throw std::int16_t{preferenceShortRead};
-                }
-                std::memcpy(buffer, bytes.data() + at, size);
-                at += size;
-            },
-            read);
+        ReadFromBytes(bytes, read);
     } catch (std::int16_t) {
         return false;
     }
