@@ -17,8 +17,8 @@
 
 #include "base/Progress.h"
 #include "dialogs/ApplyDialog.h"
-#include "dialogs/CombineDialog.h"
 #include "dialogs/FileOwner.h"
+#include "dialogs/filters/CombineDialog.h"
 #include "editor/ColorPicker.h"
 #include "editor/HelpReadout.h"
 #include "editor/Operations.h"

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "base/FatalError.h"
-#include "dialogs/TileDialog.h"
+#include "dialogs/filters/TileDialog.h"
 #include "editor/EditDialog.h"
 #include "editor/TextureDialog.h"
 #include "paint/EffectRun.h"

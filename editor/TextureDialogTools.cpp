@@ -4,9 +4,9 @@
 // return to the event loop before.
 #include <algorithm>
 
-#include "dialogs/BrushDialog.h"
-#include "dialogs/CloneDialog.h"
-#include "dialogs/FillDialog.h"
+#include "dialogs/tools/BrushDialog.h"
+#include "dialogs/tools/CloneDialog.h"
+#include "dialogs/tools/FillDialog.h"
 #include "editor/TextureDialog.h"
 #include "paint/Stroke.h"
 #include "resources/Ids.h"

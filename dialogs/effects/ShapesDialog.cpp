@@ -1,0 +1,49 @@
+#include "dialogs/effects/ShapesDialog.h"
+
+#include "resources/Ids.h"
+
+using Items = ShapesItems;
+
+ShapesDialog::ShapesDialog(const ApplyContext& context, ShapesParams& newStored)
+    : ParamsDialog(context, shapesDialog, newStored) {
+    bindings.Popup(FieldFor(&ShapesParams::kind), Items::kind);
+    bindings.Swatch(FieldFor(&ShapesParams::color), Items::color);
+    constexpr NumberShown inPercent{.factor = 100};
+    bindings.Number(FieldFor(&ShapesParams::sizeX),
+                    {.field = Items::width, .slider = Items::widthSlider}, inPercent);
+    bindings.Number(FieldFor(&ShapesParams::sizeY),
+                    {.field = Items::height, .slider = Items::heightSlider}, inPercent);
+    bindings.Number(FieldFor(&ShapesParams::bevel),
+                    {.slider = Items::bevel, .label = Items::bevelLabel});
+    bindings.Number(FieldFor(&ShapesParams::contrast),
+                    {.slider = Items::contrast, .label = Items::contrastLabel});
+    bindings.Number(FieldFor(&ShapesParams::transparency),
+                    {.slider = Items::transparency, .label = Items::transparencyLabel});
+    bindings.Number(FieldFor(&ShapesParams::material),
+                    {.slider = Items::material, .label = Items::materialLabel});
+    bindings.Number(FieldFor(&ShapesParams::shiftSize),
+                    {.slider = Items::sizeDisplacement, .label = Items::sizeDisplacementLabel});
+    bindings.Number(FieldFor(&ShapesParams::shiftY), {.slider = Items::verticalDisplacement,
+                                                      .label = Items::verticalDisplacementLabel});
+    bindings.Number(FieldFor(&ShapesParams::shiftX), {.slider = Items::horizontalDisplacement,
+                                                      .label = Items::horizontalDisplacementLabel});
+    bindings.Number(FieldFor(&ShapesParams::repeatX), {.field = Items::columns});
+    bindings.Number(FieldFor(&ShapesParams::repeatY), {.field = Items::rows});
+    bindings.Check(FieldFor(&ShapesParams::halfShift), Items::halfShift);
+    // The generator stacks for another value than this dialog gives, so that both cards blend:
+    // meant.
+    bindings.Radios(
+        FieldFor(&ShapesParams::stacking),
+        {{1, Items::stacked, Items::stackedPicture}, {0, Items::blended, Items::blendedPicture}},
+        {.shownAs = Items::stacked});
+    bindings.Number(FieldFor(&ShapesParams::angle), {.field = Items::angle, .dial = Items::globe});
+    bindings.TabOrder(
+        {ApplyItems::apply,
+         // The left column of boxes,
+         Items::kind, Items::color, Items::widthSlider, Items::width, Items::heightSlider,
+         Items::height, Items::bevel, Items::contrast, Items::transparency, Items::material,
+         Items::columns, Items::rows, Items::halfShift,
+         // then the right one.
+         Items::sizeDisplacement, Items::verticalDisplacement, Items::horizontalDisplacement,
+         Items::blended, Items::stacked, Items::globe, Items::angleLabel, Items::angle});
+}
