@@ -78,7 +78,11 @@ class NumberBinding : public Binding {
   public:
     NumberBinding(SmallPSDialog& newDialog, const Field& newField, void* newRecord,
                   const NumberItems& newItems, const NumberShown& newShown)
-        : Binding(newDialog, newField, newRecord), items(newItems), shown(newShown) {}
+        : Binding(newDialog, newField, newRecord), items(newItems), shown(newShown) {
+        if (items.name != nullptr) {
+            dialog.SetName(items.field != 0 ? items.field : items.slider, items.name);
+        }
+    }
 
     void SetUp() override {
         const auto [lowest, highest] = std::minmax({Convert(field.low), Convert(field.high)});

@@ -28,6 +28,8 @@ struct NumberItems {
     short dial = 0;
     /// Their text, if its mnemonic would lead elsewhere: the tab stop after it is another one.
     short label = 0;
+    /// Its name for screen readers, if no text beside it is that.
+    const char* name = nullptr;
 };
 
 /// The number in the controls is `stored * factor + offset`, rounded; `factor` is not 0. The limits

@@ -13,7 +13,9 @@ using Items = JPEGItems;
 }  // namespace
 
 JPEGDialog::JPEGDialog(JPEGQualityChoice& newChoice)
-    : NorvantaDialog(jpegDialog, Active()), choice(newChoice) {}
+    : NorvantaDialog(jpegDialog, Active()), choice(newChoice) {
+    SetName(Items::slider, "Quality");
+}
 
 void JPEGDialog::Setup() {
     NorvantaDialog::Setup();

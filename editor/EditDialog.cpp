@@ -27,7 +27,9 @@ EditDialog::EditDialog(short newResourceId, NorvantaDialog* newOwner, hostapi::R
       units(unitPixels),
       width(newWidth),
       height(newHeight),
-      name(StringText(stringFirstName)) {}
+      name(StringText(stringFirstName)) {
+    SetName(Items::units, "Unit");
+}
 
 void EditDialog::Setup() {
     SmallPSDialog::Setup();

@@ -89,6 +89,10 @@ const TextureDialog::Command TextureDialog::commands[] = {
 TextureDialog::TextureDialog(const std::string& newName)
     : SmallPSDialog(textureDialog), files(*this), resolution(WholeResolution(Record()->imageHRes)) {
     files.textureName = newName;
+    SetName(Items::viewPalette, "View tools");
+    SetName(Items::toolPalette, "Drawing tools");
+    SetName(Items::colorWells, "Colors");
+    SetName(Items::paletteFrame, "Frame of the drawing tools");
 }
 
 TextureDialog::TextureDialog(const std::string& newName, ImageFile& file) : TextureDialog(newName) {

@@ -6,8 +6,10 @@ using Items = DividersItems;
 
 DevidersDialog::DevidersDialog(const ApplyContext& context, DividersParams& newStored)
     : ParamsDialog(context, devidersDialog, newStored) {
-    bindings.Number(FieldFor(&DividersParams::lines), {.slider = Items::lines});
-    bindings.Number(FieldFor(&DividersParams::direction), {.slider = Items::direction});
+    bindings.Number(FieldFor(&DividersParams::lines),
+                    {.slider = Items::lines, .name = "Number, few to many"});
+    bindings.Number(FieldFor(&DividersParams::direction),
+                    {.slider = Items::direction, .name = "Direction, horizontal to vertical"});
     bindings.Radios(FieldFor(&DividersParams::randomColors),
                     {{1, Items::randomColors}, {0, Items::pickedColors}},
                     {.shownAs = Items::randomColors});

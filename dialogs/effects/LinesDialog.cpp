@@ -15,6 +15,7 @@ LinesDialog::LinesDialog(const ApplyContext& context, LinesParams& newStored)
                     {.shownAs = Items::random});
     bindings.Number(FieldFor(&LinesParams::angle), {.field = Items::angle, .dial = Items::globe});
     bindings.Swatch(FieldFor(&LinesParams::color), Items::color);
+    SetName(Items::color, "Average color");
     bindings.TabOrder({ApplyItems::apply, Items::precision, Items::wax, Items::ink, Items::random,
                        Items::averageColor, Items::color, Items::angleLabel, Items::angle,
                        Items::globe});

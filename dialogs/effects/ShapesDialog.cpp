@@ -10,9 +10,11 @@ ShapesDialog::ShapesDialog(const ApplyContext& context, ShapesParams& newStored)
     bindings.Swatch(FieldFor(&ShapesParams::color), Items::color);
     constexpr NumberShown inPercent{.factor = 100};
     bindings.Number(FieldFor(&ShapesParams::sizeX),
-                    {.field = Items::width, .slider = Items::widthSlider}, inPercent);
+                    {.field = Items::width, .slider = Items::widthSlider, .name = "Width"},
+                    inPercent);
     bindings.Number(FieldFor(&ShapesParams::sizeY),
-                    {.field = Items::height, .slider = Items::heightSlider}, inPercent);
+                    {.field = Items::height, .slider = Items::heightSlider, .name = "Height"},
+                    inPercent);
     bindings.Number(FieldFor(&ShapesParams::bevel),
                     {.slider = Items::bevel, .label = Items::bevelLabel});
     bindings.Number(FieldFor(&ShapesParams::contrast),
@@ -27,8 +29,8 @@ ShapesDialog::ShapesDialog(const ApplyContext& context, ShapesParams& newStored)
                                                       .label = Items::verticalDisplacementLabel});
     bindings.Number(FieldFor(&ShapesParams::shiftX), {.slider = Items::horizontalDisplacement,
                                                       .label = Items::horizontalDisplacementLabel});
-    bindings.Number(FieldFor(&ShapesParams::repeatX), {.field = Items::columns});
-    bindings.Number(FieldFor(&ShapesParams::repeatY), {.field = Items::rows});
+    bindings.Number(FieldFor(&ShapesParams::repeatX), {.field = Items::columns, .name = "Columns"});
+    bindings.Number(FieldFor(&ShapesParams::repeatY), {.field = Items::rows, .name = "Rows"});
     bindings.Check(FieldFor(&ShapesParams::halfShift), Items::halfShift);
     // The generator stacks for another value than this dialog gives, so that both cards blend:
     // meant.
@@ -36,7 +38,14 @@ ShapesDialog::ShapesDialog(const ApplyContext& context, ShapesParams& newStored)
         FieldFor(&ShapesParams::stacking),
         {{1, Items::stacked, Items::stackedPicture}, {0, Items::blended, Items::blendedPicture}},
         {.shownAs = Items::stacked});
-    bindings.Number(FieldFor(&ShapesParams::angle), {.field = Items::angle, .dial = Items::globe});
+    SetName(Items::stacked, "Stack overlapping shapes");
+    SetName(Items::blended, "Blend overlapping shapes");
+    SetName(Items::widthPicture, "Width");
+    SetName(Items::heightPicture, "Height");
+    SetName(Items::columnsPicture, "Columns");
+    SetName(Items::rowsPicture, "Rows");
+    bindings.Number(FieldFor(&ShapesParams::angle),
+                    {.field = Items::angle, .dial = Items::globe, .name = "Angle"});
     bindings.TabOrder(
         {ApplyItems::apply,
          // The left column of boxes,

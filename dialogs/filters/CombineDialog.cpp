@@ -19,6 +19,9 @@ CombineDialog::CombineDialog(const ApplyContext& context, const CombineChoice& n
       mode(newStored.mode),
       amount(newStored.amount) {
     SetApplied();
+    SetName(Items::mode, "Mode");
+    SetName(Items::slider, "Amount");
+    SetName(Items::amount, "Amount");
 }
 
 void CombineDialog::Setup() {

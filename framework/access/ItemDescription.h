@@ -67,5 +67,3 @@ bool IsLabel(const std::string& text);
 std::string FirstSentence(const std::string& text);
 /// The colour in words: "red 255, green 128, blue 0".
 std::string ColorText(Color24 color);
-/// The name of an item that no text beside it names; empty for others.
-std::string NameInTable(short dialog, short item);

@@ -47,9 +47,8 @@ std::string NorvantaDialog::OwnNameOf(short item) const {
             return set.name;
         }
     }
-    const std::string inTable = NameInTable(resourceId, named);
-    const short label = inTable.empty() ? LabelOf(named) : short{0};
-    return label != 0 ? SpokenText(GetText(label)) : inTable;
+    const short label = LabelOf(named);
+    return label != 0 ? SpokenText(GetText(label)) : "";
 }
 
 /// Two boxes may have a field of the same name each.

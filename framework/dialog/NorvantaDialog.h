@@ -196,7 +196,8 @@ class NorvantaDialog {
     void SetLabel(short label, short item);
     /// Says what a user item is. The name and, for a dial, the value are those of the item `named`.
     void SetRole(short item, ItemRole role, short named = 0);
-    /// The name of an item that neither a text of its own nor one beside it names.
+    /// The name of an item that shows what it is by a picture, by its place or by the words at its
+    /// ends. Without one, its own text names it, or the label before it.
     void SetName(short item, const std::string& name) { names.push_back({item, name}); }
     /// The name by which a screen reader is told of the item; empty if nothing names it.
     std::string NameOf(short item) const;
