@@ -42,7 +42,7 @@ Result Guarded(Result fallback, Work work, Tell tell) {
     return fallback;
 }
 
-/// The same without a word: the next message of its kind tries again.
+/// As above, but silent: the next message of this kind tries again.
 template <typename Result, typename Work>
 Result Guarded(Result fallback, Work work) {
     return Guarded(fallback, work, [](std::int16_t) {});

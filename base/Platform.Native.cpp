@@ -28,7 +28,7 @@ void ReportFault(std::int16_t id, const char* file, int line) {
                  line);
 }
 
-/// Nobody is there to answer, so the answer is the cautious one.
+/// No user can answer, so the safe button is returned.
 int ShowAlert(std::int16_t id, const std::array<const char*, 4>& texts) {
     std::fprintf(stderr, "Alert %d", id);
     for (const char* const text : texts) {

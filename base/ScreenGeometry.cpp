@@ -25,7 +25,7 @@ ScreenRect KeptFromNearSides(const ScreenRect& rect, const ScreenRect& area) {
 
 }  // namespace
 
-// The sides that are kept last win where both cannot be kept.
+// Where both sides cannot be kept, the one that is corrected last wins.
 
 ScreenRect PushedInto(const ScreenRect& rect, const ScreenRect& area) {
     return KeptFromNearSides(KeptFromFarSides(rect, area), area);

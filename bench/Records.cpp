@@ -39,7 +39,7 @@ const std::vector<MeasuredRecord>& MeasuredRecords() {
         {"waves", worstCase, {{"heightX", 100}, {"countX", 20}, {"heightY", 100}, {"countY", 20}}},
         {"twirls", worstCase, {{"quantity", 100}, {"size", 100}, {"intensity", 100}}},
         {"skew", worstCase, {{"direction", 2}}},
-        // On a square tile all shifts are whole; here hardly any is.
+        // A square tile would make all shifts whole numbers; on this one hardly any is.
         {"skew", "rows, 512 by 511", {}, 511},
         {"skew", "columns, 512 by 511", {{"direction", 2}}, 511},
         {"blur", worstCase, {{"amount", 100}}},

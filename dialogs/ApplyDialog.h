@@ -58,7 +58,8 @@ class ApplyDialog : public SmallPSDialog {
     void PopupOpens(short item) override;
     void PopupIsClosed(short item) override;
 
-    /// Asked after OK: true if the texture does not show the present values, so the run is owed.
+    /// Asked after OK. Returns whether the texture does not show the present values, so that the
+    /// operation is still to be run.
     bool WasApplied() const { return state.IsRunOwed(); }
     void SetApplied() { state.SetApplied(); }
     bool ApplyAgain() const { return state.IsAgain(); }

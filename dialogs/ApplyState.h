@@ -8,13 +8,14 @@ class ApplyState {
     /// The texture shows the result of the present controls.
     bool IsApplied() const { return isApplied; }
     void SetApplied() { isApplied = true; }
-    /// A control has changed. True if the texture showed a result, which has to go.
+    /// Notes that a control has changed. Returns whether the texture showed a result, which then
+    /// has to be taken back.
     bool MarkChanged() {
         const bool showedResult = isApplied;
         isApplied = false;
         return showedResult;
     }
-    /// OK still owes the run.
+    /// Whether OK still has to run the operation.
     bool IsRunOwed() const { return !isApplied; }
 
     /// The Apply button runs on top of the last result.

@@ -13,7 +13,7 @@ constexpr char refusedCharacters[] = "!-./<>";
 
 PresetDialog::PresetDialog(NorvantaDialog* newOwner) : SmallPSDialog(presetDialog, newOwner) {}
 
-// The plus sign: OK stays grey while the field is empty.
+// The format of the plus sign disables OK while the field is empty.
 void PresetDialog::Setup() {
     SmallPSDialog::Setup();
     SetFormat(PresetItems::name, "%+s");

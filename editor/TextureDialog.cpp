@@ -120,8 +120,8 @@ TextureDialog::~TextureDialog() {
     CursorClass::target = nullptr;
     subDialog.reset();
     if (!isMade || errorCell != 0) {
-        // A fault in a constructor: nobody has seen this editor. After one in the editor nothing is
-        // written any more.
+        // A fault in a constructor ends an editor that was never shown; after a fault in the editor
+        // nothing is written.
         return;
     }
     try {

@@ -258,7 +258,7 @@ void TextureDialog::RepeatLastFilter() {
 
 // --- Undo ---
 
-// Where neither memory nor disk takes the pixels, there is no undo, and nobody is told.
+// Where neither memory nor disk takes the pixels, Undo is not available. The user gets no message.
 void TextureDialog::TakeUndoSnapshot() {
     ShowUndoEntry(false);
     pic->SaveUndo();

@@ -55,8 +55,7 @@ void TextureDialog::PaintGradient(hostapi::Point press) {
     pic->Gradient(press, {Sum(press.v, dy), Sum(press.h, dx)});
 }
 
-// The band stands upright where the mouse is as far aside as down, and the result of the same drag
-// runs across: meant.
+// A drag at exactly 45 degrees draws an upright band but gives a gradient across. That is intended.
 void TextureDialog::TrackGradient(short* dx, short* dy) {
     const SavedColors colors(Port());
     const ClippedTo clip(Port(), View());

@@ -254,7 +254,7 @@ void TextureDialog::TrackStroke(Stroke& stroke) {
         }
         stroke.Paint(before, now);
         if (first) {
-            // Without the size marks from here on, and whatever the view showed before.
+            // From here on without the size marks, whether or not the view showed them before.
             RedrawContents();
         } else {
             RedrawTouched(stroke.Touched(before, now));

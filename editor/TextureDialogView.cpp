@@ -149,7 +149,7 @@ void TextureDialog::RedrawTouched(const hostapi::VRect& touched) {
         RedrawContents();
         return;
     }
-    // Beyond the outer repeats is no tile to go on in.
+    // Outside the outer repeats there is no tile to continue on.
     const ClippedTo clip(Port(), Offset(ToRect(geometry.Tiles()), view.left, view.top));
     for (const int y : geometry.y.PlacesOf(down)) {
         for (const int x : geometry.x.PlacesOf(across)) {
@@ -260,8 +260,8 @@ void TextureDialog::DrawProgress(short percent) {
     const int line = Scale().Pixels(1);
     const hostapi::Rect inside = Inset(bounds, line, line);
     const auto end = static_cast<short>(ProgressEnd(inside.left, inside.right, percent));
-    // Operations report far more often than the bar grows, and drawing it takes longer than many a
-    // step of their work.
+    // Operations report far more often than the bar grows, and drawing it takes longer than many of
+    // their steps.
     if (shownProgress == end) {
         return;
     }

@@ -13,7 +13,7 @@ enum QualityOperation : std::int16_t {
     qualityChanged = 101,
     /// The remembered quality; the result replaces it.
     qualityRemembered = 102,
-    /// Which quality to write with, before any dialog; a result above 0 is used without one.
+    /// The quality to write with before any dialog. A result above 0 is used without one.
     qualityWanted = 103,
 };
 

@@ -92,8 +92,8 @@ void PreferenceFile::OpenAmongUsersData(void* store) {
     }
 }
 
-/// For whoever may write the machine's store and not beside the module. The machine's store leads
-/// nobody else to the data of this user: they have their own for that.
+/// The place for a user who may write the machine's store but not beside the module. The machine's
+/// store leads no other user to this user's data: each has a store of their own.
 void PreferenceFile::OpenUsersOwn() {
     Store own(PreferenceOwner::user);
     if (!preferencePlace.readPath(own.Handle(), path, sizeof path) || !TryOpen()) {

@@ -93,7 +93,7 @@ struct Blended {
     }
 };
 
-/// The earlier shape stays on top, but for what hangs over the right and the lower edge.
+/// The earlier shape stays on top, except for its parts that hang over the right and lower edge.
 struct Stacked {
     short width;
     short height;

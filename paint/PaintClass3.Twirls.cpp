@@ -68,7 +68,7 @@ class TwirlTable {
 
     void Rotate(int dx, int dy, double* x, double* y) const {
         if (dx == 0 && dy == 0) {
-            // No angle; the twirl puts the centre back.
+            // The centre has no angle; the twirl puts it back unchanged.
             *x = 0;
             *y = 0;
             return;

@@ -54,8 +54,8 @@ class Wave {
         return rest;
     }
 
-    /// From 0 to twice the amplitude and back. The way back counts in whole pixels; a period below
-    /// one pixel leaves no remainder.
+    /// Rises from 0 to twice the amplitude and falls again. The falling part counts in whole
+    /// pixels; a period below one pixel leaves no remainder.
     double Sawtooth(double rest) const {
         if (!(rest >= period * 0.5)) {
             return rest / period * amplitude * 4.0;

@@ -35,7 +35,7 @@ double Moved(short coordinate, short other, double p, std::int16_t form, std::in
     }
 }
 
-/// A period that is not above 0 would never end; it is not taken off.
+/// A period of 0 or less would loop forever; it is not subtracted.
 double WithinPeriod(short coordinate, double period) {
     double p = coordinate;
     while (period > 0 && p > period) {

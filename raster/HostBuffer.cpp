@@ -31,7 +31,8 @@ HostBuffer::~HostBuffer() {
     try {
         Free();
     } catch (...) {
-        // A host that takes blocks back no more: the user has been told, and the error cell is set.
+        // A host that can no longer free blocks: the fault has been reported, and the error cell is
+        // set.
     }
 }
 

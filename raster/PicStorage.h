@@ -1,5 +1,5 @@
 // The one-level undo buffer of a raster: in the host's memory, or else in an anonymous temporary
-// file, without a word to the user.
+// file. The user gets no message either way.
 #pragma once
 
 #include <cstdint>

@@ -45,7 +45,7 @@ ThreadState* FindState(DWORD thread) {
     return nullptr;
 }
 
-/// Nothing is lost with a state that is idle: it begins as zeros again.
+/// Whether the state can be freed without loss: a new one begins as zeros.
 bool IsIdle(const ThreadState& state) {
     return state.globals.caughtExceptions == nullptr && state.globals.uncaughtExceptions == 0;
 }
@@ -118,7 +118,7 @@ Place* PlaceOf(void* record) {
     return nullptr;
 }
 
-/// Bytes of zeros; from the heap for what is larger than usual, or one too many.
+/// Returns zeroed bytes; from the heap if the object is larger than usual or all slots are taken.
 void* Allocate(std::size_t size) {
     Place* const place = size <= sizeof places->bytes ? TakePlace() : nullptr;
     void* const block = place != nullptr ? place->bytes : std::malloc(size);

@@ -97,7 +97,7 @@ int pthread_once(pthread_once_t* once, void (*routine)()) {
     return 0;
 }
 
-// A waiter may wake without a reason; this one always does.
+// Waiters must expect spurious wake-ups, so waking at once is correct.
 int pthread_cond_wait(pthread_cond_t*, pthread_mutex_t* mutex) {
     pthread_mutex_unlock(mutex);
     Sleep(1);

@@ -41,7 +41,7 @@ void FastTransfer(benchmark::State& state, std::int16_t planes) {
     }
 }
 
-/// The loop as it is told: pixel by pixel, a remainder for the row only.
+/// The plain loop: pixel by pixel, with a remainder for the row only.
 void PlainTransfer(benchmark::State& state, std::int16_t planes) {
     IdleHost host(planes);
     const PaintClass pic(tileSide, tileSide);

@@ -32,8 +32,8 @@ ShapesDialog::ShapesDialog(const ApplyContext& context, ShapesParams& newStored)
     bindings.Number(FieldFor(&ShapesParams::repeatX), {.field = Items::columns, .name = "Columns"});
     bindings.Number(FieldFor(&ShapesParams::repeatY), {.field = Items::rows, .name = "Rows"});
     bindings.Check(FieldFor(&ShapesParams::halfShift), Items::halfShift);
-    // The generator stacks for another value than this dialog gives, so that both cards blend:
-    // meant.
+    // The generator stacks for a value that this dialog never gives, so both choices blend. That is
+    // intended.
     bindings.Radios(
         FieldFor(&ShapesParams::stacking),
         {{1, Items::stacked, Items::stackedPicture}, {0, Items::blended, Items::blendedPicture}},

@@ -24,7 +24,7 @@ class CombineDialog : public ApplyDialog {
     void Setup() override;
     short ItemHit(short item) override;
     bool ScrollChanged(short item, int value) override;
-    // A mode counts when its menu is closed, and only if it is another one.
+    // A mode takes effect when its menu is closed, and only if it differs from the one before.
     void PopupOpens(short item) override;
     void PopupIsClosed(short item) override;
 

@@ -17,8 +17,8 @@ void MosaicDialog::Setup() {
     OfferDivisors(Items::vertical, size.v);
 }
 
-/// Entries whose label divides the side can be chosen, though the blocks that they make are a pixel
-/// larger than the label: meant.
+/// Entries whose label divides the side are enabled, although their blocks are one pixel larger
+/// than the label says. That is intended.
 void MosaicDialog::OfferDivisors(short popup, short side) {
     constexpr short leastLabel = 2;
     constexpr short greatestLabel = 8;

@@ -77,8 +77,8 @@ void Disconnect(const NorvantaDialog& dialog) {
             object = object->Next();
             continue;
         }
-        // Readers of other processes let go of it by this, so that it may end here, and others with
-        // it.
+        // Releases the references that readers in other processes hold, so that those processes can
+        // end.
         object->Disconnect();
         object->AddRef();
         libraries->disconnect(object, 0);

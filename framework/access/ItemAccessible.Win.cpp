@@ -355,7 +355,8 @@ HRESULT ItemAccessible::get_accDefaultAction(VARIANT child, BSTR* action) {
     });
 }
 
-/// As the mouse does, and later: the press may open a dialog, for whose end no reader can wait.
+/// Posted, as the mouse does it: the press may open a dialog, and a screen reader cannot wait for
+/// its end.
 HRESULT ItemAccessible::accDoDefaultAction(VARIANT child) {
     return WithChild(child, [&](const ItemDescription& description, LONG id) -> HRESULT {
         if (!IsWindowEnabled(control) || !IsWindowEnabled(static_cast<HWND>(dialog->Window()))) {

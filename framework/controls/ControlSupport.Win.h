@@ -25,8 +25,9 @@ void SetRecord(HWND control, std::unique_ptr<Record> record) {
     SetWindowLongPtrA(control, 0, reinterpret_cast<LONG_PTR>(record.release()));
 }
 
-/// A window procedure around a class' own, which gets the record: makes it at creation, frees it at
-/// the end, and lets nothing out into the system. Without a record the system's procedure does all.
+/// Wraps a class' own window procedure and passes it the record: makes the record at creation,
+/// frees it at the end, and lets no exception reach the system. Without a record the system's
+/// procedure handles all messages.
 template <typename Record, LRESULT (*take)(HWND, Record&, UINT, WPARAM, LPARAM)>
 LRESULT CALLBACK ControlProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
     return Guarded(LRESULT{0}, [&]() -> LRESULT {
@@ -71,7 +72,7 @@ inline bool IsControlEnabled(HWND control) {
 /// The control paints itself before this returns.
 void Redraw(HWND control);
 
-/// The same after a change of its value, of which screen readers are told.
+/// The same after a change of the value, which is also reported to screen readers.
 void ShowValue(HWND control);
 
 /// Take the messages that a control does nothing special with: for one that paints all of itself,

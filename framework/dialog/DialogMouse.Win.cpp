@@ -29,7 +29,7 @@ bool IsButtonDown() {
     return (GetAsyncKeyState(button) & 0x8000) != 0 || HasJustBeenPressed();
 }
 
-/// Boxes and frames, which lie below what they hold.
+/// Boxes and frames, which lie under the items inside them.
 bool IsFrame(HWND control) {
     char className[16];
     GetClassNameA(control, className, static_cast<int>(sizeof className));

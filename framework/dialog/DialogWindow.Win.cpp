@@ -147,7 +147,7 @@ INT_PTR CALLBACK DialogWindow::Procedure(HWND window, UINT message, WPARAM wPara
     }
     NorvantaDialog* const dialog = Of(window);
     if (dialog == nullptr || message == WM_GETFONT) {
-        // Whoever measures asks for the font, at any time: that is no reason to close.
+        // Programs that measure the window ask for its font at any time, also before it is set up.
         return FALSE;
     }
     if (message == WM_GETMINMAXINFO) {

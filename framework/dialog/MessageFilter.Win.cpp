@@ -22,8 +22,8 @@ bool MeansCancel(int character, int modifiers) {
     return character == escapeCharacter ? (held & modifierControl) == 0 : held == modifierControl;
 }
 
-/// The character that stands for a message, or -1. Arrows and Escape have none of their own here:
-/// the system would use their keys up before.
+/// Returns the character of a key message, or -1. Arrows and Escape give none: the system takes
+/// them before.
 int CharacterOf(const MSG& message) {
     if (message.message == WM_CHAR) {
         return static_cast<int>(message.wParam);

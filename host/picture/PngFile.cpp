@@ -100,7 +100,7 @@ class InfoReader {
         }
         png_set_read_fn(png, this, Read);
         png_set_user_limits(png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
-        // As the picture library, which reads the pixels, has it: checksums are not looked at.
+        // Checksums are ignored, as the picture library that reads the pixels ignores them.
         png_set_crc_action(png, PNG_CRC_QUIET_USE, PNG_CRC_QUIET_USE);
     }
     InfoReader(const InfoReader&) = delete;

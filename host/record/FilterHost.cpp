@@ -58,7 +58,7 @@ bool AreSame(const hostapi::Point& a, const hostapi::Point& b) {
     return a.v == b.v && a.h == b.h;
 }
 
-// The fields that are the host's: what the filter is told and whom it may call.
+// The fields that the host sets: its data for the filter, and its callbacks.
 bool AreHostsFieldsSame(const hostapi::FilterRecord& a, const hostapi::FilterRecord& b) {
     return AreSame(a.imageSize, b.imageSize) && AreSame(a.wholeSize, b.wholeSize) &&
            AreSame(a.floatCoord, b.floatCoord) && a.planes == b.planes &&

@@ -61,7 +61,7 @@ class MemorySuites {
     hostapi::HandleProcs* Handles();
 
     std::int64_t FreeBytes() const;
-    /// The free bytes as the filter is told of them.
+    /// The number of free bytes that the filter is given.
     std::int32_t ToldSpace() const;
     std::size_t LiveBuffers() const { return buffers.size(); }
     std::size_t LiveHandles() const { return handles.size(); }

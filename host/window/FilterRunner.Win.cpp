@@ -61,7 +61,7 @@ FilterSession& FilterRunner::SessionOf(const ListedFilter& filter) {
     const bool isTheSame = session != nullptr && session->Filter().file == filter.file &&
                            session->Filter().description.name == filter.description.name;
     if (!isTheSame) {
-        // The new one must be the only one: the newest serves all.
+        // Only one session may exist: callbacks go to the newest.
         session.reset();
         session = std::make_unique<FilterSession>(filter, Settings());
     }

@@ -27,8 +27,8 @@ class HostWindow : public NativeWindow, private PictureViewListener {
     /// Makes the window and shows it as `show` says, one of the values of ShowWindow(). Throws
     /// std::runtime_error.
     void Open(int show);
-    /// Finds the filters and opens the picture that the options name. What can't be opened is told
-    /// the user, and the window stays.
+    /// Finds the filters and opens the picture that the options name. Reports what cannot be opened
+    /// to the user; the window stays open.
     void CarryOutOptions();
     /// Whether the message was a command's key; then the command has been carried out.
     bool TranslateKey(MSG& message);

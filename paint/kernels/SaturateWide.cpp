@@ -86,7 +86,7 @@ struct SortedChannels {
     __m256d least;
 };
 
-/// The place of the middle channel between the others, of four pixels.
+/// The position of the middle channel between the lowest and the highest, for four pixels.
 struct HuePlace {
     __m256d start;
     __m256d sign;

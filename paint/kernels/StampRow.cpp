@@ -16,7 +16,7 @@ constexpr int lanes = 4;
 using Doubles = double __attribute__((vector_size(lanes * sizeof(double))));
 using Integers = std::int32_t __attribute__((vector_size(lanes * sizeof(std::int32_t))));
 
-/// Two of the values each, for the processor's own instructions.
+/// Vectors of two values, the width of the processor's own instructions.
 struct Halves {
     explicit Halves(const Doubles& values) {
         double single[lanes];

@@ -4,8 +4,8 @@
 
 namespace {
 
-// One thread runs everything, so one state serves. What it is before the first seeding matters to
-// nobody.
+// One thread runs everything, so one state serves. Its value before the first seeding has no
+// meaning.
 RandomGenerator generator(1);
 
 }  // namespace

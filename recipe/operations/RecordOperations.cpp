@@ -60,7 +60,7 @@ OperationDefinition DefinitionOf(const CatalogRow& row) {
     return definition;
 }
 
-/// Skew with a key that is no field of its record and has no control: whether it reads the nearest
+/// The key of Skew that is no field of its record and has no control: whether it reads the nearest
 /// pixels.
 OperationDefinition SkewDefinition(const CatalogRow& row) {
     OperationDefinition definition = DefinitionOf(row);

@@ -66,8 +66,8 @@ bool IsTooLong(const FilterRecord& record, std::int32_t rowBytes, const Rect& de
            (isPadded(2 * length) || isPadded(4 * length));
 }
 
-/// Fetches the next row of a loop over the selection, and stores the one before. False when the
-/// loop must end; the context's result then says why.
+/// Fetches the next row of a loop over the selection, and stores the one before. Returns false when
+/// the loop has to end, with the reason in the context's result.
 bool AdvanceTo(FilterContext* context, const Rect& selection, std::int16_t y, bool withMask) {
     FilterRecord* const record = context->record;
     ShowProgress(y - selection.top, Height(selection));
@@ -103,7 +103,7 @@ void CopyRowIn(unsigned char* target, const unsigned char* source, const unsigne
     }
 }
 
-/// Copies the row that the host has just delivered. False if the host owes it.
+/// Copies the row that the host has just delivered. False if the host did not deliver it.
 bool CopyDeliveredRow(const FilterRecord& record, const Rect& asked, unsigned char* target) {
     const Span span = DeliveredSpan(asked, record.inRect, record.inRowBytes, record.planes);
     if (span.count == 0) {
@@ -190,7 +190,7 @@ std::int16_t TryFirstRow(FilterContext* context) {
     record->inRect = RowAt(selection, selection.top);
     record->outRect = {};
     record->maskRect = {};
-    // Errors of reading are nobody's concern yet: a texture can also be begun blank.
+    // Read errors are ignored here: a blank texture needs no selection.
     const bool isTooLong =
         AdvanceState() == hostapi::noErr && IsTooLong(*record, record->inRowBytes, record->inRect);
     RestoreRequest(before, record);
@@ -301,7 +301,7 @@ class TileWriter {
     std::unique_ptr<unsigned char[]> packed;
 };
 
-/// Writes the row that the host has just delivered. False if the host owes it.
+/// Writes the row that the host has just delivered. False if the host did not deliver it.
 bool WriteDeliveredRow(const FilterRecord& record, const Rect& asked, int row,
                        const TileWriter& writer) {
     const Span span = DeliveredSpan(asked, record.outRect, record.outRowBytes, record.planes);

@@ -114,7 +114,7 @@ TEST_F(ProgramTest, FindsInputsBesideTheRecipe) {
     WriteFile("recipes/a.recipe", "open file=tile.png\nsave file=copy.png");
     EXPECT_EQ(Run({"recipes/a.recipe"}), quietSuccess);
     EXPECT_EQ(host::LoadPicture("copy.png").width, 6);
-    // A recipe from standard input lies beside nothing.
+    // A recipe from standard input has no folder.
     EXPECT_EQ(Run({"-"}, "open file=tile.png"),
               (ProgramResult{1, "", "-:1: there is no file 'tile.png'\n"}));
 }
