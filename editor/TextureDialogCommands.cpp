@@ -184,8 +184,7 @@ bool TextureDialog::RunSubDialog() {
 void TextureDialog::OpenCombine() {
     TakeUndoSnapshot();
     const ApplyContext context{this, dialogPlaces[placedCombine], nullptr};
-    subDialog = std::make_unique<CombineDialog>(
-        context, CombineChoice{preferences.combineMode, preferences.combineAmount, combineFile});
+    subDialog = std::make_unique<CombineDialog>(context, preferences.combine, combineFile);
     RunSubDialog();
 }
 
@@ -201,7 +200,7 @@ void TextureDialog::RunCombine() {
     if (combineFile.Exists() != 0) {
         return;
     }
-    if (!::RunCombine(*pic, *other, preferences.combineAmount, preferences.combineMode)) {
+    if (!::RunCombine(*pic, *other, preferences.combine.amount, preferences.combine.mode)) {
         Alert(Active(), alertSizesDiffer);
         return;
     }

@@ -86,8 +86,7 @@ bool LoadPreferences(Preferences& preferences) {
     }
     try {
         ReadPreferences(ReaderOf(file), preferences);
-        preferences.combineMode = Preferences{}.combineMode;
-        preferences.combineAmount = Preferences{}.combineAmount;
+        preferences.combine = {};
     } catch (std::int16_t) {
         Discard(file, alertPreferencesNotRead);
         return false;
@@ -114,8 +113,7 @@ void SetDefaultPreferences(Preferences& preferences) {
     preferences.twirls = defaults.twirls;
     preferences.skew = defaults.skew;
     preferences.shapes = DefaultsFor(preferences.shapes);
-    preferences.combineMode = defaults.combineMode;
-    preferences.combineAmount = defaults.combineAmount;
+    preferences.combine = defaults.combine;
 }
 
 bool SavePreferences(const Preferences& preferences) {

@@ -77,10 +77,8 @@ struct Preferences {
     /// The file says so; one that does not counts as 96.
     bool hasPlaceResolution = false;
 
-    // Not kept: they start anew in every run.
-    std::int16_t combineMode = 1;
-    /// 0 to 100.
-    std::int16_t combineAmount = 50;
+    // Not kept: it starts anew in every run.
+    CombineParams combine;
 };
 
 /// Returns the last used record of the operation with this id, of the type that the catalogue has

@@ -10,6 +10,7 @@
 #include "paint/Color.h"
 #include "paint/records/EffectParams.h"
 #include "paint/records/LinesParams.h"
+#include "paint/records/ToolParams.h"
 #include "raster/PicClass.h"
 
 /// Pixels that a texture has at most on either side. Rasters of other uses can be larger.
@@ -154,14 +155,9 @@ class PaintClass : public PicClass {
     void Gradient(hostapi::Point from, hostapi::Point to);
 
     // The tools' settings, which start anew with each texture object.
-
-    static constexpr short standardBrushSize = 11;
-    static constexpr short standardStampSize = 16;
-    static constexpr short standardTolerance = 25;
-    /// 2 to 20 pixels.
-    short brushSize = standardBrushSize;
-    /// 1 to 20 pixels.
-    short stampSize = standardStampSize;
+    // The defaults and ranges of those that have a dialog are in paint/records/ToolParams.h.
+    short brushSize = BrushSettings{}.size;
+    short stampSize = StampSettings{}.size;
     /// Texture pixels from the brush to the source, right and down; both 0 means undefined. While
     /// stampSourcePending they hold the source point itself.
     short stampOffsetH = 0;
@@ -171,10 +167,8 @@ class PaintClass : public PicClass {
     short stampCrossH = 0;
     bool stampSourcePending = false;
     bool stampCrossShown = false;
-    /// 0 to 100.
-    short fillTolerance = standardTolerance;
-    /// 1 softens the contour.
-    short fillAntiAlias = 1;
+    short fillTolerance = FillSettings{}.tolerance;
+    short fillAntiAlias = FillSettings{}.antiAlias;
     /// The editor's colours. Null outside it: the tools then use black and white.
     const RGBColor16* foreColor = nullptr;
     const RGBColor16* backColor = nullptr;

@@ -4,61 +4,34 @@
 #include "resources/Ids.h"
 #include "resources/Strings.h"
 
-namespace {
-
 using Items = CombineItems;
 
-constexpr double leastAmount = 0;
-constexpr double greatestAmount = 100;
-
-}  // namespace
-
-CombineDialog::CombineDialog(const ApplyContext& context, const CombineChoice& newStored)
-    : ApplyDialog(context, combineDialog),
-      stored(newStored),
-      mode(newStored.mode),
-      amount(newStored.amount) {
-    SetApplied();
+CombineDialog::CombineDialog(const ApplyContext& context, CombineParams& newStored,
+                             ImageFile& newFile)
+    : ParamsDialog(context, combineDialog, newStored), file(newFile) {
+    bindings.Popup(FieldFor(&CombineParams::mode), Items::mode);
+    bindings.Number(FieldFor(&CombineParams::amount), {.field = Items::amount,
+                                                       .slider = Items::slider,
+                                                       .label = Items::amountLabel,
+                                                       .name = "Amount"});
     SetName(Items::mode, "Mode");
-    SetName(Items::slider, "Amount");
-    SetName(Items::amount, "Amount");
+    SetApplied();
 }
 
 void CombineDialog::Setup() {
-    ApplyDialog::Setup();
-    SetFormat(Items::amount, "%d", leastAmount, greatestAmount);
-    SetRange(Items::slider, leastAmount, greatestAmount);
-    SetLabel(Items::amountLabel, Items::amount);
-    SetValue(Items::mode, mode);
-    SetValue(Items::amount, amount);
-    SetValue(Items::slider, amount);
+    ParamsDialog::Setup();
     ShowFile();
 }
 
 short CombineDialog::ItemHit(short item) {
-    switch (item) {
-        case Items::choose:
-            ChooseFile();
-            return 0;
-        case Items::amount:
-            SetValue(Items::slider, GetValue(Items::amount));
-            MarkChanged(true);
-            return 0;
-        case Items::mode:
-            if (!modeBeforeMenu) {
-                MarkChanged(true);
-            }
-            return 0;
-        default:
-            return ApplyDialog::ItemHit(item);
+    if (item == Items::choose) {
+        ChooseFile();
+        return 0;
     }
-}
-
-bool CombineDialog::ScrollChanged(short item, int value) {
-    if (item == Items::slider) {
-        SetValue(Items::amount, value);
+    if (item == Items::mode && modeBeforeMenu) {
+        return 0;
     }
-    return ApplyDialog::ScrollChanged(item, value);
+    return ParamsDialog::ItemHit(item);
 }
 
 void CombineDialog::PopupOpens(short item) {
@@ -78,31 +51,18 @@ void CombineDialog::PopupIsClosed(short item) {
     }
 }
 
-void CombineDialog::StoreValues() {
-    KeepValues();
-    stored.mode = mode;
-    stored.amount = amount;
-}
-
-void CombineDialog::KeepValues() {
-    if (IsOpen()) {
-        mode = GetShort(Items::mode);
-        amount = GetShort(Items::amount);
-    }
-}
-
 void CombineDialog::ChooseFile() {
     constexpr std::int16_t standardDialog = -1;
     FileOwner files(*this);
-    if (stored.file.ChooseImageToOpen(files, nullptr, standardDialog) == 0) {
+    if (file.ChooseImageToOpen(files, nullptr, standardDialog) == 0) {
         ShowFile();
         MarkChanged(true);
     }
 }
 
 void CombineDialog::ShowFile() {
-    const bool isChosen = stored.file.HasName();
+    const bool isChosen = file.HasName();
     SetText(Items::fileName,
-            isChosen ? stored.file.GetFileName().c_str() : StringText(stringChooseTexture));
+            isChosen ? file.GetFileName().c_str() : StringText(stringChooseTexture));
     Enable(okItem, isChosen);
 }

@@ -1,14 +1,8 @@
 // The settings of the Paintbrush.
 #pragma once
 
-#include <cstdint>
-
 #include "dialogs/tools/ToolsDialog.h"
-
-struct BrushSettings {
-    /// The diameter in pixels, 2 to 20.
-    std::int16_t size;
-};
+#include "paint/records/ToolParams.h"
 
 class BrushDialog : public ToolsDialog {
   public:

@@ -1,16 +1,8 @@
 // The settings of the Fill tool.
 #pragma once
 
-#include <cstdint>
-
 #include "dialogs/tools/ToolsDialog.h"
-
-struct FillSettings {
-    /// 0 to 100.
-    std::int16_t tolerance;
-    /// 0 or 1.
-    std::int16_t antiAlias;
-};
+#include "paint/records/ToolParams.h"
 
 class FillDialog : public ToolsDialog {
   public:

@@ -125,6 +125,23 @@ constexpr std::span<const Field> FieldsOf<MosaicParams>() {
     return mosaicFields;
 }
 
+/// The parameters of Combine. No file keeps them.
+struct CombineParams {
+    /// 1 blends, 2 prints the relief of the other texture on this one, 3 turns hues by its
+    /// brightness.
+    std::int16_t mode = 1;
+    /// In percent.
+    std::int16_t amount = 50;
+};
+inline constexpr Field combineFields[] = {
+    fields::Number<&CombineParams::mode>("mode", 1, 3),
+    fields::Number<&CombineParams::amount>("amount", 0, 100),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<CombineParams>() {
+    return combineFields;
+}
+
 /// The parameter of Flip. No dialog gives it, and no file keeps it.
 struct FlipParams {
     /// 0 to 2.

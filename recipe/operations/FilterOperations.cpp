@@ -10,6 +10,7 @@
 #include "recipe/formats/TextureFiles.h"
 #include "recipe/language/Wording.h"
 #include "recipe/operations/MemoryCheck.h"
+#include "recipe/operations/RecordOperations.h"
 #include "recipe/tool/Session.h"
 
 namespace recipe {
@@ -73,7 +74,6 @@ void RunMoveTool(Session& session, const Arguments& arguments) {
 
 std::vector<OperationDefinition> FilterOperations() {
     using enum TextureUse;
-    const Whole percent{0, 100};
     const Whole copies{1, 12};
     const Whole side{1, maximalTextureSide};
     const Whole distance{std::numeric_limits<short>::min(), std::numeric_limits<short>::max()};
@@ -84,8 +84,8 @@ std::vector<OperationDefinition> FilterOperations() {
         {"combine",
          changes,
          {{"file", TextureFileName()},
-          {"mode", Whole{1, 3}, Defaults(1)},
-          {"amount", percent, Defaults(50)}},
+          KeyFor(&CombineParams::mode),
+          KeyFor(&CombineParams::amount)},
          RunCombineWithFile},
         // These two take the snapshot of the new texture: undo does not restore the old one.
         {"tile",

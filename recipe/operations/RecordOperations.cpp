@@ -13,23 +13,6 @@ namespace recipe {
 
 namespace {
 
-KeyDefinition KeyOf(const Field& field, const void* defaults) {
-    if (field.type == FieldType::color) {
-        return {field.name, ColorTriple{}, ColorValue(ReadColor(field, defaults))};
-    }
-    const double standard = ReadNumber(field, defaults);
-    if (field.type == FieldType::real) {
-        return {field.name, Real{field.low, field.high}, Value(standard)};
-    }
-    const WhenMissing whenMissing = Defaults(static_cast<std::int64_t>(standard));
-    if (!field.words.empty()) {
-        return {field.name, Choice{field.words}, whenMissing};
-    }
-    return {field.name,
-            Whole{static_cast<std::int64_t>(field.low), static_cast<std::int64_t>(field.high)},
-            whenMissing};
-}
-
 void SetField(const Field& field, void* record, const Arguments& arguments) {
     if (field.type == FieldType::color) {
         WriteColor(field, record, ColorOf(arguments, field.name));
@@ -74,6 +57,23 @@ OperationDefinition SkewDefinition(const CatalogRow& row) {
 }
 
 }  // namespace
+
+KeyDefinition KeyOf(const Field& field, const void* defaults) {
+    if (field.type == FieldType::color) {
+        return {field.name, ColorTriple{}, ColorValue(ReadColor(field, defaults))};
+    }
+    const double standard = ReadNumber(field, defaults);
+    if (field.type == FieldType::real) {
+        return {field.name, Real{field.low, field.high}, Value(standard)};
+    }
+    const WhenMissing whenMissing = Defaults(static_cast<std::int64_t>(standard));
+    if (!field.words.empty()) {
+        return {field.name, Choice{field.words}, whenMissing};
+    }
+    return {field.name,
+            Whole{static_cast<std::int64_t>(field.low), static_cast<std::int64_t>(field.high)},
+            whenMissing};
+}
 
 std::vector<OperationDefinition> RecordOperations() {
     std::vector<OperationDefinition> definitions;

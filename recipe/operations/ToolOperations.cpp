@@ -5,6 +5,7 @@
 
 #include "paint/Stroke.h"
 #include "recipe/language/ValueParser.h"
+#include "recipe/operations/RecordOperations.h"
 #include "recipe/tool/Session.h"
 
 namespace recipe {
@@ -80,23 +81,18 @@ std::vector<OperationDefinition> ToolOperations() {
     const Path anyPath{1};
     const Path draggedPath{2};
     return {
-        {"brush",
-         changes,
-         {{"size", Whole{2, 20}, Defaults(PaintClass::standardBrushSize)}, {"path", anyPath}},
-         RunBrush},
+        {"brush", changes, {KeyFor(&BrushSettings::size), {"path", anyPath}}, RunBrush},
         {"eraser", changes, {{"path", anyPath}}, PaintPath<EraserStroke>},
         {"pencil", changes, {{"path", anyPath}}, PaintPath<PencilStroke>},
         {"stamp",
          changes,
-         {{"size", Whole{1, 20}, Defaults(PaintClass::standardStampSize)},
-          {"offset", Coordinates{}},
-          {"path", draggedPath}},
+         {KeyFor(&StampSettings::size), {"offset", Coordinates{}}, {"path", draggedPath}},
          RunStamp,
          CheckStamp},
         {"fill",
          changes,
-         {{"tolerance", Whole{0, 100}, Defaults(PaintClass::standardTolerance)},
-          {"antiAlias", Whole{0, 1}, Defaults(1)},
+         {KeyFor(&FillSettings::tolerance),
+          KeyFor(&FillSettings::antiAlias),
           {"at", Coordinates{}}},
          RunFill},
         {"gradient",

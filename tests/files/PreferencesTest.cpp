@@ -123,13 +123,13 @@ TEST_F(PreferencesTest, AFileThatEndsEarlyIsReportedAndDeleted) {
 
 TEST_F(PreferencesTest, AFileCutInsideThePlacesLosesAllButWhatStaysForGood) {
     WriteCutFile(cutFileSize - 8);
-    preferences.combineAmount = 7;
+    preferences.combine.amount = 7;
     EXPECT_FALSE(LoadPreferences(preferences));
     EXPECT_EQ(preferences.foreground.red, 0x55) << "read before the end came";
-    EXPECT_EQ(preferences.combineAmount, 7);
+    EXPECT_EQ(preferences.combine.amount, 7);
     SetDefaultPreferences(preferences);
     EXPECT_EQ(preferences.foreground, black16);
-    EXPECT_EQ(preferences.combineAmount, 50);
+    EXPECT_EQ(preferences.combine.amount, 50);
     EXPECT_EQ(CountOf(preferences.presets[presetSkew]), 1) << "presets stay";
     EXPECT_EQ(preferences.editorPlace.top, 0x44) << "so do places";
     EXPECT_TRUE(SavePreferences(preferences));
@@ -171,15 +171,15 @@ TEST_F(PreferencesTest, TheDefaultsReachEveryFieldOfTheHead) {
 }
 
 TEST_F(PreferencesTest, CombineStartsAnewInEveryRun) {
-    preferences.combineMode = 3;
-    preferences.combineAmount = 99;
+    preferences.combine.mode = 3;
+    preferences.combine.amount = 99;
     ASSERT_TRUE(SavePreferences(preferences));
     ASSERT_TRUE(LoadPreferences(preferences));
-    EXPECT_EQ(preferences.combineMode, 1);
-    EXPECT_EQ(preferences.combineAmount, 50);
-    preferences.combineMode = 3;
+    EXPECT_EQ(preferences.combine.mode, 1);
+    EXPECT_EQ(preferences.combine.amount, 50);
+    preferences.combine.mode = 3;
     SetDefaultPreferences(preferences);
-    EXPECT_EQ(preferences.combineMode, 1);
+    EXPECT_EQ(preferences.combine.mode, 1);
 }
 
 TEST_F(PreferencesTest, DeletedPresetsLeaveAStaleTailThatDoesNoHarm) {

@@ -9,6 +9,7 @@
 #include "paint/records/EffectParams.h"
 #include "paint/records/FilterParams.h"
 #include "paint/records/LinesParams.h"
+#include "paint/records/ToolParams.h"
 #include "tests/support/CoreTest.h"
 
 namespace {
@@ -158,6 +159,11 @@ TEST_F(FieldTest, TablesAreSound) {
     ExpectSoundTable<BrightContrParams>("BrightContr");
     ExpectSoundTable<AddColorParams>("AddColor");
     ExpectSoundTable<MosaicParams>("Mosaic");
+    ExpectSoundTable<FlipParams>("Flip");
+    ExpectSoundTable<CombineParams>("Combine");
+    ExpectSoundTable<BrushSettings>("Brush");
+    ExpectSoundTable<StampSettings>("Stamp");
+    ExpectSoundTable<FillSettings>("Fill");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The table of keys in recipe/README.md says what the catalogue says.
+// The table of keys in recipe/README.md says what the catalogue and the tools' records say.
 #include <gtest/gtest.h>
 
 #include <charconv>
@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "paint/Catalog.h"
+#include "paint/records/ToolParams.h"
 #include "recipe/language/Wording.h"
 #include "tests/recipe/TemporaryFolder.h"
 
@@ -68,6 +69,26 @@ TEST(Readme, ListsEveryFieldWithItsRangeAndDefault) {
         const std::string rest = readme.substr(place + cells.size(), 2);
         EXPECT_TRUE(rest == " |" || (rest == "; " && std::string(row.name) == "skew")) << row.name;
     }
+}
+
+/// Whether the operation's row lists the field with its range and default.
+template <typename Record, typename Type>
+bool RowHas(const std::string& operation, Type Record::*member) {
+    static const std::string readme = ReadFile(std::string(SOURCE_FOLDER) + "/recipe/README.md");
+    const std::size_t start = readme.find("| " + Code(operation) + " |");
+    const Record defaults;
+    const Field& field = FieldFor(member);
+    return readme.substr(start, readme.find('\n', start) - start)
+               .find(Code(field.name) + " " + RangeOf(field, &defaults)) != std::string::npos;
+}
+
+TEST(Readme, ListsTheFieldsOfToolsAndOfCombine) {
+    EXPECT_TRUE(RowHas("brush", &BrushSettings::size));
+    EXPECT_TRUE(RowHas("stamp", &StampSettings::size));
+    EXPECT_TRUE(RowHas("fill", &FillSettings::tolerance));
+    EXPECT_TRUE(RowHas("fill", &FillSettings::antiAlias));
+    EXPECT_TRUE(RowHas("combine", &CombineParams::mode));
+    EXPECT_TRUE(RowHas("combine", &CombineParams::amount));
 }
 
 }  // namespace
