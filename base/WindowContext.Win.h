@@ -1,4 +1,4 @@
-// A device context of a window or of the screen, for as long as its owner lives.
+// Device contexts of windows and of the screen, for as long as their owners live.
 #pragma once
 
 #include <windows.h>
@@ -24,5 +24,26 @@ class WindowContext {
     WindowContext(HWND newWindow, HDC newContext) : window(newWindow), context(newContext) {}
 
     HWND window;
+    HDC context;
+};
+
+/// The answer to WM_PAINT: the context of what a window has to paint. The system considers that
+/// painted when the owner's life ends, whichever way the drawing ends.
+class PaintContext {
+  public:
+    explicit PaintContext(HWND newWindow)
+        : window(newWindow), paint{}, context(BeginPaint(newWindow, &paint)) {}
+    PaintContext(const PaintContext&) = delete;
+    PaintContext& operator=(const PaintContext&) = delete;
+    ~PaintContext() { EndPaint(window, &paint); }
+
+    /// Null if the system has none to give.
+    HDC Get() const { return context; }
+    /// What is to be painted, in client coordinates.
+    const RECT& Area() const { return paint.rcPaint; }
+
+  private:
+    HWND window;
+    PAINTSTRUCT paint;
     HDC context;
 };

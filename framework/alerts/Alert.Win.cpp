@@ -4,6 +4,7 @@
 #include "base/FatalError.h"
 #include "base/LeadByte.Win.h"
 #include "base/Module.Win.h"
+#include "base/WindowContext.Win.h"
 #include "base/WindowPlace.Win.h"
 #include "framework/dialog/DisabledWindows.Win.h"
 #include "resources/Strings.h"
@@ -45,13 +46,11 @@ void SetUp(HWND alert, AlertRun& run) {
 }
 
 void DrawStockIcon(HWND alert, AlertIcon icon) {
-    PAINTSTRUCT paint{};
-    const HDC context = BeginPaint(alert, &paint);
+    const PaintContext context(alert);
     RECT place{iconPlace, iconPlace, iconPlace, iconPlace};
     MapDialogRect(alert, &place);
-    DrawIcon(context, place.left, place.top,
+    DrawIcon(context.Get(), place.left, place.top,
              LoadIcon(nullptr, icon == AlertIcon::stop ? IDI_HAND : IDI_EXCLAMATION));
-    EndPaint(alert, &paint);
 }
 
 INT_PTR TakeMessage(HWND alert, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -21,18 +21,15 @@ SIZE SizeOf(const RECT& rect) {
 }  // namespace
 
 BufferedPaint::BufferedPaint(HWND newControl)
-    : control(newControl),
-      paint{},
-      screen(BeginPaint(newControl, &paint)),
+    : screen(newControl),
       client(DrawableClient(newControl)),
-      bitmap(CreateCompatibleBitmap(screen, client.right, client.bottom)),
-      memory(screen, As<HBITMAP>(bitmap)) {
+      bitmap(CreateCompatibleBitmap(screen.Get(), client.right, client.bottom)),
+      memory(screen.Get(), As<HBITMAP>(bitmap)) {
     FillRect(memory.Get(), &client, GetSysColorBrush(COLOR_BTNFACE));
 }
 
 BufferedPaint::~BufferedPaint() {
-    BitBlt(screen, 0, 0, client.right, client.bottom, memory.Get(), 0, 0, SRCCOPY);
-    EndPaint(control, &paint);
+    BitBlt(screen.Get(), 0, 0, client.right, client.bottom, memory.Get(), 0, 0, SRCCOPY);
 }
 
 void Redraw(HWND control) {

@@ -7,6 +7,7 @@
 
 #include "base/Callback.Win.h"
 #include "base/TryMake.h"
+#include "base/WindowContext.Win.h"
 #include "framework/controls/ControlClasses.Win.h"
 #include "framework/drawing/GdiObject.Win.h"
 #include "framework/drawing/Pictures.Win.h"
@@ -57,9 +58,7 @@ class BufferedPaint {
     int Height() const { return client.bottom; }
 
   private:
-    HWND control;
-    PAINTSTRUCT paint;
-    HDC screen;
+    PaintContext screen;
     RECT client;
     GdiObject bitmap;
     MemoryContext memory;

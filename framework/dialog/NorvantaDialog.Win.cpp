@@ -324,18 +324,12 @@ void NorvantaDialog::PaintMessage() {
     const HWND window = DialogWindow::Window(*this);
     Region& update = port->PaintRegion();
     GetUpdateRgn(window, static_cast<HRGN>(update.Handle()), FALSE);
-    PAINTSTRUCT paint{};
-    BeginPaint(window, &paint);
+    const PaintContext context(window);
     port->SetExtraClip(&update);
-    // Removes the clip and ends the paint on every path, a throw from drawing included.
+    // Removes the clip on every path, a throw from drawing included.
     struct Ending {
         NorvantaDialog& dialog;
-        HWND window;
-        PAINTSTRUCT& paint;
-        ~Ending() {
-            dialog.port->SetExtraClip(nullptr);
-            EndPaint(window, &paint);
-        }
-    } const ending{*this, window, paint};
+        ~Ending() { dialog.port->SetExtraClip(nullptr); }
+    } const ending{*this};
     Paint(update);
 }

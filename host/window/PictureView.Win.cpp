@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "base/Rectangles.h"
+#include "base/WindowContext.Win.h"
 #include "host/window/ScrollBars.Win.h"
 #include "host/window/ViewImage.h"
 
@@ -153,17 +154,15 @@ LRESULT PictureView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void PictureView::Paint() {
-    PAINTSTRUCT paint{};
-    HDC context = BeginPaint(Handle(), &paint);
-    const RECT& dirty = paint.rcPaint;
+    const PaintContext context(Handle());
+    const RECT& dirty = context.Area();
     const hostapi::VRect area{dirty.top, dirty.left, dirty.bottom, dirty.right};
     if (!IsEmpty(area)) {
-        DrawRows(Compose(area), area.top, area.left, context);
+        DrawRows(Compose(area), area.top, area.left, context.Get());
     }
     if (document == nullptr) {
-        PaintEmpty(context);
+        PaintEmpty(context.Get());
     }
-    EndPaint(Handle(), &paint);
 }
 
 DisplayRows PictureView::Compose(const hostapi::VRect& area) const {
