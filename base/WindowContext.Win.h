@@ -39,7 +39,7 @@ class PaintContext {
 
     /// Null if the system has none to give.
     HDC Get() const { return context; }
-    /// What is to be painted, in client coordinates.
+    /// The area to be painted, in client coordinates.
     const RECT& Area() const { return paint.rcPaint; }
 
   private:

@@ -33,7 +33,7 @@ void ApplyDialog::Setup() {
     if (presets != nullptr) {
         FillPresets();
         UpdateDelete();
-        // They stand below the values.
+        // The presets are the last in the reading order: they lie below the values.
         SetTabOrder({ItemCount(), Items::presets, Items::save, Items::remove});
     }
     if (placement.right != 0) {
@@ -197,7 +197,7 @@ void ApplyDialog::DeletePreset() {
     RefillPresets();
 }
 
-/// A fault in what stood over this dialog has closed it, too.
+/// A fault in a dialog over this one has closed this one as well.
 void ApplyDialog::RefillPresets() {
     if (IsOpen()) {
         FillPresets();

@@ -17,8 +17,8 @@
 #include "framework/dialog/SmallPSDialog.h"
 #include "paint/records/Field.h"
 
-/// The controls that show one number and follow each other; 0 for those that there are not. The
-/// number is read from the field if there is one, else from the slider.
+/// The controls that show one number and follow each other; 0 for none. The number is read from the
+/// field if there is one, else from the slider.
 struct NumberItems {
     /// An edit field; becomes one for whole numbers.
     short field = 0;
@@ -49,9 +49,9 @@ struct RadioChoice {
 
 /// The values that no button of a group stands for.
 struct OtherValues {
-    /// The button that is on for them; 0 for none.
+    /// The button that is checked for them; 0 for none.
     short shownAs = 0;
-    /// The value that is read while no button is on. Without one the record keeps its value.
+    /// The value that is read while no button is checked. Without one the record keeps its value.
     std::optional<int> readAs = std::nullopt;
 };
 
@@ -74,7 +74,7 @@ class Bindings {
     // The rows.
 
     void Number(const Field& field, const NumberItems& items, const NumberShown& shown = {});
-    /// A check box; 1 in the record when it is on, else 0.
+    /// A check box; 1 in the record while it is checked, else 0.
     void Check(const Field& field, short item);
     void Radios(const Field& field, const std::vector<RadioChoice>& choices,
                 const OtherValues& others = {});

@@ -15,14 +15,14 @@ class ColorPicker {
 
     /// The background, then the foreground.
     void Draw() const;
-    /// Uses what is there.
+    /// Uses the part at that place, if there is one.
     void Click(short x, short y) { Use(PartAt(x, y)); }
     /// Chooses a colour, or exchanges or resets both.
     void Use(WellPart used);
     WellPart PartAt(short x, short y) const { return wells.PartAt(x, y); }
-    /// Where the part shows that keys act on it: in a well, around a symbol; empty for none.
+    /// The focus frame of the part: in a well, around a symbol; empty for none.
     hostapi::Rect FocusFrame(WellPart part) const;
-    /// As screen readers are told of them, in the order of WellPart.
+    /// The descriptions for screen readers, in the order of WellPart.
     std::vector<ItemPart> Parts() const;
 
     /// Exchanges the colours.

@@ -35,7 +35,7 @@ void CreaterDialog::Setup() {
     EditDialog::Setup();
     SetTabOrder({cancelItem, Items::open});
     for (const short item : {Items::blank, Items::selection, Items::lastTexture}) {
-        // The system keeps Tab away from radio buttons that were turned off.
+        // The system skips unchecked radio buttons on Tab.
         SetValue(item, item == contents ? 1 : 0);
     }
     SetValue(Items::showNextTime, 1);

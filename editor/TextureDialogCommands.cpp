@@ -167,7 +167,8 @@ void TextureDialog::OpenOperation(const Operation& operation) {
     }
 }
 
-/// Runs the dialog in `subDialog` over an undo snapshot and what it leaves to do. True after OK.
+/// Runs the dialog in `subDialog`, after OK also the operation if it is still due, and takes the
+/// texture back after Cancel. True after OK.
 bool TextureDialog::RunSubDialog() {
     const int ended = subDialog->Run();
     if (ended == okItem && subDialog->WasApplied()) {

@@ -5,7 +5,8 @@
 
 enum Unit : std::int32_t { unitPixels = 1, unitInch = 2, unitCentimetre = 3 };
 
-/// Inches in a centimetre, rounded in the last digits. Meant: sizes come from this number.
+/// Inches in a centimetre, rounded in the last digits. Intended: sizes are computed with this
+/// number.
 constexpr double inchesPerCentimetre = 0.39370078740157477;
 constexpr double centimetresPerInch = 2.54;
 

@@ -121,6 +121,6 @@ struct ViewGeometry {
 /// The middle of a scroll range.
 int CentredScroll(int minimum, int maximum);
 
-/// Where the filled part of the progress bar ends. `left` and `right` are those of the bar inside
-/// its frame; out-of-range percents are held to them.
+/// The end of the filled part of the progress bar. `left` and `right` are those of the bar inside
+/// its frame; percents outside 0 to 100 are clamped.
 int ProgressEnd(int left, int right, int percent);

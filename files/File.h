@@ -82,8 +82,8 @@ class File {
     /// 0 or fileNotFound: whether the file can be opened for reading, or is open.
     std::int16_t Exists();
     /// "r" opens for reading, "w" for writing, none and any other text for both. The file must
-    /// exist. 0 or fileNotOpened. FatalError 20008 for "rw" in any case of letters; that is meant.
-    /// FatalError 20002 without a name, and if the file is open.
+    /// exist. 0 or fileNotOpened. FatalError 20008 for "rw" in any case of letters; that is
+    /// intended. FatalError 20002 without a name, and if the file is open.
     std::int16_t Open(const char* mode = nullptr);
     /// Creates the file, or empties it, and opens it for reading and writing. 0 or fileNotCreated.
     /// FatalError 20002 as above.

@@ -48,5 +48,5 @@ std::unique_ptr<PaintClass> RunTile(const PaintClass& pic, short horizontal, sho
 /// A new texture of the given size, `pic` stretched over it, with its colours and an undo store
 /// that holds the same. Null without memory.
 std::unique_ptr<PaintClass> RunResize(const PaintClass& pic, short width, short height);
-/// The contents move around the torus, to the right and down. False without memory.
+/// Moves the contents to the right and down; they wrap around. False without memory.
 bool RunMove(PaintClass& pic, int right, int down);

@@ -186,7 +186,7 @@ void PaintClass::Dividers(const DividersParams& params) {
     for (short i = 0; i < misses + attempts; ++i) {
         const short width = TryLine(*this, params);
         if (width > 0) {
-            // Meant: a line's columns are counted in the counter of the tries. So drawn lines
+            // Intended: a line's columns are counted in the counter of the tries. So drawn lines
             // hardly count, and it is the misses that end the run when the tile is full.
             i = width;
         } else {

@@ -83,8 +83,8 @@ void ShapeGrid::Fill(const PicClass& pic, const ShapesParams& params) {
     }
 }
 
-// How a shape's height comes to a pixel of the field that may be part of another shape, or of the
-// same one around the torus. (px, py) are not wrapped.
+// How the height of a shape is combined with a pixel of the field that may already belong to
+// another shape, or to a wrapped part of the same one. (px, py) are not wrapped.
 
 /// The rule of the dialog's records: shapes are seen through each other.
 struct Blended {
@@ -133,7 +133,7 @@ class HeightField {
         const ShapeScan::Range columns =
             scan.ReachAcross({TruncateToShort(cx - shape.hs - margin),
                               static_cast<int>(std::ceil(cx + shape.hs + margin))});
-        // The order is meant to be by columns. Pixels at different places of the tile are
+        // The defined order is by columns. Pixels at different places of the tile are
         // independent, so within the width of one tile the order can be by rows.
         for (int first = columns.first; first < columns.end; first += pic.grX) {
             PressBlock({first, std::min(first + pic.grX, columns.end)}, rows, rule);
@@ -311,7 +311,7 @@ void PaintClass::ShapeGrain(short material) {
     // The clock's second again, so most often the seed of the layout.
     SeedRandom();
     if (!(size < 1.5)) {
-        // Meant: large tiles get no grain, whatever the slider says.
+        // Intended: large tiles get no grain, whatever the slider says.
         return;
     }
     RandomGenerator random(Seed());

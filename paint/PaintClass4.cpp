@@ -265,7 +265,7 @@ void PaintClass::Mosaic(short blockWidth, short blockHeight) {
     const auto area =
         static_cast<std::uint64_t>(blockWidth) * static_cast<std::uint64_t>(blockHeight);
     // A block over the right or lower edge reads what earlier blocks have left on the other side,
-    // and writes there; meant. A block of one pixel is its own average.
+    // and writes there. That is intended. A block of one pixel is its own average.
     const BlockRow blockRow(*this, blockWidth, blockHeight);
     for (int y = 0; y < grY && area > 1; y += blockHeight) {
         const BlockSide down(y, blockHeight, grY);

@@ -51,8 +51,8 @@ class BrushStroke : public Stroke {
     void PaintSegment(hostapi::Point from, hostapi::Point to) override;
 };
 
-/// Square, in the background colour. For its time it exchanges the texture's foreground colour and
-/// brush size for its own. A stroke that has not begun leaves them exchanged: meant.
+/// Square, in the background colour. While it lives, it replaces the foreground colour and the
+/// brush size of the texture. A stroke that has not begun leaves them replaced. That is intended.
 class EraserStroke : public Stroke {
   public:
     explicit EraserStroke(PaintClass& newPic);

@@ -38,7 +38,7 @@ class FloatingPointSettings {
 
 void CheckInstanceHandle() {
     if (instanceHandle == nullptr) {
-        // The selector still runs: only the text threatens to quit. Meant.
+        // The selector still runs: only the text threatens to quit. That is intended.
         MessageBoxA(nullptr, "The DLL instance handle is nil.\nThe plug-in will quit.", "",
                     MB_ICONHAND | MB_SYSTEMMODAL);
     }

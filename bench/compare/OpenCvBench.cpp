@@ -56,7 +56,7 @@ cv::Mat TrailKernel(int length) {
     return kernel / cv::sum(kernel)[0];
 }
 
-/// Every pixel from between others, around the torus.
+/// Interpolates every pixel, with wrapped coordinates.
 cv::Mat Remapped(const cv::Mat& picture, cv::Point2f (*source)(int x, int y)) {
     cv::Mat map(side, side, CV_32FC2);
     for (int y = 0; y < side; ++y) {

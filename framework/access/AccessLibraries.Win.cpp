@@ -27,7 +27,7 @@ AccessLibraries::AccessLibraries()
                           Find(objects, "CoInitializeEx", initialize) &&
                           Find(objects, "CoUninitialize", uninitialize) &&
                           Find(automation, "SysAllocStringLen", makeText);
-    // In a thread that is no apartment the calls would come from others.
+    // Without an apartment, calls would arrive on other threads.
     isApartment = areThere && SUCCEEDED(initialize(nullptr, COINIT_APARTMENTTHREADED));
 }
 

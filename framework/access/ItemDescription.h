@@ -45,7 +45,7 @@ struct ItemDescription {
     std::string name;
     /// Empty for what has none.
     std::string value;
-    /// A radio button or a check box that is on.
+    /// Whether a radio button or a check box is checked.
     bool isChosen = false;
     /// A sentence or two; empty for what explains itself.
     std::string help;

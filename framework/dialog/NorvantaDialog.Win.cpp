@@ -44,7 +44,7 @@ char LocaleCharacter(LCTYPE type) {
 }
 
 /// Both separators are read as the decimal one. Equal ones are not taken, so numbers have a point
-/// whatever the locale; that is meant.
+/// whatever the locale; that is intended.
 NumberCharacters LocaleCharacters() {
     return {LocaleCharacter(LOCALE_SDECIMAL), LocaleCharacter(LOCALE_SDECIMAL),
             LocaleCharacter(LOCALE_SPOSITIVESIGN), LocaleCharacter(LOCALE_SNEGATIVESIGN)};

@@ -16,7 +16,7 @@ struct ColorHLS {
 /// `rgb` holds red, green and blue.
 void RGBToHLS(const unsigned char* rgb, ColorHLS* out);
 /// A hue beyond 0 to 360 comes back by one turn at most, and a channel keeps the low 8 bits of its
-/// truncated number: a hue that was turned further can make it negative. Meant.
+/// truncated number: a hue that was turned further can make it negative. That is intended.
 void HLSToRGB(const ColorHLS* in, unsigned char* rgb);
 
 // Rows of pixels of four bytes each, of which the fourth stays.

@@ -109,7 +109,7 @@ constexpr std::span<const Field> FieldsOf<AddColorParams>() {
 
 struct MosaicParams {
     /// 1, or 3 to 9: the position of the popup's item, which is the block's size in pixels. The
-    /// item labelled n makes blocks of n + 1; meant.
+    /// item labelled n makes blocks of n + 1; intended.
     std::int16_t horizontal = 1;
     std::int16_t vertical = 1;
 };
