@@ -29,7 +29,7 @@ class FilterRunner::Guard {
     ~Guard() {
         runner.status.EndProgress();
         runner.isRunning = false;
-        // Nobody took what the user typed and clicked meanwhile; it isn't meant for what comes now.
+        // Keys and clicks during the run were not for the window that takes input now.
         DropMessages(WM_KEYFIRST, WM_KEYLAST);
         DropMessages(WM_MOUSEFIRST, WM_MOUSELAST);
         SetCursor(previousCursor);

@@ -35,4 +35,6 @@ find "$@" \( -name '*.h' -o -name '*.cpp' -o -name '*.h.in' -o -name '*.rc' \) -
   padded ~ " ([Cc]heap|[Dd]ear|[Qq]uick)(er|est)? way " { complain("\"fast path\", \"exact path\"") }
   padded ~ " [Dd]ear(er|est) " { complain("\"costly\", \"worst case\"") }
   padded ~ " goes on as if " { complain("\"wraps around\" or \"extrapolates\"") }
+  padded ~ " [Mm]eant " { complain("\"intended\", with a full stop before") }
+  padded ~ " button on " { complain("\"checked\"") }
   END { exit failed }'

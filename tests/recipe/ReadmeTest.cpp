@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "paint/Catalog.h"
+#include "paint/records/FilterParams.h"
 #include "paint/records/ToolParams.h"
 #include "recipe/language/Wording.h"
 #include "tests/recipe/TemporaryFolder.h"
