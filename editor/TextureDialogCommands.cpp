@@ -86,7 +86,7 @@ void TextureDialog::ReplaceTexture(std::unique_ptr<PaintClass> newPic) {
 void TextureDialog::RunTile() {
     TileDialog dialog(this, dialogPlaces[placedTile]);
     if (dialog.Run() == okItem) {
-        ReplaceBy(::RunTile(*pic, dialog.Horizontal(), dialog.Vertical()));
+        ReplaceBy(::RunTile(*pic, dialog.Counts().horizontal, dialog.Counts().vertical));
     }
 }
 

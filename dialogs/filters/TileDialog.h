@@ -1,22 +1,19 @@
-// How many copies of the texture the tiled one has.
+// How many copies of the texture become the new one.
 #pragma once
 
-#include "framework/dialog/SmallPSDialog.h"
+#include "dialogs/tools/ToolsDialog.h"
+#include "paint/records/FilterParams.h"
 
-class TileDialog : public SmallPSDialog {
+class TileDialog : public ToolsDialog {
   public:
     /// `newPlacement` is where the dialogs of the class were last; all 0 for never.
     TileDialog(NorvantaDialog* newOwner, hostapi::Rect& newPlacement);
 
     void Setup() override;
-    short ItemHit(short item) override;
 
-    // The counts that the dialog was closed with, 1 to 12 each.
-    short Horizontal() const { return horizontal; }
-    short Vertical() const { return vertical; }
+    /// The counts that the dialog was closed with.
+    const TileParams& Counts() const { return counts; }
 
   private:
-    hostapi::Rect& placement;
-    short horizontal = 2;
-    short vertical = 2;
+    TileParams counts;
 };

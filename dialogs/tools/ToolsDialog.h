@@ -1,5 +1,5 @@
-// The base of the paint tools' settings: a small dialog with OK and Cancel, without a preview. A
-// dialog derived from it binds its controls to a record of its own.
+// The base of small dialogs with OK and Cancel and without a preview: the settings of the paint
+// tools, and Tile. A dialog derived from it binds its controls to a record of its own.
 #pragma once
 
 #include "dialogs/Bindings.h"

@@ -142,6 +142,20 @@ constexpr std::span<const Field> FieldsOf<CombineParams>() {
     return combineFields;
 }
 
+/// The parameters of Tile: numbers of copies. No file keeps them.
+struct TileParams {
+    std::int16_t horizontal = 2;
+    std::int16_t vertical = 2;
+};
+inline constexpr Field tileFields[] = {
+    fields::Number<&TileParams::horizontal>("horizontal", 1, 12),
+    fields::Number<&TileParams::vertical>("vertical", 1, 12),
+};
+template <>
+constexpr std::span<const Field> FieldsOf<TileParams>() {
+    return tileFields;
+}
+
 /// The parameter of Flip. No dialog gives it, and no file keeps it.
 struct FlipParams {
     /// 0 to 2.

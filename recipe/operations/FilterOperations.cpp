@@ -74,7 +74,6 @@ void RunMoveTool(Session& session, const Arguments& arguments) {
 
 std::vector<OperationDefinition> FilterOperations() {
     using enum TextureUse;
-    const Whole copies{1, 12};
     const Whole side{1, maximalTextureSide};
     const Whole distance{std::numeric_limits<short>::min(), std::numeric_limits<short>::max()};
     return {
@@ -90,7 +89,7 @@ std::vector<OperationDefinition> FilterOperations() {
         // These two take the snapshot of the new texture: undo does not restore the old one.
         {"tile",
          keeps,
-         {{"horizontal", copies, Defaults(2)}, {"vertical", copies, Defaults(2)}},
+         {KeyFor(&TileParams::horizontal), KeyFor(&TileParams::vertical)},
          RunTileCommand},
         {"resize",
          keeps,

@@ -161,6 +161,7 @@ TEST_F(FieldTest, TablesAreSound) {
     ExpectSoundTable<MosaicParams>("Mosaic");
     ExpectSoundTable<FlipParams>("Flip");
     ExpectSoundTable<CombineParams>("Combine");
+    ExpectSoundTable<TileParams>("Tile");
     ExpectSoundTable<BrushSettings>("Brush");
     ExpectSoundTable<StampSettings>("Stamp");
     ExpectSoundTable<FillSettings>("Fill");

@@ -83,13 +83,14 @@ bool RowHas(const std::string& operation, Type Record::*member) {
                .find(Code(field.name) + " " + RangeOf(field, &defaults)) != std::string::npos;
 }
 
-TEST(Readme, ListsTheFieldsOfToolsAndOfCombine) {
+TEST(Readme, ListsTheFieldsOfToolsAndOfRecordsThatNoFileKeeps) {
     EXPECT_TRUE(RowHas("brush", &BrushSettings::size));
     EXPECT_TRUE(RowHas("stamp", &StampSettings::size));
     EXPECT_TRUE(RowHas("fill", &FillSettings::tolerance));
     EXPECT_TRUE(RowHas("fill", &FillSettings::antiAlias));
     EXPECT_TRUE(RowHas("combine", &CombineParams::mode));
     EXPECT_TRUE(RowHas("combine", &CombineParams::amount));
+    EXPECT_TRUE(RowHas("tile", &TileParams::vertical));
 }
 
 }  // namespace
