@@ -1,5 +1,7 @@
 #include "framework/access/Accessibility.Win.h"
 
+#include <unordered_map>
+
 #include "base/Callback.Win.h"
 #include "base/TryMake.h"
 #include "framework/access/ItemAccessible.Win.h"
@@ -10,8 +12,14 @@ namespace {
 /// From the first question to the end of the last dialog.
 std::unique_ptr<AccessLibraries> libraries;
 
-/// The property of a system's control with its own procedure.
-constexpr char procedureProperty[] = "ZandermoliteProcedure";
+/// The controls' own procedures. A property of the window would do, but to read it is a call of the
+/// system's server for every message of every control.
+std::unordered_map<HWND, WNDPROC> ownProcedures;
+
+WNDPROC OwnProcedure(HWND control) {
+    const auto found = ownProcedures.find(control);
+    return found != ownProcedures.end() ? found->second : nullptr;
+}
 
 LRESULT AnswerFor(HWND control, WPARAM wParam) {
     NorvantaDialog* const dialog = DialogWindow::Of(GetParent(control));
@@ -34,9 +42,8 @@ LRESULT AnswerFor(HWND control, WPARAM wParam) {
     return result > 0 ? result : 0;
 }
 
-/// For controls of the system's own classes.
 LRESULT CALLBACK ServingProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
-    const auto own = reinterpret_cast<WNDPROC>(GetPropA(control, procedureProperty));
+    const WNDPROC own = OwnProcedure(control);
     if (own == nullptr) {
         return DefWindowProcA(control, message, wParam, lParam);
     }
@@ -47,7 +54,7 @@ LRESULT CALLBACK ServingProcedure(HWND control, UINT message, WPARAM wParam, LPA
     }
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrA(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(own));
-        RemovePropA(control, procedureProperty);
+        ownProcedures.erase(control);
     }
     return CallWindowProcA(own, control, message, wParam, lParam);
 }
@@ -66,9 +73,8 @@ LRESULT Answer(HWND control, WPARAM wParam, LPARAM lParam) {
 
 void Serve(HWND control) {
     const LONG_PTR own = GetWindowLongPtrA(control, GWLP_WNDPROC);
-    if (SetPropA(control, procedureProperty, reinterpret_cast<HANDLE>(own))) {
-        SetWindowLongPtrA(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ServingProcedure));
-    }
+    ownProcedures[control] = reinterpret_cast<WNDPROC>(own);
+    SetWindowLongPtrA(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ServingProcedure));
 }
 
 void Disconnect(const NorvantaDialog& dialog) {
@@ -94,7 +100,7 @@ void Release() {
     }
     HMODULE module = nullptr;
     GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
-                       reinterpret_cast<LPCSTR>(&procedureProperty), &module);
+                       reinterpret_cast<LPCSTR>(&ServingProcedure), &module);
 }
 
 int ObjectCount() {

@@ -10,6 +10,7 @@ struct BitmapButton {
     ScreenScale scale;
     HFONT font = nullptr;
     bool isPressed = false;
+    bool isFocused = false;
 };
 
 // In pixels at 96 dots an inch.
@@ -90,15 +91,17 @@ void Paint(HWND control, const BitmapButton& button) {
         PaintPicture(paint.Context(), button, paint.Height(), isEnabled);
     }
     PaintText(paint.Context(), button, TextOf(control), paint.Client(), isEnabled);
-    if (GetFocus() == control) {
+    if (button.isFocused) {
         PaintFocus(paint.Context(), button, paint.Client());
     }
 }
 
 /// The dialog asks for the style; a button that draws itself takes no default look.
 void Create(HWND control, BitmapButton& button) {
-    const LONG style = GetWindowLongA(control, GWL_STYLE) & ~BS_TYPEMASK;
-    SetWindowLongA(control, GWL_STYLE, style | BS_OWNERDRAW);
+    const LONG style = GetWindowLongA(control, GWL_STYLE);
+    if ((style & BS_TYPEMASK) != BS_OWNERDRAW) {
+        SetWindowLongA(control, GWL_STYLE, (style & ~BS_TYPEMASK) | BS_OWNERDRAW);
+    }
     button.scale = ScaleOf(control);
     button.picture = LoadPicture(GetDlgCtrlID(control), button.scale);
 }
@@ -112,7 +115,7 @@ LRESULT SetState(HWND control, BitmapButton& button, WPARAM wParam, LPARAM lPara
     const bool isPressed = wParam != 0;
     if (isPressed != button.isPressed) {
         button.isPressed = isPressed;
-        InvalidateRect(control, nullptr, FALSE);
+        Invalidate(control);
     }
     return result;
 }
@@ -124,6 +127,8 @@ LRESULT Take(HWND control, BitmapButton& button, UINT message, WPARAM wParam, LP
             Create(control, button);
             return result;
         }
+        case WM_NCPAINT:
+            return 0;
         case WM_ERASEBKGND:
             return TRUE;
         case WM_PAINT:
@@ -131,17 +136,21 @@ LRESULT Take(HWND control, BitmapButton& button, UINT message, WPARAM wParam, LP
             return 0;
         case WM_SETFONT:
             button.font = reinterpret_cast<HFONT>(wParam);
-            InvalidateRect(control, nullptr, FALSE);
-            return TakeSystem(control, message, wParam, lParam);
+            Invalidate(control);
+            return 0;
+        case WM_GETFONT:
+            return reinterpret_cast<LRESULT>(button.font);
         case BM_SETSTATE:
             return SetState(control, button, wParam, lParam);
-        case WM_ENABLE:
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
+            button.isFocused = message == WM_SETFOCUS;
+            [[fallthrough]];
+        case WM_ENABLE:
         case WM_SETTEXT:
         case WM_SIZE: {
             const LRESULT result = TakeSystem(control, message, wParam, lParam);
-            InvalidateRect(control, nullptr, FALSE);
+            Invalidate(control);
             return result;
         }
         default:

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "base/Module.Win.h"
 #include "base/TryMake.h"
@@ -27,13 +28,13 @@ constexpr ControlClass controlClasses[] = {
     {"tPadLock", PadLockProcedure},         {"tUserItem", UserItemProcedure},
 };
 
-void Register(const ControlClass& control) {
+void Register(const ControlClass& control, HCURSOR arrow) {
     WNDCLASSA windowClass{};
     windowClass.style = CS_DBLCLKS;
     windowClass.lpfnWndProc = control.procedure;
     windowClass.cbWndExtra = static_cast<int>(sizeof(LONG_PTR));
     windowClass.hInstance = instanceHandle;
-    windowClass.hCursor = LoadCursor(nullptr, IDC_ARROW);
+    windowClass.hCursor = arrow;
     windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     windowClass.lpszClassName = control.name;
     RegisterClassA(&windowClass);
@@ -87,23 +88,13 @@ class ThemeLibrary {
 
 std::unique_ptr<ThemeLibrary> themes;
 
-/// From the top, without their own children.
-std::vector<HWND> ChildrenOf(HWND parent) {
-    std::vector<HWND> children;
-    for (HWND child = GetWindow(parent, GW_CHILD); child != nullptr;
-         child = GetWindow(child, GW_HWNDNEXT)) {
-        children.push_back(child);
-    }
-    return children;
-}
-
 /// `now` with the windows in their order, below the first one or all on top.
-std::vector<HWND> Restacked(std::vector<HWND> now, const std::vector<HWND>& windows,
-                            FirstWindow first) {
+std::vector<void*> Restacked(std::vector<void*> now, const std::vector<void*>& windows,
+                             FirstWindow first) {
     if (std::find(now.begin(), now.end(), windows.front()) == now.end()) {
         return now;
     }
-    std::erase_if(now, [&](HWND window) {
+    std::erase_if(now, [&](void* window) {
         return std::find(windows.begin() + 1, windows.end(), window) != windows.end();
     });
     auto place = std::find(now.begin(), now.end(), windows.front());
@@ -133,8 +124,9 @@ void BuildTabs(HWND control) {
 void RegisterControlClasses() {
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TAB_CLASSES};
     InitCommonControlsEx(&controls);
+    const HCURSOR arrow = LoadCursor(nullptr, IDC_ARROW);
     for (const ControlClass& control : controlClasses) {
-        Register(control);
+        Register(control, arrow);
     }
     RegisterBitmapButton();
     // TryMake returns null without memory: themes change only the look, and a throw from here would
@@ -147,32 +139,39 @@ void UnregisterControlClasses() {
         UnregisterClassA(control.name, instanceHandle);
     }
     UnregisterClassA(bitmapButtonClass, instanceHandle);
+    FreePaintBuffer();
     themes.reset();
 }
 
-void StackInOrder(const std::vector<HWND>& windows, FirstWindow first) {
+void StackInOrder(const std::vector<void*>& windows, FirstWindow first,
+                  std::vector<void*>& stacking) {
     if (windows.empty()) {
         return;
     }
-    const std::vector<HWND> now = ChildrenOf(GetParent(windows.front()));
-    const std::vector<HWND> wanted = Restacked(now, windows, first);
+    std::vector<void*> wanted = Restacked(stacking, windows, first);
     std::vector<std::size_t> places;
-    for (const HWND window : wanted) {
-        places.push_back(
-            static_cast<std::size_t>(std::find(now.begin(), now.end(), window) - now.begin()));
+    for (void* const window : wanted) {
+        places.push_back(static_cast<std::size_t>(
+            std::find(stacking.begin(), stacking.end(), window) - stacking.begin()));
     }
     for (const std::size_t index : WindowsToMove(places)) {
-        SetWindowPos(wanted[index], index == 0 ? HWND_TOP : wanted[index - 1], 0, 0, 0, 0,
-                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        const HWND window = static_cast<HWND>(wanted[index]);
+        SetWindowPos(window, index == 0 ? HWND_TOP : static_cast<HWND>(wanted[index - 1]), 0, 0, 0,
+                     0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | RedrawOfMoved(window));
     }
+    stacking = std::move(wanted);
 }
 
-void PrepareControls(const std::vector<ItemRecord>& items) {
-    std::vector<HWND> controls;
+UINT RedrawOfMoved(HWND control) {
+    return IsWindowVisible(control) ? UINT{0} : UINT{SWP_NOREDRAW};
+}
+
+void PrepareControls(const std::vector<ItemRecord>& items, std::vector<void*>& stacking) {
+    std::vector<void*> controls;
     for (const ItemRecord& record : items) {
-        controls.push_back(static_cast<HWND>(record.control));
+        controls.push_back(record.control);
     }
-    StackInOrder(controls, FirstWindow::goesToTop);
+    StackInOrder(controls, FirstWindow::goesToTop, stacking);
     for (const ItemRecord& record : items) {
         const HWND control = static_cast<HWND>(record.control);
         if (themes != nullptr) {

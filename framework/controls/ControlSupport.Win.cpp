@@ -1,5 +1,8 @@
 #include "framework/controls/ControlSupport.Win.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "framework/dialog/DialogState.h"
 #include "framework/drawing/InterfaceLib.Win.h"
 
@@ -18,18 +21,63 @@ SIZE SizeOf(const RECT& rect) {
     return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
+/// Null while a paint has it.
+std::unique_ptr<PaintBuffer> keptBuffer;
+
+/// Room for most controls.
+constexpr SIZE leastBuffer{256, 64};
+
+std::unique_ptr<PaintBuffer> TakeBuffer(HDC like, SIZE needed) {
+    std::unique_ptr<PaintBuffer> buffer = std::move(keptBuffer);
+    if (buffer == nullptr || !buffer->HasRoomFor(needed)) {
+        buffer.reset();
+        buffer = TryMake<PaintBuffer>(like, SIZE{(std::max)(needed.cx, leastBuffer.cx),
+                                                 (std::max)(needed.cy, leastBuffer.cy)});
+    }
+    return buffer;
+}
+
+/// Beside this BeginPaint sees to the caret, the frame and the background, which controls do not
+/// have: most of its time.
+HWND Validated(HWND control) {
+    ValidateRect(control, nullptr);
+    return control;
+}
+
 }  // namespace
 
+PaintBuffer::PaintBuffer(HDC like, SIZE newSize)
+    : size(newSize),
+      bitmap(CreateCompatibleBitmap(like, newSize.cx, newSize.cy)),
+      memory(like, As<HBITMAP>(bitmap)) {}
+
+bool PaintBuffer::HasRoomFor(SIZE needed) const {
+    return bitmap != nullptr && memory.Get() != nullptr && needed.cx <= size.cx &&
+           needed.cy <= size.cy;
+}
+
+void FreePaintBuffer() {
+    keptBuffer.reset();
+}
+
 BufferedPaint::BufferedPaint(HWND newControl)
-    : screen(newControl),
+    : screen(Validated(newControl)),
       client(DrawableClient(newControl)),
-      bitmap(CreateCompatibleBitmap(screen.Get(), client.right, client.bottom)),
-      memory(screen.Get(), As<HBITMAP>(bitmap)) {
-    FillRect(memory.Get(), &client, GetSysColorBrush(COLOR_BTNFACE));
+      buffer(TakeBuffer(screen.Get(), {client.right, client.bottom})),
+      contextBefore(SaveDC(Context())) {
+    FillRect(Context(), &client, GetSysColorBrush(COLOR_BTNFACE));
 }
 
 BufferedPaint::~BufferedPaint() {
-    BitBlt(screen.Get(), 0, 0, client.right, client.bottom, memory.Get(), 0, 0, SRCCOPY);
+    BitBlt(screen.Get(), 0, 0, client.right, client.bottom, Context(), 0, 0, SRCCOPY);
+    RestoreDC(Context(), contextBefore);
+    keptBuffer = std::move(buffer);
+}
+
+void Invalidate(HWND control) {
+    if (IsWindowVisible(control)) {
+        InvalidateRect(control, nullptr, FALSE);
+    }
 }
 
 void Redraw(HWND control) {
@@ -43,11 +91,13 @@ void ShowValue(HWND control) {
 
 LRESULT TakeAsPainted(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+        case WM_NCPAINT:
+            return 0;
         case WM_ERASEBKGND:
             return TRUE;
         case WM_ENABLE:
         case WM_SIZE:
-            InvalidateRect(control, nullptr, FALSE);
+            Invalidate(control);
             return 0;
         default:
             return DefWindowProcA(control, message, wParam, lParam);
@@ -60,7 +110,7 @@ LRESULT TakeAsFocusable(HWND control, UINT message, WPARAM wParam, LPARAM lParam
             return DLGC_WANTARROWS;
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
-            InvalidateRect(control, nullptr, FALSE);
+            Invalidate(control);
             return 0;
         default:
             return TakeAsPainted(control, message, wParam, lParam);

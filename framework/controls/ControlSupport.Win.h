@@ -44,6 +44,23 @@ LRESULT CALLBACK ControlProcedure(HWND control, UINT message, WPARAM wParam, LPA
     });
 }
 
+/// A bitmap in memory, and a device context with it.
+class PaintBuffer {
+  public:
+    PaintBuffer(HDC like, SIZE newSize);
+    HDC Context() const { return memory.Get(); }
+    /// False also if the system made no bitmap.
+    bool HasRoomFor(SIZE needed) const;
+
+  private:
+    SIZE size;
+    GdiObject bitmap;
+    MemoryContext memory;
+};
+/// Paints of controls take turns with one buffer, which is made by the first: to make one for each
+/// takes longer than most paints. To be called after the last dialog.
+void FreePaintBuffer();
+
 /// The control's client area, drawn in memory and shown at once.
 class BufferedPaint {
   public:
@@ -52,21 +69,26 @@ class BufferedPaint {
     BufferedPaint& operator=(const BufferedPaint&) = delete;
     ~BufferedPaint();
 
-    HDC Context() const { return memory.Get(); }
+    /// Null without memory: what is drawn there is lost.
+    HDC Context() const { return buffer != nullptr ? buffer->Context() : nullptr; }
     const RECT& Client() const { return client; }
     int Width() const { return client.right; }
     int Height() const { return client.bottom; }
 
   private:
-    PaintContext screen;
+    WindowContext screen;
     RECT client;
-    GdiObject bitmap;
-    MemoryContext memory;
+    std::unique_ptr<PaintBuffer> buffer;
+    int contextBefore;
 };
 
 inline bool IsControlEnabled(HWND control) {
     return IsWindowEnabled(control) != FALSE;
 }
+
+/// The control is painted anew. One that is hidden is, anyway, when it is shown: the system's
+/// server is not called for it.
+void Invalidate(HWND control);
 
 /// The control paints itself before this returns.
 void Redraw(HWND control);

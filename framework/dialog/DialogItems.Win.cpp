@@ -226,7 +226,7 @@ void NorvantaDialog::SetBounds(short item, const hostapi::Rect& bounds) {
         return;
     }
     SetWindowPos(ControlOf(record), nullptr, bounds.left, bounds.top, Width(bounds), Height(bounds),
-                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS | RedrawOfMoved(ControlOf(record)));
     if (record.kind == itemCustom) {
         // The dialog draws there, beside what the control draws.
         InvalidateRect(bounds);
@@ -251,11 +251,11 @@ void NorvantaDialog::SetFocus(short item, int step) {
 }
 
 void NorvantaDialog::SetTabOrder(const std::vector<short>& order) {
-    std::vector<HWND> controls;
+    std::vector<void*> controls;
     for (const short item : order) {
-        controls.push_back(ControlOf(Record(item)));
+        controls.push_back(Record(item).control);
     }
-    StackInOrder(controls, FirstWindow::stays);
+    StackInOrder(controls, FirstWindow::stays, stacking);
 }
 
 void NorvantaDialog::SetLabel(short label, short item) {

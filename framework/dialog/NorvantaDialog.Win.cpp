@@ -6,12 +6,15 @@
 
 #include <shellapi.h>
 
+#include <algorithm>
+
 #include "base/FatalError.h"
 #include "base/HostServices.h"
 #include "base/Module.Win.h"
 #include "base/WindowContext.Win.h"
 #include "framework/access/Accessibility.Win.h"
 #include "framework/controls/ControlClasses.Win.h"
+#include "framework/dialog/ChildWindows.Win.h"
 #include "framework/dialog/DialogState.h"
 #include "framework/dialog/DialogWindow.Win.h"
 #include "framework/dialog/DisabledWindows.Win.h"
@@ -48,6 +51,21 @@ char LocaleCharacter(LCTYPE type) {
 NumberCharacters LocaleCharacters() {
     return {LocaleCharacter(LOCALE_SDECIMAL), LocaleCharacter(LOCALE_SDECIMAL),
             LocaleCharacter(LOCALE_SPOSITIVESIGN), LocaleCharacter(LOCALE_SNEGATIVESIGN)};
+}
+
+/// Those with the ids 1, 2 and so on, up to the first id that none has. Of several with one id it
+/// is the topmost. `children` are from the top.
+std::vector<void*> ControlsAmong(const std::vector<void*>& children) {
+    std::vector<void*> controls(children.size());
+    for (void* const child : children) {
+        const auto place =
+            static_cast<std::size_t>(GetDlgCtrlID(static_cast<HWND>(child))) - std::size_t{1};
+        if (place < controls.size() && controls[place] == nullptr) {
+            controls[place] = child;
+        }
+    }
+    controls.erase(std::find(controls.begin(), controls.end(), nullptr), controls.end());
+    return controls;
 }
 
 }  // namespace
@@ -94,6 +112,7 @@ NorvantaDialog::~NorvantaDialog() {
 
 void NorvantaDialog::Create() {
     dialogState.openingResource = resourceId;
+    StartScale();
     isClosing = false;
     const HWND window =
         CreateDialogParamA(instanceHandle, ResourceName(resourceId), DialogWindow::OwnerOf(*this),
@@ -105,6 +124,7 @@ void NorvantaDialog::Create() {
 
 int NorvantaDialog::Run() {
     dialogState.openingResource = resourceId;
+    StartScale();
     isClosing = false;
     result = 0;
     // A control that holds the mouse would keep it from the dialog.
@@ -205,13 +225,13 @@ void DialogWindow::EndScrolling(NorvantaDialog& dialog) {
 }
 
 void DialogWindow::CountItems(NorvantaDialog& dialog) {
-    const HWND window = Window(dialog);
     dialog.items.clear();
-    while (const HWND control = GetDlgItem(window, static_cast<int>(dialog.items.size()) + 1)) {
+    dialog.stacking = ChildrenOf(Window(dialog));
+    for (void* const control : ControlsAmong(dialog.stacking)) {
         ItemRecord record;
         record.control = control;
         char className[64];
-        GetClassNameA(control, className, static_cast<int>(sizeof className));
+        GetClassNameA(static_cast<HWND>(control), className, static_cast<int>(sizeof className));
         record.kind = KindOfClass(className);
         dialog.items.push_back(record);
     }
@@ -219,7 +239,7 @@ void DialogWindow::CountItems(NorvantaDialog& dialog) {
     if (dialog.itemCount == 0) {
         FatalError(faultBadArgument, sourceName, __LINE__);
     }
-    PrepareControls(dialog.items);
+    PrepareControls(dialog.items, dialog.stacking);
     for (const ItemRecord& served : dialog.items) {
         if (dialog.ControlRole(served) != ItemRole::system) {
             accessibility::Serve(static_cast<HWND>(served.control));
@@ -272,8 +292,9 @@ void NorvantaDialog::SetIcon(short icon) {
                                                    GetSystemMetrics(width),
                                                    GetSystemMetrics(height), LR_SHARED));
     };
-    SendMessageA(window, WM_SETICON, ICON_BIG, load(SM_CXICON, SM_CYICON));
+    // The small one first: without it the system makes one of the large.
     SendMessageA(window, WM_SETICON, ICON_SMALL, load(SM_CXSMICON, SM_CYSMICON));
+    SendMessageA(window, WM_SETICON, ICON_BIG, load(SM_CXICON, SM_CYICON));
 }
 
 void NorvantaDialog::SetDefaultItem(short item) {

@@ -364,6 +364,8 @@ class NorvantaDialog {
     short helpItem = 0;
     std::uint32_t helpId = 0;
     std::vector<ItemRecord> items;
+    /// HWNDs: all children of the window, from the top.
+    std::vector<void*> stacking;
     struct Label {
         short text;
         short item;

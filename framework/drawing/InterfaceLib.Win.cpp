@@ -335,8 +335,12 @@ void DrawingPort::DrawFocus(const hostapi::Rect& rect) {
 }
 
 void DrawingPort::InvalidateRect(const hostapi::Rect& rect) {
-    const RECT system = ToSystem(rect);
-    ::InvalidateRect(static_cast<HWND>(target.window), &system, FALSE);
+    const HWND window = static_cast<HWND>(target.window);
+    // A hidden window is drawn whole when it is shown: the system's server is not called.
+    if (IsWindowVisible(window)) {
+        const RECT system = ToSystem(rect);
+        ::InvalidateRect(window, &system, FALSE);
+    }
 }
 
 void DrawingPort::SetClip(const Region& region) {

@@ -9,7 +9,8 @@
 namespace {
 
 GdiObject LoadDrawing(int id) {
-    return GdiObject(LoadImageA(instanceHandle, ResourceName(id), IMAGE_BITMAP, 0, 0, 0));
+    return GdiObject(
+        LoadImageA(instanceHandle, ResourceName(id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
 }
 
 /// The directory of an icon, as the format of resources has it; the first icon only.

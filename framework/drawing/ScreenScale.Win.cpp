@@ -7,6 +7,14 @@ namespace {
 /// The resolution of a dialog's layout, in dots an inch.
 constexpr char resolutionProperty[] = "ZandermoliteResolution";
 
+/// The dialog whose controls are being made.
+struct MeasuredDialog {
+    bool isWanted = false;
+    HWND window = nullptr;
+    int resolution = 0;
+};
+MeasuredDialog measured;
+
 /// A function that not every system has; null without it. The library is there: we are linked to
 /// it.
 template <typename Function>
@@ -36,14 +44,28 @@ int FontHeight(HWND dialog) {
     return static_cast<int>(description.lfHeight);
 }
 
+int MeasureResolution(HWND dialog) {
+    const int resolution =
+        LayoutResolution(FontHeight(dialog), MonitorResolution(dialog), DeviceResolution(dialog));
+    if (measured.isWanted) {
+        measured = {true, dialog, resolution};
+    }
+    return resolution;
+}
+
 }  // namespace
 
 ScreenScale ScaleOf(HWND window) {
     const HWND dialog = GetAncestor(window, GA_ROOT);
+    if (dialog != nullptr && dialog == measured.window) {
+        return {measured.resolution};
+    }
     const auto kept = reinterpret_cast<INT_PTR>(GetPropA(dialog, resolutionProperty));
-    return {kept != 0 ? static_cast<int>(kept)
-                      : LayoutResolution(FontHeight(dialog), MonitorResolution(dialog),
-                                         DeviceResolution(dialog))};
+    return {kept != 0 ? static_cast<int>(kept) : MeasureResolution(dialog)};
+}
+
+void StartScale() {
+    measured = {true, nullptr, 0};
 }
 
 void KeepScale(HWND dialog) {
@@ -54,8 +76,10 @@ void KeepScale(HWND dialog) {
     if (const auto set = FindInSystem<SetChangeBehavior>("SetDialogDpiChangeBehavior")) {
         set(dialog, disableAll, disableAll);
     }
+    const int resolution = ScaleOf(dialog).resolution;
+    measured = {};
     SetPropA(dialog, resolutionProperty,
-             reinterpret_cast<HANDLE>(static_cast<INT_PTR>(ScaleOf(dialog).resolution)));
+             reinterpret_cast<HANDLE>(static_cast<INT_PTR>(resolution)));
 }
 
 void ForgetScale(HWND dialog) {

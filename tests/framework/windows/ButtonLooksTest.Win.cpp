@@ -25,6 +25,22 @@ class ButtonLooksTest : public ControlsTest {
     }
 };
 
+TEST_F(ButtonLooksTest, AButtonHasTheFontThatItIsGiven) {
+    Run([&](Script& script) {
+        const auto fontOf = [&](short item) {
+            return SendMessageA(script.Item(item), WM_GETFONT, 0, 0);
+        };
+        EXPECT_NE(fontOf(bitmapButton), 0);
+        EXPECT_EQ(fontOf(bitmapButton), fontOf(check));
+        const host::Picture before = script.Shot(bitmapButton);
+        SendMessageA(script.Item(bitmapButton), WM_SETFONT,
+                     reinterpret_cast<WPARAM>(GetStockObject(SYSTEM_FIXED_FONT)), TRUE);
+        EXPECT_EQ(fontOf(bitmapButton),
+                  reinterpret_cast<LRESULT>(GetStockObject(SYSTEM_FIXED_FONT)));
+        EXPECT_FALSE(before == script.Shot(bitmapButton));
+    });
+}
+
 TEST_F(ButtonLooksTest, AClosedPadlockHasASunkenEdge) {
     Run([&](Script& script) {
         const auto edges = [](const host::Picture& shot) {

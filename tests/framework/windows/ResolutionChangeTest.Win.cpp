@@ -16,7 +16,11 @@ HWND leftAsItIs = nullptr;
 decltype(&GetProcAddress) systemsProcAddress = nullptr;
 decltype(&GetDeviceCaps) systemsDeviceCaps = nullptr;
 
+/// How often a window's resolution was asked for.
+std::atomic<int> questions = 0;
+
 UINT WINAPI ToldDpiForWindow(HWND) {
+    ++questions;
     return toldResolution != 0 ? static_cast<UINT>(toldResolution) : 96;
 }
 
@@ -52,6 +56,7 @@ class ResolutionChangeTest : public ControlsTest {
   protected:
     ResolutionChangeTest() : imports(GetModuleHandleA(nullptr)) {
         toldResolution = 0;
+        questions = 0;
         leftAsItIs = nullptr;
         systemsProcAddress =
             SystemsOwn<decltype(&GetProcAddress)>("kernel32.dll", "GetProcAddress");
@@ -79,6 +84,14 @@ TEST_F(ResolutionChangeTest, ADialogKeepsTheScaleThatItWasLaidOutBy) {
             EXPECT_TRUE(script.Shot(items[i]) == before[i]) << items[i];
         }
         EXPECT_EQ(ScaleOf(GetDesktopWindow()).resolution, 192) << "whatever opens there";
+    });
+}
+
+TEST_F(ResolutionChangeTest, AllControlsOfADialogThatOpensAskTheSystemOnce) {
+    Run([&](Script&) { EXPECT_EQ(questions, 1); });
+    Run([&](Script& script) {
+        EXPECT_EQ(questions, 2) << "each dialog has its own";
+        EXPECT_EQ(ScaleOf(script.Dialog()).resolution, 96);
     });
 }
 
