@@ -305,20 +305,23 @@ TileWindow::TileWindow(int newColumns, int newRows)
 }
 
 void TileWindow::Copy(const PicClass& tile, int newLeft, int newTop) {
-    left = newLeft;
-    top = newTop;
-    Pixel* target = pixels;
+    MoveTo(newLeft, newTop);
     for (int row = 0; row < rows; ++row) {
-        const unsigned char* const source = tile.PixelAddress(0, Wrap(top + row, tile.grY));
-        int from = Wrap(left, tile.grX);
-        for (int done = 0; done < columns;) {
-            const int run = std::min(columns - done, tile.grX - from);
-            std::memcpy(target + done, source + from * bytesPerPixel,
-                        static_cast<std::size_t>(run * bytesPerPixel));
-            done += run;
-            from = 0;
-        }
-        target += columns;
+        CopyRow(tile, row, 0, columns);
+    }
+}
+
+void TileWindow::CopyRow(const PicClass& tile, int row, int first, int count) {
+    const unsigned char* const source = tile.PixelAddress(0, Wrap(top + row, tile.grY));
+    Pixel* target = Row(row) + first;
+    int from = Wrap(left + first, tile.grX);
+    while (count > 0) {
+        const int run = std::min(count, tile.grX - from);
+        std::memcpy(target, source + from * bytesPerPixel,
+                    static_cast<std::size_t>(run * bytesPerPixel));
+        target += run;
+        count -= run;
+        from = 0;
     }
 }
 

@@ -27,7 +27,14 @@ class TileWindow {
 
     /// Copies the part of the torus whose top left pixel is at (newLeft, newTop).
     void Copy(const PicClass& tile, int newLeft, int newTop);
+    /// The same in parts: first the place, then pixels of a row of the window.
+    void MoveTo(int newLeft, int newTop) {
+        left = newLeft;
+        top = newTop;
+    }
+    void CopyRow(const PicClass& tile, int row, int first, int count);
 
+    int Columns() const { return columns; }
     /// The pixels of the window's row `row`, 0 to `newRows` - 1.
     const Pixel* Row(int row) const { return pixels + static_cast<std::ptrdiff_t>(row) * columns; }
     Pixel* Row(int row) { return pixels + static_cast<std::ptrdiff_t>(row) * columns; }

@@ -68,6 +68,14 @@ TEST_F(TwirlsTest, TheSameAsThePlainLoopAtTheLargestTile) {
     ExpectSameAsPlain(1500, 20, Params(fewTwirls, 100, 50));
 }
 
+/// Twirl after twirl smooths the picture until most sources lie among pixels of nearly one colour.
+TEST_F(TwirlsTest, TheSameAsThePlainLoopWhenThePictureHasBecomeSmooth) {
+    WithBothCompilations([this] {
+        ExpectSameAsPlain(100, 90, Params(100, 100, 100));
+        ExpectSameAsPlain(128, 128, Params(100, 1, 1));
+    });
+}
+
 TEST_F(TwirlsTest, RecordsOutOfRangeAreTheSameAsThePlainLoopToo) {
     for (int i = 0; i < 300; ++i) {
         auto params = input.AnyBytes<TwirlsParams>();
@@ -185,10 +193,36 @@ TEST_F(TwirlsTest, WithoutMemoryForTheWindowItIsJustSlower) {
     FillWithNoise(pic);
     FillWithNoise(slow);
     ASSERT_TRUE(pic.Twirls(Params(100, 100, 100)));
-    const FailingHandles handles(2);
+    const FailingHandles handles(5);
     ASSERT_TRUE(slow.Twirls(Params(100, 100, 100)));
-    EXPECT_EQ(handles.Asked(), 2);
+    EXPECT_EQ(handles.Asked(), 5);
     EXPECT_EQ(ColorsOf(slow), ColorsOf(pic));
+}
+
+TEST_F(TwirlsTest, WithoutMemoryForTheCodesItIsJustSlower) {
+    PaintClass pic(50, 40);
+    FillWithNoise(pic);
+    ASSERT_TRUE(pic.Twirls(Params(100, 100, 100)));
+    for (const int codes : {2, 3}) {
+        PaintClass slow(50, 40);
+        FillWithNoise(slow);
+        const FailingHandles handles(codes);
+        ASSERT_TRUE(slow.Twirls(Params(100, 100, 100)));
+        EXPECT_EQ(handles.Asked(), 5);
+        EXPECT_EQ(ColorsOf(slow), ColorsOf(pic));
+    }
+}
+
+TEST_F(TwirlsTest, WithoutMemoryForTheSourcesOrARowNothingIsChanged) {
+    for (const int block : {1, 4}) {
+        PaintClass pic(50, 40);
+        FillWithNoise(pic);
+        const std::vector<Pixel> before = PixelsOf(pic);
+        const FailingHandles handles(block);
+        EXPECT_FALSE(pic.Twirls(Params(100, 100, 100)));
+        EXPECT_EQ(PixelsOf(pic), before);
+        EXPECT_EQ(pic.clone, nullptr);
+    }
 }
 
 }  // namespace
