@@ -138,11 +138,16 @@ void DragSlider(const DrivenDialog& dialog, int item, SliderLimits limits,
         places.push_back(placeOf(value));
     }
     std::size_t at = 0;
+    int step = 0;
     dialog.Drag(item, places, [&] {
         if (at > 0) {
             const int value = values[at - 1];
-            WaitUntil("the slider at " + std::to_string(value),
-                      [&] { return dialog.Value(item) == value; });
+            WaitUntil("the slider at " + std::to_string(value), [&] {
+                // Wine makes movements of its own when windows change, and loses one that comes
+                // while such a one is taken, so the mouse keeps moving.
+                dialog.Point(item, {places[at].x, places[at].y + step++ % 2});
+                return dialog.Value(item) == value;
+            });
             if (seen) {
                 seen(value);
             }
