@@ -72,3 +72,35 @@ function(compile_quickly target)
     target_compile_options(${target} PRIVATE -O1)
   endif()
 endfunction()
+
+# compile_together(TARGET SOURCES...): compiles these sources of the target eight at a time, as one. Most of a
+# small source's time goes into headers and into templates that its neighbours use as well. Names in their
+# anonymous namespaces differ. Not for what runs over pixels, nor for the sanitizers: that build sees whether
+# each source names the headers that it needs.
+function(compile_together target)
+  if(ZANDERMOLITE_SANITIZE)
+    return()
+  endif()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+  # To the compiler a class in an anonymous namespace is now one that several sources see.
+  target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
+  set(count 0)
+  foreach(source ${ARGN})
+    math(EXPR part "${count} / 8")
+    math(EXPR count "${count} + 1")
+    set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${target}_${part})
+  endforeach()
+endfunction()
+
+# runs_on_windows_only(TARGET): for neutral code that only programs with windows link. Natively the sanitizer
+# build alone compiles it, to see that it is neutral; the code that comes of it runs nowhere.
+add_library(not_run_options INTERFACE)
+if(ZANDERMOLITE_SANITIZE)
+  target_compile_options(not_run_options INTERFACE -O0 -fno-sanitize=all)
+endif()
+function(runs_on_windows_only target)
+  target_link_libraries(${target} PRIVATE not_run_options)
+  if(NOT WIN32 AND NOT ZANDERMOLITE_SANITIZE)
+    set_target_properties(${target} PROPERTIES EXCLUDE_FROM_ALL ON)
+  endif()
+endfunction()

@@ -1,7 +1,9 @@
 # The window: what it decides and draws is neutral, how it appears is not.
-add_library(hostview STATIC
+set(neutral
   window/Document.cpp plugin/FilterCatalog.cpp window/SelectionDrag.cpp window/ViewImage.cpp window/Viewport.cpp
   window/WindowText.cpp)
+add_library(hostview STATIC ${neutral})
+compile_together(hostview ${neutral})
 target_include_directories(hostview PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/generated)
 target_link_libraries(hostview PUBLIC hostcommand PRIVATE project_options system_headers)
 

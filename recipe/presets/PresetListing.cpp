@@ -22,17 +22,17 @@ constexpr const char* dialogNames[placedDialogCount] = {
 };
 
 /// One operation of a recipe, key by key.
-class Line {
+class RecipeLine {
   public:
-    explicit Line(const char* operation) : text(operation) {}
+    explicit RecipeLine(const char* operation) : text(operation) {}
 
-    Line& Key(const char* key, int value) { return Put(key, std::to_string(value)); }
-    Line& Key(const char* key, double value) {
+    RecipeLine& Key(const char* key, int value) { return Put(key, std::to_string(value)); }
+    RecipeLine& Key(const char* key, double value) {
         char digits[32];
         const auto end = std::to_chars(std::begin(digits), std::end(digits), value).ptr;
         return Put(key, std::string(digits, end));
     }
-    Line& Key(const char* key, const RGBColor16& color) {
+    RecipeLine& Key(const char* key, const RGBColor16& color) {
         return Put(key, Hexadecimal(color.red) + "," + Hexadecimal(color.green) + "," +
                             Hexadecimal(color.blue));
     }
@@ -44,7 +44,7 @@ class Line {
         std::snprintf(digits, sizeof digits, "0x%04X", number);
         return digits;
     }
-    Line& Put(const char* key, const std::string& value) {
+    RecipeLine& Put(const char* key, const std::string& value) {
         text += std::string(" ") + key + "=" + value;
         return *this;
     }
@@ -53,7 +53,7 @@ class Line {
 };
 
 std::string LineOf(const CatalogRow& row, const void* record) {
-    Line line(row.name);
+    RecipeLine line(row.name);
     for (const Field& field : row.fields) {
         if (field.type == FieldType::color) {
             line.Key(field.name, ReadColor(field, record));
@@ -112,7 +112,7 @@ std::string PlacesOf(const Preferences& preferences) {
 std::string ListingOf(const Preferences& preferences) {
     std::string text = std::string("# New dialog at launch: ") +
                        (preferences.launchFlag != 0 ? "yes" : "no") + "\n" +
-                       Line("colors")
+                       RecipeLine("colors")
                            .Key("foreground", preferences.foreground)
                            .Key("background", preferences.background)
                            .Text() +
