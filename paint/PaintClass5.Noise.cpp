@@ -108,32 +108,6 @@ std::int32_t NextDraw(std::uint32_t& state) {
     return static_cast<std::int32_t>(state >> 16 & 0x7FFF);
 }
 
-// Divisions, for products of a draw and a number below 2^14. With d = 2^b - 1, a product is
-// q d + r; shifted down by b it is q, or q - 1 if r < q, as q is below 2^b. Added to the product
-// and 1, that makes q 2^b and a rest below 2^b, either way.
-
-constexpr std::int32_t By32767(std::int32_t product) {
-    return (product + 1 + (product >> 15)) >> 15;
-}
-
-constexpr std::int32_t By16383(std::int32_t product) {
-    return (product + 1 + (product >> 14)) >> 14;
-}
-
-/// On both sides of each whole quotient.
-constexpr bool DivideRightly() {
-    for (int quotient = 1; quotient < 8002; ++quotient) {
-        if (By32767(quotient * 32767) != quotient ||
-            By32767(quotient * 32767 - 1) != quotient - 1 ||
-            By16383(quotient * 16383) != quotient ||
-            By16383(quotient * 16383 - 1) != quotient - 1) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(DivideRightly());
-
 // Colours.
 
 /// Each channel has a draw of its own. With `sharesOne`, a draw before them is shared by all.
@@ -191,18 +165,18 @@ class ColorNoise : public ChunkRun {
 
 // Greys.
 
-/// The draws of pixels that are disturbed away from black and white: two each.
+/// So many draws, and then those of pixels that are disturbed away from black and white: two each.
 struct FreeSteps {
-    constexpr FreeSteps() {
-        std::uint32_t factor = 1;
-        std::uint32_t addend = 0;
+    explicit constexpr FreeSteps(std::uint32_t drawsBefore) {
+        constexpr DrawSteps twoDraws(2);
+        std::uint32_t draws = drawsBefore;
+        std::uint32_t addend = DrawSteps(draws).From(0);
+        std::uint32_t factor = DrawSteps(draws).From(1) - addend;
         for (int i = 0; i < chunk + chunkSlack; ++i) {
             factors[i] = factor;
             addends[i] = addend;
-            for (int draw = 0; draw < 2; ++draw) {
-                factor *= RandomGenerator::factor;
-                addend = addend * RandomGenerator::factor + RandomGenerator::addend;
-            }
+            factor = twoDraws.From(factor) - twoDraws.From(0);
+            addend = twoDraws.From(addend);
         }
     }
 
@@ -215,7 +189,89 @@ struct FreeSteps {
     std::uint32_t addends[chunk + chunkSlack] = {};
 };
 
-constexpr FreeSteps freeSteps;
+constexpr FreeSteps freeSteps(0);
+
+// From the draw of one pixel near black or white to that of the next: the first draw of the pixel
+// after it, and before that another if its disturbance is small; the pixels between them; and the
+// two draws before the draw.
+constexpr FreeSteps stepsAfterLarge(1 + 2);
+constexpr FreeSteps stepsAfterSmall(2 + 2);
+
+// How near to black and white the channels of a pixel are: the steps from black of the lowest, and
+// from white of the highest, as far as they count.
+constexpr int darkSteps = greyMargin / 256 + 1;
+constexpr int lightSteps = greyMargin / 256;
+constexpr int nearnesses = (darkSteps + 1) * (lightSteps + 1);
+
+constexpr int NearnessOf(int stepsFromBlack, int stepsFromWhite) {
+    return std::min(stepsFromBlack, darkSteps) * (lightSteps + 1) +
+           std::min(stepsFromWhite, lightSteps);
+}
+
+constexpr int LowestAt(int stepsFromBlack) {
+    return stepsFromBlack < darkSteps ? -256 * stepsFromBlack : -greyMargin;
+}
+
+constexpr int HighestAt(int stepsFromWhite) {
+    return stepsFromWhite < lightSteps ? 256 * stepsFromWhite + 255 : greyMargin;
+}
+
+/// The draws, in the bits of the generator's state, that make the disturbance of a pixel small.
+struct SmallDraws {
+    std::uint32_t first;
+    std::uint32_t count;
+};
+
+/// The first draw that becomes `quotient` of the range or more.
+constexpr std::uint32_t FirstDrawOf(int quotient, int range) {
+    const int draw = (quotient * 32767 + range - 1) / range;
+    return static_cast<std::uint32_t>(std::clamp(draw, 0, 32768)) << 16;
+}
+
+struct SmallDrawTable {
+    constexpr SmallDrawTable() {
+        for (int dark = 0; dark <= darkSteps; ++dark) {
+            for (int light = 0; light <= lightSteps; ++light) {
+                const int lowest = LowestAt(dark);
+                const int range = HighestAt(light) - lowest;
+                // Between minus and plus half the range, both excluded.
+                const std::uint32_t first = FirstDrawOf(std::max(1 - range / 2 - lowest, 0), range);
+                const std::uint32_t end = FirstDrawOf(std::max(range / 2 - lowest, 0), range);
+                entries[NearnessOf(dark, light)] = {first, end - first};
+            }
+        }
+    }
+
+    SmallDraws entries[nearnesses] = {};
+};
+
+constexpr SmallDrawTable smallDraws;
+
+constexpr bool IsSmall(int dark, int light, std::uint32_t draw) {
+    const int lowest = LowestAt(dark);
+    const int range = HighestAt(light) - lowest;
+    const int disturbance = By32767(range * static_cast<int>(draw >> 16)) + lowest;
+    return (disturbance < 0 ? -disturbance : disturbance) < range / 2;
+}
+
+/// On both sides of each end that is not an end of all draws.
+constexpr bool AreSmallDrawsRight() {
+    constexpr std::uint32_t one = 1u << 16;
+    constexpr std::uint32_t afterAll = 32768u << 16;
+    for (int dark = 0; dark <= darkSteps; ++dark) {
+        for (int light = 0; light <= lightSteps; ++light) {
+            const SmallDraws& draws = smallDraws.entries[NearnessOf(dark, light)];
+            const std::uint32_t end = draws.first + draws.count;
+            if ((draws.first != 0 && IsSmall(dark, light, draws.first - one)) ||
+                !IsSmall(dark, light, draws.first) || !IsSmall(dark, light, end - one) ||
+                (end != afterAll && IsSmall(dark, light, end))) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+static_assert(AreSmallDrawsRight());
 
 /// One disturbance for all channels, so that greys stay grey.
 class GreyNoise : public ChunkRun {
@@ -224,7 +280,7 @@ class GreyNoise : public ChunkRun {
 
     void DisturbRow(unsigned char* pixels, int count) {
         ForEachChunk(pixels, count, [this](unsigned char* chunkPixels, int chunkCount) {
-            ForThisProcessor<LimitsLoop>(chunkPixels, chunkCount, lowest, range);
+            ForThisProcessor<LimitsLoop>(chunkPixels, chunkCount, *this);
             FindStates(chunkCount);
             ForThisProcessor<DisturbLoop>(chunkPixels, chunkCount, *this);
         });
@@ -233,21 +289,18 @@ class GreyNoise : public ChunkRun {
   private:
     /// Between which a disturbance keeps all channels of each pixel in range: less than the margin
     /// on either side only if a channel is in it.
-    static void LimitsLoop(const unsigned char* pixels, int count, std::int32_t* __restrict lowest,
-                           std::int32_t* __restrict range) {
+    static void LimitsLoop(const unsigned char* pixels, int count, GreyNoise& run) {
         for (int i = 0; i < count; ++i) {
             const Pixel pixel = LoadPixel(pixels, i);
-            const int red = RedOf(pixel) << 8;
-            const int green = GreenOf(pixel) << 8;
-            const int blue = BlueOf(pixel) << 8;
-            const int low = std::max(std::max(Lowest(red), Lowest(green)), Lowest(blue));
-            lowest[i] = low;
-            range[i] = std::min(std::min(Highest(red), Highest(green)), Highest(blue)) - low;
+            const int red = RedOf(pixel);
+            const int green = GreenOf(pixel);
+            const int blue = BlueOf(pixel);
+            const int dark = std::min(std::min(red, green), blue);
+            const int light = 255 - std::max(std::max(red, green), blue);
+            run.lowest[i] = LowestAt(dark);
+            run.range[i] = HighestAt(light) - LowestAt(dark);
+            run.nearness[i] = NearnessOf(dark, light);
         }
-    }
-    static int Lowest(int channel) { return channel <= greyMargin ? -channel : -greyMargin; }
-    static int Highest(int channel) {
-        return channel >= whitest - greyMargin - 1 ? whitest - channel : greyMargin;
     }
 
     void FindStates(int count) {
@@ -273,16 +326,22 @@ class GreyNoise : public ChunkRun {
             narrow[narrowCount] = i;
             narrowCount += run.IsNarrow(i) ? 1 : 0;
         }
+        // After the last one comes none.
+        narrow[narrowCount] = count;
         std::uint32_t state = run.decision;
+        std::uint32_t draw = narrowCount > 0 ? freeSteps.From(state, narrow[0] + 1) : 0;
         int first = 0;
         for (int k = 0; k < narrowCount; ++k) {
             const int place = narrow[k];
             run.StoreFreeStates(state, first, place);
-            const std::uint32_t draw = freeSteps.From(state, place + 1 - first);
-            const std::uint32_t isSmall = run.SmallMask(place, run.DrawWithin(place, draw));
+            const std::uint32_t isSmall = run.SmallMask(place, draw);
             constexpr DrawSteps twoDraws(2);
             state = Chosen(isSmall, twoDraws.From(draw), oneDraw.From(draw));
             first = place + 1;
+            // Not from the state: the next draw depends on this one alone, by one multiplication.
+            const int between = narrow[k + 1] - first;
+            draw = Chosen(isSmall, stepsAfterSmall.From(draw, between),
+                          stepsAfterLarge.From(draw, between));
         }
         run.StoreFreeStates(state, first, count - 1);
         after = freeSteps.From(state, count - first);
@@ -309,7 +368,7 @@ class GreyNoise : public ChunkRun {
             states[i] = state;
             std::uint32_t next = drawsOfDisturbed.From(state);
             if (IsNarrow(i)) {
-                const std::uint32_t isSmall = SmallMask(i, DrawWithin(i, next));
+                const std::uint32_t isSmall = SmallMask(i, next);
                 next = Chosen(isSmall, drawsOfDisturbed.From(next), oneDraw.From(next));
             }
             state = Chosen(DisturbedMask(state), next, oneDraw.From(state));
@@ -326,7 +385,8 @@ class GreyNoise : public ChunkRun {
             const int first = run.DrawWithin(i, state);
             NextDraw(state);
             const int second = run.DrawWithin(i, state);
-            const int within = Chosen(run.SmallMask(i, first), second, first);
+            const std::uint32_t isSmall = BelowZeroMask(std::abs(first) - run.range[i] / 2);
+            const int within = Chosen(isSmall, second, first);
             const int disturbance = Chosen(mask, run.IsNarrow(i) ? within : free, 0);
             // The low bytes of all channels are 0, and no channel leaves its byte.
             StorePixel(pixels, i,
@@ -341,12 +401,15 @@ class GreyNoise : public ChunkRun {
     int DrawWithin(int i, std::uint32_t state) const {
         return By32767(range[i] * static_cast<std::int32_t>(state >> 16 & 0x7FFF)) + lowest[i];
     }
-    std::uint32_t SmallMask(int i, int disturbance) const {
-        return BelowZeroMask(std::abs(disturbance) - range[i] / 2);
+    /// All bits if the draw that a state holds makes a small one.
+    std::uint32_t SmallMask(int i, std::uint32_t state) const {
+        const SmallDraws& small = smallDraws.entries[nearness[i]];
+        return ((state & 0x7FFF0000) - small.first) < small.count ? ~0u : 0;
     }
 
     std::int32_t lowest[chunk];
     std::int32_t range[chunk];
+    std::int32_t nearness[chunk];
 };
 
 /// Draws, but disturbs nothing.

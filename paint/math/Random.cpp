@@ -8,6 +8,20 @@ namespace {
 // meaning.
 RandomGenerator generator(1);
 
+/// On both sides of each whole quotient.
+constexpr bool DivideRightly() {
+    for (int quotient = 1; quotient < 8002; ++quotient) {
+        if (By32767(quotient * 32767) != quotient ||
+            By32767(quotient * 32767 - 1) != quotient - 1 ||
+            By16383(quotient * 16383) != quotient ||
+            By16383(quotient * 16383 - 1) != quotient - 1) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(DivideRightly());
+
 }  // namespace
 
 void SeedRandom() {

@@ -64,6 +64,18 @@ class DrawSteps {
     std::uint32_t addend = 0;
 };
 
+// Divisions, for products of a draw and a number below 2^14. With d = 2^b - 1, a product is
+// q d + r; shifted down by b it is q, or q - 1 if r < q, as q is below 2^b. Added to the product
+// and 1, that makes q 2^b and a rest below 2^b, either way.
+
+constexpr std::int32_t By32767(std::int32_t product) {
+    return (product + 1 + (product >> 15)) >> 15;
+}
+
+constexpr std::int32_t By16383(std::int32_t product) {
+    return (product + 1 + (product >> 14)) >> 14;
+}
+
 // The program's one generator.
 
 /// The state becomes the clock's time in seconds.
