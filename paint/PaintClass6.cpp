@@ -63,6 +63,7 @@ class StampSpan {
         for (int place = first; place < centre + radius; ++place) {
             const double distance = centre - place;
             squares[count] = distance * distance;
+            reaches[count] = StampReach(squares[count], radius);
             ++count;
         }
         FillPlaces(targets, first, size);
@@ -84,6 +85,8 @@ class StampSpan {
     int count = 0;
     /// Squared distances from the centre.
     double squares[2 * largestStampRadius + 1];
+    /// For StampRow.
+    std::uint16_t reaches[2 * largestStampRadius + 1];
     short targets[2 * largestStampRadius + 1];
     short sources[2 * largestStampRadius + 1];
 
@@ -175,7 +178,8 @@ void PaintClass::StampClone(double x, double y, PaintClass* pic) {
             const int byte = columns.targets[start] * bytesPerPixel;
             StampPixels({pixels + byte, before + byte,
                          sources + columns.sources[start] * bytesPerPixel, end - start,
-                         columns.squares + start, rows.squares[j], static_cast<double>(radius)});
+                         columns.squares + start, rows.squares[j], static_cast<double>(radius),
+                         columns.reaches + start, rows.reaches[j]});
         }
     }
 }

@@ -2,8 +2,9 @@
 
 #include <emmintrin.h>
 
+#include <algorithm>
+#include <bit>
 #include <cmath>
-#include <cstdint>
 #include <cstring>
 
 #include "paint/kernels/Dispatch.h"
@@ -16,45 +17,21 @@ constexpr int lanes = 4;
 using Doubles = double __attribute__((vector_size(lanes * sizeof(double))));
 using Integers = std::int32_t __attribute__((vector_size(lanes * sizeof(std::int32_t))));
 
-/// Vectors of two values, the width of the processor's own instructions.
-struct Halves {
-    explicit Halves(const Doubles& values) {
-        double single[lanes];
-        std::memcpy(single, &values, sizeof values);
-        first = _mm_loadu_pd(single);
-        second = _mm_loadu_pd(single + 2);
-    }
-
-    __m128d first;
-    __m128d second;
-};
+using Masks = std::int64_t __attribute__((vector_size(lanes * sizeof(std::int64_t))));
+using MaskHalves = std::int32_t __attribute__((vector_size(lanes * sizeof(std::int64_t))));
 
 /// The square roots, rounded to the nearest doubles.
 void TakeRoots(Doubles& values) {
-    const Halves halves(values);
-    double single[lanes];
-    _mm_storeu_pd(single, _mm_sqrt_pd(halves.first));
-    _mm_storeu_pd(single + 2, _mm_sqrt_pd(halves.second));
-    std::memcpy(&values, single, sizeof values);
+    values = Doubles{std::sqrt(values[0]), std::sqrt(values[1]), std::sqrt(values[2]),
+                     std::sqrt(values[3])};
 }
 
 /// For each value, all bits of an integer if it is below the limit.
 void CompareBelow(const Doubles& values, const Doubles& limits, Integers& mask) {
-    const Halves value(values);
-    const Halves limit(limits);
-    const __m128 first = _mm_castpd_ps(_mm_cmplt_pd(value.first, limit.first));
-    const __m128 second = _mm_castpd_ps(_mm_cmplt_pd(value.second, limit.second));
-    // The low half of each.
-    const __m128 all = _mm_shuffle_ps(first, second, 0x88);
-    std::memcpy(&mask, &all, sizeof mask);
-}
-
-bool IsAnyBelow(const Doubles& values, const Doubles& limits) {
-    const Halves value(values);
-    const Halves limit(limits);
-    const __m128d any =
-        _mm_or_pd(_mm_cmplt_pd(value.first, limit.first), _mm_cmplt_pd(value.second, limit.second));
-    return _mm_movemask_pd(any) != 0;
+    const Masks areBelow = values < limits;
+    MaskHalves halves;
+    std::memcpy(&halves, &areBelow, sizeof halves);
+    mask = __builtin_shufflevector(halves, halves, 0, 2, 4, 6);
 }
 
 /// One by one, which becomes one instruction; converting the whole vector would become four.
@@ -89,13 +66,6 @@ void StampGroup(const StampRow& row, int place) {
     Doubles squares;
     std::memcpy(&squares, row.columnSquares + place, sizeof squares);
     squares += row.rowSquare;
-    // Most groups are left as they are, which the squares tell without roots and divisions: their
-    // few roundings are far below the margin of 2^-40.
-    constexpr double margin = 1.0 + 0x1p-40;
-    const Doubles reach = reached * (row.radius / 256.0);
-    if (!IsAnyBelow(squares, reach * reach * margin)) {
-        return;
-    }
     TakeRoots(squares);
     const Doubles distances = 256.0 * squares / row.radius;
     Integers isNearer;
@@ -120,20 +90,72 @@ void StampGroup(const StampRow& row, int place) {
     std::memcpy(row.pixels + place * bytesPerPixel, &pixels, sizeof pixels);
 }
 
+// Most pixels are left as they are, which their alpha bytes' squares tell, in 16 bits each.
+
+constexpr int searched = 8;
+
+/// The alpha bytes of four pixels, in 32 bits each.
+__m128i AlphasOf(const unsigned char* pixels) {
+    return _mm_srli_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pixels)), 24);
+}
+
+/// A bit for each of the pixels from `place` on that may change.
+unsigned SearchPixels(const StampRow& row, int place) {
+    const unsigned char* const pixels = row.pixels + place * bytesPerPixel;
+    const __m128i alphas =
+        _mm_packs_epi32(AlphasOf(pixels), AlphasOf(pixels + searched / 2 * bytesPerPixel));
+    const __m128i columns =
+        _mm_loadu_si128(reinterpret_cast<const __m128i*>(row.columnReach + place));
+    const __m128i reach = _mm_adds_epu16(columns, _mm_set1_epi16(static_cast<short>(row.rowReach)));
+    const __m128i above = _mm_subs_epu16(_mm_mullo_epi16(alphas, alphas), reach);
+    const __m128i areLeft = _mm_cmpeq_epi16(above, _mm_setzero_si128());
+    const int left = _mm_movemask_epi8(_mm_packs_epi16(areLeft, areLeft));
+    return ~static_cast<unsigned>(left) & 0xFF;
+}
+
+/// The first and the last pixel that may change; none if the last is before the first.
+struct Candidates {
+    int first;
+    int last;
+};
+
+Candidates SearchRow(const StampRow& row) {
+    if (row.count < searched) {
+        return {0, row.count - 1};
+    }
+    std::uint32_t bits = 0;
+    for (int start = 0; start < row.count; start += searched) {
+        // The last ones once more instead of any after the row.
+        const int place = std::min(start, row.count - searched);
+        bits |= SearchPixels(row, place) << place;
+    }
+    return {std::countr_zero(bits), 31 - std::countl_zero(bits)};
+}
+
 void StampLoop(const StampRow& row) {
+    const Candidates candidates = SearchRow(row);
     const std::ptrdiff_t lead = row.pixels - row.sources;
     // A group reads all its sources before it writes.
     const bool readsItself = lead > 0 && lead < lanes * bytesPerPixel;
-    int place = 0;
-    for (; !readsItself && place + lanes <= row.count; place += lanes) {
-        StampGroup(row, place);
+    if (readsItself || row.count < lanes) {
+        for (int place = candidates.first; place <= candidates.last; ++place) {
+            StampPixel(row, place);
+        }
+        return;
     }
-    for (; place < row.count; ++place) {
-        StampPixel(row, place);
+    for (int place = candidates.first; place <= candidates.last; place += lanes) {
+        // The last ones once more instead of any after the row: a pixel does not change twice.
+        StampGroup(row, std::min(place, row.count - lanes));
     }
 }
 
 }  // namespace
+
+std::uint16_t StampReach(double square, double radius) {
+    constexpr double margin = 1.0 - 0x1p-40;
+    const double reach = square * (65536.0 * margin) / (radius * radius);
+    return static_cast<std::uint16_t>(std::min(reach, 65535.0));
+}
 
 void StampPixels(const StampRow& row) {
     ForThisProcessor<StampLoop>(row);

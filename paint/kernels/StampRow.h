@@ -1,6 +1,8 @@
 // One row of a rubber stamp, several pixels at a time.
 #pragma once
 
+#include <cstdint>
+
 /// One row of a stamp without a seam.
 struct StampRow {
     /// The texture's pixels that the stamp touches; the same of the texture before the stroke; and
@@ -14,7 +16,15 @@ struct StampRow {
     const double* columnSquares;
     double rowSquare;
     double radius;
+    /// The same as StampReach has them.
+    const std::uint16_t* columnReach;
+    std::uint16_t rowReach;
 };
+
+/// A squared distance by which pixels are left out before anything is computed for them: in 256ths
+/// of the radius, rounded down by more than the roundings of the distances. A distance is not
+/// below an alpha byte whose square is not above the sum of its column's and its row's.
+std::uint16_t StampReach(double square, double radius);
 
 /// Mixes each source with what was there before the stroke, where the stroke comes nearer: where
 /// the distance, of which 256 is the radius, is below the pixel's alpha byte, which it then
