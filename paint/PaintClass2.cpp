@@ -3,7 +3,9 @@
 
 #include "base/Progress.h"
 #include "paint/PaintClass.h"
+#include "paint/PaintColors.h"
 #include "paint/kernels/Dispatch.h"
+#include "paint/kernels/LinesStrokes.h"
 #include "paint/kernels/PixelBytes.h"
 #include "paint/math/EffectMath.h"
 #include "paint/math/Random.h"
@@ -11,7 +13,6 @@
 
 namespace {
 
-constexpr int stepsPerStroke = 350;
 constexpr RGBColor16 linesGround{0x7FFF, 0x7FFF, 0x7FFF};
 
 std::uint16_t RandomComponent(std::int32_t lo, std::int32_t hi) {
@@ -83,194 +84,119 @@ short DriftWidth(std::int16_t precision) {
     return static_cast<short>(TruncateToShort(10.0 / p) + 4);
 }
 
-struct Direction {
-    double dx;
-    double dy;
-};
-
-/// A stroke's start takes two draws, each step one, and each drift two more.
-constexpr int startDraws = 2;
-constexpr int mostDraws = startDraws + 3 * stepsPerStroke;
-
 /// Whether a step with this draw drifts: RandomRange(0, 8) is 4 for the draws from 16384 to 20479.
 bool IsDrift(std::uint32_t state) {
     return (state >> 28 & 7) == 4;
 }
 
-/// How the direction drifts after a draw; takes two more.
-void Drift(Direction& direction, RandomGenerator& random, short driftWidth) {
-    direction.dx += random.Spread(driftWidth) * 0.01;
-    direction.dy += random.Spread(driftWidth) * 0.01;
-}
-
-/// Walks one stroke step by step, on a tile of any size.
-void WalkStroke(PaintClass& pic, const unsigned char (&rgb)[3], Direction direction,
-                short driftWidth) {
+/// Draws one stroke step by step, on a tile of any size.
+void DrawStroke(PaintClass& pic, const RGBColor16& color, const StrokeHabit& habit) {
+    const unsigned char rgb[3] = {HighByte(color.red), HighByte(color.green), HighByte(color.blue)};
     RandomGenerator random(Seed());
     double x = random.Range(0, pic.grX);
     double y = random.Range(0, pic.grY);
-    unsigned char* const base = pic.Base();
-    const std::int32_t rowBytes = pic.RowBytes();
+    double dx = habit.dx;
+    double dy = habit.dy;
     WrappedWalk column(pic.grX);
     WrappedWalk row(pic.grY);
     for (int step = 0; step < stepsPerStroke; ++step) {
         random.Rand();
         if (IsDrift(random.State())) {
-            Drift(direction, random, driftWidth);
+            dx += random.Spread(habit.driftWidth) * 0.01;
+            dy += random.Spread(habit.driftWidth) * 0.01;
         }
-        x += direction.dx;
-        y += direction.dy;
-        const int place = row.Place(TruncateToShort(y)) * rowBytes +
+        x += dx;
+        y += dy;
+        const int place = row.Place(TruncateToShort(y)) * pic.RowBytes() +
                           column.Place(TruncateToShort(x)) * bytesPerPixel;
-        std::memcpy(base + place, rgb, sizeof rgb);
+        std::memcpy(pic.Base() + place, rgb, sizeof rgb);
     }
     SetSeed(random.State());
 }
 
-/// All draws that a stroke may take, at once.
-struct StrokeDraws {
-    constexpr StrokeDraws() {
-        std::uint32_t factor = 1;
-        std::uint32_t addend = 0;
-        for (int i = 0; i < mostDraws; ++i) {
-            factor *= RandomGenerator::factor;
-            addend = addend * RandomGenerator::factor + RandomGenerator::addend;
-            factors[i] = factor;
-            addends[i] = addend;
-        }
-    }
-
-    std::uint32_t factors[mostDraws] = {};
-    std::uint32_t addends[mostDraws] = {};
-};
-
-constexpr StrokeDraws strokeDraws;
-
-/// The states after each of the draws.
-void StatesLoop(std::uint32_t seed, std::uint32_t* __restrict states) {
-    for (int i = 0; i < mostDraws; ++i) {
-        states[i] = seed * strokeDraws.factors[i] + strokeDraws.addends[i];
-    }
-}
-
-struct StrokePositions {
-    double x[stepsPerStroke];
-    double y[stepsPerStroke];
-};
-
-/// Where the steps of a stroke are in a tile: bytes from its first pixel on.
-struct StrokePlaces {
-    std::int32_t width;
-    std::int32_t height;
-    std::int32_t rowBytes;
-    std::int32_t places[stepsPerStroke];
-};
-
-/// Wrap(coordinate, size), as `perSize` is 1 / size: the quotient is truncated rightly but next to
-/// a whole number, which for coordinates below 2^15 is only where the remainder is 0 and may become
-/// `size` either way.
-std::int32_t WrapBy(std::int32_t coordinate, std::int32_t size, float perSize) {
-    const auto quotient = static_cast<std::int32_t>(static_cast<float>(coordinate) * perSize);
-    std::int32_t place = coordinate - quotient * size;
-    place += place < 0 ? size : 0;
-    return place >= size ? place - size : place;
-}
-
-void PlacesLoop(const StrokePositions& positions, StrokePlaces& stroke) {
-    const float perWidth = 1.0F / static_cast<float>(stroke.width);
-    const float perHeight = 1.0F / static_cast<float>(stroke.height);
-    for (int i = 0; i < stepsPerStroke; ++i) {
-        const auto x = static_cast<std::int32_t>(positions.x[i]);
-        const auto y = static_cast<std::int32_t>(positions.y[i]);
-        stroke.places[i] = WrapBy(y, stroke.height, perHeight) * stroke.rowBytes +
-                           WrapBy(x, stroke.width, perWidth) * bytesPerPixel;
-    }
-}
-
-/// Draws strokes, overwriting what lies below them. The drift stays in the direction for the rest
-/// of a stroke, which may so speed up or slow down.
-class StrokeRun {
+/// The strokes of a run. A later one overwrites what lies below it.
+class LinesRun {
   public:
-    StrokeRun(PaintClass& newPic, Direction newDirection, short newDriftWidth)
-        : pic(newPic), direction(newDirection), driftWidth(newDriftWidth) {
-        stroke.width = pic.grX;
-        stroke.height = pic.grY;
-        stroke.rowBytes = pic.RowBytes();
+    LinesRun(PaintClass& newPic, const LinesParams& newParams, short newStrokes,
+             ShowClass& newProgress)
+        : pic(newPic), params(newParams), strokes(newStrokes), progress(newProgress) {
+        const double radians = DegreesToRadians(params.angle);
+        habit = {ExactSin(radians), ExactCos(radians), DriftWidth(params.precision)};
     }
 
-    void Draw(const RGBColor16& color) {
-        const unsigned char rgb[3] = {HighByte(color.red), HighByte(color.green),
-                                      HighByte(color.blue)};
-        const Pixel ink = WithColor(0, rgb[0], rgb[1], rgb[2]);
-        if (pic.grX > largestSide || pic.grY > largestSide) {
-            WalkStroke(pic, rgb, direction, driftWidth);
-            return;
+    // False if they were stopped.
+
+    /// In a canvas that takes the place of the pixels of `memory`.
+    bool DrawInCanvas(const PicClass& memory) {
+        const StrokeCanvas canvas(memory, RasterColor(Ground()));
+        StrokeBatch batch(habit, canvas);
+        for (short first = 0; first < strokes; first += StrokeBatch::size) {
+            if (IsStoppedAt(first)) {
+                return false;
+            }
+            for (int number = first + 1; number <= first + StrokeBatch::size; ++number) {
+                ChooseStrokeColor(params, color);
+                canvas.SetColor(number, RasterColor(color));
+                batch.Add();
+            }
+            batch.Draw(first + 1);
         }
-        FindPositions();
-        ForThisProcessor<PlacesLoop>(positions, stroke);
-        for (const std::int32_t place : stroke.places) {
-            // Whole pixels: single bytes would be three times as many to write.
-            unsigned char* const pixel = pic.Base() + place;
-            StorePixel(pixel, 0, (LoadPixel(pixel, 0) & alphaMask) | ink);
+        canvas.Paint(pic);
+        return true;
+    }
+
+    bool DrawOneByOne() {
+        pic.FillColor(Ground());
+        for (short stroke = 0; stroke < strokes; ++stroke) {
+            if (stroke % strokesPerReport == 0 && IsStoppedAt(stroke)) {
+                return false;
+            }
+            ChooseStrokeColor(params, color);
+            DrawStroke(pic, color, habit);
         }
+        return true;
     }
 
   private:
-    /// On such a tile no stroke leaves 16 bits: a step is longer than 1 by at most 0.15 for each
-    /// drift, 53.5 after 350 of them, and 350 such steps are 18,725 pixels.
-    static constexpr short largestSide = 8192;
+    static constexpr int strokesPerReport = 4;
+    static_assert(StrokeBatch::size == strokesPerReport);
 
-    void FindPositions() {
-        ForThisProcessor<StatesLoop>(Seed(), states);
-        RandomGenerator start(Seed());
-        double x = start.Range(0, pic.grX);
-        double y = start.Range(0, pic.grY);
-        Direction now = direction;
-        int next = startDraws;
-        for (int step = 0; step < stepsPerStroke; ++step) {
-            if (IsDrift(states[next])) {
-                RandomGenerator random(states[next]);
-                Drift(now, random, driftWidth);
-                next += 2;
-            }
-            ++next;
-            x += now.dx;
-            y += now.dy;
-            positions.x[step] = x;
-            positions.y[step] = y;
-        }
-        SetSeed(states[next - 1]);
+    const RGBColor16& Ground() const {
+        return params.colorMode == linesAverage ? params.color : linesGround;
+    }
+    bool IsStoppedAt(short stroke) {
+        return progress.Report(static_cast<short>(stroke / strokesPerReport));
     }
 
     PaintClass& pic;
-    Direction direction;
-    short driftWidth;
-    std::uint32_t states[mostDraws];
-    StrokePositions positions;
-    StrokePlaces stroke;
+    const LinesParams& params;
+    const short strokes;
+    ShowClass& progress;
+    StrokeHabit habit{};
+    RGBColor16 color = black16;
 };
 
 }  // namespace
 
 bool PaintClass::Lines(const LinesParams& params) {
+    // Always a multiple of 4.
     const auto strokes = static_cast<short>(grY * grX / stepsPerStroke * 4);
     const bool wax = params.appearance == linesWax;
-    FillColor(params.colorMode == linesAverage ? params.color : linesGround);
     ShowClass progress(static_cast<short>(strokes / 4 + (wax ? grY / 5 : 0)));
     bool abortFlag = false;
     SeedRandom();
-    const double radians = DegreesToRadians(params.angle);
-    StrokeRun run(*this, {ExactSin(radians), ExactCos(radians)}, DriftWidth(params.precision));
-    RGBColor16 color = black16;
-    for (short stroke = 0; stroke < strokes; ++stroke) {
-        if (stroke % 4 == 0 && progress.Report(static_cast<short>(stroke / 4))) {
-            SwapUndo();
-            return true;
-        }
-        ChooseStrokeColor(params, color);
-        run.Draw(color);
+    LinesRun run(*this, params, strokes, progress);
+    const PicClass* const memory = GetClone();
+    const bool fits = memory != nullptr && StrokeCanvas::Fits(*memory, strokes);
+    if (!(fits ? run.DrawInCanvas(*memory) : run.DrawOneByOne())) {
+        DeleteClone();
+        SwapUndo();
+        return true;
     }
-    if (wax && !Soften(static_cast<short>(strokes / 4), &progress, &abortFlag)) {
+    if (!wax) {
+        DeleteClone();
+    } else if (memory == nullptr ||
+               !Soften(static_cast<short>(strokes / 4), &progress, &abortFlag)) {
         SwapUndo();
         return abortFlag;
     }

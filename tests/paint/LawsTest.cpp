@@ -30,6 +30,8 @@ struct Exceptions {
     const char* memory = nullptr;
     /// A clone that a tool has left is used up.
     const char* clone = nullptr;
+    /// An operation that uses a tool's clone up fails without memory for one.
+    const char* needsClone = nullptr;
     /// The default settings change a texture of noise.
     const char* defaults = nullptr;
 };
@@ -44,7 +46,7 @@ constexpr Exceptions exceptions[] = {
      .plainAlpha = workBytes,
      .shift = drawnPlaces,
      .alpha = "the wax pass writes whole pixels",
-     .clone = "ink needs none"},
+     .needsClone = "ink is slower without one"},
     {.name = "shapes",
      .shift = "the grid begins at the tile's corner",
      .alpha = "they hold the heights",
@@ -246,6 +248,7 @@ TEST_P(LawsTest, TheAlphaBytesStay) {
 /// With the nth block of the host and of the system failing, it is all or nothing.
 TEST_P(LawsTest, ShortMemoryLeavesTheTextureWhole) {
     int broken = 0;
+    int ranWithoutClone = 0;
     for (int i = 0; i < 8; ++i) {
         const AnyRecord settings = InRange();
         PaintClass whole(37, 26);
@@ -274,7 +277,9 @@ TEST_P(LawsTest, ShortMemoryLeavesTheTextureWhole) {
                 // They fail for the clone: its pixels, and the block that has to be left.
                 const bool lacksClone = host == 1 || host == 2;
                 if (lacksClone && exceptionsHere.clone == nullptr && result != before) {
-                    ASSERT_FALSE(ran) << TextOf(settings) << ": it needs a clone, host " << host;
+                    ASSERT_TRUE(!ran || exceptionsHere.needsClone != nullptr)
+                        << TextOf(settings) << ": it needs a clone, host " << host;
+                    ranWithoutClone += ran ? 1 : 0;
                 }
                 broken += allOrNothing ? 0 : 1;
                 ASSERT_TRUE(allOrNothing || exceptionsHere.memory != nullptr)
@@ -283,6 +288,7 @@ TEST_P(LawsTest, ShortMemoryLeavesTheTextureWhole) {
         }
     }
     ExpectException(exceptionsHere.memory, broken);
+    ExpectException(exceptionsHere.needsClone, ranWithoutClone);
 }
 
 /// A tool can leave its clone: it is room enough for an operation that needs one, its pixels count

@@ -5,6 +5,7 @@
 #include "plain/PlainLines.h"
 #include "tests/paint/Tones.h"
 #include "tests/support/Bar.h"
+#include "tests/support/Compilations.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 
@@ -220,6 +221,49 @@ TEST_F(LinesTest, InkLeavesTheAlphaBytes) {
     }
 }
 
+TEST_F(LinesTest, InkLeavesDifferentAlphaBytesAtAnySize) {
+    // The narrowest ones have no room for a canvas.
+    for (short width = 1; width <= 40; ++width) {
+        PaintClass pic(width, 37);
+        PaintClass before(width, 37);
+        FillWithNoise(pic);
+        FillWithNoise(before);
+        pic.Lines(Ink());
+        for (short y = 0; y < 37; ++y) {
+            for (short x = 0; x < width; ++x) {
+                ASSERT_EQ(pic.GetAlpha(x, y), before.GetAlpha(x, y)) << x << ", " << y;
+            }
+        }
+    }
+}
+
+TEST_F(LinesTest, InkNeedsNoCloneAndLeavesNone) {
+    const std::vector<Pixel> colors = LinesOf(61, 47, Ink());
+    for (int failing = 0; failing <= 2; ++failing) {
+        PaintClass pic(61, 47);
+        memory.FailAllocation(failing);
+        EXPECT_TRUE(pic.Lines(Ink())) << failing;
+        memory.FailAllocation(0);
+        EXPECT_EQ(ColorsOf(pic), colors) << failing;
+        EXPECT_EQ(pic.clone, nullptr) << failing;
+        EXPECT_TRUE(pic.changed) << failing;
+    }
+}
+
+TEST_F(LinesTest, AToolsCloneIsOverwrittenAndNotKept) {
+    for (const std::uint16_t appearance : {linesInk, linesWax}) {
+        LinesParams params = Ink();
+        params.appearance = appearance;
+        const std::vector<Pixel> colors = LinesOf(61, 47, params);
+        PaintClass pic(61, 47);
+        ASSERT_NE(pic.GetClone(), nullptr);
+        FillWithNoise(*pic.GetClone());
+        EXPECT_TRUE(pic.Lines(params));
+        EXPECT_EQ(ColorsOf(pic), colors);
+        EXPECT_EQ(pic.clone, nullptr);
+    }
+}
+
 TEST_F(LinesTest, AnUnknownColourModeKeepsTheColourBeforeTheFirst) {
     const std::vector<Pixel> colors = LinesOf(64, 64, Ink(linesAllBlack));
     for (const Pixel color : colors) {
@@ -240,36 +284,42 @@ TEST_F(LinesTest, WithoutMemoryForTheCloneTheStrokesAreUndone) {
     EXPECT_TRUE(Log().faults.empty());
 }
 
+void ExpectSameAsPlain(short width, short height, const LinesParams& params) {
+    PaintClass fast(width, height);
+    PaintClass plain(width, height);
+    ASSERT_TRUE(fast.Lines(params));
+    const std::uint32_t seedAfter = Seed();
+    ASSERT_TRUE(PlainLines(plain, params));
+    ASSERT_EQ(Seed(), seedAfter) << "as many draws";
+    ASSERT_EQ(ColorsOf(fast), ColorsOf(plain)) << width << " by " << height;
+}
+
 TEST_F(LinesTest, TheSameAsThePlainLoopForAnyRecordAndSize) {
     std::mt19937 generator(2);
     const auto pick = [&](int lo, int hi) {
         return static_cast<int>(generator() % static_cast<unsigned>(hi - lo + 1)) + lo;
     };
     std::vector<std::pair<short, short>> sizes = {
-        {1, 1},     {1, 512},   {512, 1},   {349, 1},   {350, 1},  {7, 50},   {2, 175},
-        {511, 512}, {512, 511}, {512, 512}, {3, 3},     {8192, 2}, {8193, 2}, {1, 9000},
-        {32767, 1}, {32767, 1}, {32767, 1}, {32766, 1}, {1, 32767}};
+        {1, 1},     {1, 512},   {512, 1},   {349, 1},   {350, 1},   {7, 50},   {2, 175},
+        {511, 512}, {512, 511}, {512, 512}, {3, 3},     {8192, 2},  {8193, 2}, {1, 9000},
+        {32767, 1}, {32767, 1}, {32767, 1}, {32766, 1}, {1, 32767}, {5, 8192}, {5, 8193}};
     while (sizes.size() < 1200) {
         sizes.emplace_back(pick(1, 70), pick(1, 70));
     }
-    for (const auto& [width, height] : sizes) {
-        LinesParams params;
-        params.precision = static_cast<short>(pick(0, 15));
-        params.appearance = static_cast<std::uint16_t>(pick(9, 10));
-        params.colorMode = static_cast<std::uint16_t>(pick(11, 14));
-        params.angle = static_cast<short>(pick(-180, 360));
-        params.color = {static_cast<std::uint16_t>(generator()),
-                        static_cast<std::uint16_t>(generator()),
-                        static_cast<std::uint16_t>(generator())};
-        Log().clock = static_cast<std::uint32_t>(generator());
-        PaintClass fast(width, height);
-        PaintClass plain(width, height);
-        ASSERT_TRUE(fast.Lines(params));
-        const std::uint32_t seedAfter = Seed();
-        ASSERT_TRUE(PlainLines(plain, params));
-        ASSERT_EQ(Seed(), seedAfter) << "as many draws";
-        ASSERT_EQ(ColorsOf(fast), ColorsOf(plain)) << width << " by " << height;
-    }
+    WithBothCompilations([&] {
+        for (const auto& [width, height] : sizes) {
+            LinesParams params;
+            params.precision = static_cast<short>(pick(-12, 15));
+            params.appearance = static_cast<std::uint16_t>(pick(9, 10));
+            params.colorMode = static_cast<std::uint16_t>(pick(11, 14));
+            params.angle = static_cast<short>(pick(-180, 360));
+            params.color = {static_cast<std::uint16_t>(generator()),
+                            static_cast<std::uint16_t>(generator()),
+                            static_cast<std::uint16_t>(generator())};
+            Log().clock = static_cast<std::uint32_t>(generator());
+            ExpectSameAsPlain(width, height, params);
+        }
+    });
 }
 
 TEST_F(LinesTest, RecordsOutOfRangeAreTheSameAsThePlainLoopToo) {
@@ -280,11 +330,7 @@ TEST_F(LinesTest, RecordsOutOfRangeAreTheSameAsThePlainLoopToo) {
         for (std::size_t b = 0; b < sizeof params; ++b) {
             bytes[b] = static_cast<unsigned char>(generator());
         }
-        PaintClass fast(40, 31);
-        PaintClass plain(40, 31);
-        ASSERT_TRUE(fast.Lines(params));
-        ASSERT_TRUE(PlainLines(plain, params));
-        ASSERT_EQ(ColorsOf(fast), ColorsOf(plain));
+        ExpectSameAsPlain(40, 31, params);
     }
 }
 
