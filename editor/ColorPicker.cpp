@@ -117,7 +117,7 @@ hostapi::Rect ColorPicker::FocusFrame(WellPart part) const {
 std::vector<ItemPart> ColorPicker::Parts() const {
     const auto part = [](WellPart which, const std::string& value, const hostapi::Rect& bounds) {
         const std::string hint = StringText(static_cast<StringId>(WellHint(which)));
-        return ItemPart{FirstSentence(hint), value, false, bounds};
+        return ItemPart{FirstSentence(hint), value, false, bounds, KeyInHint(hint)};
     };
     return {part(wellForeground, ColorText(ShownColor(*fore)), wells.foreRect),
             part(wellBackground, ColorText(ShownColor(*back)), wells.backRectBottom),

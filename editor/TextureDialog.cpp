@@ -389,7 +389,8 @@ std::vector<ItemPart> PaletteParts(const hostapi::Rect& palette, int columns, in
     for (int cell = 1; cell <= layout.CellCount(); ++cell) {
         const std::string hint = StringText(static_cast<StringId>(firstHint + cell - 1));
         parts.push_back({FirstSentence(hint), "", cell == chosen,
-                         Offset(ToRect(CellBounds(layout, cell)), palette.left, palette.top)});
+                         Offset(ToRect(CellBounds(layout, cell)), palette.left, palette.top),
+                         KeyInHint(hint)});
     }
     return parts;
 }

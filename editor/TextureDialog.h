@@ -64,6 +64,7 @@ class TextureDialog final : public SmallPSDialog, public ApplyFather, public Pro
     /// Fills the help readout; always returns 0.
     std::uint32_t HelpAt(short item) override;
     bool UserItemKey(short item, ItemKey key, int modifiers) override;
+    void UsePart(short item, int part) override;
     hostapi::Rect FocusFrame(short item) const override;
     ItemDescription Describe(short item) const override;
     bool ScrollChanged(short item, int value) override;

@@ -165,6 +165,13 @@ bool TextureDialog::UserItemKey(short item, ItemKey key, int modifiers) {
     return true;
 }
 
+void TextureDialog::UsePart(short item, int part) {
+    if (item == Items::colorWells) {
+        focusedWell = static_cast<WellPart>(part - 1);
+        UserItemKey(item, ItemKey::press, 0);
+    }
+}
+
 hostapi::Rect TextureDialog::FocusFrame(short item) const {
     return item == Items::colorWells ? colorPicker->FocusFrame(focusedWell)
                                      : SmallPSDialog::FocusFrame(item);

@@ -1,6 +1,7 @@
 #include "framework/access/ItemAccessible.Win.h"
 
 #include "base/Callback.Win.h"
+#include "framework/dialog/DialogWindow.Win.h"
 
 namespace {
 
@@ -50,10 +51,19 @@ bool CanPress(const ItemDescription& description, LONG child) {
         case ItemRole::radioButton:
             return child == CHILDID_SELF;
         case ItemRole::palette:
+        case ItemRole::group:
             return child != CHILDID_SELF;
         default:
             return false;
     }
+}
+
+/// The key that needs nothing else held, or the mnemonic.
+std::string ShortcutText(const ItemPart* part, char mnemonic) {
+    if (part != nullptr) {
+        return part->key != '\0' ? std::string(1, part->key) : "";
+    }
+    return mnemonic != '\0' ? std::string("Alt+") + mnemonic : "";
 }
 
 VARIANT Self() {
@@ -246,9 +256,8 @@ HRESULT ItemAccessible::get_accHelp(VARIANT child, BSTR* help) {
 
 HRESULT ItemAccessible::get_accKeyboardShortcut(VARIANT child, BSTR* shortcut) {
     *shortcut = nullptr;
-    return WithChild(child, [&](const ItemDescription&, LONG id) {
-        const char mnemonic = id == CHILDID_SELF ? dialog->KeyOf(item) : '\0';
-        return GiveText(mnemonic != '\0' ? std::string("Alt+") + mnemonic : "", shortcut);
+    return WithChild(child, [&](const ItemDescription& description, LONG id) {
+        return GiveText(ShortcutText(PartOf(description, id), dialog->KeyOf(item)), shortcut);
     });
 }
 
@@ -364,6 +373,12 @@ HRESULT ItemAccessible::accDoDefaultAction(VARIANT child) {
         }
         if (!CanPress(description, id)) {
             return DISP_E_MEMBERNOTFOUND;
+        }
+        if (description.role == ItemRole::group) {
+            // Where the dialog looks for the mouse, it is not.
+            PostMessageA(static_cast<HWND>(dialog->Window()), messageUsePart,
+                         static_cast<WPARAM>(item), id);
+            return S_OK;
         }
         const RECT place = PlaceOf(description, id);
         POINT middle{(place.left + place.right) / 2, (place.top + place.bottom) / 2};

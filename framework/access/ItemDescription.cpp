@@ -32,6 +32,12 @@ char MnemonicIn(const std::string& text) {
     return at != std::string::npos && at + 1 < text.size() ? text[at + 1] : '\0';
 }
 
+char KeyInHint(const std::string& hint) {
+    const std::size_t at = hint.find('[');
+    return at != std::string::npos && at + 2 < hint.size() && hint[at + 2] == ']' ? hint[at + 1]
+                                                                                  : '\0';
+}
+
 bool IsLabel(const std::string& text) {
     return text.size() > 1 && text.back() == ':';
 }

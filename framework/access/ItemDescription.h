@@ -38,6 +38,8 @@ struct ItemPart {
     bool isChosen = false;
     /// In client coordinates of the dialog.
     hostapi::Rect bounds{};
+    /// The letter that does the same wherever the focus is; 0 for none.
+    char key = '\0';
 };
 
 struct ItemDescription {
@@ -61,6 +63,8 @@ std::string SpokenText(const std::string& text);
 std::string SpokenWord(std::string_view word);
 /// The character after the text's single ampersand; 0 for none.
 char MnemonicIn(const std::string& text);
+/// The character in a hint's brackets, as in "Move Tool.  [V]"; 0 for none.
+char KeyInHint(const std::string& hint);
 /// Whether the text is one that names the control after it.
 bool IsLabel(const std::string& text);
 /// Up to its first full stop, without that.

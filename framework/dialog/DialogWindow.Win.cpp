@@ -76,6 +76,7 @@ bool IsAsked(UINT message) {
         case WM_CLOSE:
         case WM_DROPFILES:
         case messageCancel:
+        case messageUsePart:
             return true;
         default:
             return false;
@@ -330,6 +331,11 @@ bool DialogWindow::Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam
             return true;
         case messageMaximize:
             ShowWindow(Window(dialog), SW_MAXIMIZE);
+            return true;
+        case messageUsePart:
+            if (IsWindowEnabled(Window(dialog))) {
+                dialog.UsePart(static_cast<short>(wParam), static_cast<int>(lParam));
+            }
             return true;
         case messageMenuOpens:
             dialog.PopupOpens(static_cast<short>(wParam));

@@ -20,6 +20,8 @@ enum DialogMessage : UINT {
     messageMenuIsClosed = WM_APP + 4,
     /// To the dialog: its window is maximised again.
     messageMaximize = WM_APP + 5,
+    /// To the dialog: a part of an item is to be used. The item, and the part from 1 on.
+    messageUsePart = WM_APP + 6,
 };
 
 class DialogWindow {

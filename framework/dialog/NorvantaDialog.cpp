@@ -105,6 +105,8 @@ void NorvantaDialog::Paint(const Region& region) {
 
 void NorvantaDialog::DrawItem(short) {}
 
+void NorvantaDialog::UsePart(short, int) {}
+
 bool NorvantaDialog::UserItemKey(short item, ItemKey key, int) {
     if (key != ItemKey::press || RoleOf(item) != ItemRole::swatch) {
         return false;

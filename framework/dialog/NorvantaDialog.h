@@ -139,6 +139,10 @@ class NorvantaDialog {
     /// The base knows dials and what shows a colour.
     virtual hostapi::Rect FocusFrame(short item) const;
 
+    /// A part of an item that Describe tells of, from 1 on, is to be used as by a click on it. The
+    /// base does nothing.
+    virtual void UsePart(short item, int part);
+
     /// Tells of an item for screen readers. The base knows it from the control and from the
     /// texts around it; dialogs add what is theirs alone.
     virtual ItemDescription Describe(short item) const;

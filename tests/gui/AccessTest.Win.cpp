@@ -4,6 +4,7 @@
 #include "dialogs/JPEGDialog.h"
 #include "editor/Operations.h"
 #include "framework/access/Accessibility.Win.h"
+#include "framework/dialog/DialogWindow.Win.h"
 #include "tests/gui/DialogRun.Win.h"
 #include "tests/support/windows/ScreenReader.Win.h"
 
@@ -219,6 +220,71 @@ TEST_F(WindowAccessTest, EveryControlOfTheEditor) {
         EXPECT_EQ(object->accDoDefaultAction(pencil), S_OK);
         object->Release();
         WaitUntil("the pencil", [&] { return editor.Value(Texture::toolPalette) == 4; });
+    });
+}
+
+std::string KeysOf(const Heard& heard) {
+    std::string keys;
+    for (const Heard& part : heard.parts) {
+        keys += part.shortcut.empty() ? "-" : part.shortcut;
+    }
+    return keys;
+}
+
+std::string ActionOf(IAccessible* object, LONG part) {
+    VARIANT child = WholeItem();
+    child.lVal = part;
+    BSTR text = nullptr;
+    object->get_accDefaultAction(child, &text);
+    const std::string action(text, text + SysStringLen(text));
+    SysFreeString(text);
+    return action;
+}
+
+TEST_F(WindowAccessTest, PalettesTellTheKeysOfTheirToolsAndColours) {
+    RunBlank([](const GuiDriver&, const DrivenDialog& editor) {
+        const ScreenReader reader;
+        const auto keysOf = [&](int item) { return KeysOf(reader.Hear(editor.Control(item))); };
+        EXPECT_EQ(keysOf(Texture::toolPalette), "VBENGSKI");
+        EXPECT_EQ(keysOf(Texture::viewPalette), "HZ");
+        EXPECT_EQ(keysOf(Texture::colorWells), "--XD");
+    });
+}
+
+TEST_F(WindowAccessTest, AReaderUsesEachPartOfTheWells) {
+    RunBlank([](const GuiDriver& gui, const DrivenDialog& editor) {
+        const ScreenReader reader;
+        const auto valueOf = [&](std::size_t part) {
+            return reader.Hear(editor.Control(Texture::colorWells)).parts[part].value;
+        };
+        IAccessible* const wells = reader.ObjectOf(editor.Control(Texture::colorWells));
+        ASSERT_NE(wells, nullptr);
+        EXPECT_EQ(ActionOf(wells, CHILDID_SELF), "");
+        const auto use = [&](LONG part) {
+            EXPECT_EQ(ActionOf(wells, part), "Press");
+            VARIANT child = WholeItem();
+            child.lVal = part;
+            EXPECT_EQ(wells->accDoDefaultAction(child), S_OK);
+        };
+        for (const LONG part : {1, 2}) {
+            use(part);
+            const DrivenDialog colors = gui.WaitForTitle("Color");
+            // Not one more time below the dialog that it has opened.
+            PostMessageA(editor.Window(), messageUsePart, TextureItems::colorWells, 3);
+            constexpr int red = 0x2C2;
+            colors.SetText(red, std::to_string(10 * part));
+            CloseWith(colors, IDOK);
+            const std::string chosen = "red " + std::to_string(10 * part) + ", green 0, blue 0";
+            WaitUntil("the colour",
+                      [&] { return valueOf(static_cast<std::size_t>(part - 1)) == chosen; });
+        }
+        use(3);
+        WaitUntil("the exchange", [&] { return valueOf(0) == "red 20, green 0, blue 0"; });
+        EXPECT_EQ(valueOf(1), "red 10, green 0, blue 0");
+        use(4);
+        WaitUntil("black on white", [&] { return valueOf(0) == "red 0, green 0, blue 0"; });
+        EXPECT_EQ(valueOf(1), "red 255, green 255, blue 255");
+        wells->Release();
     });
 }
 

@@ -193,6 +193,11 @@ TEST_F(AccessTest, TextsAreReadOutWithoutTheirMarks) {
     EXPECT_EQ(SpokenWord("upRight"), "Up right");
     EXPECT_EQ(SpokenWord(""), "");
     EXPECT_EQ(FirstSentence("Move Tool.  [V]"), "Move Tool");
+    EXPECT_EQ(KeyInHint("Move Tool.  [V]"), 'V');
+    EXPECT_EQ(KeyInHint("Fill Tool.  [K]     Double-click to access settings."), 'K');
+    EXPECT_EQ(KeyInHint("Set the Foreground color."), '\0');
+    EXPECT_EQ(KeyInHint("["), '\0');
+    EXPECT_EQ(KeyInHint("[V"), '\0');
     EXPECT_TRUE(IsLabel("&Size:"));
     EXPECT_FALSE(IsLabel(":"));
     EXPECT_FALSE(IsLabel("%"));
