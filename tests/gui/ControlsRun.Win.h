@@ -100,6 +100,18 @@ class EveryDialogTest : public ControlsTest, public testing::WithParamInterface<
     }
 };
 
+/// Waits until the field and the slider of the number, where it has them, show the value.
+inline void ExpectPartners(const DrivenDialog& dialog, const NumberRow& number, int value) {
+    if (number.item != 0) {
+        WaitUntil("the field at " + std::to_string(value),
+                  [&] { return dialog.Text(number.item) == std::to_string(value); });
+    }
+    if (number.slider != 0) {
+        WaitUntil("the slider at " + std::to_string(value),
+                  [&] { return dialog.Value(number.slider) == value; });
+    }
+}
+
 inline std::vector<short> IdsOfDialogs() {
     std::vector<short> ids;
     for (const Operation& operation : AllOperations()) {
