@@ -78,6 +78,15 @@ TEST_F(ReadSelectionTest, AsksForOneRowAtATimeWithAllPlanes) {
                                         "abort?", "advance", "progress 2/3", "abort?", "advance"}));
 }
 
+TEST_F(ReadSelectionTest, TheRectangleIsThatOfTheBeginning) {
+    RowHost rowHost(NoiseImage({-2, 10, 6, 25}, 3));
+    rowHost.onAdvance = [&] { record.filterRect = {0, 0, 1, 1}; };
+    const auto pic = Read(rowHost);
+    ASSERT_NE(pic, nullptr);
+    EXPECT_EQ(context.result, 0);
+    ExpectRows(*pic, rowHost.image, pic->grY);
+}
+
 TEST_F(ReadSelectionTest, LeavesTheMaskRectangleAsItIs) {
     RowHost rowHost(NoiseImage({4, 10, 7, 15}, 3));
     Read(rowHost);

@@ -45,6 +45,18 @@ TEST_F(WriteTileTest, TileOfAddsTheOneBack) {
     EXPECT_EQ(tile.base, pic->Base());
 }
 
+TEST_F(WriteTileTest, TheRectangleIsThatOfTheBeginning) {
+    const auto pic = NoiseTile(7, 5);
+    const Rect selection{3, 5, 20, 30};
+    RowHost rowHost(NoiseImage(selection, 3));
+    rowHost.onAdvance = [&] { record.filterRect = {0, 0, 1, 1}; };
+    const HostImage expected =
+        Tiled(rowHost.image, TileOf(*pic), selection, rowHost.image.Height());
+    Write(rowHost, *pic);
+    EXPECT_EQ(context.result, 0);
+    EXPECT_EQ(rowHost.image, expected);
+}
+
 class WritePlanesTest : public WriteTileTest, public testing::WithParamInterface<int> {};
 
 TEST_P(WritePlanesTest, RepeatsTheTileFromTheSelectionsCorner) {

@@ -1,11 +1,14 @@
 // The system's own dialogs, on the desktop of this program.
 #include <windows.h>
 
+#include <atomic>
+
 #include "files/File.h"
 #include "files/FileDialog.Win.h"
 #include "fixtures/FileDialog.Win.h"
 #include "framework/alerts/Alert.Win.h"
 #include "tests/support/CoreTest.h"
+#include "tests/support/FileSystemOverride.h"
 #include "tests/support/FileTypes.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/windows/FakeScreens.Win.h"
@@ -162,6 +165,36 @@ TEST_F(SystemFileDialogTest, NorIsOneWhoseNameTheExtensionCompletes) {
                    }),
               0);
     EXPECT_EQ(file.GetFileName(), "tile.png.JPG");
+}
+
+// A throw while the name is finished must not reach the system, which has called: in 32 bits it
+// would end the process.
+TEST_F(SystemFileDialogTest, ANameThatCannotBeFinishedIsNotAccepted) {
+    static std::atomic<bool> throws;
+    static std::atomic<int> thrown;
+    throws = false;
+    thrown = 0;
+    const FileSystemOverride restored;
+    fileSystem.isLeadByte = [](unsigned char) {
+        if (throws) {
+            ++thrown;
+            throw std::bad_alloc();
+        }
+        return false;
+    };
+    EXPECT_EQ(Save(jpegTypes,
+                   [&](const OpenFileDialog& dialog) {
+                       dialog.TypeName("tile.png");
+                       throws = true;
+                       dialog.Accept();
+                       WaitUntil("a throw", [] { return thrown > 0; });
+                       EXPECT_TRUE(dialog.IsWaiting());
+                       throws = false;
+                       dialog.Accept();
+                   }),
+              0);
+    EXPECT_EQ(file.GetFileName(), "tile.png.JPG");
+    EXPECT_EQ(errorCell, 0);
 }
 
 TEST_F(SystemFileDialogTest, TheDialogStandsOverTheMiddleOfItsOwner) {

@@ -296,6 +296,24 @@ TEST_F(DialogLifeTest, DialogsNest) {
     EXPECT_TRUE(isActiveAgain);
 }
 
+// The system takes the mouse from the windows that wait for the dialog, but not from others.
+TEST_F(DialogLifeTest, AWindowThatHoldsTheMouseGivesItToTheDialog) {
+    TestDialog dialog(small);
+    const HWND other = CreateWindowExA(0, "STATIC", "Other", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                                       nullptr, nullptr, nullptr, nullptr);
+    HWND holder = nullptr;
+    dialog.atSetup = [&] { holder = GetCapture(); };
+    SetCapture(other);
+    ASSERT_EQ(GetCapture(), other);
+    const int result = RunWithScript(dialog, [&](Script& script) {
+        script.Click(script.Middle(okItem));
+        script.WaitFor("hit 1");
+    });
+    DestroyWindow(other);
+    EXPECT_EQ(holder, nullptr);
+    EXPECT_EQ(result, okItem);
+}
+
 TEST_F(DialogLifeTest, TabWalksInItemOrder) {
     TestDialog dialog(allItems);
     std::vector<int> walk;

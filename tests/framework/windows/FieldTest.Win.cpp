@@ -179,6 +179,20 @@ TEST_F(FieldTest, TextsAreCutAt255Bytes) {
     Run([](Script&) {});
 }
 
+TEST_F(FieldTest, AFieldTakesNoMoreThan255BytesFromTheUser) {
+    more = [&] { dialog.SetFormat(textField, "%s"); };
+    Run([&](Script& script) {
+        const std::string pasted(300, 'x');
+        SendMessageA(script.Item(textField), EM_REPLACESEL, TRUE,
+                     reinterpret_cast<LPARAM>(pasted.c_str()));
+        EXPECT_EQ(SendMessageA(script.Item(textField), WM_GETTEXTLENGTH, 0, 0), 255);
+        script.Click(script.Middle(textField));
+        script.Keys({{VK_END}, {'Y'}});
+        EXPECT_EQ(SendMessageA(script.Item(textField), WM_GETTEXTLENGTH, 0, 0), 255);
+        EXPECT_EQ(script.Text(textField), std::string(255, 'x'));
+    });
+}
+
 TEST_F(FieldTest, ValuesAreRoundedHalfAwayFromZero) {
     more = [&] {
         dialog.SetFormat(realField, "%.1f", -10, 10);

@@ -231,6 +231,33 @@ TEST_F(HelpTest, AnAlertWithoutAResourceIsAFault) {
     EXPECT_EQ(Log().faults.size(), 2u);
 }
 
+TEST_F(HelpTest, ADialogThatBecomesActiveMeanwhileStaysActive) {
+    TestDialog dialog(allItems);
+    const NorvantaDialog* active = nullptr;
+    const NorvantaDialog* focused = nullptr;
+    dialog.atHit = [&](short item) {
+        if (item == 7) {
+            NorvantaDialog* const before = dialogState.active;
+            dialogState.active = nullptr;
+            dialogState.focused = nullptr;
+            {
+                const DialogSuspension suspension;
+                dialogState.active = before;
+                dialogState.focused = before;
+            }
+            active = dialogState.active;
+            focused = dialogState.focused;
+        }
+        return item <= 2 ? item : short{0};
+    };
+    RunWithScript(dialog, [](Script& script) {
+        script.Click(script.Middle(7));
+        script.WaitFor("hit 7");
+    });
+    EXPECT_EQ(active, &dialog);
+    EXPECT_EQ(focused, &dialog);
+}
+
 TEST_F(HelpTest, NoDialogIsActiveWhileTheyAreSuspended) {
     struct Moment {
         const NorvantaDialog* active;

@@ -395,6 +395,46 @@ TEST_F(MessagesTest, WithoutObjectsOfTheSystemDrawingIsAFault) {
     EXPECT_EQ(portFault, -108);
 }
 
+TEST_F(MessagesTest, WhatCannotBeDrawnIsDrawnByTheNextPaint) {
+    TestDialog dialog(allItems);
+    std::atomic<int> draws = 0;
+    dialog.atDraw = [&](short item) {
+        if (item != userItem) {
+            return;
+        }
+        ++draws;
+        const hostapi::Rect bounds = dialog.GetBounds(item);
+        DrawingPort& port = dialog.Port();
+        port.FillRect(bounds);
+        port.SetForeground(MakeColor24(200, 100, 0));
+        port.PaintRect(Inset(bounds, 4, 4));
+        port.DrawPicture(600, Inset(bounds, 8, 8));
+        port.DrawIcon(601, {bounds.top, bounds.left});
+        port.SetForeground(MakeColor24(0, 0, 0));
+        port.DrawText("text", Inset(bounds, 10, 10), 0);
+        port.DrawEdge(bounds, 1);
+    };
+    RunWithScript(dialog, [&](Script& script) {
+        const host::Picture before = script.Shot();
+        int drawsInShortage = 0;
+        for (int spared = 0; spared < 8; ++spared) {
+            {
+                const GdiShortage shortage(spared);
+                const int drawsBefore = draws;
+                Repaint(script.Dialog());
+                script.Settle();
+                drawsInShortage += draws - drawsBefore;
+            }
+            EXPECT_TRUE(IsWindowVisible(script.Dialog()));
+            EXPECT_TRUE(script.Shot() == before) << spared;
+        }
+        EXPECT_GT(drawsInShortage, 0) << "some have come as far as the item";
+        script.Click(script.Middle(1));
+    });
+    EXPECT_EQ(errorCell, 0);
+    EXPECT_TRUE(Log().faults.empty());
+}
+
 TEST_F(MessagesTest, WithoutAPortADialogEndsByItself) {
     int shortages = 0;
     for (int spared = 0; spared < 16; ++spared) {

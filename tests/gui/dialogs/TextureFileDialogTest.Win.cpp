@@ -1,4 +1,6 @@
 // Open and Save in the editor, through the system's dialogs.
+#include "base/FatalError.h"
+#include "editor/TextureDialog.h"
 #include "files/TextureFile.h"
 #include "fixtures/FileDialog.Win.h"
 #include "paint/EffectRun.h"
@@ -142,6 +144,52 @@ TEST_F(TextureFileDialogTest, SaveProposesTheTexturesName) {
         CloseWith(dialog, IDCANCEL);
         EXPECT_EQ(editor.Text(Texture::name), "Untitled 1");
     });
+}
+
+/// Gives access to a private member that nothing changes. An explicit instantiation may name one.
+template <auto member>
+struct FormatOfFiles {
+    friend std::int32_t& FormatOf(TextureDialog& editor) { return editor.*member; }
+};
+std::int32_t& FormatOf(TextureDialog& editor);
+template struct FormatOfFiles<&TextureDialog::fileFormat>;
+
+TEST_F(TextureFileDialogTest, AnUnknownFormatIsAFault) {
+    platformServices.reportFault = [](std::int16_t id, const char* file, int line) {
+        Log().faults.push_back({id, file, line});
+    };
+    const std::pair<int, const char*> commands[] = {
+        {Texture::open, "TextureDialog / Zeile 1279 !(false)"},
+        {Texture::save, "TextureDialog / Zeile 1312 !(false)"}};
+    for (const auto& [button, assertion] : commands) {
+        const int item = button;
+        SkipNewDialog();
+        const host::RunReport report = Run([&](const GuiDriver& gui) {
+            const DrivenDialog editor = gui.WaitFor(textureDialog);
+            FormatOf(static_cast<TextureDialog&>(*NorvantaDialog::Active())) = 2;
+            editor.PressToOpen(item);
+            editor.WaitUntilClosed();
+        });
+        ASSERT_FALSE(Log().faults.empty());
+        EXPECT_EQ(Log().faults.back().id, 2);
+        EXPECT_EQ(Log().faults.back().file, assertion);
+        EXPECT_EQ(report.result, 0);
+        EXPECT_TRUE(picture.pixels == before.pixels);
+        errorCell = 0;
+    }
+    EXPECT_EQ(Log().faults.size(), 2u);
+}
+
+TEST_F(TextureFileDialogTest, WithoutAFormatNothingHappens) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        FormatOf(static_cast<TextureDialog&>(*NorvantaDialog::Active())) = 1;
+        for (const int item : {Texture::open, Texture::save}) {
+            editor.Press(item);
+        }
+        gui.WaitUntilIdle();
+        EXPECT_TRUE(IsWindowEnabled(editor.Window())) << "no dialog is over it";
+    });
+    EXPECT_TRUE(Log().faults.empty());
 }
 
 TEST_F(TextureFileDialogTest, AFileThatCannotBeWritten) {

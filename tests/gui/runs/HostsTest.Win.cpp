@@ -6,6 +6,7 @@
 #include "paint/EffectRun.h"
 #include "resources/Ids.h"
 #include "tests/gui/PluginRun.Win.h"
+#include "tests/support/FileSystemOverride.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/Transfers.h"
 
@@ -223,6 +224,26 @@ TEST_F(HostsTest, AfterAFaultNothingIsSaved) {
     });
     EXPECT_EQ(BytesOf(folder.Path() / "Zandermolite3.prf"), settingsBefore);
     EXPECT_TRUE(picture.pixels == before.pixels);
+}
+
+// The editor's end saves them, where nothing may be thrown.
+TEST_F(HostsTest, SettingsThatCannotBeSavedCostTheTextureAlone) {
+    NoteFaults();
+    SkipNewDialog();
+    const std::string settingsBefore = BytesOf(folder.Path() / "Zandermolite3.prf");
+    const FileSystemOverride restored;
+    const host::RunReport report = Run([&](const GuiDriver& gui) {
+        const DrivenDialog editor = gui.WaitFor(textureDialog);
+        editor.Press(Items::invert);
+        fileSystem.open = [](const char*, FileAccess, FileDisposition) -> void* { return nullptr; };
+        editor.PressToOpen(Items::apply);
+        editor.WaitUntilClosed();
+    });
+    ASSERT_EQ(Log().faults.size(), 1u);
+    EXPECT_EQ(Log().faults[0].id, 19000);
+    EXPECT_EQ(report.result, 0);
+    EXPECT_TRUE(picture.pixels == before.pixels);
+    EXPECT_EQ(BytesOf(folder.Path() / "Zandermolite3.prf"), settingsBefore);
 }
 
 TEST_F(HostsTest, AfterAFaultTheNextRunSaysSoInOneBox) {

@@ -1,5 +1,9 @@
 #include "framework/help/About.Win.h"
 
+#include <windows.h>
+
+#include <tlhelp32.h>
+
 #include "base/FatalError.h"
 #include "base/Module.Win.h"
 #include "fixtures/Screenshot.Win.h"
@@ -9,6 +13,7 @@
 #include "tests/shell/windows/StandInToolbox.Win.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/windows/DialogDriver.Win.h"
+#include "tests/support/windows/ImportTable.Win.h"
 
 namespace {
 
@@ -62,6 +67,28 @@ TEST_F(FamilyLibraryTest, IsFoundByItsOwnName) {
     EXPECT_EQ(FindLoadedModule("Hadrowen").get(), family.Module());
     EXPECT_EQ(FindLoadedModule("Quorlin").get(), nullptr);
     EXPECT_EQ(FindLoadedModule("kernel32").get(), GetModuleHandleA("kernel32"));
+}
+
+/// A library that another thread has freed since the system made its list.
+BOOL WINAPI FirstIsFreed(HANDLE, MODULEENTRY32* entry) {
+    entry->modBaseAddr = static_cast<BYTE*>(VirtualAlloc(nullptr, 1, MEM_RESERVE, PAGE_NOACCESS));
+    VirtualFree(entry->modBaseAddr, 0, MEM_RELEASE);
+    return TRUE;
+}
+
+TEST_F(FamilyLibraryTest, ALibraryThatIsFreedDuringTheSearchIsPassedOver) {
+    ImportExchange imports(GetModuleHandleA(nullptr));
+    ASSERT_TRUE(imports.Exchange("Module32First", reinterpret_cast<void*>(&FirstIsFreed)));
+    EXPECT_EQ(FindLoadedModule("Quorlinbench").get(), family.Module());
+}
+
+TEST_F(FamilyLibraryTest, IsKeptWhileItIsHeld) {
+    const HeldModule held = FindLoadedModule("Quorlinbench");
+    ASSERT_NE(held, nullptr);
+    // The host's own.
+    EXPECT_TRUE(FreeLibrary(family.Module()));
+    EXPECT_EQ(GetModuleHandleA("Hadrowen"), held.get());
+    EXPECT_EQ(LoadLibraryA(Arguments().family.c_str()), held.get());
 }
 
 TEST_F(FamilyLibraryTest, ShowsTheAboutBox) {

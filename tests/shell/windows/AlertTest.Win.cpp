@@ -1,5 +1,7 @@
 #include "framework/alerts/Alert.Win.h"
 
+#include <atomic>
+
 #include "base/FatalError.h"
 #include "base/Module.Win.h"
 #include "fixtures/Screenshot.Win.h"
@@ -10,6 +12,7 @@
 #include "shell/Zandermolite.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/windows/DialogDriver.Win.h"
+#include "tests/support/windows/ImportTable.Win.h"
 
 namespace {
 
@@ -152,6 +155,52 @@ TEST_F(AlertTest, TheLongestAssertionsAreNotCutOff) {
 
 TEST_F(AlertTest, ATextThatIsCutOffIsNoticed) {
     EXPECT_EQ(Show(20008, std::string(120, 'm').c_str(), 1).cutControls, std::vector<int>{4});
+}
+
+/// Refuses the next request of this program for memory in this thread. The run-time library needs
+/// some for the exception.
+class RefusedRequest {
+  public:
+    RefusedRequest() : imports(GetModuleHandleA(nullptr)) {
+        systemsAllocate = reinterpret_cast<Allocator*>(
+            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("msvcrt.dll"), "malloc")));
+        thread = GetCurrentThreadId();
+        wasRefused = false;
+        EXPECT_TRUE(imports.Exchange("malloc", reinterpret_cast<void*>(&Allocate)));
+    }
+
+    static bool WasMade() { return wasRefused; }
+
+  private:
+    using Allocator = void*(std::size_t);
+
+    static void* Allocate(std::size_t size) {
+        if (wasRefused || GetCurrentThreadId() != thread) {
+            return systemsAllocate(size);
+        }
+        wasRefused = true;
+        return nullptr;
+    }
+
+    static inline Allocator* systemsAllocate = nullptr;
+    static inline DWORD thread = 0;
+    static inline std::atomic<bool> wasRefused = false;
+
+    ImportExchange imports;
+};
+
+// The system has called: an exception that came out would end the process in 32 bits.
+TEST_F(AlertTest, WithoutMemoryForItsTextsItShowsThoseOfTheResource) {
+    int answer = 0;
+    const SeenDialog dialog = DriveDialog([&] {
+        const RefusedRequest refused;
+        answer = RunAlert(nullptr, 18001, {"1", "100"}, AlertIcon::warning);
+    });
+    EXPECT_EQ(answer, 1);
+    EXPECT_EQ(dialog.title, "Zandermolite");
+    EXPECT_EQ(dialog.Text(3), "Please enter a valid integer in the range between ^0 and ^1.");
+    EXPECT_TRUE(RefusedRequest::WasMade());
+    EXPECT_EQ(errorCell, 0);
 }
 
 TEST_F(AlertTest, EveryWayOutEndsIt) {
