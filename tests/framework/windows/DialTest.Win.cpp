@@ -119,6 +119,19 @@ COLORREF KnobColor(Script& script, TestDialog& dialog) {
     return ColorAt(script.Shot(dial), knob.h - bounds.left, knob.v - bounds.top);
 }
 
+TEST_F(DialTest, TheDialIsDrawnUnderItsKnob) {
+    Run([&](Script& script) {
+        const hostapi::Rect bounds = dialog.GetBounds(dial);
+        const hostapi::Rect square = MeasureGlobe(bounds, 7).square;
+        script.Settle();
+        // The knob is at the top.
+        const COLORREF middle =
+            ColorAt(script.Shot(dial), (square.left + square.right) / 2 - bounds.left,
+                    (square.top + square.bottom) / 2 - bounds.top);
+        EXPECT_EQ(middle, RGB(0xE8, 0xE8, 0xE8));
+    });
+}
+
 /// Returns the colour in the middle of an icon, which it draws in the other user item.
 COLORREF IconColor(Script& script, TestDialog& dialog, short icon) {
     const hostapi::Rect bounds = dialog.GetBounds(userItem);

@@ -127,6 +127,31 @@ TEST_F(PopupTest, ALongMenuHasColumns) {
     });
 }
 
+TEST_F(PopupTest, ColumnsFollowEntriesThatAreDeleted) {
+    Run([&](Script& script) {
+        for (int i = static_cast<int>(Send(script, live, CB_GETCOUNT, 0, 0)); i < 80; ++i) {
+            Send(script, live, CB_INSERTSTRING, 1, reinterpret_cast<LPARAM>("more"));
+        }
+        for (int i = 0; i < 3; ++i) {
+            Send(script, live, CB_DELETESTRING, 1, 0);
+        }
+        OpenMenu(script, live);
+        const HMENU menu = script.OpenMenu();
+        std::vector<UINT> breaks;
+        for (UINT at = 0; at < 77; ++at) {
+            if ((GetMenuState(menu, at, MF_BYPOSITION) & MF_MENUBREAK) != 0) {
+                breaks.push_back(at);
+            }
+        }
+        ASSERT_FALSE(breaks.empty());
+        for (std::size_t i = 1; i < breaks.size(); ++i) {
+            EXPECT_EQ(breaks[i], (i + 1) * breaks[0]);
+        }
+        EXPECT_EQ(breaks.size(), 76 / breaks[0]);
+        CloseMenu(script, VK_ESCAPE);
+    });
+}
+
 TEST_F(PopupTest, ALiveMenuKeepsTheChosenEntry) {
     setup = [&] { dialog.SetValue(live, 2); };
     Run([&](Script& script) {
