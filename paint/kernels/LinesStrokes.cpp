@@ -99,7 +99,7 @@ void StrokeBatch::FindTurnsLoop(StrokeBatch& batch, std::uint32_t seed) {
             if (step >= stepsPerStroke) {
                 break;
             }
-            *places++ = static_cast<std::int32_t>(step) * (2 * size) + batch.count;
+            *places++ = static_cast<std::int32_t>(step) * turnsOfStep + batch.count;
             std::memcpy(draws, word + draw + 1, 2 * sizeof *draws);
             draws += 2;
             firstStep -= 2;
@@ -141,7 +141,7 @@ void StrokeBatch::TurnsLoop(StrokeBatch& batch) {
         }
     }
     for (int i = 0; i < batch.turnCount; ++i) {
-        std::int32_t* const turn = batch.turns[0] + batch.turnPlaces[i];
+        std::int32_t* const turn = batch.turns + batch.turnPlaces[i];
         turn[0] = batch.turnDraws[2 * i];
         turn[size] = batch.turnDraws[2 * i + 1];
     }
@@ -157,12 +157,12 @@ void StrokeBatch::WalkLoop(StrokeBatch& batch) {
     Doubles dx = Doubles{} + batch.habit.dx;
     Doubles dy = Doubles{} + batch.habit.dy;
     for (int step = 0; step < stepsPerStroke; ++step) {
-        std::int32_t* const turns = batch.turns[step];
+        std::int32_t* const turns = batch.turns + step * turnsOfStep;
         Doubles turnX;
         Doubles turnY;
         Widen(turns, turnX);
         Widen(turns + size, turnY);
-        std::memset(turns, 0, sizeof batch.turns[step]);
+        std::memset(turns, 0, turnsOfStep * sizeof *turns);
         dx += turnX * 0.01;
         dy += turnY * 0.01;
         x += dx;

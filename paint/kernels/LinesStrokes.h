@@ -77,6 +77,7 @@ class StrokeBatch {
   private:
     static constexpr int mostDraws = startDraws + 3 * stepsPerStroke;
     static constexpr int mostTurns = size * stepsPerStroke;
+    static constexpr int turnsOfStep = 2 * size;
     /// Draws that are looked at together; a few words more than are needed may be computed.
     static constexpr int wordDraws = 64;
     static constexpr int chunk = 8;
@@ -106,7 +107,7 @@ class StrokeBatch {
 
     /// For each step by how many hundredths each stroke turns: all in x, then all in y. Nothing
     /// but 0 between the batches.
-    std::int32_t turns[stepsPerStroke][2 * size] = {};
+    std::int32_t turns[stepsPerStroke * turnsOfStep] = {};
 
     // Where each step of each stroke is; then the columns become places in the canvas.
     std::int32_t columns[stepsPerStroke][size];
