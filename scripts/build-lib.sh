@@ -21,21 +21,12 @@ build_preset() {
   fi
 }
 
-# run_tests PRESET JOBS [NICENESS]: on one processor where `processor` is its number.
+# run_tests PRESET JOBS [NICENESS]
 run_tests() {
   heading "Testing $1"
   rm -rf "build/$1/results"
   mkdir -p "build/$1/results"
-  # shellcheck disable=SC2086 # no word or three
-  ${processor:+taskset -c $processor} nice -n "${3:-0}" ctest --preset "$1" -j"$2" || note_failure "$1"
-}
-
-# nth_processor N: the number of one of the processors that this process may use, counted around.
-nth_processor() {
-  allowed=$(taskset -cp $$ | sed 's/.*: //' | tr ',' '\n' |
-    while IFS=- read -r first last; do seq "$first" "${last:-$first}"; done)
-  count=$(echo "$allowed" | wc -l)
-  echo "$allowed" | sed -n "$(($1 % count + 1))p"
+  nice -n "${3:-0}" ctest --preset "$1" -j"$2" || note_failure "$1"
 }
 
 # note_failure NAME: the closing line names it.
