@@ -38,6 +38,13 @@ class PluginRunTest : public CoreTest {
     host::RunReport RunEditor(
         const std::function<void(const GuiDriver& gui, const DrivenDialog& editor)>& user);
 
+    /// Faults are kept for the test in place of being shown.
+    static void NoteFaults() {
+        platformServices.reportFault = [](std::int16_t id, const char* file, int line) {
+            Log().faults.push_back({id, file, line});
+        };
+    }
+
     /// The texture that was applied last.
     std::unique_ptr<PaintClass> Applied() const;
     /// The picture's selection is the applied texture, repeated, and the rest as it was.
