@@ -31,6 +31,12 @@ constexpr ItemRule itemRules[] = {
     {Items::helpFrame, resizeGrowRight | resizeMoveDown},
     {Items::tab, resizeGrowRight | resizeGrowDown},
     {Items::drawingArea, resizeGrowRight | resizeGrowDown},
+    {Items::sizeMarksSymbol, resizeMoveRight},
+    {Items::sizeMarks, resizeMoveRight},
+};
+
+/// The same for those that PlaceBesideView puts to their places.
+constexpr ItemRule rulesBesideView[] = {
     {Items::growBox, resizeMoveRight | resizeMoveDown},
     {Items::verticalScroll, resizeMoveRight | resizeGrowDown},
     {Items::horizontalScroll, resizeGrowRight | resizeMoveDown},
@@ -38,8 +44,6 @@ constexpr ItemRule itemRules[] = {
     {Items::zoomIn, resizeMoveDown},
     {Items::zoomOut, resizeMoveDown},
     {Items::zoomReadout, resizeMoveDown},
-    {Items::sizeMarksSymbol, resizeMoveRight},
-    {Items::sizeMarks, resizeMoveRight},
 };
 
 }  // namespace
@@ -93,6 +97,7 @@ TextureDialog::TextureDialog(const std::string& newName)
     SetName(Items::toolPalette, "Drawing tools");
     SetName(Items::colorWells, "Colors");
     SetName(Items::paletteFrame, "Frame of the drawing tools");
+    SetReadingOrder();
 }
 
 TextureDialog::TextureDialog(const std::string& newName, ImageFile& file) : TextureDialog(newName) {
@@ -153,7 +158,6 @@ void TextureDialog::AdoptTexture(std::unique_ptr<PaintClass> newPic) {
 
 void TextureDialog::Setup() {
     SmallPSDialog::Setup();
-    SetReadingOrder();
     UpdateRepeats();
     SetValue(Items::sizeMarks, 1);
     ShowReadouts();
@@ -172,24 +176,26 @@ void TextureDialog::Setup() {
     SetIcon(iconEditor);
     SetButtonIcon(Items::zoomIn, iconZoomIn);
     SetButtonIcon(Items::zoomOut, iconZoomOut);
-    PlaceBesideView();
-    UpdateScrollBars();
-    UpdateScrollPositions();
     for (const ItemRule& rule : itemRules) {
         SetResizeRule(rule.item, rule.rules);
     }
     if (preferences.editorPlace.right != 0) {
         SetPlacement(
             Rescaled(preferences.editorPlace, preferences.placeResolution, Scale().resolution));
-        // The remembered size leaves another view to stand in the middle of.
-        UpdateScrollPositions();
     }
+    // In the remembered size: before it they would be moved twice.
+    PlaceBesideView();
+    for (const ItemRule& rule : rulesBesideView) {
+        SetResizeRule(rule.item, rule.rules);
+    }
+    UpdateScrollBars();
+    UpdateScrollPositions();
     // Not the first button, Apply: a blank that is typed by habit would end the editor.
     SetFocus(Items::tab);
 }
 
 // Row by row; effects and filters are two columns. The tab comes before: it is the last window, so
-// that all others are in front of it.
+// that all others are in front of it. The template has its controls in this order already.
 void TextureDialog::SetReadingOrder() {
     SetTabOrder({Items::sizeMarks, Items::newTexture, Items::edit, Items::open, Items::save,
                  Items::toolPalette, Items::colorWells, Items::flipHorizontal, Items::flipVertical,

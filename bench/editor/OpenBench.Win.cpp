@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include <future>
 #include <optional>
 
 #include "base/Module.Win.h"
@@ -10,15 +11,16 @@ namespace {
 
 constexpr int opens = 15;
 
-/// When the thread of the dialogs first came to rest.
-std::optional<Clock::time_point> firstRest;
+/// When the thread of the dialogs first came to rest; nothing from then to the next opening.
+std::optional<std::promise<Clock::time_point>> firstRest;
 
 /// A timer's message comes only when no other one waits, nor any window for its paint.
 LRESULT CALLBACK NoteRest(int code, WPARAM use, LPARAM parameter) {
     const bool isRest = code == HC_ACTION && use == PM_REMOVE &&
                         reinterpret_cast<const MSG*>(parameter)->message == WM_TIMER;
-    if (isRest && !firstRest) {
-        firstRest = Clock::now();
+    if (isRest && firstRest) {
+        firstRest->set_value(Clock::now());
+        firstRest.reset();
     }
     return CallNextHookEx(nullptr, code, use, parameter);
 }
@@ -32,16 +34,18 @@ struct Opening {
 };
 
 Opening MeasureOpening() {
-    firstRest.reset();
+    std::future<Clock::time_point> rest = firstRest.emplace().get_future();
     const HHOOK hook = SetWindowsHookExA(WH_GETMESSAGE, NoteRest, nullptr, GetCurrentThreadId());
     const Clock::time_point start = Clock::now();
     double seen = 0;
     RunEditor([&](const GuiDriver&, const DrivenDialog& editor) {
         editor.WaitUntilPainted();
         seen = MillisecondsSince(start);
+        // On one processor the editor may still have messages, which closing it would come before.
+        rest.wait();
     });
     UnhookWindowsHookEx(hook);
-    return {MillisecondsBetween(start, firstRest.value()), seen};
+    return {MillisecondsBetween(start, rest.get()), seen};
 }
 
 /// The time that the system alone takes for a window with as many plain controls as the editor has.

@@ -88,24 +88,6 @@ class ThemeLibrary {
 
 std::unique_ptr<ThemeLibrary> themes;
 
-/// `now` with the windows in their order, below the first one or all on top.
-std::vector<void*> Restacked(std::vector<void*> now, const std::vector<void*>& windows,
-                             FirstWindow first) {
-    if (std::find(now.begin(), now.end(), windows.front()) == now.end()) {
-        return now;
-    }
-    std::erase_if(now, [&](void* window) {
-        return std::find(windows.begin() + 1, windows.end(), window) != windows.end();
-    });
-    auto place = std::find(now.begin(), now.end(), windows.front());
-    if (first == FirstWindow::goesToTop) {
-        std::rotate(now.begin(), place, place + 1);
-        place = now.begin();
-    }
-    now.insert(place + 1, windows.begin() + 1, windows.end());
-    return now;
-}
-
 void BuildTabs(HWND control) {
     char text[textBufferSize];
     GetWindowTextA(control, text, static_cast<int>(sizeof text));
@@ -143,12 +125,7 @@ void UnregisterControlClasses() {
     themes.reset();
 }
 
-void StackInOrder(const std::vector<void*>& windows, FirstWindow first,
-                  std::vector<void*>& stacking) {
-    if (windows.empty()) {
-        return;
-    }
-    std::vector<void*> wanted = Restacked(stacking, windows, first);
+void StackInOrder(const std::vector<void*>& wanted, std::vector<void*>& stacking) {
     std::vector<std::size_t> places;
     for (void* const window : wanted) {
         places.push_back(static_cast<std::size_t>(
@@ -159,19 +136,14 @@ void StackInOrder(const std::vector<void*>& windows, FirstWindow first,
         SetWindowPos(window, index == 0 ? HWND_TOP : static_cast<HWND>(wanted[index - 1]), 0, 0, 0,
                      0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | RedrawOfMoved(window));
     }
-    stacking = std::move(wanted);
+    stacking = wanted;
 }
 
 UINT RedrawOfMoved(HWND control) {
-    return IsWindowVisible(control) ? UINT{0} : UINT{SWP_NOREDRAW};
+    return IsWindowVisible(control) ? UINT{0} : UINT{SWP_NOREDRAW | SWP_DEFERERASE};
 }
 
-void PrepareControls(const std::vector<ItemRecord>& items, std::vector<void*>& stacking) {
-    std::vector<void*> controls;
-    for (const ItemRecord& record : items) {
-        controls.push_back(record.control);
-    }
-    StackInOrder(controls, FirstWindow::goesToTop, stacking);
+void PrepareControls(const std::vector<ItemRecord>& items) {
     for (const ItemRecord& record : items) {
         const HWND control = static_cast<HWND>(record.control);
         if (themes != nullptr) {

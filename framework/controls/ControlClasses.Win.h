@@ -23,23 +23,19 @@ enum ControlMessage : UINT {
 void RegisterControlClasses();
 void UnregisterControlClasses();
 
-/// Stacks the windows, children of one parent, in this order: each right below the one before it.
-/// The first goes to the top, or stays where it is. Those that stand so already are left alone: a
-/// dialog has dozens, and each move is a call of the system's server. `stacking` has all children
-/// of the parent from the top, before and after: to ask for them is as many calls.
-enum class FirstWindow { goesToTop, stays };
-void StackInOrder(const std::vector<void*>& windows, FirstWindow first,
-                  std::vector<void*>& stacking);
+/// Stacks the children of a window from the top as `wanted` has them. Those that stand so already
+/// are left alone: a dialog has dozens, and each move is a call of the system's server. `stacking`
+/// has all children from the top, before and after: to ask for them is as many calls.
+void StackInOrder(const std::vector<void*>& wanted, std::vector<void*>& stacking);
 
-/// The flag of SetWindowPos for a control that is moved: in a hidden dialog there is nothing to
-/// draw, and the system's server is not asked what.
+/// The flags of SetWindowPos for a control that is moved: in a hidden dialog there is nothing to
+/// draw or to erase, and the system's server is not asked what.
 UINT RedrawOfMoved(HWND control);
 
 bool IsUserItem(HWND control);
 /// The dialog draws a user item anew, and the frame of its focus, on a new background.
 void EraseUserItem(HWND control);
 
-/// Brings the controls of a dialog that has just opened into shape: the tab order is the items',
-/// visual themes are off, edit fields take 255 bytes, tabs get their names.
-/// `stacking` is as for StackInOrder.
-void PrepareControls(const std::vector<ItemRecord>& items, std::vector<void*>& stacking);
+/// Brings the controls of a dialog that has just opened into shape: visual themes are off, edit
+/// fields take 255 bytes, tabs get their names.
+void PrepareControls(const std::vector<ItemRecord>& items);

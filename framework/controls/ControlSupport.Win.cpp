@@ -24,8 +24,8 @@ SIZE SizeOf(const RECT& rect) {
 /// Null while a paint has it.
 std::unique_ptr<PaintBuffer> keptBuffer;
 
-/// Room for most controls.
-constexpr SIZE leastBuffer{256, 64};
+/// Room for most controls, the drawing tools among them.
+constexpr SIZE leastBuffer{256, 128};
 
 std::unique_ptr<PaintBuffer> TakeBuffer(HDC like, SIZE needed) {
     std::unique_ptr<PaintBuffer> buffer = std::move(keptBuffer);
@@ -81,7 +81,9 @@ void Invalidate(HWND control) {
 }
 
 void Redraw(HWND control) {
-    RedrawWindow(control, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    if (IsWindowVisible(control)) {
+        RedrawWindow(control, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    }
 }
 
 void ShowValue(HWND control) {

@@ -90,7 +90,7 @@ inline bool IsControlEnabled(HWND control) {
 /// server is not called for it.
 void Invalidate(HWND control);
 
-/// The control paints itself before this returns.
+/// The control paints itself before this returns, if it is shown.
 void Redraw(HWND control);
 
 /// The same after a change of the value, which is also reported to screen readers.

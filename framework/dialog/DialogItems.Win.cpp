@@ -11,6 +11,7 @@
 #include "framework/dialog/DialogState.h"
 #include "framework/dialog/DialogWindow.Win.h"
 #include "framework/dialog/NorvantaDialog.h"
+#include "framework/dialog/StackingOrder.h"
 
 namespace {
 
@@ -251,11 +252,19 @@ void NorvantaDialog::SetFocus(short item, int step) {
 }
 
 void NorvantaDialog::SetTabOrder(const std::vector<short>& order) {
+    if (!windowExists) {
+        tabOrder = order;
+        return;
+    }
+    StackInOrder(Restacked(stacking, ControlsOf(order), FirstWindow::stays), stacking);
+}
+
+std::vector<void*> NorvantaDialog::ControlsOf(const std::vector<short>& order) const {
     std::vector<void*> controls;
     for (const short item : order) {
         controls.push_back(Record(item).control);
     }
-    StackInOrder(controls, FirstWindow::stays, stacking);
+    return controls;
 }
 
 void NorvantaDialog::SetLabel(short label, short item) {

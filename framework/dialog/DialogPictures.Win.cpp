@@ -84,7 +84,9 @@ HICON DialogWindow::OwnIcon(NorvantaDialog& dialog, int id) {
 void DialogWindow::FitPictures(NorvantaDialog& dialog) {
     const ResourceBytes resource = DialogResourceBytes(dialog.resourceId);
     for (const TemplatePicture& picture : PicturesOfTemplate(resource.bytes, resource.size)) {
-        const HWND control = GetDlgItem(Window(dialog), picture.control);
+        const auto item = static_cast<short>(picture.control);
+        const HWND control = dialog.IsItem(item) ? static_cast<HWND>(dialog.Record(item).control)
+                                                 : GetDlgItem(Window(dialog), picture.control);
         const LONG type = GetWindowLongA(control, GWL_STYLE) & SS_TYPEMASK;
         if (type == SS_BITMAP) {
             FitBitmap(control, picture.picture);

@@ -47,6 +47,7 @@ class DialogWindow {
 
     // Parts of NorvantaDialog::Setup.
     static void CountItems(NorvantaDialog& dialog);
+    static void OrderControls(NorvantaDialog& dialog);
     static void FitPictures(NorvantaDialog& dialog);
     static SIZE LayoutSize(const NorvantaDialog& dialog);
     static void MeasureText(NorvantaDialog& dialog);

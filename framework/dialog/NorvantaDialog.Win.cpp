@@ -19,6 +19,7 @@
 #include "framework/dialog/DialogWindow.Win.h"
 #include "framework/dialog/DisabledWindows.Win.h"
 #include "framework/dialog/ProgramEnd.Win.h"
+#include "framework/dialog/StackingOrder.h"
 #include "framework/drawing/GdiObject.Win.h"
 #include "framework/drawing/InterfaceLib.Win.h"
 #include "framework/drawing/ScreenScale.Win.h"
@@ -157,8 +158,7 @@ void DialogWindow::TakeQuit(NorvantaDialog& dialog) {
 
 void NorvantaDialog::Setup() {
     const HWND window = DialogWindow::Window(*this);
-    KeepScale(window);
-    scale = ScaleOf(window);
+    scale = KeepScale(window);
     DialogWindow::CountItems(*this);
     DialogWindow::FitPictures(*this);
     accelerators = FindAccelerators(resourceId);
@@ -239,12 +239,26 @@ void DialogWindow::CountItems(NorvantaDialog& dialog) {
     if (dialog.itemCount == 0) {
         FatalError(faultBadArgument, sourceName, __LINE__);
     }
-    PrepareControls(dialog.items, dialog.stacking);
+    OrderControls(dialog);
+    PrepareControls(dialog.items);
     for (const ItemRecord& served : dialog.items) {
         if (dialog.ControlRole(served) != ItemRole::system) {
             accessibility::Serve(static_cast<HWND>(served.control));
         }
     }
+}
+
+/// The tab order is the items', but for what the dialog has asked for. Whatever of it the template
+/// has already is no move.
+void DialogWindow::OrderControls(NorvantaDialog& dialog) {
+    std::vector<void*> controls;
+    for (const ItemRecord& record : dialog.items) {
+        controls.push_back(record.control);
+    }
+    const std::vector<void*> byNumber =
+        Restacked(dialog.stacking, controls, FirstWindow::goesToTop);
+    StackInOrder(Restacked(byNumber, dialog.ControlsOf(dialog.tabOrder), FirstWindow::stays),
+                 dialog.stacking);
 }
 
 void DialogWindow::MeasureText(NorvantaDialog& dialog) {
@@ -331,8 +345,9 @@ void NorvantaDialog::SetActive(bool on) {
         return;
     }
     const HWND window = DialogWindow::Window(*this);
+    // -1 notes the state and draws nothing: a hidden window draws its caption when it is shown.
     CallWindowProcA(reinterpret_cast<WNDPROC>(systemProcedure), window, WM_NCACTIVATE,
-                    on ? TRUE : FALSE, 0);
+                    on ? TRUE : FALSE, IsWindowVisible(window) ? 0 : -1);
     if (kind == Kind::floating) {
         EnableWindow(window, on ? TRUE : FALSE);
     }

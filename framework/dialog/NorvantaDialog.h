@@ -193,7 +193,7 @@ class NorvantaDialog {
     short GetFocusItem() const;
     /// Tab and the arrow keys come to these items one after the other, in place of the order of the
     /// item numbers. The first one keeps its place. A text whose mnemonic leads to the next item
-    /// has to go along with it.
+    /// has to go along with it. Without a window: each time that one opens.
     void SetTabOrder(const std::vector<short>& order);
     /// Alt and the mnemonic of a text give `item` the focus, where the tab stop after the text is
     /// another one. A custom control takes the mnemonic of its own text.
@@ -297,6 +297,7 @@ class NorvantaDialog {
     bool IsItem(short item) const { return item >= 1 && item <= itemCount; }
     ItemRecord& Record(short item);
     const ItemRecord& Record(short item) const;
+    std::vector<void*> ControlsOf(const std::vector<short>& order) const;
     ItemRole ControlRole(const ItemRecord& record) const;
     ItemRole RoleOf(short item) const;
     std::string ValueTextOf(short item, ItemRole role) const;
@@ -370,6 +371,8 @@ class NorvantaDialog {
     std::vector<ItemRecord> items;
     /// HWNDs: all children of the window, from the top.
     std::vector<void*> stacking;
+    /// As SetTabOrder got it before the window opened.
+    std::vector<short> tabOrder;
     struct Label {
         short text;
         short item;

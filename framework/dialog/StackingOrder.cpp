@@ -36,3 +36,20 @@ std::vector<std::size_t> WindowsToMove(const std::vector<std::size_t>& places) {
     }
     return moved;
 }
+
+std::vector<void*> Restacked(std::vector<void*> now, const std::vector<void*>& windows,
+                             FirstWindow first) {
+    if (windows.empty() || std::find(now.begin(), now.end(), windows.front()) == now.end()) {
+        return now;
+    }
+    std::erase_if(now, [&](void* window) {
+        return std::find(windows.begin() + 1, windows.end(), window) != windows.end();
+    });
+    auto place = std::find(now.begin(), now.end(), windows.front());
+    if (first == FirstWindow::goesToTop) {
+        std::rotate(now.begin(), place, place + 1);
+        place = now.begin();
+    }
+    now.insert(place + 1, windows.begin() + 1, windows.end());
+    return now;
+}

@@ -68,7 +68,7 @@ void StartScale() {
     measured = {true, nullptr, 0};
 }
 
-void KeepScale(HWND dialog) {
+ScreenScale KeepScale(HWND dialog) {
     // Not declared by the headers of the systems that we are built for.
     enum ChangeBehavior { disableAll = 1 };
     using SetChangeBehavior =
@@ -76,10 +76,11 @@ void KeepScale(HWND dialog) {
     if (const auto set = FindInSystem<SetChangeBehavior>("SetDialogDpiChangeBehavior")) {
         set(dialog, disableAll, disableAll);
     }
-    const int resolution = ScaleOf(dialog).resolution;
+    const ScreenScale scale = ScaleOf(dialog);
     measured = {};
     SetPropA(dialog, resolutionProperty,
-             reinterpret_cast<HANDLE>(static_cast<INT_PTR>(resolution)));
+             reinterpret_cast<HANDLE>(static_cast<INT_PTR>(scale.resolution)));
+    return scale;
 }
 
 void ForgetScale(HWND dialog) {

@@ -13,7 +13,7 @@ ScreenScale ScaleOf(HWND window);
 void StartScale();
 /// From now to ForgetScale a dialog's window has the scale that it has been laid out by, on
 /// whichever screen it comes to stand: fonts, places and pictures stay of one size. A host may
-/// follow each screen's resolution; the system then does not lay the window out anew.
-void KeepScale(HWND dialog);
+/// follow each screen's resolution; the system then does not lay the window out anew. Returns it.
+ScreenScale KeepScale(HWND dialog);
 /// To be called when the window goes.
 void ForgetScale(HWND dialog);

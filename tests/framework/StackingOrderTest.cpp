@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <numeric>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -55,6 +57,40 @@ TEST(StackingOrder, EveryOrderIsReachedWithTheFewestMoves) {
         }
         EXPECT_EQ(WindowsToMove(wanted).size(), wanted.size() - longest);
     } while (std::next_permutation(wanted.begin(), wanted.end()));
+}
+
+/// Windows by letters, from the top.
+std::string RestackedLetters(const std::string& now, const std::string& windows,
+                             FirstWindow first) {
+    const auto addresses = [&](const std::string& letters) {
+        static char windowOf[256];
+        std::vector<void*> list;
+        for (const char letter : letters) {
+            windowOf[static_cast<unsigned char>(letter)] = letter;
+            list.push_back(&windowOf[static_cast<unsigned char>(letter)]);
+        }
+        return list;
+    };
+    std::string result;
+    for (void* const window : Restacked(addresses(now), addresses(windows), first)) {
+        result += *static_cast<char*>(window);
+    }
+    return result;
+}
+
+TEST(StackingOrder, WindowsGoBelowTheFirstOfThem) {
+    EXPECT_EQ(RestackedLetters("abcdef", "dbf", FirstWindow::stays), "acdbfe");
+    EXPECT_EQ(RestackedLetters("abcdef", "dbf", FirstWindow::goesToTop), "dbface");
+    EXPECT_EQ(RestackedLetters("abcdef", "e", FirstWindow::stays), "abcdef");
+    EXPECT_EQ(RestackedLetters("abcdef", "e", FirstWindow::goesToTop), "eabcdf");
+}
+
+TEST(StackingOrder, WithoutTheFirstOneAllStaysAsItIs) {
+    for (const FirstWindow first : {FirstWindow::stays, FirstWindow::goesToTop}) {
+        EXPECT_EQ(RestackedLetters("abc", "", first), "abc");
+        EXPECT_EQ(RestackedLetters("abc", "xb", first), "abc");
+        EXPECT_EQ(RestackedLetters("", "a", first), "");
+    }
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ class OpenedDialog {
     std::wstring Title() const;
     /// As the resource has it. The window itself is cut to the screen.
     RECT ClientArea() const;
-    /// In the order of the resource, which is the tab order.
+    /// In the order of the resource, which is that of the numbers or, in the editor, of Tab.
     std::vector<Control> Controls() const;
     /// The control with this id; one without a window if there is none.
     Control Item(int id) const;

@@ -356,6 +356,22 @@ TEST_F(DialogLifeTest, TabWalksInTheOrderThatItWasGiven) {
     EXPECT_EQ(walk, (std::vector<int>{1, 4, 5, 7, 3, 12, 2, 8, 9, 10, 13, 14, 15, 17, 18, 21}));
 }
 
+TEST_F(DialogLifeTest, EachWindowOpensInTheTabOrderThatItsDialogWasGivenBefore) {
+    TestDialog dialog(mixed);
+    dialog.SetTabOrder({2, 5, 1});
+    for (int opening = 0; opening < 2; ++opening) {
+        std::vector<int> walk;
+        RunWithScript(dialog, [&](Script& script) {
+            script.Click(script.Middle(3));
+            for (int i = 0; i < 6; ++i) {
+                walk.push_back(script.Focus());
+                script.Keys({{VK_TAB}});
+            }
+        });
+        EXPECT_EQ(walk, (std::vector<int>{3, 4, 2, 5, 1, 3}));
+    }
+}
+
 TEST_F(DialogLifeTest, SetFocusMovesBySteps) {
     TestDialog dialog(allItems);
     std::vector<int> focus;
