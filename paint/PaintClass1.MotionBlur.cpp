@@ -8,6 +8,7 @@
 #include "paint/PaintClass.h"
 #include "paint/kernels/Dispatch.h"
 #include "paint/kernels/PixelBytes.h"
+#include "paint/kernels/TrailRows.h"
 #include "paint/kernels/TrailStrips.h"
 #include "raster/HandleArray.h"
 
@@ -284,57 +285,103 @@ class TrailRun {
     RowRing ring;
 };
 
-/// A run over trails so short that their sums stay in registers. Trails along the rows have no such
-/// strips.
-class StripRun {
+/// A run over short trails that cross the rows: in integers, row by row, until too many channels
+/// are left to doubles, and the rest in strips of doubles, which take no longer for one picture
+/// than for another. Both blur in place, so that one can go on where the other ended.
+class ShortRun {
   public:
     static bool Takes(short length, short direction) {
         return length >= 2 && length <= longestStripTrail && StepOf(direction).dy != 0;
     }
 
-    StripRun(PaintClass& newPic, short newLength, short direction)
+    ShortRun(PaintClass& newPic, short newLength, short direction)
         : pic(newPic),
           length(newLength),
           step(StepOf(direction)),
           keptRows(std::min(length - 1, int{pic.grY})),
           weights(static_cast<std::size_t>(length * stripColumns)),
-          kept(static_cast<std::size_t>(keptRows * pic.RowBytes())) {}
+          kept(static_cast<std::size_t>(keptRows * pic.RowBytes())),
+          rows(pic.grX, length, step.dx) {}
 
-    bool Failed() const { return weights.Failed() || kept.Failed(); }
+    bool Failed() const { return weights.Failed() || kept.Failed() || rows.Failed(); }
 
     void Run(CursorClass& cursor) {
         FillWeights(weights.Values(), length);
+        KeepRows();
+        const int done = HasAvx2() && pic.grX >= trailRowGroup ? RunRows(cursor) : 0;
+        if (done < pic.grY) {
+            RunStrips(done, cursor);
+        }
+    }
+
+  private:
+    /// Row `y` of the run: along the trails, from an edge of the tile.
+    unsigned char* PixelRow(int y) const {
+        return pic.PixelAddress(0, static_cast<short>(step.dy < 0 ? pic.grY - 1 - y : y));
+    }
+
+    /// The first rows, which trails from the last ones reach.
+    void KeepRows() {
+        for (int y = 0; y < keptRows; ++y) {
+            std::memcpy(kept.Values() + y * pic.RowBytes(), PixelRow(y),
+                        static_cast<std::size_t>(pic.RowBytes()));
+        }
+    }
+
+    void LoadRow(int y) {
+        rows.Load(y, y < pic.grY ? PixelRow(y) : kept.Values() + y % pic.grY * pic.RowBytes());
+    }
+
+    /// Returns in which row it ended.
+    int RunRows(CursorClass& cursor) {
+        const TrailWeights shared(weights.Values(), length);
+        for (int y = 0; y < length - 1; ++y) {
+            LoadRow(y);
+        }
+        // With so many channels in doubles a row takes as long as in strips.
+        const int affordable = pic.grX * 3 / 8;
+        // Beyond those. A few rows that have most channels in doubles are no reason to change over.
+        int excess = 0;
+        for (int y = 0; y < pic.grY; ++y) {
+            if (excess > excessRows * pic.grX && CanEndAt(y)) {
+                return y;
+            }
+            LoadRow(y + length - 1);
+            excess = std::max(0, excess + rows.Blur(y, shared, PixelRow(y)) - affordable);
+            cursor.Tick();
+        }
+        return pic.grY;
+    }
+
+    /// True if the trails from row `y` on pass the end of the tile no more than once.
+    bool CanEndAt(int y) const { return pic.grY - y >= length; }
+
+    /// All rows from `first` on.
+    void RunStrips(int first, CursorClass& cursor) {
         for (int i = length * stripColumns - 1; i >= 0; --i) {
             weights.Values()[i] = weights.Values()[i / stripColumns];
         }
-        const TrailTile tile = Tile();
-        for (int i = 0; i < keptRows; ++i) {
-            std::memcpy(kept.Values() + i * pic.RowBytes(), tile.pixels + i * tile.rowStep,
-                        static_cast<std::size_t>(pic.RowBytes()));
-        }
+        const TrailTile tile = TileFrom(first);
         int ticks = 0;
-        for (int column = 0; column < pic.grX; column += stripColumns) {
+        for (int column = 0; column < tile.width; column += stripColumns) {
             SumTrailStrip(tile, column);
             // One for each row, as far as the run has come.
-            for (; ticks < pic.grY * std::min(column + stripColumns, int{pic.grX}) / pic.grX;
+            for (; ticks < tile.height * std::min(column + stripColumns, tile.width) / tile.width;
                  ++ticks) {
                 cursor.Tick();
             }
         }
     }
 
-  private:
-    TrailTile Tile() const {
-        const int firstRow = step.dy < 0 ? pic.grY - 1 : 0;
-        return {pic.PixelAddress(0, static_cast<short>(firstRow)),
-                std::ptrdiff_t{step.dy} * pic.RowBytes(),
-                pic.grX,
-                pic.grY,
-                step.dx,
-                kept.Values(),
-                weights.Values(),
-                length};
+    TrailTile TileFrom(int row) const {
+        return {PixelRow(row),    std::ptrdiff_t{step.dy} * pic.RowBytes(),
+                pic.grX,          pic.grY - row,
+                step.dx,          kept.Values(),
+                weights.Values(), length};
     }
+
+    static constexpr int excessRows = 4;
+    static_assert(longestStripTrail == longestRowTrail);
 
     PaintClass& pic;
     short length;
@@ -342,6 +389,7 @@ class StripRun {
     int keptRows;
     HandleArray<double> weights;
     HandleArray<unsigned char> kept;
+    TrailRows rows;
 };
 
 template <typename Run>
@@ -365,7 +413,7 @@ bool PaintClass::MotionBlur(short length, short direction) {
         return false;
     }
     const auto runTrails =
-        StripRun::Takes(length, direction) ? RunTrails<StripRun> : RunTrails<TrailRun>;
+        ShortRun::Takes(length, direction) ? RunTrails<ShortRun> : RunTrails<TrailRun>;
     const bool succeeded = runTrails(*this, length, direction, cursor);
     DeleteClone();
     if (succeeded) {

@@ -8,6 +8,10 @@
 /// Tests clear it, to run the code for any processor as well.
 inline bool avx2Allowed = true;
 
+inline bool HasAvx2() {
+    return avx2Allowed && __builtin_cpu_supports("avx2");
+}
+
 /// The two compilations of `loop`, a function without a result.
 template <auto loop>
 struct Compilations;
@@ -24,7 +28,7 @@ struct Compilations<loop> {
 /// vectors of different widths; then it computes the same.
 template <auto loop, auto wideLoop = loop, typename... Arguments>
 void ForThisProcessor(Arguments&&... arguments) {
-    if (avx2Allowed && __builtin_cpu_supports("avx2")) {
+    if (HasAvx2()) {
         Compilations<wideLoop>::ForAvx2(arguments...);
     } else {
         Compilations<loop>::ForAnyProcessor(arguments...);

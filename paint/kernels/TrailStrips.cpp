@@ -116,7 +116,7 @@ class StripSums {
 
 /// The first rows come again after the last ones.
 const unsigned char* KeptRow(const TrailTile& tile, int y) {
-    return tile.firstRows + std::ptrdiff_t{y % tile.height} * tile.width * bytesPerPixel;
+    return tile.nextRows + std::ptrdiff_t{y % tile.height} * tile.width * bytesPerPixel;
 }
 
 /// `rows` rows in which neither what is read nor what is written meets an edge. Rows of the largest

@@ -7,7 +7,7 @@
 /// The columns of a strip.
 constexpr int stripColumns = 4;
 
-/// A tile whose trails run down its rows.
+/// A tile whose trails run down its rows, or the rest of one from some row on.
 struct TrailTile {
     /// Row 0, and the bytes from each row to the next: negative where the trails go upwards.
     unsigned char* pixels;
@@ -16,8 +16,9 @@ struct TrailTile {
     int height;
     /// -1, 0 or 1: the columns that a trail moves by in each row.
     int lean;
-    /// Copies of the first `length` - 1 rows, or of all if they are fewer, one after the other.
-    const unsigned char* firstRows;
+    /// Copies of the `length` - 1 rows that follow the last one, or of all if they are fewer and
+    /// follow it again and again, one after the other.
+    const unsigned char* nextRows;
     /// The weight of each place of a trail, stripColumns times over.
     const double* weights;
     int length;

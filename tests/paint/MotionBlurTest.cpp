@@ -14,18 +14,51 @@
 
 namespace {
 
+/// Fills `rows` rows from row `first` on, around the torus, with random multiples of
+/// 1 + .. + `length`: in trails of this length the last bits of doubles decide every channel.
+void FillWithMultiples(PaintClass& pic, short length, short first, short rows, unsigned seed) {
+    std::mt19937 generator(seed);
+    const auto divisor = static_cast<unsigned>(length * (length + 1) / 2);
+    const auto multiple = [&] {
+        return static_cast<unsigned char>(generator() % (255 / divisor + 1) * divisor);
+    };
+    for (short i = 0; i < rows; ++i) {
+        const auto y = static_cast<short>((first + i) % pic.grY);
+        for (short x = 0; x < pic.grX; ++x) {
+            pic.SetRGB(x, y, multiple(), multiple(), multiple());
+        }
+    }
+}
+
+/// One colour in most places.
+void FillWithSpots(PaintClass& pic, unsigned seed) {
+    std::mt19937 generator(seed);
+    for (short y = 0; y < pic.grY; ++y) {
+        for (short x = 0; x < pic.grX; ++x) {
+            if (generator() % 32 != 0) {
+                pic.SetRGB(x, y, 8, 120, 249);
+            }
+        }
+    }
+}
+
 class MotionBlurTest : public CoreTest {
   protected:
     static void ExpectSameAsPlain(short width, short height, short length, short direction,
                                   unsigned seed) {
-        PaintClass fast(width, height);
-        PaintClass plain(width, height);
-        FillWithNoise(fast, seed);
+        PaintClass pic(width, height);
+        FillWithNoise(pic, seed);
+        ExpectSameAsPlain(pic, length, direction);
+    }
+
+    /// Blurs `fast`.
+    static void ExpectSameAsPlain(PaintClass& fast, short length, short direction) {
+        PaintClass plain(fast.grX, fast.grY);
         CopyShifted(fast, plain, 0, 0);
         ASSERT_TRUE(fast.MotionBlur(length, direction));
         ASSERT_TRUE(PlainMotionBlur(plain, length, direction));
         ASSERT_EQ(PixelsOf(fast), PixelsOf(plain))
-            << width << " by " << height << ", " << length << " towards " << direction;
+            << fast.grX << " by " << fast.grY << ", " << length << " towards " << direction;
         ASSERT_EQ(fast.changed, length >= 1);
     }
 };
@@ -50,6 +83,40 @@ TEST_F(MotionBlurTest, TheSameAsThePlainLoopForAnySizeAndTrail) {
 
 TEST_F(MotionBlurTest, TheSameAsThePlainLoopAtTheLargestTile) {
     ExpectSameAsPlain(512, 511, 5, 7, 4);
+}
+
+TEST_F(MotionBlurTest, ShortTrailsAreTheSameWhereverDoublesDecide) {
+    std::mt19937 generator(12);
+    const auto random = [&](unsigned count) { return static_cast<short>(generator() % count); };
+    WithBothCompilations([&] {
+        for (int i = 0; i < 400; ++i) {
+            PaintClass pic(static_cast<short>(random(40) + 1), static_cast<short>(random(40) + 1));
+            const auto length = static_cast<short>(random(5) + 2);
+            const auto seed = static_cast<unsigned>(i);
+            FillWithNoise(pic, seed);
+            if (i % 2 == 0) {
+                FillWithMultiples(pic, length, random(40), random(40), seed);
+            } else {
+                FillWithSpots(pic, seed);
+            }
+            ExpectSameAsPlain(pic, length, random(8));
+        }
+    });
+}
+
+TEST_F(MotionBlurTest, FlatTrailsOfAnyValueAreTheSameAsThePlainLoops) {
+    WithBothCompilations([] {
+        for (short length = 2; length <= 6; ++length) {
+            PaintClass pic(256, 3);
+            for (short y = 0; y < pic.grY; ++y) {
+                for (short x = 0; x < pic.grX; ++x) {
+                    const auto value = static_cast<unsigned char>(x);
+                    pic.SetRGB(x, y, value, value ^ 0xFF, value ^ 0x55);
+                }
+            }
+            ExpectSameAsPlain(pic, length, 4);
+        }
+    });
 }
 
 TEST_F(MotionBlurTest, TrailsAndDirectionsBeyondTheDialogsAreTheSameAsThePlainLoopToo) {
@@ -161,7 +228,7 @@ TEST_F(MotionBlurTest, WithoutMemoryNothingChanges) {
         int blocks;
     };
     for (const auto [length, direction, blocks] :
-         {Trail{5, 1, 2}, Trail{7, 1, 5}, Trail{5, 2, 5}}) {
+         {Trail{5, 1, 4}, Trail{7, 1, 5}, Trail{5, 2, 5}}) {
         pic.changed = false;
         FillWithNoise(pic);
         for (int nth = 1; nth <= blocks; ++nth) {
@@ -178,11 +245,19 @@ TEST_F(MotionBlurTest, WithoutMemoryNothingChanges) {
 }
 
 TEST_F(MotionBlurTest, TicksTheBusyCursorAfterEachRow) {
-    PaintClass pic(4, 5);
-    const BusyCursor cursor;
-    ASSERT_TRUE(pic.MotionBlur(2, 1));
-    EXPECT_EQ(cursor.Waits(), 1 + 5);
-    EXPECT_EQ(cursor.Arrows(), 1);
+    const auto ticks = [](PaintClass& pic) {
+        const BusyCursor cursor;
+        EXPECT_TRUE(pic.MotionBlur(2, 1));
+        EXPECT_EQ(cursor.Arrows(), 1);
+        return cursor.Waits() - 1;
+    };
+    PaintClass narrow(4, 5);
+    EXPECT_EQ(ticks(narrow), 5);
+    PaintClass wide(16, 20);
+    FillWithNoise(wide);
+    EXPECT_EQ(ticks(wide), 20);
+    FillWithMultiples(wide, 2, 0, 20, 1);
+    EXPECT_EQ(ticks(wide), 20);
 }
 
 }  // namespace
