@@ -15,16 +15,23 @@ class ChannelMap {
     /// `change` returns the new byte of a channel's value, 0 to 255. Red is channel 0.
     template <typename Change>
     void Fill(int channel, Change change) {
+        unsigned char bytes[256];
         for (int value = 0; value < 256; ++value) {
-            tables[channel][value] = static_cast<Pixel>(change(value) & 0xFF) << 8 * channel;
+            bytes[value] = static_cast<unsigned char>(change(value) & 0xFF);
         }
+        SetTable(channel, bytes);
     }
 
     static constexpr int channelCount = 3;
 
   private:
+    void SetTable(int channel, const unsigned char (&bytes)[256]);
+
     /// Each value at its place in the pixel.
     Pixel tables[channelCount][256];
+    /// The same as differences, for vectors: each entry XOR the one 16 before it, except for the
+    /// first 16 of each half.
+    unsigned char differences[channelCount][256];
 };
 
 /// Adds to the brightness, then moves channels away from 128 or towards it.

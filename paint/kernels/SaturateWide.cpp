@@ -1,11 +1,10 @@
 #include "paint/kernels/SaturateWide.h"
 
-#include <immintrin.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
+#include "paint/kernels/WideVectors.h"
 #include "raster/PicClass.h"
 
 // The order of the channels tells between which corners of the colour circle the hue lies. The
@@ -46,35 +45,29 @@ struct ChannelOrders {
 
 constexpr ChannelOrders orders;
 
-[[gnu::target("avx2"), gnu::always_inline]] inline __m256i LoadIntegers(const void* from) {
-    return _mm256_loadu_si256(static_cast<const __m256i*>(from));
-}
-
 /// Eight numbers.
 struct Doubles {
     __m256d low;
     __m256d high;
 };
 
-[[gnu::target("avx2"), gnu::always_inline]] inline Doubles DoublesOf(__m256i integers) {
+WIDE Doubles DoublesOf(__m256i integers) {
     return {_mm256_cvtepi32_pd(_mm256_castsi256_si128(integers)),
             _mm256_cvtepi32_pd(_mm256_extracti128_si256(integers, 1))};
 }
 
 /// For each pixel the entry of its order.
-[[gnu::target("avx2"), gnu::always_inline]] inline Doubles OfOrder(const float (&table)[groupSize],
-                                                                   __m256i order) {
+WIDE Doubles OfOrder(const float (&table)[groupSize], __m256i order) {
     const __m256 values = _mm256_permutevar8x32_ps(_mm256_loadu_ps(table), order);
     return {_mm256_cvtps_pd(_mm256_castps256_ps128(values)),
             _mm256_cvtps_pd(_mm256_extractf128_ps(values, 1))};
 }
 
-[[gnu::target("avx2"), gnu::always_inline]] inline __m256i OfOrder(
-    const std::int32_t (&table)[groupSize], __m256i order) {
-    return _mm256_permutevar8x32_epi32(LoadIntegers(table), order);
+WIDE __m256i OfOrder(const std::int32_t (&table)[groupSize], __m256i order) {
+    return _mm256_permutevar8x32_epi32(LoadWide(table), order);
 }
 
-[[gnu::target("avx2"), gnu::always_inline]] inline __m256i Truncated(const Doubles& values) {
+WIDE __m256i Truncated(const Doubles& values) {
     return _mm256_inserti128_si256(_mm256_castsi128_si256(_mm256_cvttpd_epi32(values.low)),
                                    _mm256_cvttpd_epi32(values.high), 1);
 }
@@ -95,8 +88,8 @@ struct HuePlace {
 };
 
 /// The channels of the saturated colour times 255, in the same order.
-[[gnu::target("avx2"), gnu::always_inline]] inline SortedChannels Saturated(
-    const SortedChannels& channels, const HuePlace& place, __m256d delta) {
+WIDE SortedChannels Saturated(const SortedChannels& channels, const HuePlace& place,
+                              __m256d delta) {
     const __m256d one = _mm256_set1_pd(1.0);
     const __m256d zero = _mm256_setzero_pd();
     // Below the least of what is divided by; greys divide 0 by it.
@@ -131,10 +124,9 @@ struct HuePlace {
             _mm256_mul_pd(toBytes, least)};
 }
 
-[[gnu::target("avx2"), gnu::always_inline]] inline void SaturateGroup(unsigned char* pixels,
-                                                                      __m256d delta) {
+WIDE void SaturateGroup(unsigned char* pixels, __m256d delta) {
     const __m256i byte = _mm256_set1_epi32(0xFF);
-    const __m256i source = LoadIntegers(pixels);
+    const __m256i source = LoadWide(pixels);
     const __m256i red = _mm256_and_si256(source, byte);
     const __m256i green = _mm256_and_si256(_mm256_srli_epi32(source, 8), byte);
     const __m256i blue = _mm256_and_si256(_mm256_srli_epi32(source, 16), byte);
@@ -173,7 +165,7 @@ struct HuePlace {
     const __m256i pixelStarts = _mm256_setr_epi32(0, 0x04040404, 0x08080808, 0x0C0C0C0C, 0,
                                                   0x04040404, 0x08080808, 0x0C0C0C0C);
     const __m256i bytes = _mm256_add_epi32(OfOrder(orders.bytes, order), pixelStarts);
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(pixels), _mm256_shuffle_epi8(sorted, bytes));
+    StoreWide(_mm256_shuffle_epi8(sorted, bytes), pixels);
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "paint/kernels/TrailRows.h"
 
-#include <immintrin.h>
-
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -10,6 +8,7 @@
 #include <cstring>
 
 #include "paint/kernels/PixelBytes.h"
+#include "paint/kernels/WideVectors.h"
 
 namespace {
 
@@ -59,16 +58,6 @@ struct Division {
     static_assert(IsExact());
 };
 
-#define WIDE [[gnu::target("avx2"), gnu::always_inline]] inline
-
-WIDE __m256i Load(const unsigned char* bytes) {
-    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(bytes));
-}
-
-WIDE void Store(__m256i values, unsigned char* bytes) {
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(bytes), values);
-}
-
 /// Words of 16 bits for the bytes of a vector: for the lower and the upper eight of each half.
 struct Words {
     __m256i lower;
@@ -86,15 +75,15 @@ WIDE Words SumTrails(const TrailPlaces& places, std::ptrdiff_t at) {
     const __m256i zero = _mm256_setzero_si256();
     Words sums = {zero, zero};
     for (int place = 0; place + 1 < length; place += 2) {
-        const __m256i first = Load(places.pixels[place] + at);
-        const __m256i second = Load(places.pixels[place + 1] + at);
+        const __m256i first = LoadWide(places.pixels[place] + at);
+        const __m256i second = LoadWide(places.pixels[place + 1] + at);
         const __m256i factors =
             _mm256_set1_epi16(static_cast<short>((length - place) | (length - place - 1) << 8));
         Add(_mm256_maddubs_epi16(_mm256_unpacklo_epi8(first, second), factors),
             _mm256_maddubs_epi16(_mm256_unpackhi_epi8(first, second), factors), &sums);
     }
     if constexpr (length % 2 != 0) {
-        const __m256i last = Load(places.pixels[length - 1] + at);
+        const __m256i last = LoadWide(places.pixels[length - 1] + at);
         Add(_mm256_unpacklo_epi8(last, zero), _mm256_unpackhi_epi8(last, zero), &sums);
     }
     return sums;
@@ -114,16 +103,13 @@ WIDE __m256i IsMultiple(__m256i sums, __m256i quotients) {
 /// Bytes whose trails have one value.
 template <int length>
 WIDE __m256i IsFlat(const TrailPlaces& places, std::ptrdiff_t at) {
-    const __m256i first = Load(places.pixels[0] + at);
-    __m256i same = _mm256_cmpeq_epi8(first, Load(places.pixels[1] + at));
+    const __m256i first = LoadWide(places.pixels[0] + at);
+    __m256i same = _mm256_cmpeq_epi8(first, LoadWide(places.pixels[1] + at));
     for (int place = 2; place < length; ++place) {
-        same = _mm256_and_si256(same, _mm256_cmpeq_epi8(first, Load(places.pixels[place] + at)));
+        same =
+            _mm256_and_si256(same, _mm256_cmpeq_epi8(first, LoadWide(places.pixels[place] + at)));
     }
     return same;
-}
-
-WIDE __m256i LoadTwice(const unsigned char* bytes) {
-    return _mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes)));
 }
 
 /// -1 for each byte whose bit is set.
@@ -207,8 +193,8 @@ template <int length>
             }
         }
         AddLowest(open, count, at, &list);
-        const __m256i last = Load(places.pixels[length - 1] + at);
-        Store(_mm256_blendv_epi8(group.colors, last, isAlpha), pixels + at);
+        const __m256i last = LoadWide(places.pixels[length - 1] + at);
+        StoreWide(_mm256_blendv_epi8(group.colors, last, isAlpha), pixels + at);
     }
     return list;
 }
@@ -237,8 +223,6 @@ int BlurRow(const TrailPlaces& places, const TrailWeights& weights, unsigned cha
     ComputeListed<length>(list, places, weights.values, pixels);
     return list.count;
 }
-
-#undef WIDE
 
 }  // namespace
 

@@ -64,7 +64,7 @@ int InFractionUnits(double value) {
 }  // namespace
 
 bool HasTwirlEstimates() {
-    return HasAvx2();
+    return avx2Allowed && __builtin_cpu_supports("avx2");
 }
 
 SourceCode TurnedSource(double x, double y, int radius) {
