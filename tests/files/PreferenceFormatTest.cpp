@@ -1,6 +1,7 @@
 #include "files/PreferenceFormat.h"
 
 #include <cstring>
+#include <iterator>
 
 #include "files/PreferenceFile.h"
 #include "fixtures/PreferencesInMemory.h"
@@ -12,6 +13,7 @@ namespace {
 
 /// Record sizes of the lists, in their order.
 constexpr std::size_t payloads[] = {14, 14, 26, 16, 6, 4, 60};
+static_assert(std::size(payloads) == presetEffectCount);
 
 class PreferenceFormatTest : public CoreTest {
   protected:
