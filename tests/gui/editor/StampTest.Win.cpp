@@ -51,6 +51,15 @@ class StampTest : public DialogRunTest {
         DragStamp(gui, editor, places, before);
     }
 
+    /// During a stroke: the place under the mouse becomes the source.
+    static void TakeSourceInStroke(const GuiDriver& gui, const DrivenDialog& editor) {
+        gui.HoldKey(VK_MENU);
+        WaitUntil("the new source", [] { return GuiDriver::CursorId() == cursorStampSource; });
+        ReleaseAlt(gui);
+        WaitUntil("Alt to be up", [] { return (GetAsyncKeyState(VK_MENU) & 0x8000) == 0; });
+        editor.Settle();
+    }
+
     /// Drags without a source: an alert ends the stroke.
     void ExpectRefusal(const GuiDriver& gui, const DrivenDialog& editor) const {
         editor.WaitUntilPainted();
@@ -124,13 +133,8 @@ TEST_F(StampTest, AltDuringAStrokeTakesANewSource) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
         ChooseTool(gui, editor, 's', 6);
         TakeSource(gui, editor, {20, 30});
-        DragAlong(gui, editor, {{90, 50}, {100, 55}, {110, 55}}, 1.0, [&] {
-            gui.HoldKey(VK_MENU);
-            WaitUntil("the new source", [] { return GuiDriver::CursorId() == cursorStampSource; });
-            ReleaseAlt(gui);
-            WaitUntil("Alt to be up", [] { return (GetAsyncKeyState(VK_MENU) & 0x8000) == 0; });
-            editor.Settle();
-        });
+        DragAlong(gui, editor, {{90, 50}, {100, 55}, {110, 55}}, 1.0,
+                  [&] { TakeSourceInStroke(gui, editor); });
     });
     const std::unique_ptr<PaintClass> expected = Noise();
     {
@@ -141,6 +145,28 @@ TEST_F(StampTest, AltDuringAStrokeTakesANewSource) {
         stroke.Paint(TexturePoint({100, 55}), TexturePoint({110, 55}));
     }
     ExpectApplied(*expected);
+}
+
+// The view is white, but for the crosses.
+TEST_F(StampTest, ANewSourceDuringAStrokeTakesTheCrossOfTheOneBeforeAway) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        ChooseTool(gui, editor, 's', 6);
+        TakeSource(gui, editor, {20, 30});
+        const ItemPlace first = InBaseTile(editor, {20, 30});
+        const ItemPlace second = InBaseTile(editor, {100, 55});
+        DragAlong(gui, editor, {{90, 50}, {100, 55}, {120, 60}}, 1.0, [&] {
+            ExpectCross(editor, first);
+            TakeSourceInStroke(gui, editor);
+            const int drawnBefore = Displays();
+            editor.Point(Items::drawingArea, InBaseTile(editor, {110, 55}));
+            WaitUntil("the stamp to be drawn", [&] { return Displays() > drawnBefore; });
+            ExpectCross(editor, second);
+            const ShownView view(editor, GrabClient(editor.Window()));
+            for (const int h : {-5, -4, -3, 3, 4, 5}) {
+                EXPECT_EQ(view.At({first.x + h, first.y}) & 0x00FFFFFF, 0x00FFFFFFu) << h;
+            }
+        });
+    });
 }
 
 // A press waits for the mouse to move, also after the release of the button.
