@@ -169,6 +169,25 @@ TEST_F(StampTest, ANewSourceDuringAStrokeTakesTheCrossOfTheOneBeforeAway) {
     });
 }
 
+// At four times its size the middle of the texture is in the view once, and parts of its repeats
+// around it.
+TEST_F(StampTest, AStrokeBeginsWithARedrawOfTheWholeView) {
+    RunBlank([&](const GuiDriver& gui, const DrivenDialog& editor) {
+        for (int press = 0; press < 5; ++press) {
+            editor.Press(Items::zoomIn);
+        }
+        constexpr double zoom = 4.0;
+        ChooseTool(gui, editor, 's', 6);
+        TakeSource(gui, editor, {70, 45}, zoom);
+        DragAlong(gui, editor, {{75, 50}, {76, 50}}, zoom);
+        editor.WaitUntilPainted();
+        editor.Settle();
+        const int drawnBefore = Displays();
+        DragAlong(gui, editor, {{75, 50}, {76, 50}, {77, 50}}, zoom,
+                  [&] { EXPECT_GT(Displays() - drawnBefore, 1); });
+    });
+}
+
 // A press waits for the mouse to move, also after the release of the button.
 TEST_F(StampTest, AClickWithoutAMovementPaintsNothingAndCostsAnUndoStep) {
     RunOnSelection([&](const GuiDriver& gui, const DrivenDialog& editor) {
