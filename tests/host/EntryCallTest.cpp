@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cfenv>
+
 #include "tests/host/TestFilters.h"
 
 namespace host {
@@ -31,6 +33,13 @@ void HOST_CALL RememberArguments(std::int16_t selector, hostapi::FilterRecord* r
     lastRecord = record;
     lastData = data;
     *result = -1234;
+}
+
+/// Inexact: the floating-point unit notes that in its control register.
+void HOST_CALL DivideByThree(std::int16_t, hostapi::FilterRecord*, void*, std::int16_t* result) {
+    volatile double number = 1.0;
+    number = number / 3.0;
+    *result = std::fetestexcept(FE_INEXACT) != 0 ? 1 : 0;
 }
 
 }  // namespace
@@ -71,6 +80,13 @@ TEST(EntryCallTest, AChangedControlWordIsAFaultAndIsPutBack) {
     EXPECT_EQ(ControlWord(), own);
     EXPECT_EQ(faults.Lines(),
               std::vector<std::string>{"the filter changed the floating-point control word"});
+}
+
+TEST(EntryCallTest, WhatACalculationNotesIsNoChange) {
+    std::feclearexcept(FE_ALL_EXCEPT);
+    Faults faults;
+    EXPECT_EQ(CallOnce(DivideByThree, {}, faults), 1);
+    EXPECT_TRUE(faults.IsEmpty());
 }
 
 TEST(EntryCallTest, TheStackIsAlignedAsTheTraitSays) {

@@ -53,6 +53,7 @@ TEST(FilterHostTest, TheRecordDescribesThePicture) {
               (std::vector<int>{255, 128, 1}));
     EXPECT_EQ(std::vector<int>(seen.backColor, seen.backColor + 3), (std::vector<int>{16, 32, 48}));
     EXPECT_EQ(seen.maxSpace, 123456);
+    EXPECT_EQ(seen.bufferSpace, 0);
     EXPECT_EQ(seen.imageMode, hostapi::imageModeRGB);
     EXPECT_EQ(seen.imageHRes, 300 << 16);
     EXPECT_EQ(seen.imageVRes, (96 << 16) + (1 << 15));

@@ -90,6 +90,7 @@ TEST(PictureTest, SidesAndPlanesHaveLimits) {
 TEST(PictureTest, ReadsEveryKindOfFile) {
     const Expectation expectations[] = {{"rgb-300.png", 12, 7, 3, 300, 300},
                                         {"grey.png", 9, 5, 3, 72, 72},
+                                        {"grey-alpha.png", 4, 3, 4, 72, 72},
                                         {"rgba.png", 6, 4, 4, 72, 72},
                                         {"deep.png", 5, 3, 3, 72, 72},
                                         {"palette.png", 8, 8, 3, 72, 72},
@@ -127,6 +128,10 @@ TEST(PictureTest, ReadsThePixelsAsTheyAre) {
     EXPECT_EQ(std::vector<int>(pixel, pixel + 3), (std::vector<int>{200, 100, 50}));
     EXPECT_NEAR(pixel[3], 128, 1);
     EXPECT_EQ(transparent.Pixel(1, 1)[3], 255);
+    const Picture grey = LoadPicture(data / "grey-alpha.png");
+    pixel = grey.Pixel(1, 2);
+    EXPECT_EQ(std::vector<int>(pixel, pixel + 4), (std::vector<int>{60, 60, 60, 64}));
+    EXPECT_EQ(grey.Pixel(0, 0)[3], 255);
 }
 
 TEST(PictureTest, PngKeepsPixelsAndResolution) {
