@@ -76,7 +76,8 @@ class DroppedFiles {
 }  // namespace
 
 bool DialogWindow::TakeCommand(NorvantaDialog& dialog, WPARAM wParam, LPARAM lParam) {
-    const bool isPress = lParam == 0 || HIWORD(wParam) == BN_CLICKED;
+    const int code = HIWORD(wParam);
+    const bool isPress = lParam == 0 || code == BN_CLICKED || code == BN_DOUBLECLICKED;
     if (isPress && !IsWindowEnabled(Window(dialog))) {
         // One more press, on its way when the last one opened a dialog over this one: what that
         // dialog works on would be exchanged below it.
@@ -97,7 +98,7 @@ bool DialogWindow::TakeCommand(NorvantaDialog& dialog, WPARAM wParam, LPARAM lPa
     }
     ItemRecord& record = dialog.Record(item);
     const bool isOwnText = record.IsEditField() && dialog.textDepth > 0;
-    if (!IsUse(record, HIWORD(wParam)) || isOwnText) {
+    if (!IsUse(record, code) || isOwnText) {
         return false;
     }
     record.isProgrammatic = false;

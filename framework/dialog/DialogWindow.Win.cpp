@@ -313,6 +313,14 @@ bool DialogWindow::IsUsable(NorvantaDialog& dialog, hostapi::Point place) {
     return IsWindowEnabled(Window(dialog)) && Contains(RectFromSystem(client), place);
 }
 
+/// Not below another dialog, which works on this one: other programs ask windows to close that are
+/// disabled.
+void DialogWindow::HitIfInFront(NorvantaDialog& dialog, short item) {
+    if (IsWindowEnabled(Window(dialog))) {
+        dialog.HitItem(item);
+    }
+}
+
 bool DialogWindow::Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_COMMAND:
@@ -327,7 +335,7 @@ bool DialogWindow::Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam
             TakeClick(GetDoubleClickTime());
             return true;
         case messageCancel:
-            dialog.HitItem(dialog.cancellingItem);
+            HitIfInFront(dialog, dialog.cancellingItem);
             return true;
         case messageMaximize:
             ShowWindow(Window(dialog), SW_MAXIMIZE);
@@ -344,7 +352,7 @@ bool DialogWindow::Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam
             dialog.PopupIsClosed(static_cast<short>(wParam));
             return true;
         case WM_CLOSE:
-            dialog.HitItem(dialog.CloseBox());
+            HitIfInFront(dialog, dialog.CloseBox());
             return true;
         case WM_TIMER:
             if (!dialog.isInAlert && dialogState.dragDepth == 0) {

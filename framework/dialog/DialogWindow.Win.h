@@ -70,6 +70,7 @@ class DialogWindow {
     /// Tells the user of a throw that was no fault.
     static void Tell(NorvantaDialog* dialog, std::int16_t id);
     static bool Handle(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam);
+    static void HitIfInFront(NorvantaDialog& dialog, short item);
     static bool Translate(NorvantaDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam);
     static void Refresh(NorvantaDialog& dialog, UINT message);
     static void RefreshCursorAndHelp(POINT screen);

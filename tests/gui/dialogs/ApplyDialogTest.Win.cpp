@@ -238,9 +238,14 @@ TEST_F(ApplyDialogTest, TheEditorTakesNoPressBelowAnotherDialog) {
         editor.PressToOpen(TextureItems::blur);
         const DrivenDialog blur = gui.WaitFor(blurDialog);
         editor.Press(TextureItems::lines);
+        const HWND lines = editor.Control(TextureItems::lines);
+        Ask(editor.Window(), WM_COMMAND, MAKEWPARAM(TextureItems::lines, BN_DOUBLECLICKED),
+            reinterpret_cast<LPARAM>(lines));
         editor.Choose(commandAbout);
         editor.Press(cancelItem);
+        Ask(editor.Window(), WM_CLOSE);
         EXPECT_TRUE(blur.IsOpen());
+        EXPECT_TRUE(editor.IsOpen());
         EXPECT_FALSE(gui.QuestionOver(blur));
         CloseWith(blur, okItem);
         EXPECT_TRUE(editor.IsOpen());
