@@ -265,6 +265,15 @@ TEST_F(BlurTest, FlatGroundStays) {
     }
 }
 
+TEST_F(BlurTest, FlatGroundStaysUnderSquaresLikeTheTile) {
+    PaintClass pic(1100, 100);
+    FillWithNoise(pic);
+    pic.SetAllAlpha(255);
+    const std::vector<Pixel> before = PixelsOf(pic);
+    EXPECT_TRUE(Blur(pic, radiusLikeTheTile, whereAlpha));
+    EXPECT_EQ(PixelsOf(pic), before);
+}
+
 TEST_F(BlurTest, AnUnknownModeDoesNothing) {
     PaintClass pic(6, 5);
     FillWithNoise(pic);

@@ -255,6 +255,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{"mosaic vertical=10",
                 "'vertical' must be 1 (none), 3, 4, 5, 6, 7, 8 or 9, not '10'"},
         BadLine{"invert mode=1", "'invert' has no key 'mode'"},
+        BadLine{"repeat file=a.png columns=65", "'columns' must be 1 to 64, not '65'"},
+        BadLine{"repeat file=a.png rows=0", "'rows' must be 1 to 64, not '0'"},
         BadLine{"flip mode=3", "'mode' must be 0 (vertical), 1 (horizontal) or 2 (both), not '3'"},
         BadLine{"combine", "'combine' needs the key 'file'"},
         BadLine{"combine file=a.png mode=0", "'mode' must be 1 to 3, not '0'"},

@@ -130,9 +130,11 @@ TEST_F(ViewTest, SizeMarksAndViewsByKeys) {
         gui.Type("M");
         WaitUntil("marks", [&] { return editor.Value(Items::sizeMarks) == 1; });
         EXPECT_FALSE(IsWindowVisible(editor.Control(Items::sizeMarks)));
+        EXPECT_FALSE(IsWindowVisible(editor.Control(Items::sizeMarksSymbol)));
         gui.Type("p");
         WaitUntil("the drawing", [&] { return editor.Value(Items::tab) == 1; });
         EXPECT_TRUE(IsWindowVisible(editor.Control(Items::sizeMarks)));
+        EXPECT_TRUE(IsWindowVisible(editor.Control(Items::sizeMarksSymbol)));
     });
 }
 
