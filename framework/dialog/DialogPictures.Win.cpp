@@ -71,8 +71,13 @@ SIZE DialogWindow::LayoutSize(const NorvantaDialog& dialog) {
     return {pixels.right, pixels.bottom};
 }
 
-/// The dialog's own icon for its screen; null where the system makes none.
-HICON DialogWindow::OwnIcon(NorvantaDialog& dialog, int id) {
+/// An icon for the dialog's screen; null where the system makes none. The system keeps those in
+/// their plain size from one window to the next. Others are the dialog's own: the system keeps one
+/// size of an icon only.
+HICON DialogWindow::FittedIcon(NorvantaDialog& dialog, int id) {
+    if (dialog.scale.resolution == plainResolution) {
+        return LoadSharedIcon(id);
+    }
     NorvantaDialog::OwnedIcon icon(LoadScaledIcon(id, dialog.scale), DestroyOwnIcon);
     const HICON shown = static_cast<HICON>(icon.get());
     if (icon != nullptr) {
@@ -91,7 +96,7 @@ void DialogWindow::FitPictures(NorvantaDialog& dialog) {
         if (type == SS_BITMAP) {
             FitBitmap(control, picture.picture);
         } else if (type == SS_ICON && dialog.scale.resolution != plainResolution) {
-            if (const HICON icon = OwnIcon(dialog, picture.picture)) {
+            if (const HICON icon = FittedIcon(dialog, picture.picture)) {
                 SendMessageA(control, STM_SETICON, reinterpret_cast<WPARAM>(icon), 0);
             }
         }
@@ -114,5 +119,5 @@ void DialogWindow::FreePictures(NorvantaDialog& dialog) {
 
 void NorvantaDialog::SetButtonIcon(short item, short icon) {
     SendMessageA(static_cast<HWND>(Record(item).control), BM_SETIMAGE, IMAGE_ICON,
-                 reinterpret_cast<LPARAM>(DialogWindow::OwnIcon(*this, icon)));
+                 reinterpret_cast<LPARAM>(DialogWindow::FittedIcon(*this, icon)));
 }

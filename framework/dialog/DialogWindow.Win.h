@@ -60,7 +60,7 @@ class DialogWindow {
     static void TakeQuit(NorvantaDialog& dialog);
     static void Forget(const NorvantaDialog& dialog);
     static void FreePictures(NorvantaDialog& dialog);
-    static HICON OwnIcon(NorvantaDialog& dialog, int id);
+    static HICON FittedIcon(NorvantaDialog& dialog, int id);
 
   private:
     static void NoteClientRectangle(NorvantaDialog& dialog);

@@ -38,6 +38,12 @@ SIZE PlainIconSize(int id) {
     return {directory->width, directory->height};
 }
 
+HICON LoadIconOf(int id, SIZE size, UINT flags) {
+    return static_cast<HICON>(LoadImageA(instanceHandle, ResourceName(id), IMAGE_ICON,
+                                         static_cast<int>(size.cx), static_cast<int>(size.cy),
+                                         flags));
+}
+
 SIZE Scaled(SIZE plain, ScreenScale scale) {
     return {scale.Pixels(static_cast<int>(plain.cx)), scale.Pixels(static_cast<int>(plain.cy))};
 }
@@ -93,8 +99,10 @@ SIZE IconSize(int id, ScreenScale scale) {
     return Scaled(PlainIconSize(id), scale);
 }
 
+HICON LoadSharedIcon(int id) {
+    return LoadIconOf(id, PlainIconSize(id), LR_SHARED);
+}
+
 HICON LoadScaledIcon(int id, ScreenScale scale) {
-    const SIZE size = IconSize(id, scale);
-    return static_cast<HICON>(LoadImageA(instanceHandle, ResourceName(id), IMAGE_ICON,
-                                         static_cast<int>(size.cx), static_cast<int>(size.cy), 0));
+    return LoadIconOf(id, IconSize(id, scale), 0);
 }

@@ -30,5 +30,8 @@ GdiObject ScaledPart(HDC like, HBITMAP picture, const RECT& part, SIZE size);
 
 /// The icon's size on the screen; 0 by 0 without such a resource.
 SIZE IconSize(int id, ScreenScale scale);
+/// The icon in its size at 100 percent. It stays the system's, which keeps it. Null without such a
+/// resource.
+HICON LoadSharedIcon(int id);
 /// The icon in that size, the caller's to destroy. Null without such a resource.
 HICON LoadScaledIcon(int id, ScreenScale scale);
