@@ -8,6 +8,14 @@ constexpr short Wrap(int coordinate, short size) {
     return static_cast<short>(remainder < 0 ? remainder + size : remainder);
 }
 
+/// The same for coordinates that are at most one tile outside, without a division.
+constexpr int WrapOnce(int coordinate, int size) {
+    if (coordinate < 0) {
+        return coordinate + size;
+    }
+    return coordinate < size ? coordinate : coordinate - size;
+}
+
 /// Wraps a coordinate that changes by small steps, by whole tiles, which saves a division for each
 /// step.
 class WrappedWalk {

@@ -5,14 +5,14 @@
 #include <algorithm>
 
 #include "paint/kernels/Dispatch.h"
+#include "paint/kernels/QuadMix.h"
 
-// Four pixels go at a time, each channel of theirs in a vector of its own. The arithmetic in
-// doubles is written twice, in vectors of two and, for AVX2, of four; the integer code around it is
-// shared.
+// The arithmetic in doubles is written twice, in vectors of two, here, and, for AVX2, of four; the
+// integer code around it is shared.
 
 namespace {
 
-constexpr int groupSize = 4;
+using quads::groupSize;
 
 // Integers.
 
@@ -77,96 +77,7 @@ class WrappedPlaces {
     __m128i columns4;
 };
 
-/// Two times two neighbours in a row.
-__m128i LoadNeighbours(const Pixel* first, const Pixel* second) {
-    const __m128i low = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(first));
-    return _mm_castps_si128(
-        _mm_loadh_pi(_mm_castsi128_ps(low), reinterpret_cast<const __m64*>(second)));
-}
-
-__m128i EvenLanes(__m128i low, __m128i high) {
-    return _mm_castps_si128(
-        _mm_shuffle_ps(_mm_castsi128_ps(low), _mm_castsi128_ps(high), _MM_SHUFFLE(2, 0, 2, 0)));
-}
-
-__m128i OddLanes(__m128i low, __m128i high) {
-    return _mm_castps_si128(
-        _mm_shuffle_ps(_mm_castsi128_ps(low), _mm_castsi128_ps(high), _MM_SHUFFLE(3, 1, 3, 1)));
-}
-
-/// The four pixels around each of four positions: a b
-///                                                c d
-struct Corners {
-    __m128i a;
-    __m128i b;
-    __m128i c;
-    __m128i d;
-};
-
-template <int lane>
-const Pixel* LanePixel(const Pixel* pixels, __m128i numbers) {
-    return pixels + _mm_cvtsi128_si32(_mm_shuffle_epi32(numbers, lane));
-}
-
-Corners LoadCorners(const Pixel* pixels, std::ptrdiff_t columns, __m128i numbers) {
-    const Pixel* const first = LanePixel<0>(pixels, numbers);
-    const Pixel* const second = LanePixel<1>(pixels, numbers);
-    const Pixel* const third = LanePixel<2>(pixels, numbers);
-    const Pixel* const fourth = LanePixel<3>(pixels, numbers);
-    const __m128i upperLow = LoadNeighbours(first, second);
-    const __m128i upperHigh = LoadNeighbours(third, fourth);
-    const __m128i lowerLow = LoadNeighbours(first + columns, second + columns);
-    const __m128i lowerHigh = LoadNeighbours(third + columns, fourth + columns);
-    return {EvenLanes(upperLow, upperHigh), OddLanes(upperLow, upperHigh),
-            EvenLanes(lowerLow, lowerHigh), OddLanes(lowerLow, lowerHigh)};
-}
-
-/// Sums of one channel, or of two that share a lane.
-struct Sums {
-    __m128i above;
-    __m128i below;
-    __m128i left;
-    __m128i right;
-};
-
-Sums SumsOf(const Corners& corners) {
-    return {_mm_add_epi32(corners.a, corners.b), _mm_add_epi32(corners.c, corners.d),
-            _mm_add_epi32(corners.a, corners.c), _mm_add_epi32(corners.b, corners.d)};
-}
-
-Sums SumsOfRedAndBlue(const Corners& corners) {
-    const __m128i mask = _mm_set1_epi32(0x00FF00FF);
-    return SumsOf({_mm_and_si128(corners.a, mask), _mm_and_si128(corners.b, mask),
-                   _mm_and_si128(corners.c, mask), _mm_and_si128(corners.d, mask)});
-}
-
-Sums SumsOfGreen(const Corners& corners) {
-    const __m128i mask = _mm_set1_epi32(0xFF);
-    return SumsOf({_mm_and_si128(_mm_srli_epi32(corners.a, 8), mask),
-                   _mm_and_si128(_mm_srli_epi32(corners.b, 8), mask),
-                   _mm_and_si128(_mm_srli_epi32(corners.c, 8), mask),
-                   _mm_and_si128(_mm_srli_epi32(corners.d, 8), mask)});
-}
-
-Sums LowerHalf(const Sums& sums) {
-    const __m128i mask = _mm_set1_epi32(0xFFFF);
-    return {_mm_and_si128(sums.above, mask), _mm_and_si128(sums.below, mask),
-            _mm_and_si128(sums.left, mask), _mm_and_si128(sums.right, mask)};
-}
-
-Sums UpperHalf(const Sums& sums) {
-    return {_mm_srli_epi32(sums.above, 16), _mm_srli_epi32(sums.below, 16),
-            _mm_srli_epi32(sums.left, 16), _mm_srli_epi32(sums.right, 16)};
-}
-
-/// A quarter of each mix as a channel. The mixes are four times the values, by which every step
-/// stays exactly the same; the shift truncates what is positive, and the packing clamps to a byte.
-void StorePixels(__m128i red, __m128i green, __m128i blue, unsigned char* out) {
-    const __m128i redGreen = _mm_packs_epi32(_mm_srai_epi32(red, 2), _mm_srai_epi32(green, 2));
-    const __m128i blueZero = _mm_packs_epi32(_mm_srai_epi32(blue, 2), _mm_setzero_si128());
-    const __m128i planes = _mm_packus_epi16(redGreen, blueZero);
-    const __m128i pairs = _mm_unpacklo_epi8(planes, _mm_srli_si128(planes, 8));
-    const __m128i pixels = _mm_unpacklo_epi8(pairs, _mm_srli_si128(pairs, 8));
+void StoreFour(__m128i pixels, unsigned char* out) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(out), pixels);
 }
 
@@ -200,7 +111,7 @@ __m128d Mix(__m128d first, __m128d second, __m128d fraction) {
     return _mm_add_pd(_mm_mul_pd(rest, first), _mm_mul_pd(second, fraction));
 }
 
-__m128i MixPairs(const Sums& sums, const Pairs& fx, const Pairs& fy) {
+__m128i MixPairs(const quads::Sums& sums, const Pairs& fx, const Pairs& fy) {
     const Pairs above = PairsOf(sums.above);
     const Pairs below = PairsOf(sums.below);
     const Pairs left = PairsOf(sums.left);
@@ -222,29 +133,17 @@ void ReadGroups(const Pixel* pixels, std::ptrdiff_t columns, const Places& place
         const __m128i wholeY = Truncated(y);
         const Pairs fx = Minus(x, PairsOf(wholeX));
         const Pairs fy = Minus(y, PairsOf(wholeY));
-        const Corners corners = LoadCorners(pixels, columns, places.Numbers(wholeX, wholeY));
-        const Sums redBlue = SumsOfRedAndBlue(corners);
-        StorePixels(MixPairs(LowerHalf(redBlue), fx, fy), MixPairs(SumsOfGreen(corners), fx, fy),
-                    MixPairs(UpperHalf(redBlue), fx, fy), out + first * bytesPerPixel);
+        const quads::Corners corners =
+            quads::LoadCorners(pixels, columns, places.Numbers(wholeX, wholeY));
+        const quads::Sums redBlue = quads::SumsOfRedAndBlue(corners);
+        StoreFour(quads::PixelsOf(MixPairs(quads::LowerHalf(redBlue), fx, fy),
+                                  MixPairs(quads::SumsOfGreen(corners), fx, fy),
+                                  MixPairs(quads::UpperHalf(redBlue), fx, fy)),
+                  out + first * bytesPerPixel);
     }
 }
 
-// Doubles, four at a time. No fused multiplication, which would round otherwise.
-
-[[gnu::target("avx2"), gnu::always_inline]] inline __m256d MixWide(__m256d first, __m256d second,
-                                                                   __m256d fraction) {
-    const __m256d rest = _mm256_sub_pd(_mm256_set1_pd(1.0), fraction);
-    return _mm256_add_pd(_mm256_mul_pd(rest, first), _mm256_mul_pd(second, fraction));
-}
-
-[[gnu::target("avx2"), gnu::always_inline]] inline __m128i MixQuads(const Sums& sums, __m256d fx,
-                                                                    __m256d fy) {
-    const __m256d alongY =
-        MixWide(_mm256_cvtepi32_pd(sums.above), _mm256_cvtepi32_pd(sums.below), fy);
-    const __m256d alongX =
-        MixWide(_mm256_cvtepi32_pd(sums.left), _mm256_cvtepi32_pd(sums.right), fx);
-    return _mm256_cvttpd_epi32(_mm256_add_pd(alongY, alongX));
-}
+// Doubles, four at a time.
 
 template <typename Places>
 [[gnu::target("avx2")]] void ReadGroupsWide(const Pixel* pixels, std::ptrdiff_t columns,
@@ -258,10 +157,9 @@ template <typename Places>
         const __m128i wholeY = _mm256_cvttpd_epi32(y);
         const __m256d fx = _mm256_sub_pd(x, _mm256_cvtepi32_pd(wholeX));
         const __m256d fy = _mm256_sub_pd(y, _mm256_cvtepi32_pd(wholeY));
-        const Corners corners = LoadCorners(pixels, columns, places.Numbers(wholeX, wholeY));
-        const Sums redBlue = SumsOfRedAndBlue(corners);
-        StorePixels(MixQuads(LowerHalf(redBlue), fx, fy), MixQuads(SumsOfGreen(corners), fx, fy),
-                    MixQuads(UpperHalf(redBlue), fx, fy), out + first * bytesPerPixel);
+        const quads::Corners corners =
+            quads::LoadCorners(pixels, columns, places.Numbers(wholeX, wholeY));
+        StoreFour(quads::ColorsBetween(corners, fx, fy), out + first * bytesPerPixel);
     }
 }
 

@@ -10,16 +10,71 @@
 
 namespace {
 
-/// Pixels that the exact path reads at a time.
-constexpr int chunkSize = 64;
+/// Columns of a strip of turned sources. The sources of a strip's next row lie beside those of the
+/// last one, in whatever direction, so that their pixels are still in the processor's first cache.
+constexpr int stripWidth = 16;
 
-double AngleOf(int dx, int dy, double distance) {
-    if (dx >= 0) {
-        return ExactAsin(dy / distance);
+/// The fraction of turned sources that have no code: both halves are below any of a code.
+constexpr std::uint32_t noFraction = 0x80008000;
+
+/// The angle of a pixel, of which `arc` is the arcsine where dx is 0 or more, and the arccosine
+/// elsewhere, for |dy|: it is the same for two pixels, and takes most of the time.
+double AngleOf(int dx, int dy, double arc) {
+    if (dy >= 0) {
+        return arc;
     }
-    const double angle = ExactAcos(dx / distance);
-    return dy >= 0 ? angle : 6.283185307179586 - angle;
+    return dx >= 0 ? -arc : 6.283185307179586 - arc;
 }
+
+/// The groups of a run of pixels: the last begins early rather than to be a smaller one. A run that
+/// is shorter has none.
+int GroupsOf(int count) {
+    return count < estimatedGroup ? 0 : (count + estimatedGroup - 1) / estimatedGroup;
+}
+
+void AddWays(Spot first, const std::uint32_t* ways, int count, UndecidedStill* undecided) {
+    for (int i = 0; i < count; ++i) {
+        undecided->spots[undecided->count] = first + static_cast<Spot>(i);
+        undecided->ways[undecided->count++] = ways[i];
+    }
+}
+
+/// Still sources of one row.
+class StillRuns {
+  public:
+    explicit StillRuns(const TwirlPlanes& newPlanes) : planes(newPlanes) {
+        limits.Place(planes.cx, planes.radius);
+    }
+
+    /// The pixels of a row of the square from `first` to before `end`, around the torus.
+    void Read(int row, const std::uint32_t* ways, int first, int end) {
+        const int edge = planes.columns - planes.left;
+        if (first < edge && edge < end) {
+            ReadStraight(row, ways, first, edge);
+            ReadStraight(row, ways, edge, end);
+        } else {
+            ReadStraight(row, ways, first, end);
+        }
+    }
+    void Finish() { ReadStillExactly(planes, &undecided); }
+
+  private:
+    void ReadStraight(int row, const std::uint32_t* ways, int first, int end) {
+        const int count = end - first;
+        if (count < estimatedGroup) {
+            AddWays(SpotAt(first, row), ways + first, count, &undecided);
+        } else {
+            ReadStill(planes, limits, SpotAt(first, row), ways + first, count, &undecided);
+        }
+        if (undecided.IsFull()) {
+            Finish();
+        }
+    }
+
+    const TwirlPlanes& planes;
+    ColumnLimits limits;
+    UndecidedStill undecided;
+};
 
 }  // namespace
 
@@ -27,199 +82,238 @@ TwirlDisc::TwirlDisc(short newRadius, double newQuotient)
     : radius(newRadius),
       quotient(newQuotient),
       keepsAll(radius <= largestKept),
-      rowSize(static_cast<std::size_t>(std::max(1, 2 * radius - 1))),
+      rowSize(static_cast<std::size_t>(2 * radius + 1)),
       places(2 * rowSize * (keepsAll ? rowSize : 1)),
-      codes(keepsAll ? 2 * rowSize * rowSize : 0),
-      parts(keepsAll ? rowSize : 0) {
-    for (int dy = 1 - radius; dy < radius && keepsAll && !Failed(); ++dy) {
-        ComputeRow(dy);
-        if (HasCodes()) {
-            EncodeRow(dy);
-        }
+      parts(keepsAll ? rowSize : 0),
+      ways(keepsAll ? rowSize * rowSize : 0) {
+    for (int dy = 0; dy < radius && keepsAll && !Failed(); ++dy) {
+        ComputeRows(dy);
+    }
+    if (keepsAll && !Failed() && HasTwirlEstimates()) {
+        Encode();
     }
 }
 
 int TwirlDisc::HalfWidth(int dy) const {
+    if (hasCodes) {
+        return radius - parts.Values()[RowNumber(dy)].first;
+    }
     return static_cast<int>(std::sqrt(static_cast<double>(radius * radius - dy * dy - 1)));
 }
 
 std::size_t TwirlDisc::RowNumber(int dy) const {
-    return static_cast<std::size_t>(keepsAll ? dy + radius - 1 : 0);
+    return static_cast<std::size_t>(keepsAll ? dy + radius : 0);
 }
 
 double* TwirlDisc::RowPlaces(int dy) const {
     return places.Values() + RowNumber(dy) * 2 * rowSize;
 }
 
-std::uint32_t* TwirlDisc::RowCells(int dy) const {
-    return codes.Values() + RowNumber(dy) * 2 * rowSize;
+/// Rows dy and -dy.
+void TwirlDisc::ComputeRows(int dy) {
+    const int halfWidth = HalfWidth(dy);
+    for (int dx = -halfWidth; dx <= halfWidth; ++dx) {
+        const Polar polar = PolarOf(dx, dy);
+        Rotate(polar, dx, dy);
+        if (dy > 0) {
+            Rotate(polar, dx, -dy);
+        }
+    }
 }
 
 void TwirlDisc::ComputeRow(int dy) {
     const int halfWidth = HalfWidth(dy);
-    double* x = RowPlaces(dy);
-    double* y = x + rowSize;
     for (int dx = -halfWidth; dx <= halfWidth; ++dx) {
-        Rotate(dx, dy, x++, y++);
+        Rotate(PolarOf(dx, std::abs(dy)), dx, dy);
     }
 }
 
-void TwirlDisc::Rotate(int dx, int dy, double* x, double* y) const {
+/// `dy` is 0 or more. The centre has no angle; the twirl puts it back unchanged.
+TwirlDisc::Polar TwirlDisc::PolarOf(int dx, int dy) const {
     if (dx == 0 && dy == 0) {
-        // The centre has no angle; the twirl puts it back unchanged.
-        *x = 0;
-        *y = 0;
-        return;
+        return {0, 0, 0};
     }
     const double distance = std::sqrt(static_cast<double>(dx * dx + dy * dy));
     const double t = (radius - distance) / quotient;
     const short twist = TruncateToShort(t * t * t * t);
-    const SinCos turned = ExactSinCos(DegreesToRadians(twist) + AngleOf(dx, dy, distance));
-    *x = turned.cos * distance;
-    *y = turned.sin * distance;
+    return {distance, DegreesToRadians(twist),
+            dx >= 0 ? ExactAsin(dy / distance) : ExactAcos(dx / distance)};
+}
+
+void TwirlDisc::Rotate(const Polar& polar, int dx, int dy) const {
+    const SinCos turned = ExactSinCos(polar.twist + AngleOf(dx, dy, polar.arc));
+    double* const place = RowPlaces(dy) + radius + dx;
+    place[0] = turned.cos * polar.distance;
+    place[rowSize] = turned.sin * polar.distance;
+}
+
+void TwirlDisc::Encode() {
+    if (parts.Failed() || ways.Failed()) {
+        return;
+    }
+    for (int dy = 1 - radius; dy < radius; ++dy) {
+        parts.Values()[RowNumber(dy)] = EncodeStill(dy);
+    }
+    if (AllocateGroups()) {
+        EncodeTurned();
+        hasCodes = ListUncoded();
+    }
+}
+
+bool TwirlDisc::AllocateGroups() {
+    const auto count = static_cast<std::size_t>(CountGroups());
+    groups.emplace(count);
+    groupSpots.emplace(count + estimatedGroup - 1);
+    return !groups->Failed() && !groupSpots->Failed();
 }
 
 /// The still sources before the first turned one and after the last have codes as such; those
 /// between, as after a twist by a whole turn, are too near to whole numbers for the estimates.
-void TwirlDisc::EncodeRow(int dy) {
+TwirlDisc::RowParts TwirlDisc::EncodeStill(int dy) {
     const int halfWidth = HalfWidth(dy);
-    const int count = 2 * halfWidth + 1;
     const double* const x = RowPlaces(dy);
     const double* const y = x + rowSize;
-    SourceCode code{};
-    const auto isStill = [&](int i) { return StillSource(x[i], y[i], i - halfWidth, dy, &code); };
-    const auto store = [&](int i) {
-        RowCells(dy)[i] = code.cell;
-        RowFractions(dy)[i] = code.fraction;
+    const auto isStill = [&](int i) {
+        return StillSource(x[i], y[i], i - radius, dy, &RowWays(dy)[i]);
     };
-    int first = 0;
-    for (; first < count && isStill(first); ++first) {
-        store(first);
+    RowParts row = {radius - halfWidth, radius - halfWidth, radius + halfWidth + 1,
+                    radius + halfWidth + 1};
+    while (row.firstTurned < row.end && isStill(row.firstTurned)) {
+        ++row.firstTurned;
     }
-    int end = count;
-    for (; end > first && isStill(end - 1); --end) {
-        store(end - 1);
+    while (row.endTurned > row.firstTurned && isStill(row.endTurned - 1)) {
+        --row.endTurned;
     }
-    for (int i = first; i < end; ++i) {
-        code = TurnedSource(x[i], y[i], radius);
-        store(i);
+    return row;
+}
+
+int TwirlDisc::CountGroups() const {
+    int count = 0;
+    for (int row = 1; row < 2 * radius; ++row) {
+        count += GroupsOf(parts.Values()[row].endTurned - parts.Values()[row].firstTurned);
     }
-    parts.Values()[RowNumber(dy)] = {first, end};
+    return count;
+}
+
+void TwirlDisc::EncodeTurned() {
+    for (int strip = 0; strip <= 2 * radius / stripWidth; ++strip) {
+        EncodeStrip(strip);
+    }
+    std::fill_n(groupSpots->Values() + groupCount, estimatedGroup - 1, Spot{0});
+}
+
+void TwirlDisc::EncodeStrip(int strip) {
+    const auto firstAt = [](int column, int start) {
+        return std::max(0, (column - start + estimatedGroup - 1) / estimatedGroup);
+    };
+    for (int row = 1; row < 2 * radius; ++row) {
+        const RowParts& part = parts.Values()[row];
+        const int count = GroupsOf(part.endTurned - part.firstTurned);
+        const int begin = firstAt(strip * stripWidth, part.firstTurned);
+        const int end = std::min(count, firstAt((strip + 1) * stripWidth, part.firstTurned));
+        for (int i = begin; i < end; ++i) {
+            EncodeGroup(row, std::min(part.firstTurned + i * estimatedGroup,
+                                      part.endTurned - estimatedGroup));
+        }
+    }
+}
+
+void TwirlDisc::EncodeGroup(int row, int column) {
+    const double* const x = RowPlaces(row - radius) + column;
+    const double* const y = x + rowSize;
+    TurnedGroup& group = groups->Values()[groupCount];
+    for (int i = 0; i < estimatedGroup; ++i) {
+        SourceCode code{};
+        const bool hasCode = TurnedSource(x[i], y[i], radius, &code);
+        group.cells[i] = code.cell;
+        group.fractions[i] = hasCode ? code.fraction : noFraction;
+    }
+    groupSpots->Values()[groupCount++] = SpotAt(column, row);
+}
+
+/// Calls `take(column, row)` for the turned sources that have no code, or too few neighbours for a
+/// group.
+template <typename Take>
+void TwirlDisc::ForEachUncoded(Take take) const {
+    for (int i = 0; i < groupCount * estimatedGroup; ++i) {
+        const int group = i / estimatedGroup;
+        if (groups->Values()[group].fractions[i % estimatedGroup] == noFraction) {
+            const Spot spot = groupSpots->Values()[group];
+            take(static_cast<int>(spot & 0xFFFF) + i % estimatedGroup,
+                 static_cast<int>(spot >> 16));
+        }
+    }
+    for (int row = 1; row < 2 * radius; ++row) {
+        const RowParts& part = parts.Values()[row];
+        const bool hasGroups = GroupsOf(part.endTurned - part.firstTurned) > 0;
+        for (int i = part.firstTurned; i < part.endTurned && !hasGroups; ++i) {
+            take(i, row);
+        }
+    }
+}
+
+/// False if there was no memory.
+bool TwirlDisc::ListUncoded() {
+    ForEachUncoded([this](int, int) { ++uncodedCount; });
+    const auto size = static_cast<std::size_t>(uncodedCount) + 3;
+    uncodedSpots.emplace(size);
+    uncodedX.emplace(size);
+    uncodedY.emplace(size);
+    if (uncodedSpots->Failed() || uncodedX->Failed() || uncodedY->Failed()) {
+        return false;
+    }
+    int next = 0;
+    const auto add = [&](int column, int row) {
+        const double* const x = RowPlaces(row - radius) + column;
+        uncodedSpots->Values()[next] = SpotAt(column, row);
+        uncodedX->Values()[next] = x[0];
+        uncodedY->Values()[next++] = x[rowSize];
+    };
+    ForEachUncoded(add);
+    const Spot last = uncodedCount > 0 ? uncodedSpots->Values()[uncodedCount - 1] : 0;
+    for (int i = 0; i < 3 && uncodedCount > 0; ++i) {
+        add(static_cast<int>(last & 0xFFFF), static_cast<int>(last >> 16));
+    }
+    return true;
 }
 
 Positions TwirlDisc::Row(int dy, int centreX, int centreY) {
     if (!keepsAll) {
         ComputeRow(dy);
     }
-    const double* const x = RowPlaces(dy);
+    const int halfWidth = HalfWidth(dy);
+    const double* const x = RowPlaces(dy) + radius - halfWidth;
     return {static_cast<double>(centreX), static_cast<double>(centreY), x, x + rowSize,
-            2 * HalfWidth(dy) + 1};
+            2 * halfWidth + 1};
 }
 
-/// A source lies within the disc, so the pixels around it are at most one outside.
-void TwirlDisc::Place(const PicClass& tile, int newCx, int newCy, TileWindow& newWindow) {
-    cx = newCx;
-    cy = newCy;
-    window = &newWindow;
-    newWindow.MoveTo(cx - radius, cy - radius);
-    for (int dy = -radius; dy <= radius; ++dy) {
-        const int nearest = std::max(0, std::abs(dy) - 1);
-        const int half = std::min(radius, (nearest < radius ? HalfWidth(nearest) : 0) + 1);
-        newWindow.CopyRow(tile, dy + radius, radius - half, 2 * half + 1);
+void TwirlDisc::Write(const TwirlPlanes& planes) const {
+    WriteStill(planes);
+    WriteTurned(planes);
+}
+
+void TwirlDisc::WriteStill(const TwirlPlanes& planes) const {
+    StillRuns runs(planes);
+    for (int dy = 1 - radius; dy < radius; ++dy) {
+        const RowParts& row = parts.Values()[RowNumber(dy)];
+        runs.Read(dy + radius, RowWays(dy), row.first, row.firstTurned);
+        runs.Read(dy + radius, RowWays(dy), row.endTurned, row.end);
     }
-    if (HasCodes()) {
-        limits.Place(cx, radius);
-    }
+    runs.Finish();
 }
 
-SourceRun TwirlDisc::Run(int dy, int first, int end) const {
-    return {RowCells(dy) + first, RowFractions(dy) + first, first, end - first};
-}
-
-void TwirlDisc::ReadRow(int dy, Pixel* out) {
-    if (!HasCodes() || !HasTwirlEstimates()) {
-        window->Read(Row(dy, cx, cy), reinterpret_cast<unsigned char*>(out));
-        return;
-    }
-    const TurnedPart part = parts.Values()[RowNumber(dy)];
-    UndecidedPixels undecided;
-    ReadTurnedRun(dy, part.first, part.end, out, &undecided);
-    // The places of these few are far from each other in memory.
-    const double* const x = RowPlaces(dy);
-    for (int i = 0; i < undecided.count; ++i) {
-        __builtin_prefetch(x + undecided.numbers[i]);
-        __builtin_prefetch(x + rowSize + undecided.numbers[i]);
-    }
-    ReadStillRun(dy, 0, part.first, out, &undecided);
-    ReadStillRun(dy, part.end, 2 * HalfWidth(dy) + 1, out, &undecided);
-    ReadExactly(dy, &undecided, out);
-}
-
-DiscWindow TwirlDisc::Window() const {
-    return {window->Row(0), window->Columns(), radius, cx, cy};
-}
-
-void TwirlDisc::ReadStillRun(int dy, int first, int end, Pixel* out,
-                             UndecidedPixels* undecided) const {
-    if (end - first < shortestEstimatedRun) {
-        ReadRunExactly(dy, first, end, out);
-        return;
-    }
-    ReadStill(Window(), limits, dy, -HalfWidth(dy), Run(dy, first, end), out, undecided);
-}
-
-void TwirlDisc::ReadTurnedRun(int dy, int first, int end, Pixel* out,
-                              UndecidedPixels* undecided) const {
-    if (end - first < shortestEstimatedRun) {
-        ReadRunExactly(dy, first, end, out);
-        return;
-    }
-    ReadTurned(Window(), Run(dy, first, end), out, undecided);
-}
-
-void TwirlDisc::ReadRunExactly(int dy, int first, int end, Pixel* out) const {
-    const double* const x = RowPlaces(dy) + first;
-    window->Read({static_cast<double>(cx), static_cast<double>(cy), x, x + rowSize, end - first},
-                 reinterpret_cast<unsigned char*>(out + first));
-}
-
-/// A still source's place follows from its code, which is nearer in memory.
-void TwirlDisc::PlacesOf(int dy, const std::int32_t* pixels, int count, double* x,
-                         double* y) const {
-    const TurnedPart part = parts.Values()[RowNumber(dy)];
-    const double* const rowX = RowPlaces(dy);
-    const double* const rowY = rowX + rowSize;
-    const std::uint32_t* const fractions = RowFractions(dy);
-    const int left = -HalfWidth(dy);
-    for (int i = 0; i < count; ++i) {
-        const int pixel = pixels[i];
-        if (part.first <= pixel && pixel < part.end) {
-            x[i] = rowX[pixel];
-            y[i] = rowY[pixel];
-        } else {
-            StillPlace(fractions[pixel], left + pixel, dy, &x[i], &y[i]);
+void TwirlDisc::WriteTurned(const TwirlPlanes& planes) const {
+    UndecidedSpots undecided;
+    for (int i = 0; i < groupCount; i += mostTurnedGroups) {
+        const int before = undecided.count;
+        ReadTurned(planes, groups->Values() + i, groupSpots->Values() + i,
+                   std::min(mostTurnedGroups, groupCount - i), &undecided);
+        PrefetchPlaces(Places(), undecided, before);
+        if (undecided.IsFull()) {
+            ReadTurnedExactly(planes, Places(), &undecided);
         }
     }
-}
-
-/// Groups of fewer than four pixels would be read by slower code, so the last pixel is read more
-/// often than once.
-void TwirlDisc::ReadExactly(int dy, UndecidedPixels* pixels, Pixel* out) const {
-    if (pixels->count == 0) {
-        return;
-    }
-    std::fill_n(pixels->numbers + pixels->count, 3, pixels->numbers[pixels->count - 1]);
-    for (int i = 0; i < pixels->count; i += chunkSize) {
-        const int count = std::clamp(pixels->count - i, 4, chunkSize);
-        const std::int32_t* const numbers = pixels->numbers + i;
-        double x[chunkSize];
-        double y[chunkSize];
-        PlacesOf(dy, numbers, count, x, y);
-        Pixel colors[chunkSize];
-        window->Read({static_cast<double>(cx), static_cast<double>(cy), x, y, count},
-                     reinterpret_cast<unsigned char*>(colors));
-        for (int j = 0; j < count; ++j) {
-            out[numbers[j]] = colors[j];
-        }
-    }
+    ReadTurnedExactly(planes, Places(), &undecided);
+    ReadPlaces(planes, uncodedSpots->Values(), uncodedX->Values(), uncodedY->Values(),
+               uncodedCount);
 }

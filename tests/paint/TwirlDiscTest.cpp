@@ -1,9 +1,12 @@
 #include "paint/kernels/TwirlDisc.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <functional>
+#include <tuple>
 #include <vector>
 
+#include "paint/kernels/TwirlTorus.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/RandomInput.h"
@@ -13,28 +16,63 @@ namespace {
 /// The disc's rows against the exact path for all of their sources.
 class TwirlDiscTest : public CoreTest {
   protected:
+    void SetUp() override {
+        CoreTest::SetUp();
+        if (!HasTwirlEstimates()) {
+            GTEST_SKIP() << "a processor without AVX2";
+        }
+    }
+
     static TwirlDisc Disc(int radius, double twist = 4.5) {
         return {static_cast<short>(radius), radius / twist};
     }
 
-    static void ExpectSameAsTheExactPath(TwirlDisc& disc, int radius, const PicClass& pic, int cx,
-                                         int cy) {
+    /// Those that the disc writes in a square, as a twirl that overlaps itself, or large ones, that
+    /// cannot write, row by row.
+    static void ExpectSameAsTheExactPath(TwirlDisc& disc, const PicClass& pic, int cx, int cy) {
+        const int radius = disc.Radius();
         const int side = 2 * radius + 1;
-        TileWindow ofDisc(side, side);
-        TileWindow whole(side, side);
-        disc.Place(pic, cx, cy, ofDisc);
-        whole.Copy(pic, cx - radius, cy - radius);
-        for (int dy = 1 - radius; dy < radius; ++dy) {
-            const Positions sources = disc.Row(dy, cx, cy);
-            const auto count = static_cast<std::size_t>(sources.count);
-            std::vector<Pixel> expected(count + 1, guard);
-            std::vector<Pixel> actual(count + 1, guard);
-            whole.Read(sources, reinterpret_cast<unsigned char*>(expected.data()));
-            disc.ReadRow(dy, actual.data());
+        TileWindow from(side, side);
+        TileWindow to(side, side);
+        from.Copy(pic, cx - radius, cy - radius);
+        std::fill_n(to.Row(0), side * side, guard);
+        disc.Write({from.Row(0), to.Row(0), side, side, side, 0, 0, radius, cx, cy});
+        for (int dy = -radius; dy <= radius; ++dy) {
+            const std::vector<Pixel> expected = RowWithGuards(disc, from, dy, cx, cy);
+            const std::vector<Pixel> actual(to.Row(dy + radius), to.Row(dy + radius) + side);
             const auto difference = std::mismatch(actual.begin(), actual.end(), expected.begin());
             ASSERT_EQ(actual, expected)
                 << "radius " << radius << ", centre " << cx << ", " << cy << ", row " << dy
-                << ", pixel " << difference.first - actual.begin();
+                << ", column " << difference.first - actual.begin();
+        }
+    }
+
+    /// A row of the square as the exact path reads it.
+    static std::vector<Pixel> RowWithGuards(TwirlDisc& disc, const TileWindow& from, int dy, int cx,
+                                            int cy) {
+        const int radius = disc.Radius();
+        std::vector<Pixel> row(static_cast<std::size_t>(2 * radius + 1), guard);
+        if (std::abs(dy) < radius) {
+            const std::ptrdiff_t first = radius - disc.HalfWidth(dy);
+            from.Read(disc.Row(dy, cx, cy), reinterpret_cast<unsigned char*>(row.data() + first));
+        }
+        return row;
+    }
+
+    /// All 32 bits, row by row.
+    static void TwirlExactly(PicClass& pic, TwirlDisc& disc, int cx, int cy) {
+        const int radius = disc.Radius();
+        const int side = 2 * radius + 1;
+        TileWindow from(side, side);
+        from.Copy(pic, cx - radius, cy - radius);
+        for (int dy = 1 - radius; dy < radius; ++dy) {
+            const std::vector<Pixel> row = RowWithGuards(disc, from, dy, cx, cy);
+            for (int dx = -disc.HalfWidth(dy); dx <= disc.HalfWidth(dy); ++dx) {
+                if (dx != 0 || dy != 0) {
+                    pic.SetPixelWrapped(static_cast<short>(cx + dx), static_cast<short>(cy + dy),
+                                        row[static_cast<std::size_t>(radius + dx)]);
+                }
+            }
         }
     }
 
@@ -49,9 +87,9 @@ class TwirlDiscTest : public CoreTest {
     }
 
     /// The disc looks around the torus, so the picture may be smaller than the coordinates.
-    void ExpectSameAtManyCentres(TwirlDisc& disc, int radius, const PicClass& pic, int centres) {
+    void ExpectSameAtManyCentres(TwirlDisc& disc, const PicClass& pic, int centres) {
         for (int i = 0; i < centres; ++i) {
-            ExpectSameAsTheExactPath(disc, radius, pic, Centre(), Centre());
+            ExpectSameAsTheExactPath(disc, pic, Centre(), Centre());
         }
     }
 
@@ -80,17 +118,18 @@ TEST_F(TwirlDiscTest, NoiseInDiscsOfAllSmallSizes) {
     FillWithNoise(pic);
     for (int radius = 1; radius <= 60; ++radius) {
         TwirlDisc disc = Disc(radius, input.Number(351, 450) / 100.0);
-        ASSERT_FALSE(disc.Failed());
-        ExpectSameAtManyCentres(disc, radius, pic, 6);
+        ASSERT_TRUE(disc.CanWrite());
+        ExpectSameAtManyCentres(disc, pic, 6);
     }
 }
 
 TEST_F(TwirlDiscTest, NoiseInLargeDiscs) {
     PicClass pic(512, 512, false);
     FillWithNoise(pic);
-    for (const int radius : {256, largestEstimatedRadius, largestEstimatedRadius + 1}) {
+    EXPECT_FALSE(Disc(largestEstimatedRadius + 1).CanWrite());
+    for (const int radius : {256, largestEstimatedRadius}) {
         TwirlDisc disc = Disc(radius);
-        ExpectSameAtManyCentres(disc, radius, pic, 4);
+        ExpectSameAtManyCentres(disc, pic, 4);
     }
 }
 
@@ -101,8 +140,8 @@ TEST_F(TwirlDiscTest, FlatPicturesOfAllValues) {
     PicClass pic(61, 53, false);
     for (int value = 0; value < 256; ++value) {
         Fill(pic, [&](int, int) { return ColorNear(value, 1); });
-        ExpectSameAtManyCentres(disc, radius, pic, 6);
-        ExpectSameAsTheExactPath(disc, radius, pic, input.Number(0, 20), input.Number(0, 20));
+        ExpectSameAtManyCentres(disc, pic, 6);
+        ExpectSameAsTheExactPath(disc, pic, input.Number(0, 20), input.Number(0, 20));
     }
 }
 
@@ -114,7 +153,7 @@ TEST_F(TwirlDiscTest, NearlyFlatPictures) {
         const int count = input.Number(2, 4);
         const int low = input.Number(0, 256 - count);
         Fill(pic, [&](int, int) { return ColorNear(low, count); });
-        ExpectSameAtManyCentres(disc, radius, pic, 10);
+        ExpectSameAtManyCentres(disc, pic, 10);
     }
 }
 
@@ -138,7 +177,7 @@ TEST_F(TwirlDiscTest, StripesCheckersAndGradients) {
                 const auto value = static_cast<unsigned>(pattern(x, y));
                 return Color((base + value) & 255, (base + value / 4) & 255, (value ^ 255) & 255);
             });
-            ExpectSameAtManyCentres(disc, radius, pic, 6);
+            ExpectSameAtManyCentres(disc, pic, 6);
         }
     }
 }
@@ -152,19 +191,22 @@ TEST_F(TwirlDiscTest, BlackAndWhiteNoiseAndSinglePixels) {
         Fill(pic, [&](int, int) {
             return input.Number(0, chance) == 0 ? Color(255, 0, 255) : Color(0, 255, 0);
         });
-        ExpectSameAtManyCentres(disc, radius, pic, 12);
+        ExpectSameAtManyCentres(disc, pic, 12);
     }
 }
 
-TEST_F(TwirlDiscTest, FractionsWithoutACodeAreLeftToTheExactPath) {
+TEST_F(TwirlDiscTest, SourcesWithoutACodeAreLeftToTheExactPath) {
     constexpr double low = 0.000005;
     constexpr double high = 1 - low;
-    EXPECT_EQ(TurnedSource(high, high, 5).fraction, onlyExact);
-    EXPECT_EQ(TurnedSource(high - 3, low + 2, 5).fraction, onlyExact);
-    EXPECT_EQ(TurnedSource(low - 1, high, 5).fraction, onlyExact);
-    EXPECT_EQ(TurnedSource(0.5, -2 + 1e-7, 5).fraction, onlyExact);
-    EXPECT_EQ(TurnedSource(-1e-7, 0.5, 5).fraction, onlyExact);
-    EXPECT_EQ(TurnedSource(0.75, -1.5, 5).fraction, 0x20002000u);
+    SourceCode code{};
+    EXPECT_FALSE(TurnedSource(high, high, 5, &code));
+    EXPECT_FALSE(TurnedSource(high - 3, low + 2, 5, &code));
+    EXPECT_FALSE(TurnedSource(low - 1, high, 5, &code));
+    EXPECT_FALSE(TurnedSource(0.5, -2 + 1e-7, 5, &code));
+    EXPECT_FALSE(TurnedSource(-1e-7, 0.5, 5, &code));
+    EXPECT_TRUE(TurnedSource(0.75, -1.5, 5, &code));
+    EXPECT_EQ(code.cell, SpotAt(5, 3));
+    EXPECT_EQ(code.fraction, 0x20002000u);
 }
 
 /// Against the doubles themselves. 0 has no limits: no way from it is decided.
@@ -198,8 +240,42 @@ TEST_F(TwirlDiscTest, FarFromTheOrigin) {
     PicClass pic(50, 40, false);
     FillWithNoise(pic);
     for (const int cx : {1020, 1024, 2048, 2050, 2999}) {
-        ExpectSameAsTheExactPath(disc, radius, pic, cx, 20);
+        ExpectSameAsTheExactPath(disc, pic, cx, 20);
     }
+}
+
+TEST_F(TwirlDiscTest, OnATorusOnlyTheDiscsChange) {
+    for (const auto& [width, height, radius] :
+         {std::tuple<short, short, int>{64, 64, 32}, {70, 41, 20}, {45, 90, 7}, {16, 16, 8}}) {
+        TwirlDisc disc = Disc(radius);
+        PicClass expected(width, height, false);
+        FillWithNoise(expected);
+        ASSERT_TRUE(TwirlTorus::Fits(expected, radius));
+        TwirlTorus torus(expected);
+        PicClass actual(width, height, false);
+        for (int i = 0; i < 20; ++i) {
+            const int cx = input.Number(0, width - 1);
+            const int cy = input.Number(0, height - 1);
+            TwirlExactly(expected, disc, cx, cy);
+            torus.Twirl(disc, cx, cy);
+            torus.CopyTo(actual);
+            ASSERT_EQ(PixelsOf(actual), PixelsOf(expected))
+                << width << " by " << height << ", centre " << cx << ", " << cy << ", twirl " << i;
+        }
+    }
+}
+
+TEST_F(TwirlDiscTest, OnATorusFitWhatDoesNotOverlapAndHasSixteenBits) {
+    const auto fits = [](int width, int height, int radius) {
+        const PicClass tile(static_cast<short>(width), static_cast<short>(height), false);
+        return TwirlTorus::Fits(tile, radius);
+    };
+    EXPECT_TRUE(fits(64, 64, 32));
+    EXPECT_FALSE(fits(63, 64, 32));
+    EXPECT_FALSE(fits(64, 63, 32));
+    EXPECT_TRUE(fits(16383, 2, 1));
+    EXPECT_FALSE(fits(16384, 2, 1));
+    EXPECT_FALSE(fits(2, 16384, 1));
 }
 
 }  // namespace

@@ -26,6 +26,15 @@ TEST(TorusTest, AgreesWithFlooredDivisionForEverySixteenBitCoordinate) {
     }
 }
 
+TEST(TorusTest, OneTileOutsideNeedsNoDivision) {
+    for (const short size : std::initializer_list<short>{1, 2, 7, 512}) {
+        for (int coordinate = -size; coordinate < 2 * size; ++coordinate) {
+            ASSERT_EQ(WrapOnce(coordinate, size), Wrap(coordinate, size))
+                << coordinate << " " << size;
+        }
+    }
+}
+
 TEST(TorusTest, AWalkIsWhereTheRemainderSays) {
     std::mt19937 generator(1);
     for (const short size : std::initializer_list<short>{1, 2, 7, 349, 512, 32767}) {

@@ -32,3 +32,32 @@ class FailingHandles {
     static inline int asked = 0;
     static inline int failing = 0;
 };
+
+/// While it lives, every block of `bytes` bytes fails. One at a time.
+class FailingSizes {
+  public:
+    explicit FailingSizes(std::size_t bytes) {
+        before = HandleClass::allocate;
+        refused = 0;
+        failing = bytes;
+        HandleClass::allocate = Allocate;
+    }
+    FailingSizes(const FailingSizes&) = delete;
+    FailingSizes& operator=(const FailingSizes&) = delete;
+    ~FailingSizes() { HandleClass::allocate = before; }
+
+    int Refused() const { return refused; }
+
+  private:
+    static void* Allocate(std::size_t size) {
+        if (size != failing) {
+            return before(size);
+        }
+        ++refused;
+        return nullptr;
+    }
+
+    static inline void* (*before)(std::size_t size) = nullptr;
+    static inline int refused = 0;
+    static inline std::size_t failing = 0;
+};
