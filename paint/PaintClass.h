@@ -136,6 +136,8 @@ class PaintClass : public PicClass {
     /// Copies a disc of `stampSize` pixels from `stampOffsetH`, `stampOffsetV` away to a position.
     /// Needs the stroke's clone and alpha bytes; without a clone nothing happens.
     static void StampClone(double x, double y, PaintClass* pic);
+    /// The same as WalkLine with StampClone, but quicker.
+    static void StampLine(hostapi::Point from, hostapi::Point to, PaintClass* pic);
     /// The pixel takes the foreground colour, its alpha byte 0.
     static void PlotPixel(short x, short y, PaintClass* pic);
     /// Calls back about once a pixel from one point to the other, both included, and once for a
@@ -180,6 +182,8 @@ class PaintClass : public PicClass {
   private:
     /// Roughens the raised part of the height field at random places.
     void ShapeGrain(short material);
+    /// A stamp of the rubber stamp after one at the previous position.
+    void LayStampAt(double x, double y, double previousX, double previousY);
 };
 
 /// The coverages of the stroke that is being painted, 0 to 255, one brush for all textures.

@@ -12,7 +12,7 @@
 #include "paint/PaintClass.h"
 #include "paint/PaintColors.h"
 #include "paint/kernels/PixelBytes.h"
-#include "paint/kernels/StampRow.h"
+#include "paint/kernels/StampDisc.h"
 #include "raster/Truncation.h"
 
 using hostapi::Point;
@@ -52,61 +52,27 @@ void Cover(unsigned char* pixel, const unsigned char* before, Pixel color, unsig
 // The rubber stamp. The alpha byte of a pixel is the smallest distance from the stroke so far, of
 // which 256 is the stamp's radius.
 
-constexpr int largestStampRadius = 10;
-
-/// The columns, or rows, that a stamp touches.
-class StampSpan {
-  public:
-    /// `centre` is at most largestCentre either way. `offset` leads to the source.
-    StampSpan(double centre, int radius, short offset, short size) {
-        const auto first = static_cast<int>(centre - radius);
-        for (int place = first; place < centre + radius; ++place) {
-            const double distance = centre - place;
-            squares[count] = distance * distance;
-            reaches[count] = StampReach(squares[count], radius);
-            ++count;
-        }
-        FillPlaces(targets, first, size);
-        FillPlaces(sources, first + offset, size);
-    }
-
-    static constexpr double largestCentre = 1e9;
-
-    /// The end of the run of places from `start` on without a seam in targets or sources.
-    int EndOfRun(int start) const {
-        int end = start + 1;
-        while (end < count && targets[end] == targets[end - 1] + 1 &&
-               sources[end] == sources[end - 1] + 1) {
-            ++end;
-        }
-        return end;
-    }
-
-    int count = 0;
-    /// Squared distances from the centre.
-    double squares[2 * largestStampRadius + 1];
-    /// For StampRow.
-    std::uint16_t reaches[2 * largestStampRadius + 1];
-    short targets[2 * largestStampRadius + 1];
-    short sources[2 * largestStampRadius + 1];
-
-  private:
-    void FillPlaces(short* places, int first, short size) const {
-        int place = 0;
-        for (int i = 0; i < count; ++i) {
-            const auto coordinate = static_cast<short>(first + i);
-            // Positions have 16 bits: the lowest follows the highest.
-            const bool goesOn = i > 0 && coordinate != std::numeric_limits<short>::min();
-            place = goesOn ? place + 1 : Wrap(coordinate, size);
-            place = place == size ? 0 : place;
-            places[i] = static_cast<short>(place);
-        }
-    }
-};
-
 /// False also for NaN.
 bool IsInReach(double centre) {
-    return std::fabs(centre) <= StampSpan::largestCentre;
+    return std::fabs(centre) <= largestStampCentre;
+}
+
+/// As previous centre, this far away from a stamp: none.
+constexpr double nothingLeftOut = 4 * largestStampRadius;
+
+template <typename Callback>
+void ForEachStep(Point from, Point to, Callback callback) {
+    const double dx = to.h - from.h;
+    const double dy = to.v - from.v;
+    // In 16 bits: a segment beyond them is a negative number of steps, and none at all.
+    const short steps = TruncateToShort(std::sqrt(dx * dx + dy * dy));
+    if (steps == 0) {
+        callback(from.h, from.v);
+        return;
+    }
+    for (int i = 0; i <= steps; ++i) {
+        callback(from.h + i * (dx / steps), from.v + i * (dy / steps));
+    }
 }
 
 }  // namespace
@@ -158,30 +124,29 @@ void PaintClass::StampBrush(double x, double y, PaintClass* pic) {
 }
 
 void PaintClass::StampClone(double x, double y, PaintClass* pic) {
+    pic->LayStampAt(x, y, x + nothingLeftOut, y);
+}
+
+void PaintClass::LayStampAt(double x, double y, double previousX, double previousY) {
     // Above 20, which no dialog sets, a size counts as 20. A radius of 0 reaches no pixel.
-    const int radius = std::min<int>(pic->stampSize / 2, largestStampRadius);
-    const double centreX = pic->grX + x;
-    const double centreY = pic->grY + y;
-    if (pic->clone == nullptr || radius < 1 || !IsInReach(centreX) || !IsInReach(centreY)) {
+    const int radius = std::min<int>(stampSize / 2, largestStampRadius);
+    const double centreX = grX + x;
+    const double centreY = grY + y;
+    if (clone == nullptr || radius < 1 || !IsInReach(centreX) || !IsInReach(centreY)) {
         return;
     }
-    const StampSpan columns(centreX, radius, pic->stampOffsetH, pic->grX);
-    const StampSpan rows(centreY, radius, pic->stampOffsetV, pic->grY);
-    const int firstEnd = columns.EndOfRun(0);
-    // In this order: the source is the texture as the stamp itself has left it so far.
-    for (int j = 0; j < rows.count; ++j) {
-        unsigned char* const pixels = pic->PixelAddress(0, rows.targets[j]);
-        const unsigned char* const before = pic->clone->PixelAddress(0, rows.targets[j]);
-        const unsigned char* const sources = pic->PixelAddress(0, rows.sources[j]);
-        for (int start = 0, end = firstEnd; start < columns.count; start = end) {
-            end = start == 0 ? firstEnd : columns.EndOfRun(start);
-            const int byte = columns.targets[start] * bytesPerPixel;
-            StampPixels({pixels + byte, before + byte,
-                         sources + columns.sources[start] * bytesPerPixel, end - start,
-                         columns.squares + start, rows.squares[j], static_cast<double>(radius),
-                         columns.reaches + start, rows.reaches[j]});
-        }
-    }
+    LayStamp({PixelAddress(0, 0), clone->PixelAddress(0, 0), grX, grY, centreX, centreY,
+              grX + previousX, grY + previousY, radius, stampOffsetH, stampOffsetV});
+}
+
+void PaintClass::StampLine(Point from, Point to, PaintClass* pic) {
+    double previousX = from.h + nothingLeftOut;
+    double previousY = from.v;
+    ForEachStep(from, to, [&](double x, double y) {
+        pic->LayStampAt(x, y, previousX, previousY);
+        previousX = x;
+        previousY = y;
+    });
 }
 
 void PaintClass::PlotPixel(short x, short y, PaintClass* pic) {
@@ -189,17 +154,7 @@ void PaintClass::PlotPixel(short x, short y, PaintClass* pic) {
 }
 
 void PaintClass::WalkLine(Point from, Point to, WalkCallback callback, PaintClass* pic) {
-    const double dx = to.h - from.h;
-    const double dy = to.v - from.v;
-    // In 16 bits: a segment beyond them is a negative number of steps, and none at all.
-    const short steps = TruncateToShort(std::sqrt(dx * dx + dy * dy));
-    if (steps == 0) {
-        callback(from.h, from.v, pic);
-        return;
-    }
-    for (int i = 0; i <= steps; ++i) {
-        callback(from.h + i * (dx / steps), from.v + i * (dy / steps), pic);
-    }
+    ForEachStep(from, to, [=](double x, double y) { callback(x, y, pic); });
 }
 
 void PaintClass::TraceLine(Point from, Point to, TraceCallback callback, PaintClass* pic) {

@@ -103,5 +103,5 @@ StampStroke::StampStroke(PaintClass& newPic) : Stroke(newPic, stampReach) {
 }
 
 void StampStroke::PaintSegment(Point from, Point to) {
-    PaintClass::WalkLine(from, to, PaintClass::StampClone, &pic);
+    PaintClass::StampLine(from, to, &pic);
 }

@@ -16,11 +16,23 @@ class RubberStampTest : public ToolTest {
         pic.stampOffsetV = static_cast<short>(offsetV);
     }
 
+    /// Leaves these values alone, so that many mixes are of equal ones.
+    static void Flatten(PaintClass& pic, const std::vector<unsigned char>& values) {
+        unsigned char* const end = pic.Base() + pic.RowBytes() * pic.grY;
+        for (unsigned char* byte = pic.Base(); byte != end; ++byte) {
+            *byte = values[*byte % values.size()];
+        }
+    }
+
     void ExpectSameAsPlain(short width, short height, short size, hostapi::Point offset,
-                           const Path& path) {
+                           const Path& path, const std::vector<unsigned char>& values = {}) {
         const unsigned seed = input.Seed();
         Canvas fast(*this, width, height, seed);
         Canvas plain(*this, width, height, seed);
+        if (!values.empty()) {
+            Flatten(fast.pic, values);
+            Flatten(plain.pic, values);
+        }
         Set(fast.pic, size, offset.h, offset.v);
         Set(plain.pic, size, offset.h, offset.v);
         PaintStroke<StampStroke>(fast.pic, path);
@@ -47,6 +59,54 @@ TEST_F(RubberStampTest, AStrokeIsTheSameAsThePlainOne) {
     ExpectSameAsPlain(511, 512, 19, At(-1, -1), {At(505, 505), At(520, 520)});
 }
 
+/// Where a source is what was there before, a channel lies on a step, and roundings decide.
+TEST_F(RubberStampTest, FlatPicturesAreTheSameAsThePlainOnes) {
+    WithBothCompilations([this] {
+        for (int value = 0; value <= 255; ++value) {
+            const auto byte = static_cast<unsigned char>(value);
+            ExpectSameAsPlain(64, 50, 20, At(30, 5), {AnyPoint(40), AnyPoint(40)}, {byte});
+        }
+        for (int i = 0; i < 50; ++i) {
+            ExpectSameAsPlain(64, 50, input.Number(2, 20), AnyPoint(60), AnyPath(60),
+                              {0, 255, 64, 129});
+        }
+    });
+}
+
+/// Distances of whole positions can be whole numbers, and shares halves and fifths.
+TEST_F(RubberStampTest, WholePositionsAreTheSameAsThePlainOnes) {
+    WithBothCompilations([this] {
+        for (short size = 2; size <= 20; ++size) {
+            const hostapi::Point from = AnyPoint(60);
+            for (const hostapi::Point way : {At(30, 0), At(0, -30), At(-40, 0), At(0, 0)}) {
+                const hostapi::Point to = At(from.h + way.h, from.v + way.v);
+                ExpectSameAsPlain(64, 50, size, At(30, 5), {from, to, from});
+            }
+        }
+    });
+}
+
+/// Each seam of targets and sources stands between any two columns and rows of a stamp.
+TEST_F(RubberStampTest, StampsOverSeamsAreTheSameAsThePlainOnes) {
+    WithBothCompilations([this] {
+        for (int shift = -12; shift <= 12; ++shift) {
+            const short size = input.Number(2, 20);
+            ExpectSameAsPlain(64, 50, size, At(31, 26), {At(shift, 25), At(shift + 5, 28)});
+            ExpectSameAsPlain(64, 50, size, At(31, 26), {At(30, shift), At(28, shift - 3)});
+            ExpectSameAsPlain(64, 50, size, At(31, 5), {At(33 + shift, 25), At(30 + shift, 28)});
+        }
+    });
+}
+
+TEST_F(RubberStampTest, SmallOffsetsAreTheSameAsThePlainOnes) {
+    WithBothCompilations([this] {
+        for (int i = 0; i < 300; ++i) {
+            ExpectSameAsPlain(64, 50, input.Number(8, 20), AnyPoint(i % 3 == 0 ? 3 : 22),
+                              AnyPath(40));
+        }
+    });
+}
+
 TEST_F(RubberStampTest, WildPositionsAndOffsetsAreTheSameAsThePlainOnes) {
     for (int i = 0; i < 6; ++i) {
         ExpectSameAsPlain(input.Number(1, 30), input.Number(1, 30), input.Number(1, 20),
@@ -54,6 +114,42 @@ TEST_F(RubberStampTest, WildPositionsAndOffsetsAreTheSameAsThePlainOnes) {
     }
     ExpectSameAsPlain(30, 20, 20, At(32767, 32767), {At(32767, 32767), At(32760, 32767)});
     ExpectSameAsPlain(30, 20, 20, At(-32768, -32768), {At(-32768, -32768), At(-32760, -32768)});
+}
+
+/// Positions have 16 bits, and the repeats of these tiles do not meet where the highest is followed
+/// by the lowest.
+TEST_F(RubberStampTest, StampsOverTheLastPositionAreTheSameAsThePlainOnes) {
+    constexpr short width = 97;
+    constexpr short height = 89;
+    constexpr short size = 20;
+    for (int i = 0; i < 40; ++i) {
+        const int edge = 32767 - input.Number(0, 100);
+        const hostapi::Point place = i % 2 == 0 ? At(edge, 300) : At(300, edge);
+        ExpectSameAsPlain(width, height, size, AnyPoint(30), {place, At(place.h - 7, place.v - 5)});
+        // Sources after the last position are targets, and those before it are not.
+        const hostapi::Point middle = At(316, 347);
+        const int offset = 32355 + input.Number(-5, 5);
+        ExpectSameAsPlain(width, height, size, At(offset, input.Number(-8, 8)),
+                          {middle, At(middle.h + 5, middle.v - 3)});
+        ExpectSameAsPlain(width, height, size, At(input.Number(-8, 8), offset - 23),
+                          {middle, At(middle.h + 5, middle.v - 3)});
+    }
+}
+
+TEST_F(RubberStampTest, ALineIsTheSameAsItsStampsOneByOne) {
+    for (int i = 0; i < 30; ++i) {
+        const hostapi::Point from = AnyPoint(60);
+        const hostapi::Point to = AnyPoint(60);
+        Canvas whole(*this, 64, 50);
+        Canvas single(*this, 64, 50);
+        for (PaintClass* const pic : {&whole.pic, &single.pic}) {
+            Set(*pic, 20, 30, 5);
+            const StampStroke stroke(*pic);
+        }
+        PaintClass::StampLine(from, to, &whole.pic);
+        PaintClass::WalkLine(from, to, PaintClass::StampClone, &single.pic);
+        ASSERT_EQ(PixelsOf(whole.pic), PixelsOf(single.pic));
+    }
 }
 
 TEST_F(RubberStampTest, StampsAtNoPlaceAtAllPaintNothing) {
