@@ -88,8 +88,20 @@ TEST_F(BlurDialogTest, StartsWithTheStoredValues) {
 
 TEST_F(BlurDialogTest, TheFieldMovesTheSlider) {
     ExpectTakenBack({35, 0, 0, 1}, [](const GuiDriver& gui, const DrivenDialog& blur) {
+        const RECT bounds = blur.Bounds(BlurItems::slider);
+        const auto shown = [&] {
+            const host::Picture window = blur.Grab();
+            std::vector<std::uint8_t> slider;
+            for (LONG y = bounds.top; y < bounds.bottom; ++y) {
+                slider.insert(slider.end(), window.Pixel(bounds.left, y),
+                              window.Pixel(bounds.right, y));
+            }
+            return slider;
+        };
+        const std::vector<std::uint8_t> before = shown();
         TypeInto(gui, blur, BlurItems::amount, "35");
         WaitUntil("the slider", [&] { return blur.Value(BlurItems::slider) == 35; });
+        WaitUntil("its picture", [&] { return shown() != before; });
     });
 }
 
