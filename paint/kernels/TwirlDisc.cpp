@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "paint/kernels/Dispatch.h"
 #include "paint/math/EffectMath.h"
 #include "paint/math/ExactMath.h"
 #include "raster/Truncation.h"
@@ -89,7 +90,7 @@ TwirlDisc::TwirlDisc(short newRadius, double newQuotient)
     for (int dy = 0; dy < radius && keepsAll && !Failed(); ++dy) {
         ComputeRows(dy);
     }
-    if (keepsAll && !Failed() && HasTwirlEstimates()) {
+    if (keepsAll && !Failed() && HasAvx2()) {
         Encode();
     }
 }

@@ -19,56 +19,14 @@
 //   below one degree, some 40 % of a disc. Whether such a place is rounded to the pixel, or lies a
 //   trillionth beside it in another cell, depends on the centre.
 //
-// docs/exactness.md has the bounds.
+// docs/exactness.md has the bounds. TwirlCodes makes the sources' codes; TwirlTurned, TwirlStill
+// and TwirlExact have a kernel each.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
+#include "paint/kernels/TwirlCodes.h"
 #include "raster/PicClass.h"
-
-/// The largest radius whose sources have codes.
-constexpr int largestEstimatedRadius = 362;
-
-/// Pixels that are estimated at a time.
-constexpr int estimatedGroup = 8;
-
-/// True on processors that have the estimates. Elsewhere none of the functions that read must be
-/// called.
-bool HasTwirlEstimates();
-
-/// A pixel of the square around a disc: its column, from dx = -radius on, in the lower 16 bits and
-/// its row above them.
-using Spot = std::uint32_t;
-
-constexpr Spot SpotAt(int column, int row) {
-    return static_cast<Spot>(column & 0xFFFF) | static_cast<Spot>(row) << 16;
-}
-
-/// A turned source as the estimates know it.
-struct SourceCode {
-    /// The upper left pixel around the offset.
-    Spot cell;
-    /// fx + fy - 1 in the lower 16 bits and fx - fy above them, in units of 2^-15.
-    std::uint32_t fraction;
-};
-
-/// Makes the code of any offset, both parts of which are between -radius and radius. False if only
-/// the exact path can decide its colour. Then the code leads to some pixel of the square.
-bool TurnedSource(double x, double y, int radius, SourceCode* code);
-
-/// The codes of the sources of eight neighbours in a row: one line of a cache.
-struct TurnedGroup {
-    Spot cells[estimatedGroup];
-    std::uint32_t fractions[estimatedGroup];
-};
-
-/// Units of the ways of still sources, as parts of a pixel: 2 to the 52nd.
-constexpr double stillUnit = 4503599627370496.0;
-
-/// Makes the code of an offset that is (dx, dy) but for roundings: the way to it in units of 2^-52,
-/// across in the lower 16 bits and down above them. False if it is none.
-bool StillSource(double x, double y, int dx, int dy, std::uint32_t* way);
 
 /// Two pictures of one shape: the twirl reads one of them and writes the other. Both hold the
 /// disc's square around the torus of `columns` by `rows` pixels.
@@ -114,30 +72,8 @@ struct UndecidedStill : UndecidedSpots {
     std::uint32_t ways[capacity];
 };
 
-/// Limits of short ways from a whole coordinate, in units of 2^-52, between which the roundings of
-/// doubles lead back to it. 16 bits are used of each.
-struct RoundingLimits {
-    /// A way below it leads to a place below the coordinate,
-    std::int32_t low;
-    /// one above it to a place above; any other is rounded away.
-    std::int32_t high;
-    /// All bits are set for a coordinate above 0.
-    std::int32_t isPositive;
-};
-
-RoundingLimits LimitsAt(int coordinate);
-
-/// For each column of a disc, from dx = -radius on, its RoundingLimits, in the upper 16 bits.
-struct ColumnLimits {
-    void Place(int cx, int radius);
-
-    std::int32_t low[2 * largestEstimatedRadius + 1];
-    std::int32_t high[2 * largestEstimatedRadius + 1];
-    std::int32_t isPositive[2 * largestEstimatedRadius + 1];
-};
-
-// All of these write colours with the alpha byte 0. The first two list the pixels that they cannot
-// decide, whatever is written there.
+// All of these need AVX2 (HasAvx2 in Dispatch.h), and write colours with the alpha byte 0. The
+// first two list the pixels that they cannot decide, whatever is written there.
 
 /// Most groups that ReadTurned takes.
 constexpr int mostTurnedGroups = 32;

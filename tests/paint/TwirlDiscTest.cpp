@@ -6,6 +6,7 @@
 #include <tuple>
 #include <vector>
 
+#include "paint/kernels/Dispatch.h"
 #include "paint/kernels/TwirlTorus.h"
 #include "tests/support/CoreTest.h"
 #include "tests/support/Pictures.h"
@@ -18,7 +19,7 @@ class TwirlDiscTest : public CoreTest {
   protected:
     void SetUp() override {
         CoreTest::SetUp();
-        if (!HasTwirlEstimates()) {
+        if (!HasAvx2()) {
             GTEST_SKIP() << "a processor without AVX2";
         }
     }
