@@ -23,6 +23,10 @@ WIDE __m256i Inverted(__m256i bytes) {
     return _mm256_xor_si256(bytes, _mm256_set1_epi8(-1));
 }
 
+WIDE bool AreZero(__m256i lanes) {
+    return _mm256_testz_si256(lanes, lanes) != 0;
+}
+
 /// Turns spots into numbers of pixels of the planes.
 struct SpotNumbers {
     WIDE explicit SpotNumbers(const TwirlPlanes& planes)

@@ -117,33 +117,123 @@ WIDE __m256i LeadsDown(const Ways& ways, const Slope& slope) {
     return _mm256_and_si256(ways.toElsewhere, isDown);
 }
 
-WIDE __m256i IsMultipleOfFour(__m256i bytes) {
-    return _mm256_cmpeq_epi8(_mm256_and_si256(bytes, _mm256_set1_epi8(3)), _mm256_setzero_si256());
+template <bool anyNegative>
+WIDE __m256i LeadsDownAcross(const Cells& cells, const Ways& x) {
+    return LeadsDown<anyNegative>(x, SlopeOf(cells.own, cells.beside, cells.under, cells.across));
 }
 
-/// Bytes that a way may change: that sum is a multiple of four, and the way leads down.
 template <bool anyNegative>
-WIDE __m256i IsOpen(const Cells& cells, const Ways& x, const Ways& y) {
+WIDE __m256i LeadsDownBelow(const Cells& cells, const Ways& y) {
+    return LeadsDown<anyNegative>(y, SlopeOf(cells.own, cells.under, cells.beside, cells.across));
+}
+
+/// Bytes that a way may change: 2 own + beside + under is a multiple of four, and a way leads down.
+WIDE __m256i IsOpen(const Cells& cells, __m256i isDown) {
     const __m256i sum = _mm256_add_epi8(_mm256_add_epi8(cells.own, cells.own),
                                         _mm256_add_epi8(cells.beside, cells.under));
-    const __m256i isDown = _mm256_or_si256(
-        LeadsDown<anyNegative>(x, SlopeOf(cells.own, cells.beside, cells.under, cells.across)),
-        LeadsDown<anyNegative>(y, SlopeOf(cells.own, cells.under, cells.beside, cells.across)));
-    return WithoutAlpha(_mm256_and_si256(IsMultipleOfFour(sum), isDown));
+    const __m256i rest = _mm256_and_si256(sum, _mm256_set1_epi8(3));
+    const __m256i isMultiple = _mm256_cmpeq_epi8(rest, _mm256_setzero_si256());
+    return WithoutAlpha(_mm256_and_si256(isMultiple, isDown));
 }
 
-/// Eight pixels from `column` of each row on.
-WIDE EstimatedEight ReadFromPositive(const RowsAround& rows, std::ptrdiff_t column, const Ways& x,
-                                     const Ways& y) {
-    const Cells cells = LoadCells(rows, column, x, y);
-    return {WithoutAlpha(Quarter(cells)), IsOpen<false>(cells, x, y)};
+/// A run of pixels of a row: all pointers are those of its first one.
+struct StillRun {
+    Spot spot;
+    RowsAround rows;
+    const std::uint32_t* ways;
+    /// The limits of the columns.
+    const std::int32_t* low;
+    const std::int32_t* high;
+    const std::int32_t* isPositive;
+    LimitsOfEight ofRow;
+    __m256i isRowPositive;
+};
+
+WIDE StillRun RunAt(const TwirlPlanes& planes, const ColumnLimits& limits, Spot spot,
+                    const std::uint32_t* ways) {
+    const auto column = static_cast<std::ptrdiff_t>(spot & 0xFFFF);
+    const int y = planes.cy + static_cast<int>(spot >> 16) - planes.radius;
+    const RoundingLimits ofRow = InUpperHalves(LimitsAt(y));
+    return {spot,
+            RowsAt(planes, spot),
+            ways,
+            limits.low + column,
+            limits.high + column,
+            limits.isPositive + column,
+            {_mm256_set1_epi32(ofRow.low), _mm256_set1_epi32(ofRow.high)},
+            _mm256_set1_epi32(ofRow.isPositive)};
 }
 
-WIDE EstimatedEight ReadFromAny(const RowsAround& rows, std::ptrdiff_t column, const Ways& x,
-                                const Ways& y) {
-    const Cells cells = LoadCells(rows, column, x, y);
-    const __m256i isUnknown = _mm256_or_si256(x.toUnknown, y.toUnknown);
-    return {WithoutAlpha(Quarter(cells)), _mm256_or_si256(IsOpen<true>(cells, x, y), isUnknown)};
+WIDE LimitsOfEight LimitsAcross(const StillRun& run, std::ptrdiff_t first) {
+    return {LoadWide(run.low + first), LoadWide(run.high + first)};
+}
+
+/// Where all ways are rounded away.
+WIDE __m256i ReadUnmoved(const RowsAround& rows, std::ptrdiff_t first) {
+    const __m256i own = LoadWide(rows.own + first);
+    const __m256i right = LoadWide(rows.own + first + 1);
+    return WithoutAlpha(Quarter({own, right, LoadWide(rows.below + first), own}));
+}
+
+/// Where all ways down are rounded away.
+WIDE EstimatedEight ReadAcross(const RowsAround& rows, std::ptrdiff_t first, const Ways& x) {
+    const Pixel* const own = rows.own + first;
+    const Pixel* const below = rows.below + first;
+    const Cells cells = {LoadWide(own), Chosen(x.toBefore, LoadWide(own - 1), LoadWide(own + 1)),
+                         LoadWide(below),
+                         Chosen(x.toBefore, LoadWide(below - 1), LoadWide(below + 1))};
+    return {WithoutAlpha(Quarter(cells)), IsOpen(cells, LeadsDownAcross<false>(cells, x))};
+}
+
+template <bool anyNegative>
+WIDE EstimatedEight ReadBothWays(const RowsAround& rows, std::ptrdiff_t first, const Ways& x,
+                                 const Ways& y) {
+    const Cells cells = LoadCells(rows, first, x, y);
+    const __m256i isDown = _mm256_or_si256(LeadsDownAcross<anyNegative>(cells, x),
+                                           LeadsDownBelow<anyNegative>(cells, y));
+    return {WithoutAlpha(Quarter(cells)), IsOpen(cells, isDown)};
+}
+
+/// The undecided pixels of a run, and how many there are.
+struct OpenStill {
+    UndecidedStill* undecided;
+    std::ptrdiff_t count;
+};
+
+/// Writes eight pixels of a run from its `first` on, and lists those that are undecided.
+WIDE void Write(const StillRun& run, std::ptrdiff_t first, const EstimatedEight& eight,
+                __m256i ways, OpenStill* open) {
+    StoreWide(eight.colors, run.rows.target + first);
+    open->count +=
+        AddSpots(eight.isOpen, run.spot + static_cast<Spot>(first), ways,
+                 open->undecided->spots + open->count, open->undecided->ways + open->count);
+}
+
+/// Eight pixels of a run from its `first` on, at any coordinates.
+WIDE void ReadFromAny(const StillRun& run, std::ptrdiff_t first, OpenStill* open) {
+    const __m256i ways = LoadWide(run.ways + first);
+    const Ways x = WaysFromAny(_mm256_slli_epi32(ways, 16), LimitsAcross(run, first),
+                               LoadWide(run.isPositive + first));
+    const Ways y = WaysFromAny(ways, run.ofRow, run.isRowPositive);
+    EstimatedEight eight = ReadBothWays<true>(run.rows, first, x, y);
+    eight.isOpen = _mm256_or_si256(eight.isOpen, _mm256_or_si256(x.toUnknown, y.toUnknown));
+    Write(run, first, eight, ways, open);
+}
+
+/// The same at coordinates above 0, where a third of the groups have no way that is not rounded
+/// away, and another third none down.
+WIDE void ReadFromPositive(const StillRun& run, std::ptrdiff_t first, OpenStill* open) {
+    const __m256i ways = LoadWide(run.ways + first);
+    const Ways x = WaysFromPositive(_mm256_slli_epi32(ways, 16), LimitsAcross(run, first));
+    const Ways y = WaysFromPositive(ways, run.ofRow);
+    if (AreZero(_mm256_or_si256(x.toElsewhere, y.toElsewhere))) {
+        StoreWide(ReadUnmoved(run.rows, first), run.rows.target + first);
+        return;
+    }
+    const EstimatedEight eight = AreZero(y.toElsewhere)
+                                     ? ReadAcross(run.rows, first, x)
+                                     : ReadBothWays<false>(run.rows, first, x, y);
+    Write(run, first, eight, ways, open);
 }
 
 }  // namespace
@@ -151,32 +241,19 @@ WIDE EstimatedEight ReadFromAny(const RowsAround& rows, std::ptrdiff_t column, c
 [[gnu::target("avx2")]] void ReadStill(const TwirlPlanes& planes, const ColumnLimits& limits,
                                        Spot spot, const std::uint32_t* ways, int count,
                                        UndecidedStill* undecided) {
-    const int column = static_cast<int>(spot & 0xFFFF);
-    const int x = planes.cx + column - planes.radius;
+    const StillRun run = RunAt(planes, limits, spot, ways);
     const int y = planes.cy + static_cast<int>(spot >> 16) - planes.radius;
-    const RowsAround rows = RowsAt(planes, spot);
-    const RoundingLimits ofRow = InUpperHalves(LimitsAt(y));
-    const LimitsOfEight down = {_mm256_set1_epi32(ofRow.low), _mm256_set1_epi32(ofRow.high)};
-    const __m256i isPositive = _mm256_set1_epi32(ofRow.isPositive);
-    std::ptrdiff_t listed = undecided->count;
-    for (std::ptrdiff_t i = 0; i < count; i += estimatedGroup) {
-        // The last group begins early rather than to be a smaller one.
-        const std::ptrdiff_t first = std::min<std::ptrdiff_t>(i, count - estimatedGroup);
-        const LimitsOfEight across = {LoadWide(limits.low + column + first),
-                                      LoadWide(limits.high + column + first)};
-        const __m256i both = LoadWide(ways + first);
-        const __m256i onlyAcross = _mm256_slli_epi32(both, 16);
-        const EstimatedEight eight =
-            y > 0 && x + first > 0
-                ? ReadFromPositive(rows, first, WaysFromPositive(onlyAcross, across),
-                                   WaysFromPositive(both, down))
-                : ReadFromAny(
-                      rows, first,
-                      WaysFromAny(onlyAcross, across, LoadWide(limits.isPositive + column + first)),
-                      WaysFromAny(both, down, isPositive));
-        StoreWide(eight.colors, rows.target + first);
-        listed += AddSpots(eight.isOpen, spot + static_cast<Spot>(first), both,
-                           undecided->spots + listed, undecided->ways + listed);
+    const int x = planes.cx + static_cast<int>(spot & 0xFFFF) - planes.radius;
+    const std::ptrdiff_t firstPositive = y > 0 ? 1 - x : count;
+    // The last group begins early rather than to be a smaller one.
+    const std::ptrdiff_t last = count - estimatedGroup;
+    OpenStill open = {undecided, undecided->count};
+    std::ptrdiff_t i = 0;
+    for (; i < count && std::min(i, last) < firstPositive; i += estimatedGroup) {
+        ReadFromAny(run, std::min(i, last), &open);
     }
-    undecided->count = static_cast<int>(listed);
+    for (; i < count; i += estimatedGroup) {
+        ReadFromPositive(run, std::min(i, last), &open);
+    }
+    undecided->count = static_cast<int>(open.count);
 }
