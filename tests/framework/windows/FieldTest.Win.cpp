@@ -428,7 +428,13 @@ TEST_F(FieldTest, AnEmptyScrollBarIsDisabled) {
 }
 
 TEST_F(FieldTest, TheEditCommandsWorkOnTheField) {
-    more = [&] { dialog.SetText(textField, "abc"); };
+    more = [&] {
+        dialog.SetText(textField, "abc");
+        // Another test's text would be pasted after a cut that keeps none.
+        EXPECT_TRUE(OpenClipboard(nullptr));
+        EXPECT_TRUE(EmptyClipboard());
+        CloseClipboard();
+    };
     Run([&](Script& script) {
         script.Click(script.Middle(textField));
         script.Keys({{VK_CONTROL, 'A'}, {VK_CONTROL, 'X'}});

@@ -48,6 +48,18 @@ TEST_F(PaletteTest, OnlyAQuickSecondClickOnTheChosenToolCounts) {
     EXPECT_EQ(Hits(palette), 2);
 }
 
+TEST_F(PaletteTest, TheFirstClickIsNoSecondOne) {
+    Run([&](Script& script) {
+        // The system's clock begins anew every 49.7 days.
+        Log().ticks = 100;
+        script.Click(CellOf(script, 1));
+        EXPECT_EQ(Hits(palette), 0) << "the tool is chosen already";
+        script.Click(CellOf(script, 1));
+        script.WaitFor("hit 11 twice");
+    });
+    EXPECT_EQ(Hits(palette), 1);
+}
+
 TEST_F(PaletteTest, ThePaletteCanBeSetAndShowNoTool) {
     Run([&](Script& script) {
         Send(script, palette, controlSetValue, 0, 3);

@@ -1,5 +1,6 @@
 // The behaviour that all dialogs with an Apply button share, shown by Lines and Blur.
 #include "dialogs/effects/LinesDialog.h"
+#include "framework/dialog/DialogWindow.Win.h"
 #include "paint/EffectRun.h"
 #include "tests/gui/DialogRun.Win.h"
 
@@ -243,6 +244,8 @@ TEST_F(ApplyDialogTest, TheEditorTakesNoPressBelowAnotherDialog) {
             reinterpret_cast<LPARAM>(lines));
         editor.Choose(commandAbout);
         editor.Press(cancelItem);
+        // As posted for an Escape just before the press that opened the dialog.
+        Ask(editor.Window(), messageCancel);
         Ask(editor.Window(), WM_CLOSE);
         EXPECT_TRUE(blur.IsOpen());
         EXPECT_TRUE(editor.IsOpen());
